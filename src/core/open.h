@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+namespace quillmere {
+
+// The single way in which a file is opened. True when it is open afterwards.
+//   loadPath        the file that is read
+//   workingDocsMode a WorkingDocsMode: how it joins the documents in use
+//   displayPath     the path that the document bears and is saved to; null for `loadPath`. They
+//                   differ when a shelf copy stands in for a document.
+// The user is told why when it fails; with `askBeforeReplace` also asked about unsaved changes of
+// what is being replaced.
+bool openDocument(const std::u16string* loadPath, int pane, int workingDocsMode,
+                  bool askBeforeReplace, const std::u16string* displayPath);
+
+}  // namespace quillmere

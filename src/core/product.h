@@ -1,0 +1,14 @@
+#pragma once
+
+// Names and numbers by which the program is known to people and to other processes.
+namespace quillmere {
+
+inline constexpr const char16_t* kProductTitle = u"Quillmere";
+inline constexpr const char16_t* kViewerTitle = u"Quillmere - Viewer (Read-Only)";
+inline constexpr const char16_t* kProductVersion = u"1.4.3.242";
+
+inline constexpr const char16_t* kMainWindowClass = u"QuillmereWnd";
+inline constexpr const char16_t* kViewerWindowClass = u"QuillmereViewerWnd";
+inline constexpr const char16_t* kPrimaryMutexName = u"Local\\Quillmere.quillmere.primary";
+
+}  // namespace quillmere

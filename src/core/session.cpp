@@ -1,0 +1,128 @@
+#include "core/session.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "core/commands.h"
+#include "nav/bookmarks.h"
+#include "view/status.h"
+
+namespace quillmere {
+
+SessionState session;
+
+namespace {
+
+constexpr std::uint32_t kQuarterTurnBits = 3;
+
+bool anyPending(const PageRotations& rotations) {
+  return std::any_of(rotations.begin(), rotations.end(),
+                     [](const auto& entry) { return (entry.second & kQuarterTurnBits) != 0; });
+}
+
+bool rotationPending(const PaneSlot& pane) {
+  return (pane.documentRotation & kQuarterTurnBits) != 0;
+}
+
+bool anyPlacementPending() {
+  for (const auto& [page, list] : session.placements) {
+    for (const Placement& placement : list) {
+      if (placement.annotIndex < 0) return true;
+    }
+  }
+  return false;
+}
+
+bool inTwoDocuments() { return session.viewMode == ViewMode::TwoDocuments; }
+
+}  // namespace
+
+void resetSession() {
+  std::destroy_at(&session);
+  std::construct_at(&session);
+}
+
+FPDF_DOCUMENT documentOf(int pane) { return documentHandleOf(pane).get(); }
+
+DocumentHandle& documentHandleOf(int pane) {
+  return inTwoDocuments() ? session.panes[pane].document : session.active.document;
+}
+
+std::int32_t& pageCountOf(int pane) {
+  return inTwoDocuments() ? session.panes[pane].pageCount : session.active.pageCount;
+}
+
+std::u16string& pathOf(int pane) {
+  return inTwoDocuments() ? session.panes[pane].path : session.active.path;
+}
+
+bool& dirtyOf(int pane) {
+  return inTwoDocuments() ? session.panes[pane].dirty : session.active.dirty;
+}
+
+PageRotations& pageRotationsOf(int pane) {
+  return inTwoDocuments() ? session.panes[pane].pageRotations : session.active.pageRotations;
+}
+
+bool hasUnsavedChanges() {
+  const int pane = session.activePane;
+  const FPDF_DOCUMENT document = documentOf(pane);
+  if (document == nullptr) return false;
+  if (dirtyOf(pane)) return true;
+  if (session.placementDocument == document && anyPlacementPending()) return true;
+  if (inTwoDocuments()) {
+    return rotationPending(session.panes[pane]) || anyPending(session.panes[pane].pageRotations);
+  }
+  return rotationPending(session.panes[0]) || anyPending(session.active.pageRotations) ||
+         rotationPending(session.panes[1]);
+}
+
+bool anyPageRotationPending(int pane) { return anyPending(pageRotationsOf(pane)); }
+
+void closePanePage(int pane) {
+  session.panes[pane].textPage.reset();
+  session.panes[pane].page.reset();
+}
+
+void freePaneBitmap(int pane) {
+  PaneSlot& slot = session.panes[pane];
+  slot.pageBitmap.reset();
+  slot.pageBitmapWidth = 0;
+  slot.pageBitmapHeight = 0;
+}
+
+void dropPaneView(int pane) {
+  freePaneBitmap(pane);
+  closePanePage(pane);
+}
+
+void loadPane(int pane, std::int32_t index) {
+  const FPDF_DOCUMENT document = documentOf(pane);
+  if (document == nullptr) return;
+  PaneSlot& slot = session.panes[pane];
+  const std::int32_t last = std::max(pageCountOf(pane) - 1, 0);
+  closePanePage(pane);
+  slot.currentPage = std::clamp(index, 0, last);
+  slot.page.reset(FPDF_LoadPage(document, slot.currentPage));
+  if (slot.page) slot.textPage.reset(FPDFText_LoadPage(slot.page.get()));
+}
+
+void clearJumpHistories(int pane) {
+  session.panes[pane].backHistory.clear();
+  session.panes[pane].forwardHistory.clear();
+}
+
+void clearJumpHistories() {
+  clearJumpHistories(0);
+  clearJumpHistories(1);
+}
+
+void setActivePane(int pane) {
+  if (session.activePane == pane) return;
+  session.activePane = pane;
+  if (inTwoDocuments()) RebuildNavigationTree();
+  refreshStatus();
+  refreshMenus();
+}
+
+}  // namespace quillmere

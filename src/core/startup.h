@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+// What kind of process this is, decided from the raw command line and from who else is running.
+namespace quillmere {
+
+// Tag of the request by which one instance hands a path to another: 'Q' in the highest byte.
+inline constexpr std::uint32_t kOpenFileTag = 0x514D4F31;
+
+struct LaunchArguments {
+  bool printChild = false;
+  bool viewerRole = false;
+  std::u16string filePath;  // at most 259 units; empty without a file argument
+};
+
+// `commandLine` is what follows the program's name, taken raw.
+LaunchArguments parseCommandLine(std::u16string_view commandLine);
+
+// The file whose opening asks whether this program became the default; empty without a folder for
+// temporary files.
+std::u16string defaultMarkerPath();
+
+// When the file argument is that marker: deletes it, tells the user, and gives the exit code.
+std::optional<int> confirmDefaultHandler(const LaunchArguments& arguments);
+
+// When another primary instance runs: hands the file over and gives the exit code. Without one, and
+// when its window does not come up in time, nothing: this process goes on as a main window.
+std::optional<int> handOverToRunningInstance(const LaunchArguments& arguments);
+
+// Asks once, ever, whether to put a shortcut on the desktop.
+void offerDesktopShortcut();
+
+}  // namespace quillmere

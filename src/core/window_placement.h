@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "platform/instances.h"
+
+namespace quillmere {
+
+// Where a new top-level window goes. Without a position the system chooses one.
+struct InitialPlacement {
+  bool positioned = false;
+  std::int32_t x = 0;
+  std::int32_t y = 0;
+  std::int32_t width = 0;
+  std::int32_t height = 0;
+};
+
+InitialPlacement mainWindowInitialPlacement();
+
+struct ViewerSurroundings {
+  std::optional<platform::ScreenRect> mainWindow;  // nothing when there is none to stand beside
+  platform::ScreenRect workArea;
+  int viewerCount = 0;  // windows of other viewers
+  int captionHeight = 0;
+};
+
+// Beside the main window, each further viewer one caption higher and two further right.
+InitialPlacement viewerInitialPlacement(const ViewerSurroundings& surroundings);
+
+// What the screen looks like now.
+ViewerSurroundings viewerSurroundings();
+
+}  // namespace quillmere

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+// Files and folders, named by full paths with backslashes.
+namespace quillmere::platform {
+
+// The system's error numbers that the program tells apart.
+inline constexpr std::uint32_t kErrorNone = 0;
+inline constexpr std::uint32_t kErrorFileNotFound = 2;
+inline constexpr std::uint32_t kErrorPathNotFound = 3;
+inline constexpr std::uint32_t kErrorAccessDenied = 5;
+inline constexpr std::uint32_t kErrorSharingViolation = 32;
+inline constexpr std::uint32_t kErrorFileExists = 80;
+inline constexpr std::uint32_t kErrorAlreadyExists = 183;
+
+inline constexpr std::uint32_t kInvalidAttributes = 0xFFFFFFFF;
+inline constexpr std::uint32_t kAttributeReadOnly = 0x1;
+inline constexpr std::uint32_t kAttributeFolder = 0x10;
+
+struct AttributeQuery {
+  std::uint32_t attributes = kInvalidAttributes;  // kInvalidAttributes when the query failed
+  std::uint32_t error = kErrorNone;               // the system's error when it failed
+};
+
+struct FileStamp {
+  std::uint64_t size = 0;       // bytes
+  std::uint64_t writeTime = 0;  // last write, in 100-nanosecond ticks since 1601 (UTC)
+};
+
+// Attributes of a file or folder, with the error that tells why there are none.
+AttributeQuery queryAttributes(const std::u16string& path);
+
+// True when a file or folder of that name can be reached.
+bool fileExists(const std::u16string& path);
+
+// Size and last-write time; nothing when the file cannot be reached.
+std::optional<FileStamp> fileStamp(const std::u16string& path);
+
+// False on failure. Only kAttributeReadOnly can be changed.
+bool setReadOnly(const std::u16string& path, bool readOnly);
+
+// The whole file, opened with read access while others may read, write and delete it. Nothing when
+// it cannot be opened, is empty, exceeds `maximumSize` bytes, or gives fewer bytes than its size.
+std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& path,
+                                                        std::uint64_t maximumSize);
+
+// The file's first bytes, at most `maximumSize` of them, possibly none. Nothing when it cannot be
+// opened while others hold it open for writing.
+std::optional<std::vector<std::uint8_t>> readFileHead(const std::u16string& path,
+                                                      std::uint64_t maximumSize);
+
+// Replaces or makes the file. False when it could not be made or not every byte went out.
+bool writeFile(const std::u16string& path, const void* bytes, std::uint64_t size);
+
+// Makes the file with these bytes only where none of that name exists; false otherwise.
+bool createNewFile(const std::u16string& path, const void* bytes, std::uint64_t size);
+
+// False when the file did not exist or could not be deleted (in use, read-only, a folder).
+bool deleteFile(const std::u16string& path);
+
+// Renames `source` to `target`, replacing a file of that name in one step. False on failure, with
+// both files as they were.
+bool replaceFile(const std::u16string& source, const std::u16string& target);
+
+// Makes one folder. True when it exists afterwards.
+bool createFolder(const std::u16string& path);
+
+// Per-user folder for local application data, without a promise about a trailing backslash. Empty
+// when the system does not tell.
+std::u16string localAppDataFolder();
+
+// The user's desktop folder; empty when the system does not tell.
+std::u16string desktopFolder();
+
+// The user's folder for temporary files; empty when the system gives no path of 1 to 259 units.
+std::u16string temporaryFolder();
+
+}  // namespace quillmere::platform

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "platform/instances.h"
+
+// What the logic asks of the one main window of this process. Before the window exists, and after
+// it is gone, every operation is without effect and every query gives zero or nothing.
+namespace quillmere::platform {
+
+struct PixelSize {
+  int width = 0;
+  int height = 0;
+};
+
+bool mainWindowExists();
+PixelSize mainWindowClientSize();
+
+// Outer height of the status bar; 0 without one.
+int statusBarHeight();
+
+void setMainWindowTitle(const std::u16string& title);
+
+// Repaints the whole client area, with or without erasing first.
+void invalidateMainWindow(bool erase);
+// Repaints at once what is invalid.
+void updateMainWindow();
+
+// Right edges of the status bar's parts in pixels, -1 for "to the end"; `count` of them.
+void setStatusParts(const int* rightEdges, int count);
+void setStatusText(int part, const std::u16string& text);
+// Place of the zoom slider inside the status bar, and its thumb.
+void placeZoomSlider(int x, int y, int width, int height);
+void setZoomSlider(int position, bool enabled);
+
+// Check mark and enabling of a menu bar item by its command id.
+void setMenuItem(std::uint32_t command, bool checked, bool enabled);
+
+// Sends the layout of child windows through again, as after a size change.
+void layoutMainWindow();
+
+// Chooses the cursor anew for the place where the pointer is.
+void refreshCursor();
+
+void captureMouse();
+void releaseMouse();
+void focusMainWindow();
+
+// Posts the message that rebuilds the binder tree once the current message is done.
+void postBinderTreeRebuild();
+
+struct WindowPlacement {
+  ScreenRect normal;
+  bool maximised = false;
+};
+std::optional<WindowPlacement> mainWindowPlacement();
+void placeMainWindow(const WindowPlacement& placement);
+
+// Asks the window to close, as its close box does.
+void closeMainWindow();
+
+}  // namespace quillmere::platform

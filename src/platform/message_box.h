@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace quillmere::platform {
+
+enum class BoxButtons { Ok, YesNo, YesNoCancel };
+enum class BoxIcon { None, Information, Warning, Error, Question };
+
+// The answers carry the system's own numbers.
+enum class BoxAnswer : std::int32_t { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
+
+enum class BoxOwner { MainWindow, NoneTopmost };
+
+// Shows a box and waits for its answer. A box that cannot be shown answers Cancel.
+BoxAnswer showMessageBox(const std::u16string& text, const std::u16string& title,
+                         BoxButtons buttons, BoxIcon icon, BoxOwner owner = BoxOwner::MainWindow);
+
+// The system's short sounds.
+enum class Sound { Default, Exclamation };
+void beep(Sound sound);
+
+}  // namespace quillmere::platform

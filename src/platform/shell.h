@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+// What ties the program to the user's shell: the per-user registry, file associations, shortcuts.
+namespace quillmere::platform {
+
+// A text value below the current user's registry root; `name` empty for a key's default value.
+std::optional<std::u16string> readUserRegistryText(const std::u16string& key,
+                                                   const std::u16string& name);
+
+// The package identity of this process; empty outside a package.
+std::u16string packageIdentity();
+
+// The identifier of the program that opens files with this extension (".pdf"), as the association
+// service tells it; empty when it does not.
+std::u16string effectiveDefaultHandler(const std::u16string& extension);
+
+struct Shortcut {
+  std::u16string path;  // of the .lnk file
+  std::u16string target;
+  std::u16string description;
+};
+// Makes or replaces a shortcut. False on failure.
+bool createShortcut(const Shortcut& shortcut);
+
+}  // namespace quillmere::platform

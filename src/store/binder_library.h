@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string_view>
+
+namespace quillmere {
+
+inline constexpr int kNoBinder = -1;
+
+// Index of the loaded binder whose file is `path`, ignoring case; kNoBinder when there is none.
+int FindBinder(std::u16string_view path);
+
+// Index of the built-in binder of documents in use; kNoBinder when there is none.
+int WorkingDocumentsIndex();
+
+bool IsValidBinder(int index);
+bool IsValidBinderFile(int index, int fileIndex);
+
+// Stores page and view of the pane in the binder that its document was opened from.
+void SaveCurrentView(int pane);
+
+// Shows the view that the binder holds for a document that was just opened from it.
+void RestoreView(int binderIndex, std::u16string_view path);
+
+}  // namespace quillmere

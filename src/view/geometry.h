@@ -1,0 +1,81 @@
+#pragma once
+
+#include <cstdint>
+
+#include "core/pane_rect.h"
+
+// Where panes and pages lie, and how pixels and page points map onto each other.
+namespace quillmere {
+
+inline constexpr float kMinimumZoom = 0.2f;
+inline constexpr float kMaximumZoom = 5.0f;
+inline constexpr double kZoomStepIn = 1.18;
+inline constexpr double kZoomStepOut = 0.84745765;
+inline constexpr double kFitMarginFactor = 0.96;
+inline constexpr int kVerticalMargin = 8;        // pixels
+inline constexpr int kFitHeightAllowance = 16;   // pixels
+inline constexpr int kPanKeepVisible = 80;       // pixels
+inline constexpr int kDividerWidth = 2;          // pixels
+inline constexpr int kLeftSplitterWidth = 3;     // pixels
+inline constexpr int kStampSplitterWidth = 3;    // pixels
+inline constexpr int kFindBarHeight = 34;        // pixels
+
+struct PageSize {
+  double width = 0;   // points
+  double height = 0;  // points
+};
+
+struct PagePoint {
+  double x = 0;  // points from the page's left edge
+  double y = 0;  // points from the page's bottom edge
+};
+
+struct PanePoint {
+  double x = 0;  // pixels from the pane's left edge
+  double y = 0;  // pixels from the pane's top edge
+};
+
+// A length at 96 pixels an inch, in pixels of the window's screen. The identity at 96.
+int scaled(int pixels);
+
+bool leftPanelShown();
+// Right end of the left panel with its splitter; 0 when it is hidden.
+int leftPanelEdge();
+// Bottom of the area that panes and panels share: the top of the status bar.
+int pageAreaBottom();
+// Top of that area: the bottom of the find bar.
+int pageAreaTop();
+
+// The pane's place in client pixels. Pane 1 has none in SinglePage.
+PaneRect paneRect(int pane);
+// The pane under client x: 0, 1, or -1 over the left panel or the divider.
+int paneAt(int x);
+// The divider's left edge in client pixels.
+int dividerX();
+
+// Low two bits of the pending turns of the pane's current page.
+std::uint32_t pendingPageRotation(int pane);
+// Turns that the pane displays, 0 to 3: pending page and document turns and the page's own.
+std::uint32_t pageRotationOf(int pane);
+// Turns to hand to PDFium, which adds the page's own: 0 to 3.
+std::uint32_t renderRotationOf(int pane);
+
+// Displayed size of the pane's page; zero without a page.
+PageSize pageSizeRotated(int pane);
+
+// Limits a zoom to what the program offers.
+float clampZoom(double zoom);
+
+// Computes zoom and pan anew from the zoom mode. `fromBottom` shows the bottom of a page that is
+// taller than the pane, and `widthDelta` is by how much the pane became wider.
+void layoutPane(int pane, bool fromBottom, int widthDelta);
+
+// Keeps a part of the bitmap inside the pane. Without effect when the pane has no bitmap.
+void clampPan(int pane);
+
+// Pane pixels to page points; both 0 when the pane has no page or no zoom.
+PagePoint paneToPage(int pane, double x, double y);
+// Page points to pane pixels.
+PanePoint pageToPane(int pane, double pageX, double pageY);
+
+}  // namespace quillmere
