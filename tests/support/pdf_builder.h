@@ -1,0 +1,93 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+// Small PDF files as byte strings. What a caller writes is readable PDF text; object numbers,
+// offsets and the cross-reference table are filled in.
+namespace quillmere::test {
+
+// The object level: bodies are the text between "N 0 obj" and "endobj".
+class PdfFile {
+ public:
+  // Number of the new object, from 1.
+  int add(const std::string& body);
+  // A number whose body is set later.
+  int reserve();
+  void set(int number, const std::string& body);
+  // `entries` go into the stream's dictionary beside its length.
+  int addStream(const std::string& data, const std::string& entries = "");
+  // The whole file; `trailerEntries` go into the trailer beside Root and Size.
+  std::string finish(int root, const std::string& trailerEntries = "") const;
+
+  // "N 0 R".
+  static std::string reference(int number);
+  // A text string in UTF-16, as hexadecimal digits between angle brackets.
+  static std::string textString(const std::u16string& text);
+
+ private:
+  std::vector<std::string> bodies_;
+};
+
+// The text of `content`, annotations and outline entries may name a page by its one-based number:
+// "{page 3}" becomes the reference to that page's object.
+struct PdfPage {
+  double width = 612;   // points
+  double height = 792;  // points
+  int rotate = 0;       // degrees; left out of the page when 0
+  // A content stream. Fonts F1 Helvetica, F2 Times-Roman and F3 Courier are at hand.
+  std::string content;
+  std::vector<std::string> annotations;  // dictionaries with their angle brackets
+  std::string entries;                   // further entries of the page dictionary
+};
+
+struct PdfOutlineItem {
+  std::u16string title;
+  // Entries that say where it leads, such as "/Dest [{page 3} /Fit]"; may be empty.
+  std::string target;
+  std::vector<PdfOutlineItem> children;
+  bool open = true;
+};
+
+struct PdfOptions {
+  std::vector<PdfOutlineItem> outline;
+  std::string catalogEntries;
+  std::string trailerEntries;
+};
+
+std::string buildPdf(const std::vector<PdfPage>& pages, const PdfOptions& options = {});
+
+// Page i carries the text "Page i" (one-based) in Helvetica.
+std::string simplePdf(int pages, double width = 612, double height = 792);
+
+// Content that shows one line of text with its baseline starting at x, y. ASCII alone; parentheses
+// and backslashes may occur.
+std::string textContent(const std::string& text, double x = 72, double y = 700, double size = 24,
+                        const std::string& font = "F1");
+// Content that fills a rectangle; red, green and blue are 0 to 1.
+std::string rectangleContent(double x, double y, double width, double height, double red,
+                             double green, double blue);
+
+// A link annotation. `action` is its target: "/Dest [...]" or "/A << ... >>".
+std::string linkAnnotation(double left, double bottom, double right, double top,
+                           const std::string& action);
+// "/Dest [{page N} /XYZ null TOP null]"; a page without `top` is "/Fit".
+std::string pageDestination(int page);
+std::string pageDestination(int page, double top);
+// "/A << /S /URI /URI (...) >>".
+std::string webAction(const std::string& address);
+
+// Files that are not as they should be.
+std::string emptyFile();     // no byte
+std::string garbageFile();   // bytes that are no PDF
+std::string truncatedPdf();  // ends inside its first object
+std::string truncatedPdf(const std::string& whole, std::size_t bytes);  // the first `bytes`
+std::string wrongOffsetsPdf(int pages);  // every xref offset lies; can be repaired
+std::string cyclicPageTreePdf();         // a page tree node is its own child
+std::string zeroPagePdf();               // sound, with an empty page tree
+std::string passwordProtectedPdf();      // opens with a password alone
+std::string manyPagesPdf(int pages);     // pages share one content
+std::string hugePagePdf(double width = 1e6, double height = 1e6);
+
+}  // namespace quillmere::test
