@@ -69,6 +69,9 @@ bool replaceFile(const std::u16string& source, const std::u16string& target);
 // Makes one folder. True when it exists afterwards.
 bool createFolder(const std::u16string& path);
 
+// The name of a file in UTF-8 as a library that opens files by itself wants it.
+std::string pathForLibraries(const std::u16string& path);
+
 // Per-user folder for local application data, without a promise about a trailing backslash. Empty
 // when the system does not tell.
 std::u16string localAppDataFolder();
