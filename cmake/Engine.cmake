@@ -1,0 +1,41 @@
+# Imported target `pdfium`: the engine that engine/build has put into its cache.
+# QUILLMERE_ENGINE_DIR holds its prefix: include/, lib/, bin/, licenses/.
+if(WIN32)
+  set(engine_target windows)
+else()
+  set(engine_target native)
+endif()
+
+if(NOT DEFINED QUILLMERE_ENGINE_DIR)
+  execute_process(
+    COMMAND ${CMAKE_SOURCE_DIR}/engine/build --print-dir ${engine_target}
+    OUTPUT_VARIABLE engine_prefix OUTPUT_STRIP_TRAILING_WHITESPACE
+    RESULT_VARIABLE engine_result)
+  if(NOT engine_result EQUAL 0)
+    message(FATAL_ERROR "engine/build --print-dir ${engine_target} failed (${engine_result}).")
+  endif()
+else()
+  set(engine_prefix ${QUILLMERE_ENGINE_DIR})
+endif()
+
+if(NOT EXISTS ${engine_prefix}/include/fpdfview.h)
+  message(FATAL_ERROR "PDFium is not built yet: nothing at ${engine_prefix}.\n"
+    "Build it first: engine/build ${engine_target}")
+endif()
+
+add_library(pdfium SHARED IMPORTED GLOBAL)
+target_include_directories(pdfium SYSTEM INTERFACE ${engine_prefix}/include)
+if(WIN32)
+  set_target_properties(pdfium PROPERTIES
+    IMPORTED_LOCATION ${engine_prefix}/bin/pdfium.dll
+    IMPORTED_IMPLIB ${engine_prefix}/lib/libpdfium.dll.a)
+  # Programs look for the engine in their own folder, and all of them share one.
+  add_custom_command(OUTPUT ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/pdfium.dll
+    COMMAND ${CMAKE_COMMAND} -E copy ${engine_prefix}/bin/pdfium.dll
+      ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/pdfium.dll
+    DEPENDS ${engine_prefix}/bin/pdfium.dll VERBATIM)
+  add_custom_target(engine_beside_programs ALL
+    DEPENDS ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/pdfium.dll)
+else()
+  set_target_properties(pdfium PROPERTIES IMPORTED_LOCATION ${engine_prefix}/lib/libpdfium.so)
+endif()
