@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace quillmere {
@@ -11,6 +12,9 @@ int FindBinder(std::u16string_view path);
 
 // Index of the built-in binder of documents in use; kNoBinder when there is none.
 int WorkingDocumentsIndex();
+
+// Loads the binder file `path`; its index, or kNoBinder on failure.
+int LoadBinder(const std::u16string& path);
 
 bool IsValidBinder(int index);
 bool IsValidBinderFile(int index, int fileIndex);

@@ -14,6 +14,9 @@ enum WorkingDocsMode : int {
 // Lists a document among those in use.
 void AddToWorkingDocuments(const std::u16string& path, int how);
 
+// Makes the built-in binder of documents in use, with what it held last time.
+void LoadWorkingDocuments();
+
 // Takes a document out of the recent list and saves the list when that changed it.
 void RemoveFromRecentFiles(const std::u16string& path);
 

@@ -1,0 +1,23 @@
+#include "annot/placement_record.h"
+
+#include "core/session.h"
+
+namespace quillmere {
+
+// Nothing places stamps or text yet, so that no document has placements to read.
+void LoadPlacements(FPDF_DOCUMENT document) {
+  ClearPlacements();
+  session.placementDocument = document;
+}
+
+void ClearPlacements() {
+  session.placements.clear();
+  session.placementDocument = nullptr;
+  session.selectedPlacementPage = -1;
+}
+
+void WritePendingStamps() {}
+
+void WritePendingTextDrops() {}
+
+}  // namespace quillmere

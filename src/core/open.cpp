@@ -1,0 +1,348 @@
+#include "core/open.h"
+
+#include <utility>
+
+#include "annot/placement_record.h"
+#include "core/close.h"
+#include "core/commands.h"
+#include "core/document_loader.h"
+#include "core/limits.h"
+#include "core/product.h"
+#include "core/session.h"
+#include "core/text_format.h"
+#include "nav/bookmarks.h"
+#include "nav/find.h"
+#include "output/internet_gate.h"
+#include "platform/main_window.h"
+#include "platform/message_box.h"
+#include "platform/text.h"
+#include "store/binder_library.h"
+#include "store/save.h"
+#include "store/working_documents.h"
+#include "view/navigation.h"
+#include "view/rotation.h"
+#include "view/selection.h"
+#include "view/status.h"
+
+namespace quillmere {
+
+namespace {
+
+using platform::BoxAnswer;
+using platform::BoxButtons;
+using platform::BoxIcon;
+
+// One open on its way through the steps.
+struct OpenJob {
+  std::u16string loadPath;
+  std::u16string displayPath;
+  bool hasLoadPath = false;
+  int pane = 0;
+  int workingDocsMode = kWorkingDocsLeaveAlone;
+  bool askBeforeReplace = false;
+  bool splits = false;     // the shown document moves to the other pane
+  bool replacing = false;  // a document stands where the new one goes
+};
+
+enum class StepResult { Next, Opened, Stopped };
+
+bool inTwoDocuments() {
+  return session.viewMode == ViewMode::TwoDocuments;
+}
+
+void showError(const std::u16string& text) {
+  platform::showMessageBox(text, kProductTitle, BoxButtons::Ok, BoxIcon::Error);
+}
+
+// Everything outside the panes that shows which documents are open.
+void refreshSurroundings() {
+  refreshMenus();
+  refreshTitle();
+  refreshStatus();
+  platform::invalidateMainWindow(true);
+}
+
+StepResult checkPathLimit(OpenJob& job) {
+  if (job.hasLoadPath && job.loadPath.size() < kPathBufferUnits &&
+      job.displayPath.size() < kPathBufferUnits) {
+    return StepResult::Next;
+  }
+  showError(u"The file's path is too long to open.");
+  return StepResult::Stopped;
+}
+
+StepResult decideReplacement(OpenJob& job) {
+  job.splits = session.viewMode == ViewMode::IndependentPages && session.active.document &&
+               !job.loadPath.empty() &&
+               !platform::equalIgnoringCase(job.displayPath, session.active.path);
+  job.replacing = !job.splits && documentOf(job.pane) != nullptr;
+  return StepResult::Next;
+}
+
+bool placementsPending(FPDF_DOCUMENT document) {
+  if (session.placementDocument != document || document == nullptr) return false;
+  for (const auto& [page, list] : session.placements) {
+    for (const Placement& placement : list) {
+      if (placement.annotIndex < 0) return true;
+    }
+  }
+  return false;
+}
+
+// Placements that no annotation holds yet go into their document before the session forgets them.
+void keepPendingPlacements(FPDF_DOCUMENT document, bool& dirty) {
+  if (!placementsPending(document)) return;
+  WritePendingStamps();
+  WritePendingTextDrops();
+  dirty = true;
+}
+
+bool inactivePaneChanged(int pane) {
+  const PaneSlot& slot = session.panes[pane];
+  return slot.dirty || (slot.documentRotation & 3) != 0 || anyPageRotationPending(pane) ||
+         placementsPending(slot.document.get());
+}
+
+StepResult askAboutInactivePane(const OpenJob& job) {
+  if (!inactivePaneChanged(job.pane)) return StepResult::Next;
+  const std::u16string& path = session.panes[job.pane].path;
+  const BoxAnswer answer = platform::showMessageBox(
+      filled(u"Document \"%s\" has unsaved changes.\n\nSave them before replacing it?",
+             {fileNameOf(path)}),
+      kProductTitle, BoxButtons::YesNoCancel, BoxIcon::Warning);
+  if (answer == BoxAnswer::No) return StepResult::Next;
+  if (answer != BoxAnswer::Yes) return StepResult::Stopped;
+  commitRotations(job.pane);
+  return SaveDocumentTo(job.pane, std::u16string(path)) ? StepResult::Next : StepResult::Stopped;
+}
+
+StepResult askBeforeReplacing(OpenJob& job) {
+  if (!job.askBeforeReplace || !job.replacing) return StepResult::Next;
+  if (inTwoDocuments() && job.pane != session.activePane) return askAboutInactivePane(job);
+  const std::u16string name = fileNameOf(pathOf(session.activePane));
+  return SaveOrShelveBeforeClose(name) == BoxAnswer::Cancel ? StepResult::Stopped
+                                                            : StepResult::Next;
+}
+
+StepResult passGate(OpenJob& job) {
+  return CheckInternetZone(job.loadPath) ? StepResult::Next : StepResult::Stopped;
+}
+
+StepResult leaveReplacedDocument(OpenJob& job) {
+  if (!job.replacing) return StepResult::Next;
+  SaveCurrentView(job.pane);
+  forgetDocumentBinder(pathOf(job.pane));
+  return StepResult::Next;
+}
+
+StepResult clearSearchAndSelection(OpenJob&) {
+  FindClear();
+  clearTextSelection();
+  return StepResult::Next;
+}
+
+void joinWorkingDocuments(const OpenJob& job) {
+  if (job.workingDocsMode == kWorkingDocsLeaveAlone) return;
+  AddToWorkingDocuments(job.displayPath, job.workingDocsMode);
+  RemoveFromRecentFiles(job.displayPath);
+  const int binder = WorkingDocumentsIndex();
+  if (binder == kNoBinder) return;
+  session.documentBinders[platform::toLower(job.displayPath)] =
+      session.binderLibrary[static_cast<std::size_t>(binder)].path;
+}
+
+// The document of one pane becomes the one that both panes show.
+void shareDocumentOfPane(int pane) {
+  PaneSlot& owner = session.panes[pane];
+  session.active.document = std::move(owner.document);
+  session.active.pageCount = owner.pageCount;
+  session.active.path = owner.path;
+  session.active.dirty = owner.dirty;
+  session.active.pageRotations = owner.pageRotations;
+  owner.dirty = false;
+  owner.path.clear();
+  owner.pageRotations.clear();
+}
+
+// A file that the other pane shows is never loaded twice: both panes show that document.
+StepResult collapseOntoOtherPane(OpenJob& job) {
+  const int other = 1 - job.pane;
+  PaneSlot& target = session.panes[job.pane];
+  if (!inTwoDocuments() || job.loadPath.empty() || !session.panes[other].document ||
+      !platform::equalIgnoringCase(session.panes[other].path, job.displayPath)) {
+    return StepResult::Next;
+  }
+  dropPaneView(job.pane);
+  if (session.placementDocument == target.document.get()) ClearPlacements();
+  target.document.reset();
+  shareDocumentOfPane(other);
+  session.viewMode = ViewMode::IndependentPages;
+  if (session.placementDocument != session.active.document.get()) {
+    LoadPlacements(session.active.document.get());
+  }
+  target.currentPage = 0;
+  target.documentRotation = session.panes[other].documentRotation;
+  target.dirty = false;
+  target.path.clear();
+  target.pageRotations.clear();
+  clearJumpHistories(job.pane);
+  goToPage(job.pane, 0, false);
+  RebuildNavigationTree();
+  joinWorkingDocuments(job);
+  refreshSurroundings();
+  return StepResult::Opened;
+}
+
+// The shown document moves to the other pane and makes room for the new one.
+StepResult splitPanes(OpenJob& job) {
+  if (!job.splits) return StepResult::Next;
+  keepPendingPlacements(session.active.document.get(), session.active.dirty);
+  dropPaneView(0);
+  dropPaneView(1);
+
+  PaneSlot& keeper = session.panes[1 - job.pane];
+  keeper.document = std::move(session.active.document);
+  keeper.pageCount = session.active.pageCount;
+  keeper.path = session.active.path;
+  keeper.dirty = session.active.dirty;
+  keeper.pageRotations = session.active.pageRotations;
+  session.active = ActiveDocument{};
+
+  PaneSlot& target = session.panes[job.pane];
+  target.document.reset();
+  target.pageCount = 0;
+  target.path.clear();
+  target.dirty = false;
+  target.pageRotations.clear();
+  target.documentRotation = 0;
+
+  session.viewMode = ViewMode::TwoDocuments;
+  const bool pageExists = keeper.currentPage >= 0 && keeper.currentPage < keeper.pageCount;
+  goToPage(1 - job.pane, pageExists ? keeper.currentPage : 0, false);
+  refreshMenus();
+  return StepResult::Next;
+}
+
+StepResult reportLoadFailure(unsigned long error) {
+  refreshSurroundings();
+  showError(filled(u"Could not open PDF.\n(PDFium error %lu)",
+                   {decimal(static_cast<std::int64_t>(error))}));
+  return StepResult::Stopped;
+}
+
+void closeSharedDocument() {
+  dropPaneView(0);
+  dropPaneView(1);
+  if (session.placementDocument == session.active.document.get()) ClearPlacements();
+  session.active.document.reset();
+  session.active.pageCount = 0;
+  session.active.dirty = false;
+}
+
+void adoptSharedDocument(DocumentHandle document, const std::u16string& path) {
+  ClearPlacements();
+  session.active.pageCount = FPDF_GetPageCount(document.get());
+  session.active.document = std::move(document);
+  session.active.path = path;
+  session.active.dirty = false;
+  session.active.pageRotations.clear();
+  session.panes[0].documentRotation = 0;
+  session.panes[1].documentRotation = 0;
+  clearJumpHistories();
+  LoadPlacements(session.active.document.get());
+}
+
+void showFirstPages() {
+  session.panes[0].currentPage = 0;
+  if (session.viewMode != ViewMode::SinglePage) session.panes[1].currentPage = 0;
+  if (session.viewMode == ViewMode::Book && session.settings.bookRevertToFit) {
+    session.panes[0].zoomMode = kFitPage;
+    session.panes[1].zoomMode = kFitPage;
+  }
+  goToPage(0, 0, false);
+  if (session.viewMode == ViewMode::IndependentPages) goToPage(1, 0, false);
+}
+
+// The old document closes before the new one loads, so a failed load leaves an empty window.
+StepResult openForBothPanes(OpenJob& job) {
+  if (inTwoDocuments()) return StepResult::Next;
+  closeSharedDocument();
+  DocumentHandle document = loadDocumentFile(job.loadPath);
+  if (!document) {
+    const unsigned long error = FPDF_GetLastError();
+    RebuildNavigationTree();
+    return reportLoadFailure(error);
+  }
+  adoptSharedDocument(std::move(document), job.displayPath);
+  showFirstPages();
+  RebuildNavigationTree();
+  return StepResult::Next;
+}
+
+void adoptPaneDocument(int pane, DocumentHandle document, const std::u16string& path) {
+  PaneSlot& slot = session.panes[pane];
+  PaneSlot& other = session.panes[1 - pane];
+  keepPendingPlacements(other.document.get(), other.dirty);
+  ClearPlacements();
+  dropPaneView(pane);
+  slot.document.reset();
+  slot.pageCount = FPDF_GetPageCount(document.get());
+  slot.document = std::move(document);
+  slot.currentPage = 0;
+  slot.documentRotation = 0;
+  slot.pageRotations.clear();
+  clearJumpHistories(pane);
+  slot.path = path;
+  slot.dirty = false;
+}
+
+// The new document loads before the old one closes, so a failed load leaves the pane as it was.
+StepResult openIntoPane(OpenJob& job) {
+  if (!inTwoDocuments()) return StepResult::Next;
+  DocumentHandle document = loadDocumentFile(job.loadPath);
+  if (!document) return reportLoadFailure(FPDF_GetLastError());
+  adoptPaneDocument(job.pane, std::move(document), job.displayPath);
+  LoadPlacements(session.panes[job.pane].document.get());
+  goToPage(job.pane, 0, false);
+  if (job.pane == session.activePane) RebuildNavigationTree();
+  return StepResult::Next;
+}
+
+StepResult finishOpening(OpenJob& job) {
+  joinWorkingDocuments(job);
+  refreshSurroundings();
+  return StepResult::Opened;
+}
+
+using OpenStep = StepResult (*)(OpenJob&);
+
+// Asking and the gate come before anything changes; what follows them cannot be refused any more.
+// Of the two that load, the mode that the steps before them left behind chooses one.
+constexpr OpenStep kOpenSteps[] = {
+    checkPathLimit,        decideReplacement,
+    askBeforeReplacing,    passGate,
+    leaveReplacedDocument, clearSearchAndSelection,
+    collapseOntoOtherPane, splitPanes,
+    openForBothPanes,      openIntoPane,
+    finishOpening,
+};
+
+}  // namespace
+
+bool openDocument(const std::u16string* loadPath, int pane, int workingDocsMode,
+                  bool askBeforeReplace, const std::u16string* displayPath) {
+  OpenJob job;
+  job.hasLoadPath = loadPath != nullptr;
+  if (loadPath != nullptr) job.loadPath = *loadPath;
+  job.displayPath = displayPath != nullptr ? *displayPath : job.loadPath;
+  job.pane = pane;
+  job.workingDocsMode = workingDocsMode;
+  job.askBeforeReplace = askBeforeReplace;
+  for (const OpenStep step : kOpenSteps) {
+    const StepResult result = step(job);
+    if (result != StepResult::Next) return result == StepResult::Opened;
+  }
+  return false;
+}
+
+}  // namespace quillmere

@@ -1,0 +1,40 @@
+#include "store/shelf.h"
+
+#include "core/session.h"
+#include "platform/files.h"
+#include "platform/text.h"
+
+namespace quillmere {
+
+// Nothing is shelved yet, so that no index exists to be read.
+void LoadShelfIndex() {}
+
+std::u16string ShelfFilePath(const std::u16string& shelfName) {
+  if (session.shelveFolder.empty() || shelfName.empty()) return {};
+  return session.shelveFolder + shelfName + u".pdf";
+}
+
+const ShelfEntry* shelfEntryOf(const std::u16string& path) {
+  const auto found = session.shelfIndex.find(platform::toLower(path));
+  return found == session.shelfIndex.end() ? nullptr : &found->second;
+}
+
+bool ShelveCurrentDocument() {
+  return false;
+}
+
+void DropShelfEntry(const std::u16string& path) {
+  const auto found = session.shelfIndex.find(platform::toLower(path));
+  if (found == session.shelfIndex.end()) return;
+  const std::u16string copy = ShelfFilePath(found->second.shelfName);
+  session.shelfIndex.erase(found);
+  if (!copy.empty()) platform::deleteFile(copy);
+}
+
+void DropActiveShelfEntry() {
+  DropShelfEntry(pathOf(session.activePane));
+}
+
+void noteDocumentChanged() {}
+
+}  // namespace quillmere

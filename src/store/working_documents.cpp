@@ -1,0 +1,27 @@
+#include "store/working_documents.h"
+
+#include "core/session.h"
+#include "platform/text.h"
+#include "store/data_folder.h"
+#include "store/settings.h"
+
+namespace quillmere {
+
+// The built-in binder is not made yet; a document that joins it has nowhere to go.
+void AddToWorkingDocuments(const std::u16string&, int) {}
+
+void LoadWorkingDocuments() {}
+
+void RemoveFromRecentFiles(const std::u16string& path) {
+  const auto erased = std::erase_if(session.settings.recentFiles, [&](const std::u16string& entry) {
+    return platform::equalIgnoringCase(entry, path);
+  });
+  if (erased > 0) SaveRecentFiles();
+}
+
+std::u16string WorkingDocsPath() {
+  const std::u16string folder = GetAppDataFolder();
+  return folder.empty() ? folder : folder + u"WorkingDocs.lst";
+}
+
+}  // namespace quillmere
