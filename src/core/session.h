@@ -108,7 +108,7 @@ struct SessionState {
   std::int32_t dpi = 96;        // of the window's screen
 
   std::map<std::int32_t, std::vector<Placement>> placements;  // by zero-based page
-  FPDF_DOCUMENT placementDocument = nullptr;  // where they came from; not owned
+  FPDF_DOCUMENT placementDocument = nullptr;                  // where they came from; not owned
   std::int32_t selectedPlacementPage = -1;
   std::int32_t selectedPlacementIndex = -1;
 
@@ -122,12 +122,14 @@ struct SessionState {
   std::unordered_map<FPDF_DOCUMENT, std::vector<std::uint8_t>, Fnv1aPointerHash> documentKeptBuffer;
 
   AppSettings settings;
-  std::u16string stampsFolder;   // with a trailing backslash; empty when there is no data folder
-  std::u16string bindersFolder;  // likewise
-  std::u16string shelveFolder;   // likewise
+  bool settingsFileSeeded = false;  // this process has tried to make the settings file
+  bool restoringBinders = false;    // the list of loaded binders is not to be saved now
+  std::u16string stampsFolder;      // with a trailing backslash; empty when there is no data folder
+  std::u16string bindersFolder;     // likewise
+  std::u16string shelveFolder;      // likewise
 
   std::vector<BinderFile> binderLibrary;
-  std::unordered_set<std::u16string, Fnv1aTextHash> unavailableFiles;  // lower-cased paths
+  std::unordered_set<std::u16string, Fnv1aTextHash> unavailableFiles;        // lower-cased paths
   std::unordered_map<std::u16string, ShelfEntry, Fnv1aTextHash> shelfIndex;  // by lower-cased path
 };
 

@@ -23,8 +23,17 @@ TextColorTable builtInTextColors();
 MarkupColorTable builtInMarkupColors();
 
 // Start-up policies that can also say "as last time".
-enum PanScrollPolicy : std::uint32_t { kPanScrollOff = 0, kPanScrollOn = 1, kPanScrollLastUsed = 2 };
+enum PanScrollPolicy : std::uint32_t {
+  kPanScrollOff = 0,
+  kPanScrollOn = 1,
+  kPanScrollLastUsed = 2
+};
 enum PanelPolicy : std::uint32_t { kPanelHidden = 0, kPanelVisible = 1, kPanelLastUsed = 2 };
+enum MarkupGroupingPolicy : std::uint32_t {
+  kMarkupsInterleaved = 0,  // among the bookmarks
+  kMarkupsGrouped = 1,      // under the bookmarks
+  kMarkupsLastUsed = 2,
+};
 inline constexpr std::uint32_t kZoomModeLastUsed = 4;
 
 // What a turn of the mouse wheel does.
@@ -76,7 +85,7 @@ struct AppSettings {
   bool restoreOnLaunch = true;
   bool lastBinderPanelVisible = false;
   // Navigation
-  std::uint32_t markupGroupingDefault = 1;
+  std::uint32_t markupGroupingDefault = kMarkupsGrouped;
   bool markupsUnderBookmarks = true;  // the grouping in force
   // Network
   std::int32_t openTimeoutSeconds = 3;

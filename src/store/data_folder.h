@@ -12,6 +12,10 @@ std::u16string GetAppDataFolder();
 // may write makes the file with the mark that keeps it in UTF-16.
 std::u16string GetIniPath();
 
+// Makes the settings file with that mark where none exists, once in a process. For those who write
+// to it in a process that otherwise does not.
+void seedIniFile(const std::u16string& iniPath);
+
 // Makes the folders for stamps, binders and shelved documents and notes their paths in the session.
 void makeDataFolders();
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 namespace quillmere {
 
 // Reads the settings file into the session: settings, start values of view and panels, the place of
@@ -11,6 +9,9 @@ void LoadSettings();
 // Writes every setting from memory. Without effect in a viewer or without a data folder; failures
 // are silent.
 void SaveSettings();
+
+// Writes the date of the last check for updates alone. Without effect in a viewer.
+void SaveUpdateCheckDate();
 
 // Writes the list of recent documents alone. Without effect in a viewer.
 void SaveRecentFiles();

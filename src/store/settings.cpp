@@ -1,0 +1,159 @@
+#include "store/settings.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "core/session.h"
+#include "core/text_format.h"
+#include "platform/files.h"
+#include "platform/profile.h"
+#include "platform/text.h"
+#include "store/binder_library.h"
+#include "store/data_folder.h"
+#include "store/settings_colors.h"
+#include "store/settings_lists.h"
+#include "store/settings_placement.h"
+#include "store/settings_table.h"
+#include "store/working_documents.h"
+
+namespace quillmere {
+
+namespace {
+
+constexpr float kSplitUnits = 1000.0f;
+
+void readNumbers(const std::u16string& path) {
+  for (const SettingRow& row : settingsTable()) {
+    const std::int32_t number =
+        platform::readProfileInteger(row.section, row.key, row.fallback, path);
+    row.set(session.settings, settingInRange(row, number));
+  }
+}
+
+void writeRow(const SettingRow& row, const std::u16string& path) {
+  platform::writeProfileText(row.section, row.key, decimal(row.get(session.settings)), path);
+}
+
+bool visibleAtStart(std::uint32_t policy, bool lastTime) {
+  return policy == kPanelLastUsed ? lastTime : policy == kPanelVisible;
+}
+
+void startZoomAndPanScroll() {
+  const AppSettings& settings = session.settings;
+  const bool asLastTime = settings.defaultZoomMode == kZoomModeLastUsed;
+  const std::uint32_t mode0 = asLastTime ? settings.lastZoomMode0 : settings.defaultZoomMode;
+  const std::uint32_t mode1 = asLastTime ? settings.lastZoomMode1 : settings.defaultZoomMode;
+  session.panes[0].zoomMode = static_cast<std::int32_t>(mode0);
+  session.panes[1].zoomMode = static_cast<std::int32_t>(mode1);
+  session.panScrollEnabled = settings.defaultPanScroll == kPanScrollLastUsed
+                                 ? settings.lastPanScroll
+                                 : settings.defaultPanScroll == kPanScrollOn;
+}
+
+void startMarkupGrouping() {
+  AppSettings& settings = session.settings;
+  const bool asLastTime = settings.markupGroupingDefault == kMarkupsLastUsed;
+  settings.markupsUnderBookmarks = asLastTime ? settings.markupsUnderBookmarks
+                                              : settings.markupGroupingDefault == kMarkupsGrouped;
+}
+
+void startPanels() {
+  const AppSettings& settings = session.settings;
+  session.navigationPanelVisible = visibleAtStart(settings.defaultNavPane, settings.lastNavVisible);
+  session.stampPanelVisible = visibleAtStart(settings.defaultStampPane, settings.lastStampVisible);
+  session.binderPanelVisible =
+      visibleAtStart(settings.defaultBindersPanel, settings.lastBinderPanelVisible);
+  session.leftPanelWidth = settings.navWidth;
+  session.stampPanelWidth = settings.stampWidth;
+  session.paneDividerPosition = static_cast<std::int32_t>(settings.paneDivPos);
+  session.leftPanelSplit = static_cast<float>(settings.leftPanelSplitBp) / kSplitUnits;
+}
+
+void restoreBinders(const std::u16string& path) {
+  session.restoringBinders = true;
+  const std::u16string workingDocs = WorkingDocsPath();
+  for (const std::u16string& binder : readPathList(kBinderList, path)) {
+    if (platform::equalIgnoringCase(binder, workingDocs)) continue;
+    if (platform::fileExists(binder)) LoadBinder(binder);
+  }
+  session.restoringBinders = false;
+  // A binder file that has gone drops out of the list here.
+  SaveBinderList();
+}
+
+void rememberLiveState() {
+  AppSettings& settings = session.settings;
+  settings.lastZoomMode0 = static_cast<std::uint32_t>(session.panes[0].zoomMode);
+  settings.lastZoomMode1 = static_cast<std::uint32_t>(session.panes[1].zoomMode);
+  settings.lastPanScroll = session.panScrollEnabled;
+  settings.lastNavVisible = session.navigationPanelVisible;
+  settings.lastStampVisible = session.stampPanelVisible;
+  settings.lastBinderPanelVisible = session.binderPanelVisible;
+  settings.navWidth = session.leftPanelWidth;
+  settings.stampWidth = session.stampPanelWidth;
+  settings.paneDivPos = static_cast<std::uint32_t>(session.paneDividerPosition);
+  settings.leftPanelSplitBp =
+      static_cast<std::int32_t>(session.leftPanelSplit * kSplitUnits + 0.5f);
+}
+
+// Rows of the table up to and with those of `section`.
+std::size_t rowsThrough(std::u16string_view section) {
+  const std::span<const SettingRow> table = settingsTable();
+  std::size_t end = table.size();
+  while (end > 0 && table[end - 1].section != section) --end;
+  return end;
+}
+
+void writeRows(std::span<const SettingRow> rows, bool placementKnown, const std::u16string& path) {
+  for (const SettingRow& row : rows) {
+    if (row.save == SettingSave::OnItsOwn) continue;
+    if (!placementKnown && std::u16string_view(row.section) == kWindowSection) continue;
+    writeRow(row, path);
+  }
+}
+
+}  // namespace
+
+void LoadSettings() {
+  const std::u16string path = GetIniPath();
+  AppSettings& settings = session.settings;
+  if (!path.empty()) {
+    readNumbers(path);
+    LoadColorTable(path, kTextColorsSection, settings.textColors);
+    LoadColorTable(path, kMarkupColorsSection, settings.markupColors);
+    settings.recentFiles = readPathList(kRecentFilesList, path);
+  }
+  startZoomAndPanScroll();
+  startMarkupGrouping();
+  placeMainWindowFromSettings();
+  startPanels();
+  if (path.empty()) return;
+  if (settings.restoreOnLaunch) restoreBinders(path);
+  LoadWorkingDocuments();
+}
+
+void SaveSettings() {
+  if (session.viewerRole) return;
+  const std::u16string path = GetIniPath();
+  if (path.empty()) return;
+  rememberLiveState();
+  const bool placementKnown = rememberMainWindowPlacement();
+  const std::span<const SettingRow> table = settingsTable();
+  const std::size_t split = rowsThrough(kRecentFilesList.section);
+  writeRows(table.first(split), placementKnown, path);
+  SaveRecentFiles();
+  writeRows(table.subspan(split), placementKnown, path);
+  SaveBinderList();
+}
+
+void SaveUpdateCheckDate() {
+  if (session.viewerRole) return;
+  const std::u16string path = GetIniPath();
+  const SettingRow* row = findSetting(u"Updates", u"LastCheckDate");
+  if (!path.empty() && row != nullptr) writeRow(*row, path);
+}
+
+}  // namespace quillmere

@@ -1,0 +1,65 @@
+#include "store/settings_lists.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "core/limits.h"
+#include "core/session.h"
+#include "core/text_format.h"
+#include "platform/files.h"
+#include "platform/profile.h"
+#include "store/data_folder.h"
+#include "store/settings.h"
+
+namespace quillmere {
+
+namespace {
+
+// So many path keys are written at least, empty ones behind the last path.
+constexpr std::int32_t kPathKeysKept = 20;
+
+}  // namespace
+
+std::vector<std::u16string> readPathList(const PathListRow& list, const std::u16string& iniPath) {
+  const std::int32_t count = std::clamp(
+      platform::readProfileInteger(list.section, kCountKey, 0, iniPath), 0, list.maximumCount);
+  std::vector<std::u16string> paths;
+  for (std::int32_t index = 0; index < count; ++index) {
+    std::u16string path =
+        platform::readProfileText(list.section, pathKey(index), kPathBufferUnits, iniPath);
+    if (!path.empty()) paths.push_back(std::move(path));
+  }
+  return paths;
+}
+
+void writePathList(const PathListRow& list, const std::vector<std::u16string>& paths,
+                   const std::u16string& iniPath) {
+  const auto count = static_cast<std::int32_t>(paths.size());
+  platform::writeProfileText(list.section, kCountKey, decimal(count), iniPath);
+  for (std::int32_t index = 0; index < std::max(kPathKeysKept, count); ++index) {
+    const std::u16string path =
+        index < count ? paths[static_cast<std::size_t>(index)] : std::u16string();
+    platform::writeProfileText(list.section, pathKey(index), path, iniPath);
+  }
+}
+
+void SaveRecentFiles() {
+  if (session.viewerRole) return;
+  const std::u16string path = GetIniPath();
+  if (path.empty()) return;
+  writePathList(kRecentFilesList, session.settings.recentFiles, path);
+}
+
+void SaveBinderList() {
+  if (session.restoringBinders) return;
+  const std::u16string iniPath = GetIniPath();
+  if (iniPath.empty()) return;
+  if (session.viewerRole && !platform::fileExists(iniPath)) return;
+  std::vector<std::u16string> paths;
+  for (const BinderFile& binder : session.binderLibrary) {
+    if (!binder.isWorkingDocuments && !binder.path.empty()) paths.push_back(binder.path);
+  }
+  writePathList(kBinderList, paths, iniPath);
+}
+
+}  // namespace quillmere
