@@ -1,0 +1,74 @@
+#include "support/session_test.h"
+
+#include <utility>
+
+namespace quillmere::test {
+namespace {
+
+struct Engine {
+  Engine() {
+    FPDF_LIBRARY_CONFIG config{};
+    config.version = 2;
+    FPDF_InitLibraryWithConfig(&config);
+  }
+  ~Engine() { FPDF_DestroyLibrary(); }
+};
+
+void startEngine() {
+  static const Engine engine;
+}
+
+}  // namespace
+
+SessionTest::SessionTest() {
+  startEngine();
+  resetSession();
+  platform::resetStandIn();
+  platform::standIn().window.client = {1000, 800};
+  platform::standIn().window.statusBarHeight = 22;
+}
+
+SessionTest::~SessionTest() {
+  resetSession();
+}
+
+std::u16string SessionTest::putPdf(const std::u16string& name, const std::string& bytes) {
+  const bool hasVolume = name.find(u':') != std::u16string::npos || name.starts_with(u"\\\\");
+  const std::u16string path = hasVolume ? name : u"C:\\" + name;
+  platform::putFile(path, bytes);
+  return path;
+}
+
+FPDF_DOCUMENT SessionTest::openInActive(const std::string& bytes, const std::u16string& path) {
+  DocumentHandle document = load(bytes);
+  if (document == nullptr) return nullptr;
+  session.active.document = std::move(document);
+  session.active.pageCount = FPDF_GetPageCount(session.active.document.get());
+  session.active.path = path;
+  session.active.dirty = false;
+  return session.active.document.get();
+}
+
+FPDF_DOCUMENT SessionTest::openInPane(int pane, const std::string& bytes) {
+  return openInPane(pane, bytes, pane == 0 ? u"C:\\left.pdf" : u"C:\\right.pdf");
+}
+
+FPDF_DOCUMENT SessionTest::openInPane(int pane, const std::string& bytes,
+                                      const std::u16string& path) {
+  DocumentHandle document = load(bytes);
+  if (document == nullptr) return nullptr;
+  session.viewMode = ViewMode::TwoDocuments;
+  PaneSlot& slot = session.panes[pane];
+  slot.document = std::move(document);
+  slot.pageCount = FPDF_GetPageCount(slot.document.get());
+  slot.path = path;
+  slot.dirty = false;
+  return slot.document.get();
+}
+
+DocumentHandle SessionTest::load(const std::string& bytes) {
+  const std::string& kept = keptBytes_.emplace_back(bytes);
+  return DocumentHandle(FPDF_LoadMemDocument64(kept.data(), kept.size(), nullptr));
+}
+
+}  // namespace quillmere::test

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <fpdfview.h>
+#include <gtest/gtest.h>
+
+#include <list>
+#include <string>
+
+#include "core/session.h"
+#include "platform/stand_in.h"
+
+namespace quillmere::test {
+
+// A test of logic that works on the session: PDFium is up, the session and the machine are fresh,
+// and the window's client area has 1000 by 800 pixels with a status bar of 22.
+class SessionTest : public ::testing::Test {
+ protected:
+  SessionTest();
+  ~SessionTest() override;
+
+  // Writes a file and gives its path. A name without a volume lies below "C:\".
+  static std::u16string putPdf(const std::u16string& name, const std::string& bytes);
+
+  // Makes a document the one of the modes with a single document, with no page open. The session
+  // closes it. Null, with the document left out, when PDFium refuses the bytes.
+  FPDF_DOCUMENT openInActive(const std::string& bytes,
+                             const std::u16string& path = u"C:\\active.pdf");
+
+  // Makes a document the pane's own, in TwoDocuments.
+  FPDF_DOCUMENT openInPane(int pane, const std::string& bytes);
+  FPDF_DOCUMENT openInPane(int pane, const std::string& bytes, const std::u16string& path);
+
+ private:
+  DocumentHandle load(const std::string& bytes);
+
+  std::list<std::string> keptBytes_;  // PDFium reads from them as long as the documents are open
+};
+
+}  // namespace quillmere::test
