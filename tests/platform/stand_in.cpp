@@ -1,0 +1,39 @@
+#include "stand_in.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "stand_in_files.h"
+#include "stand_in_paths.h"
+#include "stand_in_process.h"
+
+namespace quillmere::platform {
+namespace {
+
+// Rebuilt as a whole on reset, so that no record can be forgotten there.
+std::unique_ptr<StandIn>& holder() {
+  static std::unique_ptr<StandIn> instance = std::make_unique<StandIn>();
+  return instance;
+}
+
+}  // namespace
+
+StandIn& standIn() {
+  return *holder();
+}
+
+void resetStandIn() {
+  releaseSilentVolumes();
+  if (!waitForDetachedThreads()) ADD_FAILURE() << "a thread of an earlier test is still running";
+  resetVolumes();
+  resetFileBooks();
+  resetClock();
+  holder() = std::make_unique<StandIn>();
+  putFolder(standIn().localAppDataFolder);
+  putFolder(standIn().desktopFolder);
+  putFolder(standIn().temporaryFolder);
+  putFile(standIn().executable, "MZ");
+}
+
+}  // namespace quillmere::platform

@@ -1,0 +1,191 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/clipboard.h"
+#include "platform/file_dialog.h"
+#include "platform/files.h"
+#include "platform/instances.h"
+#include "platform/main_window.h"
+#include "platform/message_box.h"
+#include "platform/process.h"
+#include "platform/shell.h"
+
+// The machine as the tests see it: what the logic asked for is recorded here, what the machine
+// answers is scripted here. Files are real ones in a temporary folder with a folder per volume.
+//
+// Used from the test's own thread alone, but for what is said otherwise.
+namespace quillmere::platform {
+
+struct ShownBox {
+  std::u16string text;
+  std::u16string title;
+  BoxButtons buttons = BoxButtons::Ok;
+  BoxIcon icon = BoxIcon::None;
+  BoxOwner owner = BoxOwner::MainWindow;
+};
+
+struct StartedProcess {
+  std::u16string program;
+  std::u16string commandLine;
+};
+
+struct SentPath {
+  WindowId window = 0;
+  std::uint32_t tag = 0;
+  std::u16string path;
+};
+
+// A top-level window of another process.
+struct OtherWindow {
+  WindowId id = 0;
+  std::u16string className;
+  ScreenRect rect;
+  bool minimised = false;
+  bool rectKnown = true;
+};
+
+struct MenuItemState {
+  bool checked = false;
+  bool enabled = false;
+  bool operator==(const MenuItemState&) const = default;
+};
+
+// The main window of this process, as far as the logic can see it.
+struct StandInWindow {
+  bool exists = true;
+  PixelSize client{1000, 700};
+  int statusBarHeight = 22;
+  std::u16string title;
+  std::vector<int> statusRightEdges;
+  std::map<int, std::u16string> statusTexts;  // by part
+  ScreenRect sliderPlace;
+  int sliderPosition = 0;
+  bool sliderEnabled = false;
+  std::map<std::uint32_t, MenuItemState> menuItems;  // by command
+  bool mouseCaptured = false;
+  std::optional<WindowPlacement> placement = WindowPlacement{{100, 100, 1200, 900}, false};
+  std::vector<WindowPlacement> placementsSet;
+
+  int invalidations = 0;         // all of them
+  int erasingInvalidations = 0;  // those that erase
+  int updates = 0;
+  int layouts = 0;
+  int cursorRefreshes = 0;
+  int focusRequests = 0;
+  int binderTreeRebuildsPosted = 0;
+  int closeRequests = 0;
+};
+
+struct StandIn {
+  // Answers to boxes in the order in which they come. A box without one fails the test and answers
+  // Cancel, as does one whose buttons do not offer its answer.
+  std::deque<BoxAnswer> boxAnswers;
+  std::vector<ShownBox> boxes;
+  std::function<void(const ShownBox&)> onBox;  // runs while the box is up
+  std::vector<Sound> beeps;
+
+  // Answers to file dialogs; an empty list means cancelled. One without an answer fails the test.
+  std::deque<std::vector<std::u16string>> openDialogAnswers;
+  std::vector<OpenDialogRequest> openDialogs;
+
+  std::optional<std::u16string> clipboard;
+  bool clipboardBusy = false;
+
+  std::u16string executable = u"C:\\Program Files\\Quillmere\\quillmere.exe";
+  std::vector<StartedProcess> processes;
+  std::optional<bool> startProcessResult;  // unset: true when the program is there
+  std::vector<std::u16string> openedWithSystem;
+  bool openWithSystemResult = true;
+  std::optional<std::uint32_t> date;  // unset: the real one
+  std::vector<std::uint32_t> sleeps;  // milliseconds, from this thread or others'
+  std::function<void()> onSleep;      // runs at each sleep, which itself takes no real time
+  std::atomic<bool> failEvents{false};
+  std::atomic<bool> failThreads{false};
+
+  // Unset: the first claim of a name owns it, further ones find it there.
+  std::optional<MutexClaim> mutexClaim;
+  std::vector<std::u16string> mutexClaims;  // names in order
+  int mutexCloses = 0;
+  std::vector<OtherWindow> otherWindows;
+  std::vector<WindowId> raisedWindows;
+  std::vector<SentPath> sentPaths;
+  std::vector<WindowId> windowsAskedToClose;
+  ScreenRect workArea{0, 0, 1920, 1040};
+  bool workAreaNearestKnown = true;
+  int captionHeight = 23;
+
+  bool shiftDown = false;
+  bool controlDown = false;
+
+  StandInWindow window;
+
+  std::u16string localAppDataFolder = u"C:\\Users\\User\\AppData\\Local";
+  std::u16string desktopFolder = u"C:\\Users\\User\\Desktop";
+  std::u16string temporaryFolder = u"C:\\Users\\User\\AppData\\Local\\Temp\\";
+  std::optional<std::uint64_t> diskFree;  // bytes left for files; unset: no limit
+
+  std::map<std::pair<std::u16string, std::u16string>, std::u16string> registry;  // key, name
+  std::u16string packageIdentity;
+  std::map<std::u16string, std::u16string> defaultHandlers;  // by extension
+  std::vector<Shortcut> shortcuts;
+  bool shortcutResult = true;
+};
+
+StandIn& standIn();
+
+// Starts afresh: waits for the threads that the logic started, empties every volume, forgets all
+// scripts and records, and makes the folders named above with the executable.
+void resetStandIn();
+
+// Waits until no thread that the logic started is running. False after ten seconds.
+bool waitForDetachedThreads();
+
+// How a volume ("C:", "Z:" or "\\\\server\\share") answers. C: is present at first, other drives
+// are missing (error 3), shares are not found on the network (error 53). Safe from any thread.
+enum class VolumeState {
+  Present,
+  Failing,  // every call fails with the error given
+  Silent,   // every call waits until the state changes
+};
+void setVolume(const std::u16string& volume, VolumeState state, std::uint32_t error = 53);
+
+// Who else has a file open.
+enum class OtherUse {
+  Nobody,
+  Exclusive,     // with no sharing
+  SharedWriter,  // for writing, letting others read, write and delete
+};
+void setOtherUse(const std::u16string& path, OtherUse use);
+
+// Where the file or folder really lies, whether it exists or not. Components that exist are found
+// ignoring case, whatever the volume's state. For handing to std::filesystem or fopen.
+std::filesystem::path realPath(const std::u16string& path);
+
+// What PDFium and other readers of real files take: the real path in UTF-8.
+std::string realPathUtf8(const std::u16string& path);
+
+// Makes the file with its folders, whatever script is in force.
+void putFile(const std::u16string& path, std::string_view bytes);
+void putFile(const std::u16string& path, const std::vector<std::uint8_t>& bytes);
+void putFolder(const std::u16string& path);
+
+// The bytes of a file; nothing when it is not there.
+std::optional<std::string> fileBytes(const std::u16string& path);
+
+// Sets the last-write time, in 100-nanosecond ticks since 1601. The file must exist.
+void setWriteTime(const std::u16string& path, std::uint64_t ticks);
+
+// File names (without folders) directly in the folder, sorted.
+std::vector<std::u16string> namesIn(const std::u16string& folder);
+
+}  // namespace quillmere::platform

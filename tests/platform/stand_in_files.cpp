@@ -1,0 +1,362 @@
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <map>
+#include <mutex>
+#include <set>
+#include <system_error>
+
+#include "platform/files.h"
+#include "platform/text.h"
+#include "stand_in.h"
+#include "stand_in_files.h"
+#include "stand_in_paths.h"
+
+namespace fs = std::filesystem;
+
+namespace quillmere::platform {
+namespace {
+
+constexpr std::uint32_t kAttributeArchive = 0x20;
+constexpr std::uint64_t kTicksPerSecond = 10'000'000;
+constexpr std::uint64_t kSecondsFrom1601To1970 = 11'644'473'600;
+
+// The time given to a file by the seam or a test, which counts as long as nobody else wrote to it.
+struct GivenTime {
+  std::uint64_t ticks = 0;
+  fs::file_time_type realTime;
+};
+
+// What the temporary folder's own file system does not keep. Probe threads ask for attributes.
+struct FileBooks {
+  std::mutex mutex;
+  std::set<fs::path> readOnly;
+  std::map<fs::path, OtherUse> otherUses;
+  std::map<fs::path, GivenTime> times;
+  std::uint64_t lastTicks = 0;
+};
+
+FileBooks& books() {
+  static FileBooks instance;
+  return instance;
+}
+
+bool isReadOnly(const fs::path& path) {
+  const std::lock_guard lock(books().mutex);
+  return books().readOnly.contains(path);
+}
+
+OtherUse otherUseOf(const fs::path& path) {
+  const std::lock_guard lock(books().mutex);
+  const auto entry = books().otherUses.find(path);
+  return entry == books().otherUses.end() ? OtherUse::Nobody : entry->second;
+}
+
+std::uint64_t ticksOf(std::chrono::system_clock::time_point time) {
+  using Ticks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
+  const auto since1970 = std::chrono::duration_cast<Ticks>(time.time_since_epoch()).count();
+  return static_cast<std::uint64_t>(since1970) + kSecondsFrom1601To1970 * kTicksPerSecond;
+}
+
+std::uint64_t realTicks(fs::file_time_type time) {
+  const auto onSystemClock = std::chrono::file_clock::to_sys(time);
+  return ticksOf(std::chrono::time_point_cast<std::chrono::system_clock::duration>(onSystemClock));
+}
+
+void giveTime(const fs::path& path, std::uint64_t ticks) {
+  std::error_code error;
+  const fs::file_time_type realTime = fs::last_write_time(path, error);
+  const std::lock_guard lock(books().mutex);
+  books().times[path] = {ticks, realTime};
+}
+
+// Every write through the seam gets a later time than the one before.
+void giveCurrentTime(const fs::path& path) {
+  std::uint64_t ticks = ticksOf(std::chrono::system_clock::now());
+  {
+    const std::lock_guard lock(books().mutex);
+    ticks = std::max(ticks, books().lastTicks + 1);
+    books().lastTicks = ticks;
+  }
+  giveTime(path, ticks);
+}
+
+std::uint64_t writeTimeOf(const fs::path& path) {
+  std::error_code error;
+  const fs::file_time_type realTime = fs::last_write_time(path, error);
+  const std::lock_guard lock(books().mutex);
+  const auto given = books().times.find(path);
+  if (given != books().times.end() && given->second.realTime == realTime) {
+    return given->second.ticks;
+  }
+  return realTicks(realTime);
+}
+
+void forgetPath(const fs::path& path) {
+  const std::lock_guard lock(books().mutex);
+  books().readOnly.erase(path);
+  books().times.erase(path);
+}
+
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+File openReal(const fs::path& path, bool forWriting) {
+#ifdef _WIN32
+  return File(_wfopen(path.c_str(), forWriting ? L"wb" : L"rb"));
+#else
+  return File(std::fopen(path.c_str(), forWriting ? "wb" : "rb"));
+#endif
+}
+
+std::optional<std::vector<std::uint8_t>> readReal(const fs::path& path) {
+  const File file = openReal(path, false);
+  if (!file) return std::nullopt;
+  std::vector<std::uint8_t> bytes;
+  std::uint8_t part[65536];
+  std::size_t got = 0;
+  while ((got = std::fread(part, 1, sizeof part, file.get())) > 0) {
+    bytes.insert(bytes.end(), part, part + got);
+  }
+  return bytes;
+}
+
+bool writeReal(const fs::path& path, const void* bytes, std::uint64_t size) {
+  const File file = openReal(path, true);
+  if (!file) return false;
+  return size == 0 || std::fwrite(bytes, 1, size, file.get()) == size;
+}
+
+bool fitsOnDisk(std::uint64_t size, std::uint64_t& written) {
+  std::optional<std::uint64_t>& free = standIn().diskFree;
+  written = free ? std::min(*free, size) : size;
+  if (free) *free -= written;
+  return written == size;
+}
+
+// Writes as far as the disk has room, with the stream's owner made first where it is missing.
+bool writeFound(const FoundPath& found, const void* bytes, std::uint64_t size) {
+  std::error_code error;
+  if (found.owner != found.real && !fs::exists(found.owner, error)) {
+    if (!writeReal(found.owner, nullptr, 0)) return false;
+  }
+  std::uint64_t written = 0;
+  const bool fits = fitsOnDisk(size, written);
+  const bool done = writeReal(found.real, bytes, written);
+  giveCurrentTime(found.real);
+  if (found.owner != found.real) giveCurrentTime(found.owner);
+  return done && fits;
+}
+
+bool canBeWritten(const FoundPath& found) {
+  if (found.error != 0 && found.error != kErrorFileNotFound) return false;
+  return !found.folder && !isReadOnly(found.owner) && otherUseOf(found.real) == OtherUse::Nobody;
+}
+
+void removeWithStreams(const fs::path& path) {
+  std::error_code ignored;
+  for (const fs::path& stream : streamsOf(path)) fs::remove(stream, ignored);
+  fs::remove(path, ignored);
+  forgetPath(path);
+}
+
+// Renames over whatever has the name, with everything that belongs to the file.
+bool moveWithStreams(const fs::path& from, const fs::path& to) {
+  const bool readOnly = isReadOnly(from);
+  const std::uint64_t ticks = writeTimeOf(from);
+  const std::vector<fs::path> streams = streamsOf(from);
+  removeWithStreams(to);
+  std::error_code error;
+  fs::rename(from, to, error);
+  if (error) return false;
+  for (const fs::path& stream : streams) {
+    fs::rename(stream, renamedStream(stream, from, to), error);
+  }
+  forgetPath(from);
+  giveTime(to, ticks);
+  const std::lock_guard lock(books().mutex);
+  if (readOnly) books().readOnly.insert(to);
+  return true;
+}
+
+}  // namespace
+
+void resetFileBooks() {
+  const std::lock_guard lock(books().mutex);
+  books().readOnly.clear();
+  books().otherUses.clear();
+  books().times.clear();
+}
+
+std::optional<std::string> readForProfile(const std::u16string& path) {
+  const FoundPath found = findPath(path);
+  if (!found.exists || found.folder || otherUseOf(found.real) == OtherUse::Exclusive) {
+    return std::nullopt;
+  }
+  const auto bytes = readReal(found.real);
+  if (!bytes) return std::nullopt;
+  return std::string(bytes->begin(), bytes->end());
+}
+
+AttributeQuery queryAttributes(const std::u16string& path) {
+  const FoundPath found = findPath(path);
+  if (!found.exists) return {kInvalidAttributes, found.error};
+  std::uint32_t attributes = found.folder ? kAttributeFolder : kAttributeArchive;
+  if (isReadOnly(found.owner)) attributes |= kAttributeReadOnly;
+  return {attributes, kErrorNone};
+}
+
+bool fileExists(const std::u16string& path) {
+  return queryAttributes(path).attributes != kInvalidAttributes;
+}
+
+std::optional<FileStamp> fileStamp(const std::u16string& path) {
+  const FoundPath found = findPath(path);
+  if (!found.exists) return std::nullopt;
+  FileStamp stamp;
+  std::error_code error;
+  if (!found.folder) stamp.size = fs::file_size(found.real, error);
+  stamp.writeTime = writeTimeOf(found.real);
+  return stamp;
+}
+
+bool setReadOnly(const std::u16string& path, bool readOnly) {
+  const FoundPath found = findPath(path);
+  if (!found.exists) return false;
+  const std::lock_guard lock(books().mutex);
+  if (readOnly) {
+    books().readOnly.insert(found.owner);
+  } else {
+    books().readOnly.erase(found.owner);
+  }
+  return true;
+}
+
+std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& path,
+                                                        std::uint64_t maximumSize) {
+  const FoundPath found = findPath(path);
+  if (!found.exists || found.folder || otherUseOf(found.real) == OtherUse::Exclusive) {
+    return std::nullopt;
+  }
+  auto bytes = readReal(found.real);
+  if (!bytes || bytes->empty() || bytes->size() > maximumSize) return std::nullopt;
+  return bytes;
+}
+
+std::optional<std::vector<std::uint8_t>> readFileHead(const std::u16string& path,
+                                                      std::uint64_t maximumSize) {
+  const FoundPath found = findPath(path);
+  if (!found.exists || found.folder || otherUseOf(found.real) != OtherUse::Nobody) {
+    return std::nullopt;
+  }
+  auto bytes = readReal(found.real);
+  if (bytes && bytes->size() > maximumSize) bytes->resize(static_cast<std::size_t>(maximumSize));
+  return bytes;
+}
+
+bool writeFile(const std::u16string& path, const void* bytes, std::uint64_t size) {
+  const FoundPath found = findPath(path);
+  return canBeWritten(found) && writeFound(found, bytes, size);
+}
+
+bool createNewFile(const std::u16string& path, const void* bytes, std::uint64_t size) {
+  const FoundPath found = findPath(path);
+  return !found.exists && canBeWritten(found) && writeFound(found, bytes, size);
+}
+
+bool deleteFile(const std::u16string& path) {
+  const FoundPath found = findPath(path);
+  if (!found.exists || found.folder || isReadOnly(found.owner)) return false;
+  if (otherUseOf(found.real) == OtherUse::Exclusive) return false;
+  if (found.owner != found.real) {
+    std::error_code error;
+    return fs::remove(found.real, error);
+  }
+  removeWithStreams(found.real);
+  return true;
+}
+
+bool replaceFile(const std::u16string& source, const std::u16string& target) {
+  const FoundPath from = findPath(source);
+  const FoundPath to = findPath(target);
+  if (!from.exists || otherUseOf(from.real) == OtherUse::Exclusive) return false;
+  if (to.error != 0 && to.error != kErrorFileNotFound) return false;
+  if (from.volume != to.volume) return false;
+  if (from.real == to.real) return true;
+  if (to.folder || isReadOnly(to.real)) return false;
+  if (otherUseOf(to.real) == OtherUse::Exclusive) return false;
+  return moveWithStreams(from.real, to.real);
+}
+
+bool createFolder(const std::u16string& path) {
+  const FoundPath found = findPath(path);
+  if (found.exists) return found.folder;
+  if (found.error != kErrorFileNotFound) return false;
+  std::error_code error;
+  return fs::create_directory(found.real, error);
+}
+
+std::u16string localAppDataFolder() {
+  return standIn().localAppDataFolder;
+}
+
+std::u16string desktopFolder() {
+  return standIn().desktopFolder;
+}
+
+std::u16string temporaryFolder() {
+  return standIn().temporaryFolder;
+}
+
+void setOtherUse(const std::u16string& path, OtherUse use) {
+  const std::lock_guard lock(books().mutex);
+  books().otherUses[findPathUnscripted(path).real] = use;
+}
+
+fs::path realPath(const std::u16string& path) {
+  return findPathUnscripted(path).real;
+}
+
+std::string realPathUtf8(const std::u16string& path) {
+  return toUtf8(unitsOf(realPath(path)));
+}
+
+void putFile(const std::u16string& path, std::string_view bytes) {
+  const FoundPath found = findPathUnscripted(path);
+  fs::create_directories(found.real.parent_path());
+  if (found.owner != found.real && !fs::exists(found.owner)) writeReal(found.owner, nullptr, 0);
+  writeReal(found.real, bytes.data(), bytes.size());
+  giveCurrentTime(found.real);
+}
+
+void putFile(const std::u16string& path, const std::vector<std::uint8_t>& bytes) {
+  putFile(path, std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
+}
+
+void putFolder(const std::u16string& path) {
+  fs::create_directories(realPath(path));
+}
+
+std::optional<std::string> fileBytes(const std::u16string& path) {
+  const auto bytes = readReal(realPath(path));
+  if (!bytes) return std::nullopt;
+  return std::string(bytes->begin(), bytes->end());
+}
+
+void setWriteTime(const std::u16string& path, std::uint64_t ticks) {
+  giveTime(realPath(path), ticks);
+}
+
+std::vector<std::u16string> namesIn(const std::u16string& folder) {
+  std::vector<std::u16string> names;
+  std::error_code error;
+  for (const fs::directory_entry& entry : fs::directory_iterator(realPath(folder), error)) {
+    if (!isStreamName(entry.path())) names.push_back(unitsOf(entry.path().filename()));
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+}  // namespace quillmere::platform

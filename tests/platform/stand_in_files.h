@@ -1,0 +1,14 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace quillmere::platform {
+
+// Forgets attributes, times and other users of files.
+void resetFileBooks();
+
+// All bytes of the file, none for an empty one; nothing when it cannot be read.
+std::optional<std::string> readForProfile(const std::u16string& path);
+
+}  // namespace quillmere::platform

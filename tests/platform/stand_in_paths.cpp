@@ -1,0 +1,287 @@
+#include "stand_in_paths.h"
+
+#include <algorithm>
+#include <condition_variable>
+#include <map>
+#include <mutex>
+#include <random>
+#include <system_error>
+
+#include "platform/files.h"
+#include "platform/text.h"
+#include "stand_in.h"
+
+namespace fs = std::filesystem;
+
+namespace quillmere::platform {
+namespace {
+
+constexpr std::uint32_t kErrorBadNetworkPath = 53;
+constexpr std::size_t kPathLimit = 260;  // units with the terminator
+// Stands between a file's name and its stream's in the temporary folder.
+constexpr char16_t kStreamMark = 0xA789;
+
+struct VolumeScript {
+  VolumeState state = VolumeState::Present;
+  std::uint32_t error = 0;
+};
+
+std::mutex volumeMutex;
+std::condition_variable volumeChanged;
+std::map<std::u16string, VolumeScript> volumeScripts;
+
+// One folder per process, removed when it ends.
+struct RootFolder {
+  fs::path path;
+  RootFolder() {
+    std::random_device random;
+    const std::string name =
+        "quillmere-" + std::to_string(random()) + "-" + std::to_string(random());
+    path = fs::temp_directory_path() / name;
+    fs::create_directories(path);
+  }
+  ~RootFolder() {
+    std::error_code ignored;
+    fs::remove_all(path, ignored);
+  }
+  RootFolder(const RootFolder&) = delete;
+  RootFolder& operator=(const RootFolder&) = delete;
+};
+
+const fs::path& rootFolder() {
+  static const RootFolder root;
+  return root.path;
+}
+
+bool isSeparator(char16_t unit) {
+  return unit == u'\\' || unit == u'/';
+}
+
+std::vector<std::u16string> splitAtSeparators(const std::u16string& text) {
+  std::vector<std::u16string> parts(1);
+  for (const char16_t unit : text) {
+    if (isSeparator(unit)) {
+      parts.emplace_back();
+    } else {
+      parts.back() += unit;
+    }
+  }
+  std::erase(parts, std::u16string());
+  return parts;
+}
+
+bool isValidName(const std::u16string& name) {
+  return std::none_of(name.begin(), name.end(), [](char16_t unit) {
+    return unit < 0x20 || std::u16string_view(u"<>\"|?*:").find(unit) != std::u16string_view::npos;
+  });
+}
+
+// Takes the volume from the front of `parts`; what comes without one lies on C:.
+std::u16string takeVolume(const std::u16string& path, std::vector<std::u16string>& parts) {
+  const bool network = path.size() >= 2 && isSeparator(path[0]) && isSeparator(path[1]);
+  if (network) {
+    const std::size_t taken = std::min<std::size_t>(parts.size(), 2);
+    std::u16string volume = u"\\";
+    for (std::size_t n = 0; n < taken; ++n) volume += u"\\" + toLower(parts[n]);
+    parts.erase(parts.begin(), parts.begin() + static_cast<std::ptrdiff_t>(taken));
+    return volume;
+  }
+  if (!parts.empty() && parts[0].size() >= 2 && parts[0][1] == u':') {
+    const std::u16string volume = toLower(parts[0].substr(0, 2));
+    parts[0].erase(0, 2);
+    std::erase(parts, std::u16string());
+    return volume;
+  }
+  return u"c:";
+}
+
+void dropDotComponents(std::vector<std::u16string>& parts) {
+  std::vector<std::u16string> kept;
+  for (std::u16string& part : parts) {
+    if (part == u"..") {
+      if (!kept.empty()) kept.pop_back();
+    } else if (part != u".") {
+      kept.push_back(std::move(part));
+    }
+  }
+  parts = std::move(kept);
+}
+
+// The system drops blanks and dots behind the last name.
+void trimLastComponent(std::vector<std::u16string>& parts) {
+  if (parts.empty()) return;
+  std::u16string& last = parts.back();
+  while (!last.empty() && (last.back() == u' ' || last.back() == u'.')) last.pop_back();
+  if (last.empty()) parts.pop_back();
+}
+
+fs::path volumeFolder(const std::u16string& volume) {
+  if (volume.size() == 2 && volume[1] == u':') {
+    return rootFolder() / nativeName(volume.substr(0, 1));
+  }
+  fs::path folder = rootFolder() / "network";
+  for (const std::u16string& part : splitAtSeparators(volume)) folder /= nativeName(part);
+  return folder;
+}
+
+// The entry of `folder` with that name ignoring case, otherwise the name as given.
+fs::path findEntry(const fs::path& folder, const std::u16string& name) {
+  std::error_code error;
+  const fs::path exact = folder / nativeName(name);
+  if (fs::exists(exact, error)) return exact;
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
+    if (equalIgnoringCase(unitsOf(entry.path().filename()), name)) return entry.path();
+  }
+  return exact;
+}
+
+void describe(FoundPath& found) {
+  std::error_code error;
+  const fs::file_status status = fs::status(found.real, error);
+  found.exists = fs::exists(status);
+  found.folder = fs::is_directory(status);
+  if (found.exists) return;
+  const bool parentThere = fs::is_directory(found.real.parent_path(), error);
+  found.error = parentThere ? kErrorFileNotFound : kErrorPathNotFound;
+}
+
+FoundPath locate(const ParsedPath& parsed) {
+  FoundPath found;
+  found.volume = parsed.volume;
+  found.error = parsed.error;
+  found.real = volumeFolder(parsed.volume);
+  for (const std::u16string& component : parsed.components) {
+    found.real = findEntry(found.real, component);
+  }
+  found.owner = found.real;
+  if (!parsed.stream.empty()) {
+    const std::u16string name = unitsOf(found.real.filename()) + kStreamMark + parsed.stream;
+    found.real = findEntry(found.real.parent_path(), name);
+  }
+  if (found.error == 0) describe(found);
+  return found;
+}
+
+// Waits while the volume is silent. The error with which it fails; 0 when it answers.
+std::uint32_t awaitVolume(const std::u16string& volume) {
+  std::unique_lock lock(volumeMutex);
+  const auto script = [&] {
+    const auto entry = volumeScripts.find(volume);
+    if (entry != volumeScripts.end()) return entry->second;
+    if (volume == u"c:") return VolumeScript{};
+    const bool network = volume.starts_with(u"\\\\");
+    return VolumeScript{VolumeState::Failing, network ? kErrorBadNetworkPath : kErrorPathNotFound};
+  };
+  volumeChanged.wait(lock, [&] { return script().state != VolumeState::Silent; });
+  const VolumeScript now = script();
+  return now.state == VolumeState::Failing ? now.error : 0;
+}
+
+}  // namespace
+
+fs::path nativeName(const std::u16string& name) {
+  if constexpr (sizeof(fs::path::value_type) == sizeof(char16_t)) {
+    return fs::path(fs::path::string_type(name.begin(), name.end()));
+  } else {
+    const std::string bytes = toUtf8(name);
+    return fs::path(fs::path::string_type(bytes.begin(), bytes.end()));
+  }
+}
+
+std::u16string unitsOf(const fs::path& path) {
+  if constexpr (sizeof(fs::path::value_type) == sizeof(char16_t)) {
+    return std::u16string(path.native().begin(), path.native().end());
+  } else {
+    return fromUtf8(std::string(path.native().begin(), path.native().end()));
+  }
+}
+
+ParsedPath parsePath(const std::u16string& path) {
+  ParsedPath parsed;
+  if (path.empty()) parsed.error = kErrorPathNotFound;
+  parsed.components = splitAtSeparators(path);
+  parsed.volume = takeVolume(path, parsed.components);
+  dropDotComponents(parsed.components);
+  if (!parsed.components.empty()) {
+    std::u16string& last = parsed.components.back();
+    const std::size_t colon = last.find(u':');
+    if (colon != std::u16string::npos && colon > 0) {
+      parsed.stream = last.substr(colon + 1);
+      last.erase(colon);
+    }
+  }
+  trimLastComponent(parsed.components);
+  for (const std::u16string& component : parsed.components) {
+    if (!isValidName(component)) parsed.error = kErrorInvalidName;
+  }
+  return parsed;
+}
+
+FoundPath findPath(const std::u16string& path) {
+  ParsedPath parsed = parsePath(path);
+  if (path.size() >= kPathLimit) parsed.error = kErrorPathNotFound;
+  if (parsed.error == 0) parsed.error = awaitVolume(parsed.volume);
+  return locate(parsed);
+}
+
+FoundPath findPathUnscripted(const std::u16string& path) {
+  return locate(parsePath(path));
+}
+
+std::vector<fs::path> streamsOf(const fs::path& owner) {
+  const std::u16string prefix = unitsOf(owner.filename()) + kStreamMark;
+  std::vector<fs::path> streams;
+  std::error_code error;
+  for (const fs::directory_entry& entry : fs::directory_iterator(owner.parent_path(), error)) {
+    if (unitsOf(entry.path().filename()).starts_with(prefix)) streams.push_back(entry.path());
+  }
+  return streams;
+}
+
+fs::path renamedStream(const fs::path& stream, const fs::path& from, const fs::path& to) {
+  const std::u16string name = unitsOf(stream.filename());
+  const std::size_t ownerLength = unitsOf(from.filename()).size();
+  return to.parent_path() / nativeName(unitsOf(to.filename()) + name.substr(ownerLength));
+}
+
+bool isStreamName(const fs::path& name) {
+  return unitsOf(name.filename()).find(kStreamMark) != std::u16string::npos;
+}
+
+void setVolume(const std::u16string& volume, VolumeState state, std::uint32_t error) {
+  {
+    const std::lock_guard lock(volumeMutex);
+    volumeScripts[toLower(volume)] = {state, error};
+  }
+  if (state == VolumeState::Present) {
+    std::error_code ignored;
+    fs::create_directories(volumeFolder(toLower(volume)), ignored);
+  }
+  volumeChanged.notify_all();
+}
+
+void releaseSilentVolumes() {
+  {
+    const std::lock_guard lock(volumeMutex);
+    for (auto& [volume, script] : volumeScripts) {
+      if (script.state == VolumeState::Silent) {
+        script = {VolumeState::Failing, kErrorBadNetworkPath};
+      }
+    }
+  }
+  volumeChanged.notify_all();
+}
+
+void resetVolumes() {
+  {
+    const std::lock_guard lock(volumeMutex);
+    volumeScripts.clear();
+  }
+  std::error_code ignored;
+  for (const fs::directory_entry& entry : fs::directory_iterator(rootFolder(), ignored)) {
+    fs::remove_all(entry.path(), ignored);
+  }
+  fs::create_directories(volumeFolder(u"c:"), ignored);
+}
+
+}  // namespace quillmere::platform

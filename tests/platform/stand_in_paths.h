@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+// Where Windows paths lie in the temporary folder of the tests.
+namespace quillmere::platform {
+
+inline constexpr std::uint32_t kErrorInvalidName = 123;
+
+// A Windows path taken apart.
+struct ParsedPath {
+  std::u16string volume;                   // lower case, such as "c:" or "\\\\server\\share"
+  std::vector<std::u16string> components;  // without "." and ".."
+  std::u16string stream;                   // name of the alternate stream, usually empty
+  std::uint32_t error = 0;                 // why the path names nothing
+};
+ParsedPath parsePath(const std::u16string& path);
+
+// A path found in the temporary folder.
+struct FoundPath {
+  std::filesystem::path real;   // for a stream: the file that stands for it
+  std::filesystem::path owner;  // for a stream: the file it belongs to; otherwise as `real`
+  std::u16string volume;
+  bool exists = false;
+  bool folder = false;
+  // 0 when it exists; otherwise what the system says, kErrorFileNotFound when it could be made.
+  std::uint32_t error = 0;
+};
+
+// As the logic's calls find it: obeys the limit of path lengths and the volume's script.
+FoundPath findPath(const std::u16string& path);
+
+// As the tests find it, without either.
+FoundPath findPathUnscripted(const std::u16string& path);
+
+// Files that stand for the alternate streams of `owner`.
+std::vector<std::filesystem::path> streamsOf(const std::filesystem::path& owner);
+// The file that stands for the same stream once `from` is called `to`.
+std::filesystem::path renamedStream(const std::filesystem::path& stream,
+                                    const std::filesystem::path& from,
+                                    const std::filesystem::path& to);
+bool isStreamName(const std::filesystem::path& name);
+
+// Path and name conversions that hold on both systems the tests run on.
+std::filesystem::path nativeName(const std::u16string& name);
+std::u16string unitsOf(const std::filesystem::path& path);
+
+// Lets calls that wait for a silent volume go on and fail.
+void releaseSilentVolumes();
+
+// Empties the temporary folder and forgets the volumes' scripts.
+void resetVolumes();
+
+}  // namespace quillmere::platform

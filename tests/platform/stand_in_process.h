@@ -1,0 +1,8 @@
+#pragma once
+
+namespace quillmere::platform {
+
+// Forgets the time that sleeps have added to the clock.
+void resetClock();
+
+}  // namespace quillmere::platform

@@ -1,0 +1,31 @@
+#include "platform/shell.h"
+#include "platform/text.h"
+#include "stand_in.h"
+
+namespace quillmere::platform {
+
+std::optional<std::u16string> readUserRegistryText(const std::u16string& key,
+                                                   const std::u16string& name) {
+  for (const auto& [place, text] : standIn().registry) {
+    if (equalIgnoringCase(place.first, key) && equalIgnoringCase(place.second, name)) return text;
+  }
+  return std::nullopt;
+}
+
+std::u16string packageIdentity() {
+  return standIn().packageIdentity;
+}
+
+std::u16string effectiveDefaultHandler(const std::u16string& extension) {
+  const auto handler = standIn().defaultHandlers.find(extension);
+  return handler == standIn().defaultHandlers.end() ? std::u16string() : handler->second;
+}
+
+bool createShortcut(const Shortcut& shortcut) {
+  standIn().shortcuts.push_back(shortcut);
+  if (!standIn().shortcutResult) return false;
+  const char marker[] = "L";
+  return writeFile(shortcut.path, marker, 1);
+}
+
+}  // namespace quillmere::platform
