@@ -47,6 +47,9 @@ void refreshCursor();
 void captureMouse();
 void releaseMouse();
 void focusMainWindow();
+// Gives the keyboard to the tree of a panel.
+void focusNavigationTree();
+void focusBinderTree();
 
 // Posts the message that rebuilds the binder tree once the current message is done.
 void postBinderTreeRebuild();

@@ -1,0 +1,13 @@
+#pragma once
+
+namespace quillmere::platform {
+
+// A zeroed record of the kind that carries its own size in `cbSize`.
+template <typename Record>
+Record sized() {
+  Record record{};
+  record.cbSize = sizeof(Record);
+  return record;
+}
+
+}  // namespace quillmere::platform

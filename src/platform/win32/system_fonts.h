@@ -1,0 +1,13 @@
+#pragma once
+
+#include <windows.h>
+
+namespace quillmere::platform {
+
+// The system's fonts for a screen of `dpi` pixels an inch. The caller owns the result, which is
+// null when the system does not tell.
+HFONT createMessageFont(int dpi);
+// The menu font, its height multiplied by 4 / 3, underlined.
+HFONT createPlaceholderFont(int dpi);
+
+}  // namespace quillmere::platform

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <windows.h>
+
+namespace quillmere::platform {
+
+// Modeless dialogs in the order in which the message loop asks them.
+enum class ModelessDialog { Settings, Shortcuts, About, SecurityInfo, AddText, MarkUp };
+inline constexpr int kModelessDialogCount = 6;
+
+// The windows of this process; null before they are made and after they are gone. The main window
+// owns its children.
+struct WindowHandles {
+  HWND main = nullptr;
+  HACCEL accelerators = nullptr;
+  HWND statusBar = nullptr;
+  HWND zoomSlider = nullptr;
+  HWND findBar = nullptr;
+  HWND stampPanel = nullptr;
+  HWND bookmarksHeader = nullptr;
+  HWND bookmarksTree = nullptr;
+  HWND binderHeader = nullptr;
+  HWND binderTree = nullptr;
+  HFONT headerFont = nullptr;  // of the panel headers; owned by the main window
+  HWND dialogs[kModelessDialogCount] = {};
+};
+
+extern WindowHandles windowHandles;
+
+}  // namespace quillmere::platform

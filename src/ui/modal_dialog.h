@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+
+struct HWND__;
+struct HFONT__;
+
+// Small dialogs made by hand: plain windows with child controls that run a modal loop of their own.
+namespace quillmere {
+
+// A dialog while it is open, and the guard against opening it twice.
+struct ModalDialog {
+  HWND__* window = nullptr;  // null when it is closed
+  HWND__* owner = nullptr;   // the window that it disables
+  HFONT__* font = nullptr;   // of its controls; owned
+  std::int32_t result = 0;   // starts at the value that means cancel
+};
+
+// What a dialog is made of.
+struct ModalDialogDesign {
+  const wchar_t* className = nullptr;
+  const wchar_t* title = nullptr;
+  int clientWidth = 0;   // pixels
+  int clientHeight = 0;  // pixels
+  std::int32_t cancelResult = 0;
+
+  // Makes the controls as children of `dialog.window` and returns the one that gets the focus.
+  HWND__* (*createControls)(ModalDialog& dialog, void* context) = nullptr;
+  // Handles a command from a control, and says so by true; a choice ends with endModalDialog. Null
+  // when Cancel is all there is.
+  bool (*handleCommand)(ModalDialog& dialog, std::uint16_t id, std::uint16_t notification,
+                        void* context) = nullptr;
+  void* context = nullptr;
+};
+
+// Shows the dialog and blocks until it is closed; the result is what it was ended with. While it is
+// open already, and when Windows refuses, the cancel value comes back at once.
+std::int32_t runModalDialog(ModalDialog& dialog, const ModalDialogDesign& design, HWND__* owner);
+
+// Stores the result and asks the dialog to close once the present message is done.
+void endModalDialog(ModalDialog& dialog, std::int32_t result);
+
+}  // namespace quillmere

@@ -1,0 +1,162 @@
+#include <windows.h>
+
+#include "core/session.h"
+#include "platform/win32/sized.h"
+#include "platform/win32/system_fonts.h"
+#include "ui/modal_dialog.h"
+
+namespace quillmere {
+
+namespace {
+
+constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU;
+constexpr DWORD kExtendedStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
+
+struct OpenDialog {
+  ModalDialog& dialog;
+  const ModalDialogDesign& design;
+};
+
+OpenDialog* openDialogOf(HWND window) {
+  return reinterpret_cast<OpenDialog*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+}
+
+// The owner is enabled before the dialog goes, so that Windows does not activate another program.
+void closeDialog(ModalDialog& dialog) {
+  EnableWindow(dialog.owner, TRUE);
+  DestroyWindow(dialog.window);
+}
+
+void forgetWindow(ModalDialog& dialog) {
+  DeleteObject(dialog.font);
+  dialog.font = nullptr;
+  SetForegroundWindow(dialog.owner);
+  dialog.window = nullptr;
+}
+
+LRESULT handleCommand(OpenDialog& open, WPARAM wParam) {
+  const WORD id = LOWORD(wParam);
+  const auto handle = open.design.handleCommand;
+  if (handle != nullptr && handle(open.dialog, id, HIWORD(wParam), open.design.context)) return 0;
+  if (id == IDCANCEL) endModalDialog(open.dialog, open.design.cancelResult);
+  return 0;
+}
+
+LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_NCCREATE) {
+    const auto* create = reinterpret_cast<const CREATESTRUCTW*>(lParam);
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(create->lpCreateParams));
+    return DefWindowProcW(window, message, wParam, lParam);
+  }
+  OpenDialog* open = openDialogOf(window);
+  if (open == nullptr) return DefWindowProcW(window, message, wParam, lParam);
+  switch (message) {
+    case WM_COMMAND:
+      return handleCommand(*open, wParam);
+    case WM_CLOSE:
+      closeDialog(open->dialog);
+      return 0;
+    case WM_DESTROY:
+      forgetWindow(open->dialog);
+      return 0;
+    case WM_CTLCOLORSTATIC:
+      SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
+      return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));
+    default:
+      return DefWindowProcW(window, message, wParam, lParam);
+  }
+}
+
+void registerClassOnce(const wchar_t* className) {
+  auto existing = platform::sized<WNDCLASSEXW>();
+  const HINSTANCE instance = GetModuleHandleW(nullptr);
+  if (GetClassInfoExW(instance, className, &existing)) return;
+  auto description = platform::sized<WNDCLASSEXW>();
+  description.lpfnWndProc = dialogProcedure;
+  description.hInstance = instance;
+  description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+  description.lpszClassName = className;
+  RegisterClassExW(&description);
+}
+
+// Outer size for the client size, centred on the owner.
+RECT placeDialog(const ModalDialogDesign& design, HWND owner) {
+  RECT size{0, 0, design.clientWidth, design.clientHeight};
+  AdjustWindowRectEx(&size, kStyle, FALSE, kExtendedStyle);
+  const LONG width = size.right - size.left;
+  const LONG height = size.bottom - size.top;
+  RECT around{};
+  GetWindowRect(owner, &around);
+  const LONG left = around.left + (around.right - around.left - width) / 2;
+  const LONG top = around.top + (around.bottom - around.top - height) / 2;
+  return {left, top, left + width, top + height};
+}
+
+BOOL CALLBACK giveFont(HWND control, LPARAM font) {
+  SendMessageW(control, WM_SETFONT, static_cast<WPARAM>(font), TRUE);
+  return TRUE;
+}
+
+bool createDialogWindow(OpenDialog& open, HWND owner) {
+  const ModalDialogDesign& design = open.design;
+  registerClassOnce(design.className);
+  const RECT place = placeDialog(design, owner);
+  open.dialog.owner = owner;
+  open.dialog.window =
+      CreateWindowExW(kExtendedStyle, design.className, design.title, kStyle, place.left, place.top,
+                      place.right - place.left, place.bottom - place.top, owner, nullptr,
+                      GetModuleHandleW(nullptr), &open);
+  return open.dialog.window != nullptr;
+}
+
+void showControls(OpenDialog& open) {
+  ModalDialog& dialog = open.dialog;
+  dialog.font = platform::createMessageFont(session.dpi);
+  const HWND focused = open.design.createControls(dialog, open.design.context);
+  EnumChildWindows(dialog.window, giveFont, reinterpret_cast<LPARAM>(dialog.font));
+  EnableWindow(dialog.owner, FALSE);
+  ShowWindow(dialog.window, SW_SHOW);
+  UpdateWindow(dialog.window);
+  SetFocus(focused);
+}
+
+// Until the window has gone. A request to quit belongs to the main loop and is handed on.
+void runLoop(ModalDialog& dialog) {
+  MSG message{};
+  while (dialog.window != nullptr) {
+    if (GetMessageW(&message, nullptr, 0, 0) <= 0) {
+      closeDialog(dialog);
+      PostQuitMessage(static_cast<int>(message.wParam));
+      return;
+    }
+    if (IsDialogMessageW(dialog.window, &message)) continue;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+}
+
+}  // namespace
+
+std::int32_t runModalDialog(ModalDialog& dialog, const ModalDialogDesign& design, HWND owner) {
+  if (dialog.window != nullptr) return design.cancelResult;
+  dialog = ModalDialog{};
+  dialog.result = design.cancelResult;
+  OpenDialog open{dialog, design};
+  if (!createDialogWindow(open, owner)) {
+    dialog = ModalDialog{};
+    return design.cancelResult;
+  }
+  showControls(open);
+  runLoop(dialog);
+  const std::int32_t result = dialog.result;
+  dialog = ModalDialog{};
+  return result;
+}
+
+void endModalDialog(ModalDialog& dialog, std::int32_t result) {
+  dialog.result = result;
+  PostMessageW(dialog.window, WM_CLOSE, 0, 0);
+}
+
+}  // namespace quillmere
