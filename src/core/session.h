@@ -17,6 +17,7 @@
 #include "store/app_settings.h"
 #include "store/binder.h"
 #include "store/shelf_entry.h"
+#include "view/input_state.h"
 #include "view/text_selection.h"
 
 namespace quillmere {
@@ -96,6 +97,7 @@ struct SessionState {
   float bookOverridePanX[2] = {0, 0};
   float bookOverridePanY[2] = {0, 0};
   std::int32_t bookOverrideZoomMode[2] = {kFitPage, kFitPage};
+  PaneRect bookOverridePane[2];  // where the panes were then; empty for one that was not shown
 
   bool navigationPanelVisible = false;
   bool binderPanelVisible = false;
@@ -117,11 +119,13 @@ struct SessionState {
 
   TextSelection selection;
   FindState find;
+  ViewInput input;
 
   // Files of documents that were read whole, which PDFium reads from as long as they are open.
   std::unordered_map<FPDF_DOCUMENT, std::vector<std::uint8_t>, Fnv1aPointerHash> documentKeptBuffer;
 
   AppSettings settings;
+  std::u16string latestVersion;     // newer than this one, as an update check found; empty before
   bool settingsFileSeeded = false;  // this process has tried to make the settings file
   bool restoringBinders = false;    // the list of loaded binders is not to be saved now
   std::u16string stampsFolder;      // with a trailing backslash; empty when there is no data folder

@@ -12,13 +12,13 @@ inline constexpr float kMaximumZoom = 5.0f;
 inline constexpr double kZoomStepIn = 1.18;
 inline constexpr double kZoomStepOut = 0.84745765;
 inline constexpr double kFitMarginFactor = 0.96;
-inline constexpr int kVerticalMargin = 8;        // pixels
-inline constexpr int kFitHeightAllowance = 16;   // pixels
-inline constexpr int kPanKeepVisible = 80;       // pixels
-inline constexpr int kDividerWidth = 2;          // pixels
-inline constexpr int kLeftSplitterWidth = 3;     // pixels
-inline constexpr int kStampSplitterWidth = 3;    // pixels
-inline constexpr int kFindBarHeight = 34;        // pixels
+inline constexpr int kVerticalMargin = 8;       // pixels
+inline constexpr int kFitHeightAllowance = 16;  // pixels
+inline constexpr int kPanKeepVisible = 80;      // pixels
+inline constexpr int kDividerWidth = 2;         // pixels
+inline constexpr int kLeftSplitterWidth = 3;    // pixels
+inline constexpr int kStampSplitterWidth = 3;   // pixels
+inline constexpr int kFindBarHeight = 34;       // pixels
 
 struct PageSize {
   double width = 0;   // points
@@ -46,7 +46,9 @@ int pageAreaBottom();
 // Top of that area: the bottom of the find bar.
 int pageAreaTop();
 
-// The pane's place in client pixels. Pane 1 has none in SinglePage.
+// False for pane 1 in SinglePage alone.
+bool paneShown(int pane);
+// The pane's place in client pixels; empty when it is not shown.
 PaneRect paneRect(int pane);
 // The pane under client x: 0, 1, or -1 over the left panel or the divider.
 int paneAt(int x);

@@ -9,4 +9,8 @@ void renderPane(int pane);
 // layoutPane with the top of the page showing, then renderPane.
 void layoutAndRender(int pane);
 
+// layoutAndRender of a pane that is shown. One that is not loses its bitmap, which is out of date;
+// whatever shows the pane again renders it.
+void refreshPicture(int pane);
+
 }  // namespace quillmere

@@ -1,8 +1,61 @@
 #pragma once
 
+#include <cstdint>
+#include <vector>
+
+#include "view/geometry.h"
+
+// The text selection of one pane's page. Places are client pixels unless said otherwise.
 namespace quillmere {
+
+// The text page's character at a place, within six pixels; -1 when there is none.
+std::int32_t charAtPoint(int pane, int x, int y);
 
 // Ends the text selection and repaints; without effect when there is none.
 void clearTextSelection();
+
+// A drag with the left button. It selects nothing until it has reached a second character.
+void startTextSelection(int pane, int x, int y);
+void moveTextSelection(int x, int y);
+void endTextSelection();
+
+// Selects the word at a place; without effect off a word.
+void selectWordAt(int pane, int x, int y);
+
+// Selects all of the pane's page.
+void selectAll(int pane);
+
+// True when text of this pane is selected.
+bool hasTextSelection(int pane);
+
+// Puts the selected text on the clipboard. Failure is silent.
+void copySelection();
+
+// Corners of a stretch of text in pixels from the pane's top left corner, in order around it.
+struct TextQuad {
+  PanePoint corner[4];
+};
+// Where `count` characters from `first` stand on the pane's page; empty without a text page.
+std::vector<TextQuad> textQuads(int pane, std::int32_t first, std::int32_t count);
+
+// An upright rectangle in pixels from the pane's top left corner.
+struct PaneBox {
+  double left = 0;
+  double top = 0;
+  double right = 0;
+  double bottom = 0;
+};
+// How opaque the system's highlight colour is painted over selected text.
+inline constexpr std::uint8_t kSelectionAlpha = 130;
+// What is painted over the pane's selected text; empty without a selection there.
+std::vector<PaneBox> selectionBoxes(int pane);
+
+// The cursor that text at a place asks for.
+enum class TextCursor {
+  None,      // no character there
+  Beam,      // the text runs along the screen
+  Sideways,  // it runs up or down
+};
+TextCursor textCursorAt(int pane, int x, int y);
 
 }  // namespace quillmere

@@ -1,11 +1,34 @@
 #pragma once
 
+#include <array>
+#include <string>
+
+#include "core/pane_rect.h"
+
 namespace quillmere {
+
+inline constexpr int kStatusPartCount = 4;
+inline constexpr int kVersionPart = 3;
 
 // Shows zoom, page and version of the session in the status bar.
 void refreshStatus();
 
+// Shows the version alone, with the newer one when it is known.
+void refreshVersionPart();
+
 // Shows in the title bar what is open.
 void refreshTitle();
+
+// What they show.
+std::u16string titleText();
+std::u16string statusZoomText();
+std::u16string statusPageText();  // tabs in front centre it in its part
+std::u16string versionText();
+
+// Right edges of the parts of a status bar `width` pixels wide; -1 for "to the end".
+std::array<int, kStatusPartCount> statusPartEdges(int width);
+
+// The zoom slider's place in a status bar `height` pixels high, from the bar's top left corner.
+PaneRect zoomSliderPlace(int height);
 
 }  // namespace quillmere

@@ -1,0 +1,161 @@
+#include "view/rotation.h"
+
+#include <fpdf_edit.h>
+
+#include <algorithm>
+
+#include "core/session.h"
+#include "core/text_format.h"
+#include "platform/main_window.h"
+#include "store/shelf.h"
+#include "view/geometry.h"
+#include "view/render.h"
+#include "view/status.h"
+
+namespace quillmere {
+
+namespace {
+
+constexpr std::uint32_t kQuarterTurnBits = 3;
+
+bool inTwoDocuments() {
+  return session.viewMode == ViewMode::TwoDocuments;
+}
+
+// Whether what is shown in `other` belongs to the document of `pane`.
+bool sameDocument(int pane, int other) {
+  return pane == other || !inTwoDocuments();
+}
+
+bool canRotate(int pane) {
+  return !session.viewerRole && session.panes[pane].page != nullptr;
+}
+
+void forgetJumps(int pane) {
+  for (int each = 0; each < 2; ++each) {
+    if (sameDocument(pane, each)) clearJumpHistories(each);
+  }
+}
+
+void announceRotation() {
+  refreshStatus();
+  platform::invalidateMainWindow(false);
+  noteDocumentChanged();
+}
+
+std::uint32_t turnsOf(const PageRotations& rotations, std::int32_t page) {
+  const auto entry = rotations.find(page);
+  return entry == rotations.end() ? 0 : entry->second & kQuarterTurnBits;
+}
+
+void turnPageInDocument(FPDF_DOCUMENT document, int index, std::uint32_t turns) {
+  const PageHandle page(FPDF_LoadPage(document, index));
+  if (!page) return;
+  const int own = FPDFPage_GetRotation(page.get());
+  FPDFPage_SetRotation(page.get(), (own + static_cast<int>(turns)) % 4);
+}
+
+// True when a page had turns to write, whether or not it could be loaded.
+bool writeTurns(int pane) {
+  const FPDF_DOCUMENT document = documentOf(pane);
+  if (document == nullptr) return false;
+  bool any = false;
+  const std::int32_t pageCount = pageCountOf(pane);
+  for (std::int32_t index = 0; index < pageCount; ++index) {
+    const std::uint32_t turns =
+        (turnsOf(pageRotationsOf(pane), index) + session.panes[pane].documentRotation) &
+        kQuarterTurnBits;
+    if (turns == 0) continue;
+    turnPageInDocument(document, index, turns);
+    any = true;
+  }
+  return any;
+}
+
+std::u16string viewRotationName(std::uint32_t turns) {
+  switch (turns) {
+    case 1:
+      return u"90\u00B0 clockwise";
+    case 2:
+      return u"180\u00B0";
+    default:
+      return u"270\u00B0 clockwise";
+  }
+}
+
+}  // namespace
+
+void rotateDocument(int pane) {
+  if (!canRotate(pane)) return;
+  const std::uint32_t turns = (session.panes[pane].documentRotation + 1) & kQuarterTurnBits;
+  for (int each = 0; each < 2; ++each) {
+    if (sameDocument(pane, each)) session.panes[each].documentRotation = turns;
+  }
+  forgetJumps(pane);
+  refreshPicture(pane);
+  const int other = 1 - pane;
+  if (sameDocument(pane, other) && session.panes[other].page) refreshPicture(other);
+  announceRotation();
+}
+
+void rotatePage(int pane) {
+  if (!canRotate(pane)) return;
+  const std::int32_t page = session.panes[pane].currentPage;
+  std::uint32_t& turns = pageRotationsOf(pane)[page];
+  turns = (turns + 1) & kQuarterTurnBits;
+  forgetJumps(pane);
+  for (int each = 0; each < 2; ++each) {
+    const PaneSlot& slot = session.panes[each];
+    if (sameDocument(pane, each) && slot.page && slot.currentPage == page) refreshPicture(each);
+  }
+  announceRotation();
+}
+
+void commitRotations(int pane) {
+  const bool documentTurned = (session.panes[pane].documentRotation & kQuarterTurnBits) != 0;
+  if (session.viewerRole || (!documentTurned && !anyPageRotationPending(pane))) return;
+  if (writeTurns(pane)) dirtyOf(pane) = true;
+  for (int each = 0; each < 2; ++each) {
+    if (sameDocument(pane, each)) session.panes[each].documentRotation = 0;
+  }
+  pageRotationsOf(pane).clear();
+  for (int each = 0; each < 2; ++each) {
+    PaneSlot& slot = session.panes[each];
+    if (sameDocument(pane, each) && slot.page) loadPane(each, slot.currentPage);
+  }
+  for (int each = 0; each < 2; ++each) {
+    if (sameDocument(pane, each) && session.panes[each].page) refreshPicture(each);
+  }
+  platform::invalidateMainWindow(false);
+}
+
+std::u16string rotationQuestion(int pane) {
+  const std::uint32_t turns = session.panes[pane].documentRotation & kQuarterTurnBits;
+  const PageRotations& rotations = pageRotationsOf(pane);
+  const std::int64_t pages = std::count_if(rotations.begin(), rotations.end(), [](const auto& e) {
+    return (e.second & kQuarterTurnBits) != 0;
+  });
+  if (turns == 0 && pages == 0) return {};
+  std::u16string view;
+  if (turns != 0) view = filled(u"  \u2022 View rotation: %s\n", {viewRotationName(turns)});
+  std::u16string single;
+  if (pages != 0) {
+    single = filled(u"  \u2022 %d page%s individually rotated\n",
+                    {decimal(pages), pages == 1 ? u"" : u"s"});
+  }
+  return filled(
+      u"This document has rotations that haven't been saved:\n%s%s\n"
+      u"Save these rotations to the file?",
+      {view, single});
+}
+
+platform::BoxAnswer confirmRotationSave(int pane) {
+  const std::u16string question = rotationQuestion(pane);
+  if (question.empty()) return platform::BoxAnswer::Yes;
+  const platform::BoxAnswer answer = platform::showMessageBox(
+      question, u"Save Rotation", platform::BoxButtons::YesNoCancel, platform::BoxIcon::Question);
+  if (answer == platform::BoxAnswer::Yes) commitRotations(pane);
+  return answer;
+}
+
+}  // namespace quillmere

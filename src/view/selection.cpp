@@ -1,0 +1,194 @@
+#include "view/selection.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <string>
+
+#include "core/session.h"
+#include "platform/clipboard.h"
+#include "platform/main_window.h"
+#include "platform/text.h"
+
+namespace quillmere {
+
+namespace {
+
+constexpr double kHitTolerance = 6;  // pixels
+constexpr char16_t kRightSingleQuote = 0x2019;
+
+struct TextRange {
+  std::int32_t first = 0;
+  std::int32_t count = 0;
+};
+
+bool bothEndsValid() {
+  return session.selection.anchorChar >= 0 && session.selection.endChar >= 0;
+}
+
+TextRange selectedRange() {
+  const TextSelection& selection = session.selection;
+  return {std::min(selection.anchorChar, selection.endChar),
+          std::abs(selection.endChar - selection.anchorChar) + 1};
+}
+
+FPDF_TEXTPAGE textPageOf(int pane) {
+  return session.panes[pane].textPage.get();
+}
+
+bool isWordCharacter(FPDF_TEXTPAGE textPage, std::int32_t index) {
+  const unsigned code = FPDFText_GetUnicode(textPage, index);
+  if (code > 0xFFFF) return false;
+  const char16_t unit = static_cast<char16_t>(code);
+  return unit == u'\'' || unit == u'-' || unit == u'_' || unit == kRightSingleQuote ||
+         platform::isLetterOrDigit(unit);
+}
+
+void select(int pane, std::int32_t first, std::int32_t last) {
+  TextSelection& selection = session.selection;
+  selection.active = true;
+  selection.dragging = false;
+  selection.pane = pane;
+  selection.anchorChar = first;
+  selection.endChar = last;
+  platform::invalidateMainWindow(false);
+}
+
+PaneBox boundingBox(const TextQuad& quad) {
+  const auto [left, right] = std::minmax({quad.corner[0].x, quad.corner[2].x});
+  const auto [top, bottom] = std::minmax({quad.corner[0].y, quad.corner[2].y});
+  return {left, top, right, bottom};
+}
+
+}  // namespace
+
+std::int32_t charAtPoint(int pane, int x, int y) {
+  const PaneSlot& slot = session.panes[pane];
+  if (!slot.page || !slot.textPage) return -1;
+  const PaneRect rect = paneRect(pane);
+  const PagePoint point = paneToPage(pane, x - rect.left, y - rect.top);
+  const double tolerance = kHitTolerance / slot.zoom;
+  const int index =
+      FPDFText_GetCharIndexAtPos(slot.textPage.get(), point.x, point.y, tolerance, tolerance);
+  return std::max(index, -1);
+}
+
+void clearTextSelection() {
+  TextSelection& selection = session.selection;
+  if (!selection.active && !selection.dragging) return;
+  selection.active = false;
+  selection.dragging = false;
+  selection.pane = -1;
+  selection.endChar = -1;
+  platform::invalidateMainWindow(false);
+}
+
+void startTextSelection(int pane, int x, int y) {
+  clearTextSelection();
+  if (!session.panes[pane].page) return;
+  TextSelection& selection = session.selection;
+  selection.anchorChar = charAtPoint(pane, x, y);
+  selection.dragging = true;
+  selection.pane = pane;
+  selection.endChar = selection.anchorChar;
+  platform::captureMouse();
+}
+
+void moveTextSelection(int x, int y) {
+  TextSelection& selection = session.selection;
+  if (!selection.dragging || !session.panes[selection.pane].page) return;
+  const std::int32_t hit = charAtPoint(selection.pane, x, y);
+  if (hit < 0) return;
+  if (selection.anchorChar < 0) selection.anchorChar = hit;
+  if (hit == selection.endChar) return;
+  selection.active = true;
+  selection.endChar = hit;
+  platform::invalidateMainWindow(false);
+}
+
+void endTextSelection() {
+  TextSelection& selection = session.selection;
+  if (!selection.dragging) return;
+  selection.dragging = false;
+  platform::releaseMouse();
+  if (selection.anchorChar >= 0 && selection.anchorChar != selection.endChar) {
+    platform::invalidateMainWindow(false);
+  } else {
+    clearTextSelection();
+  }
+}
+
+void selectWordAt(int pane, int x, int y) {
+  const FPDF_TEXTPAGE textPage = textPageOf(pane);
+  const std::int32_t hit = charAtPoint(pane, x, y);
+  if (hit < 0 || !isWordCharacter(textPage, hit)) return;
+  std::int32_t first = hit;
+  std::int32_t last = hit;
+  const std::int32_t count = FPDFText_CountChars(textPage);
+  while (first > 0 && isWordCharacter(textPage, first - 1)) --first;
+  while (last + 1 < count && isWordCharacter(textPage, last + 1)) ++last;
+  select(pane, first, last);
+}
+
+void selectAll(int pane) {
+  const FPDF_TEXTPAGE textPage = textPageOf(pane);
+  if (textPage == nullptr) return;
+  const int count = FPDFText_CountChars(textPage);
+  if (count > 0) select(pane, 0, count - 1);
+}
+
+bool hasTextSelection(int pane) {
+  const TextSelection& selection = session.selection;
+  return selection.active && selection.pane == pane && bothEndsValid();
+}
+
+void copySelection() {
+  const TextSelection& selection = session.selection;
+  if (!selection.active || !bothEndsValid()) return;
+  const FPDF_TEXTPAGE textPage = textPageOf(selection.pane);
+  if (textPage == nullptr) return;
+  const TextRange range = selectedRange();
+  std::vector<unsigned short> units(static_cast<std::size_t>(range.count) + 2);
+  const int written = FPDFText_GetText(textPage, range.first, range.count, units.data());
+  if (written <= 1) return;
+  platform::setClipboardText(std::u16string(units.begin(), units.begin() + written - 1));
+}
+
+std::vector<TextQuad> textQuads(int pane, std::int32_t first, std::int32_t count) {
+  std::vector<TextQuad> quads;
+  const FPDF_TEXTPAGE textPage = textPageOf(pane);
+  if (textPage == nullptr) return quads;
+  const int rectCount = FPDFText_CountRects(textPage, first, count);
+  for (int i = 0; i < rectCount; ++i) {
+    double left = 0;
+    double top = 0;
+    double right = 0;
+    double bottom = 0;
+    if (!FPDFText_GetRect(textPage, i, &left, &top, &right, &bottom)) continue;
+    quads.push_back({{pageToPane(pane, left, top), pageToPane(pane, right, top),
+                      pageToPane(pane, right, bottom), pageToPane(pane, left, bottom)}});
+  }
+  return quads;
+}
+
+std::vector<PaneBox> selectionBoxes(int pane) {
+  std::vector<PaneBox> boxes;
+  if (!hasTextSelection(pane)) return boxes;
+  const TextRange range = selectedRange();
+  for (const TextQuad& quad : textQuads(pane, range.first, range.count)) {
+    boxes.push_back(boundingBox(quad));
+  }
+  return boxes;
+}
+
+TextCursor textCursorAt(int pane, int x, int y) {
+  const std::int32_t hit = charAtPoint(pane, x, y);
+  if (hit < 0) return TextCursor::None;
+  FS_MATRIX matrix{};
+  if (!FPDFText_GetMatrix(textPageOf(pane), hit, &matrix)) return TextCursor::Beam;
+  const bool turnedByText = std::abs(matrix.a) < std::abs(matrix.b);
+  const bool turnedByPage = (pageRotationOf(pane) & 1) != 0;
+  return turnedByText == turnedByPage ? TextCursor::Beam : TextCursor::Sideways;
+}
+
+}  // namespace quillmere

@@ -1,0 +1,107 @@
+#include "view/status.h"
+
+#include <algorithm>
+
+#include "core/limits.h"
+#include "core/product.h"
+#include "core/session.h"
+#include "core/text_format.h"
+#include "platform/main_window.h"
+#include "view/geometry.h"
+#include "view/zoom.h"
+
+namespace quillmere {
+
+namespace {
+
+enum StatusPart : int { kZoomPart = 0, kSliderPart = 1, kPagePart = 2 };
+
+// Pixels.
+constexpr int kZoomPartEdge = 88;
+constexpr int kSliderPartEdge = 238;
+constexpr int kLeastPagePartEdge = 318;
+constexpr int kVersionPartWidth = 220;
+constexpr int kSliderX = 90;
+constexpr int kSliderY = 2;
+constexpr int kSliderWidth = 146;
+constexpr int kSliderHeightAllowance = 4;
+
+std::u16string shownPage(int pane) {
+  return decimal(session.panes[pane].currentPage + 1);
+}
+
+std::u16string shownCount(int pane) {
+  return decimal(pageCountOf(pane));
+}
+
+}  // namespace
+
+std::u16string titleText() {
+  const std::u16string base = session.viewerRole ? kViewerTitle : kProductTitle;
+  const PaneSlot* panes = session.panes;
+  if (!session.active.document && !panes[0].document && !panes[1].document) {
+    return base;
+  }
+  if (session.viewMode == ViewMode::TwoDocuments) {
+    return filled(u"%s - %s | %s", {base, fileNameOf(panes[0].path), fileNameOf(panes[1].path)});
+  }
+  return filled(u"%s - %s", {base, fileNameOf(session.active.path)});
+}
+
+std::u16string statusZoomText() {
+  const double zoom = session.panes[session.activePane].zoom;
+  return filled(u"  Zoom: %d%%", {decimal(static_cast<std::int64_t>(zoom * 100 + 0.5))});
+}
+
+std::u16string statusPageText() {
+  if (documentOf(session.activePane) == nullptr) return {};
+  switch (session.viewMode) {
+    case ViewMode::TwoDocuments:
+      return filled(u"\t\tL:%d/%d  R:%d/%d  ",
+                    {shownPage(0), shownCount(0), shownPage(1), shownCount(1)});
+    case ViewMode::Book:
+    case ViewMode::IndependentPages:
+      return filled(u"\t\tL:%d  R:%d  of %d  ", {shownPage(0), shownPage(1), shownCount(0)});
+    default:
+      return filled(u"\t\tPage %d of %d  ", {shownPage(0), shownCount(0)});
+  }
+}
+
+std::u16string versionText() {
+  if (session.latestVersion.empty()) return filled(u"  v%ls", {kProductVersion});
+  return filled(u"  v%ls - Update to v%ls", {kProductVersion, session.latestVersion});
+}
+
+std::array<int, kStatusPartCount> statusPartEdges(int width) {
+  return {scaled(kZoomPartEdge), scaled(kSliderPartEdge),
+          std::max(scaled(kLeastPagePartEdge), width - scaled(kVersionPartWidth)), -1};
+}
+
+PaneRect zoomSliderPlace(int height) {
+  const int left = scaled(kSliderX);
+  const int top = scaled(kSliderY);
+  return {left, top, left + scaled(kSliderWidth), top + height - scaled(kSliderHeightAllowance)};
+}
+
+void refreshTitle() {
+  platform::setMainWindowTitle(titleText());
+}
+
+void refreshVersionPart() {
+  platform::setStatusText(kVersionPart, versionText());
+}
+
+void refreshStatus() {
+  const auto edges = statusPartEdges(platform::mainWindowClientSize().width);
+  platform::setStatusParts(edges.data(), kStatusPartCount);
+  refreshVersionPart();
+  platform::setStatusText(kZoomPart, statusZoomText());
+  platform::setStatusText(kSliderPart, u"");
+  const PaneRect slider = zoomSliderPlace(platform::statusBarHeight());
+  platform::placeZoomSlider(slider.left, slider.top, slider.width(), slider.height());
+  const PaneSlot& pane = session.panes[session.activePane];
+  platform::setZoomSlider(sliderPositionOfZoom(pane.zoom), pane.page != nullptr);
+  platform::setStatusText(kPagePart, statusPageText());
+}
+
+}  // namespace quillmere
