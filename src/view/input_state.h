@@ -22,6 +22,10 @@ struct ViewInput {
 
   bool panelBarDrag = false;
   std::int32_t panelBarGrip = 0;  // pixels between the bar's top and the press
+
+  bool stampSplitterDrag = false;
+  std::int32_t stampSplitterPressX = 0;
+  std::int32_t stampSplitterStartWidth = 0;
 };
 
 }  // namespace quillmere

@@ -18,7 +18,8 @@ NONCLIENTMETRICSW systemMetrics(int dpi) {
 }  // namespace
 
 HFONT createMessageFont(int dpi) {
-  return CreateFontIndirectW(&systemMetrics(dpi).lfMessageFont);
+  const NONCLIENTMETRICSW metrics = systemMetrics(dpi);
+  return CreateFontIndirectW(&metrics.lfMessageFont);
 }
 
 HFONT createPlaceholderFont(int dpi) {

@@ -1,0 +1,86 @@
+#include "core/keys.h"
+
+#include "core/command_actions.h"
+#include "core/commands.h"
+#include "core/session.h"
+#include "platform/keyboard.h"
+#include "view/modes.h"
+#include "view/navigation.h"
+#include "view/selection.h"
+
+namespace quillmere {
+
+namespace {
+
+// What a key does without and with Ctrl; null where it means nothing.
+struct KeyRow {
+  std::uint32_t key;
+  void (*plain)();
+  void (*withControl)();
+};
+
+template <std::uint32_t kCommand>
+void command() {
+  runCommand(kCommand);
+}
+
+template <PageKey kKey>
+void turn() {
+  turnPageByKey(session.activePane, kKey);
+}
+
+template <ArrowKey kKey>
+void pan() {
+  panByKey(session.activePane, kKey);
+}
+
+template <std::uint32_t kCommand>
+void commandOnSelection() {
+  if (hasTextSelection(session.activePane)) runCommand(kCommand);
+}
+
+void pasteIntoFindBar() {
+  if (session.findBarVisible) runCommand(kCmdPaste);
+}
+
+constexpr KeyRow kKeys[] = {
+    {kKeyTab, flipActivePane, flipActivePane},
+    {kKeySpace, commandOnSelection<kCmdHighlight>, commandOnSelection<kCmdStrikethrough>},
+    {kKeyPageUp, turn<PageKey::PageUp>, turn<PageKey::PageUp>},
+    {kKeyPageDown, turn<PageKey::PageDown>, turn<PageKey::PageDown>},
+    {kKeyHome, turn<PageKey::Home>, turn<PageKey::Home>},
+    {kKeyEnd, turn<PageKey::End>, turn<PageKey::End>},
+    {kKeyLeft, pan<ArrowKey::Left>, pan<ArrowKey::Left>},
+    {kKeyRight, pan<ArrowKey::Right>, pan<ArrowKey::Right>},
+    {kKeyUp, pan<ArrowKey::Up>, pan<ArrowKey::Up>},
+    {kKeyDown, pan<ArrowKey::Down>, pan<ArrowKey::Down>},
+    {kKeyA, command<kCmdActualSize>, command<kCmdSelectAll>},
+    {kKeyC, command<kCmdCustomFit>, commandOnSelection<kCmdCopy>},
+    {kKeyF, command<kCmdFitPage>, nullptr},
+    {kKeyW, command<kCmdFitWidth>, nullptr},
+    {kKeyL, focusBinderPanel, nullptr},
+    {kKeyN, focusNavigationPanel, nullptr},
+    {kKeyR, command<kCmdRotateDocument>, command<kCmdRotatePage>},
+    {kKeyV, nullptr, pasteIntoFindBar},
+    {kKeyPadPlus, command<kCmdZoomIn>, command<kCmdZoomIn>},
+    {kKeyMainPlus, command<kCmdZoomIn>, command<kCmdZoomIn>},
+    {kKeyPadMinus, command<kCmdZoomOut>, command<kCmdZoomOut>},
+    {kKeyMainMinus, command<kCmdZoomOut>, command<kCmdZoomOut>},
+    {kKeyF4, command<kCmdAnnotationPanel>, command<kCmdAnnotationPanel>},
+};
+
+}  // namespace
+
+bool handleKey(std::uint32_t key) {
+  const bool control = platform::controlDown();
+  for (const KeyRow& row : kKeys) {
+    if (row.key != key) continue;
+    const auto action = control ? row.withControl : row.plain;
+    if (action == nullptr) return false;
+    action();
+    return true;
+  }
+  return false;
+}
+
+}  // namespace quillmere

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+
+namespace quillmere {
+
+// Virtual key codes that the window hands on.
+enum Key : std::uint32_t {
+  kKeyBackspace = 0x08,
+  kKeyTab = 0x09,
+  kKeyEnter = 0x0D,
+  kKeyEscape = 0x1B,
+  kKeySpace = 0x20,
+  kKeyPageUp = 0x21,
+  kKeyPageDown = 0x22,
+  kKeyEnd = 0x23,
+  kKeyHome = 0x24,
+  kKeyLeft = 0x25,
+  kKeyUp = 0x26,
+  kKeyRight = 0x27,
+  kKeyDown = 0x28,
+  kKeyDelete = 0x2E,
+  kKeyA = 'A',
+  kKeyC = 'C',
+  kKeyF = 'F',
+  kKeyL = 'L',
+  kKeyN = 'N',
+  kKeyR = 'R',
+  kKeyV = 'V',
+  kKeyW = 'W',
+  kKeyPadPlus = 0x6B,
+  kKeyPadMinus = 0x6D,
+  kKeyF4 = 0x73,
+  kKeyMainPlus = 0xBB,
+  kKeyMainMinus = 0xBD,
+};
+
+// Handles a key that no accelerator took, with the modifiers as the keyboard has them. False when
+// the key means nothing.
+bool handleKey(std::uint32_t key);
+
+}  // namespace quillmere

@@ -1,0 +1,327 @@
+#include <windows.h>
+
+#include <commctrl.h>
+#include <fpdfview.h>
+#include <gdiplus.h>
+#include <shellapi.h>
+#include <windowsx.h>
+
+#include <string>
+#include <vector>
+
+#include "annot/stamp_library.h"
+#include "core/child_windows.h"
+#include "core/commands.h"
+#include "core/exit.h"
+#include "core/keys.h"
+#include "core/limits.h"
+#include "core/main_window_messages.h"
+#include "core/menu_bar.h"
+#include "core/mouse.h"
+#include "core/open_requests.h"
+#include "core/session.h"
+#include "core/startup.h"
+#include "integration/update_check.h"
+#include "platform/main_window.h"
+#include "platform/win32/wide.h"
+#include "platform/win32/window_handles.h"
+#include "store/binder_panel.h"
+#include "store/data_folder.h"
+#include "store/settings.h"
+#include "store/shelf.h"
+#include "view/cursors.h"
+#include "view/modes.h"
+#include "view/paint.h"
+#include "view/status.h"
+#include "view/zoom.h"
+
+namespace quillmere {
+
+using platform::windowHandles;
+
+namespace {
+
+using Result = std::optional<std::intptr_t>;
+
+ULONG_PTR gdiplusToken = 0;
+
+// Not in the headers: carries copy-data from programs of lower integrity.
+constexpr UINT kCopyGlobalData = 73;
+
+struct ClientPoint {
+  int x;
+  int y;
+};
+
+ClientPoint pointOf(LPARAM lParam) {
+  return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+}
+
+void startLibraries() {
+  Gdiplus::GdiplusStartupInput input;
+  Gdiplus::GdiplusStartup(&gdiplusToken, &input, nullptr);
+  FPDF_LIBRARY_CONFIG config{};
+  config.version = 2;
+  FPDF_InitLibraryWithConfig(&config);
+  INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_STANDARD_CLASSES | ICC_BAR_CLASSES |
+                                                      ICC_TREEVIEW_CLASSES | ICC_LISTVIEW_CLASSES};
+  InitCommonControlsEx(&controls);
+}
+
+void loadStores() {
+  makeDataFolders();
+  if (!session.viewerRole) LoadShelfIndex();
+  LoadSettings();
+  LoadStampLibrary();
+}
+
+void acceptFiles() {
+  DragAcceptFiles(windowHandles.main, TRUE);
+  for (const UINT message :
+       {static_cast<UINT>(WM_DROPFILES), static_cast<UINT>(WM_COPYDATA), kCopyGlobalData}) {
+    ChangeWindowMessageFilterEx(windowHandles.main, message, MSGFLT_ALLOW, nullptr);
+  }
+}
+
+Result onCreate(WPARAM, LPARAM) {
+  startLibraries();
+  loadStores();
+  createChildWindows();
+  acceptFiles();
+  installMenuBar();
+  layoutChildWindows();
+  startAutomaticUpdateCheck();
+  return 0;
+}
+
+Result onClose(WPARAM, LPARAM) {
+  if (settleBeforeClose()) DestroyWindow(windowHandles.main);
+  return 0;
+}
+
+Result onDestroy(WPARAM, LPARAM) {
+  tearDown();
+  releasePaintBuffers();
+  DeleteObject(windowHandles.headerFont);
+  windowHandles = {};
+  Gdiplus::GdiplusShutdown(gdiplusToken);
+  PostQuitMessage(0);
+  return 0;
+}
+
+Result onEndSession(WPARAM ending, LPARAM) {
+  if (ending) settleForLogoff();
+  return 0;
+}
+
+Result onSize(WPARAM kind, LPARAM) {
+  if (kind == SIZE_MINIMIZED) return 0;
+  layoutChildWindows();
+  refreshStatus();
+  if (session.panes[0].page || session.panes[1].page) refitPanes();
+  return 0;
+}
+
+Result onDpiChanged(WPARAM wParam, LPARAM lParam) {
+  session.dpi = HIWORD(wParam);
+  applyPanelFonts();
+  const auto* wanted = reinterpret_cast<const RECT*>(lParam);
+  SetWindowPos(windowHandles.main, nullptr, wanted->left, wanted->top, wanted->right - wanted->left,
+               wanted->bottom - wanted->top, SWP_NOZORDER | SWP_NOACTIVATE);
+  onSize(SIZE_RESTORED, 0);
+  return 0;
+}
+
+Result onEraseBackground(WPARAM, LPARAM) {
+  return 1;
+}
+
+Result onPaint(WPARAM, LPARAM) {
+  paintMainWindow();
+  return 0;
+}
+
+Result onCommand(WPARAM wParam, LPARAM) {
+  if (!runCommand(LOWORD(wParam))) return std::nullopt;
+  return 0;
+}
+
+void restoreAndRaise() {
+  if (IsIconic(windowHandles.main)) ShowWindow(windowHandles.main, SW_RESTORE);
+  SetForegroundWindow(windowHandles.main);
+}
+
+Result onCopyData(WPARAM, LPARAM lParam) {
+  const auto* data = reinterpret_cast<const COPYDATASTRUCT*>(lParam);
+  if (data == nullptr || data->dwData != kOpenFileTag || data->lpData == nullptr ||
+      data->cbData < sizeof(char16_t)) {
+    return 0;
+  }
+  std::u16string path(static_cast<const char16_t*>(data->lpData), data->cbData / sizeof(char16_t));
+  while (!path.empty() && path.back() == u'\0') path.pop_back();
+  if (path.empty()) return 0;
+  restoreAndRaise();
+  openHandedOver(path);
+  return 1;
+}
+
+std::vector<std::u16string> droppedPaths(HDROP drop) {
+  std::vector<std::u16string> paths;
+  const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+  for (UINT i = 0; i < count; ++i) {
+    wchar_t buffer[kPathBufferUnits];
+    if (DragQueryFileW(drop, i, buffer, kPathBufferUnits) == 0) {
+      if (i == 0) return {};
+      continue;
+    }
+    paths.push_back(platform::fromWide(buffer));
+  }
+  return paths;
+}
+
+Result onDropFiles(WPARAM wParam, LPARAM) {
+  const auto drop = reinterpret_cast<HDROP>(wParam);
+  const std::vector<std::u16string> paths = droppedPaths(drop);
+  if (!paths.empty()) {
+    POINT point{};
+    DragQueryPoint(drop, &point);
+    restoreAndRaise();
+    openDropped(paths, point.x);
+  }
+  DragFinish(drop);
+  return 0;
+}
+
+Result onKeyDown(WPARAM key, LPARAM) {
+  if (key == VK_SHIFT) platform::refreshCursor();
+  if (handleKey(static_cast<std::uint32_t>(key))) return 0;
+  return std::nullopt;
+}
+
+Result onKeyUp(WPARAM key, LPARAM) {
+  if (key == VK_SHIFT) platform::refreshCursor();
+  return std::nullopt;
+}
+
+Result onLeftDown(WPARAM, LPARAM lParam) {
+  const ClientPoint point = pointOf(lParam);
+  platform::focusMainWindow();
+  pressLeft(point.x, point.y);
+  return 0;
+}
+
+Result onLeftDoubleClick(WPARAM, LPARAM lParam) {
+  const ClientPoint point = pointOf(lParam);
+  doubleClickLeft(point.x, point.y);
+  return 0;
+}
+
+Result onLeftUp(WPARAM, LPARAM) {
+  releaseLeft();
+  return 0;
+}
+
+Result onMiddleDown(WPARAM, LPARAM lParam) {
+  const ClientPoint point = pointOf(lParam);
+  platform::focusMainWindow();
+  pressMiddle(point.x, point.y);
+  return 0;
+}
+
+Result onMiddleUp(WPARAM, LPARAM) {
+  releaseMiddle();
+  return 0;
+}
+
+Result onRightUp(WPARAM, LPARAM lParam) {
+  const ClientPoint point = pointOf(lParam);
+  showContextMenu(releaseRight(point.x, point.y), point.x, point.y);
+  return 0;
+}
+
+Result onMouseMove(WPARAM, LPARAM lParam) {
+  const ClientPoint point = pointOf(lParam);
+  movePointer(point.x, point.y);
+  return 0;
+}
+
+// The wheel reports screen coordinates.
+Result onMouseWheel(WPARAM wParam, LPARAM lParam) {
+  POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+  ScreenToClient(windowHandles.main, &point);
+  const WORD keys = GET_KEYSTATE_WPARAM(wParam);
+  turnWheel(point.x, point.y, GET_WHEEL_DELTA_WPARAM(wParam), (keys & MK_SHIFT) != 0,
+            (keys & MK_CONTROL) != 0);
+  return 0;
+}
+
+Result onCaptureChanged(WPARAM, LPARAM) {
+  loseCapture();
+  return 0;
+}
+
+Result onSetCursor(WPARAM wParam, LPARAM lParam) {
+  const bool inClientArea = LOWORD(lParam) == HTCLIENT;
+  if (reinterpret_cast<HWND>(wParam) != windowHandles.main || !inClientArea) return std::nullopt;
+  POINT point{};
+  GetCursorPos(&point);
+  ScreenToClient(windowHandles.main, &point);
+  const CursorKind kind = cursorAt(point.x, point.y);
+  if (kind == CursorKind::Default) return std::nullopt;
+  showCursor(kind);
+  return 1;
+}
+
+Result onInitMenuPopup(WPARAM wParam, LPARAM) {
+  refreshPopup(reinterpret_cast<const void*>(wParam));
+  return 0;
+}
+
+Result onHorizontalScroll(WPARAM, LPARAM lParam) {
+  const auto slider = reinterpret_cast<HWND>(lParam);
+  if (slider == nullptr || slider != windowHandles.zoomSlider) return std::nullopt;
+  zoomToSliderPosition(static_cast<int>(SendMessageW(slider, TBM_GETPOS, 0, 0)));
+  return 0;
+}
+
+Result onBinderTreeRebuild(WPARAM, LPARAM) {
+  BuildBinderTree();
+  return 0;
+}
+
+constexpr MessageHandler kHandlers[] = {
+    {WM_CREATE, onCreate},
+    {WM_CLOSE, onClose},
+    {WM_DESTROY, onDestroy},
+    {WM_ENDSESSION, onEndSession},
+    {WM_SIZE, onSize},
+    {WM_DPICHANGED, onDpiChanged},
+    {WM_ERASEBKGND, onEraseBackground},
+    {WM_PAINT, onPaint},
+    {WM_COMMAND, onCommand},
+    {WM_COPYDATA, onCopyData},
+    {WM_DROPFILES, onDropFiles},
+    {WM_KEYDOWN, onKeyDown},
+    {WM_KEYUP, onKeyUp},
+    {WM_LBUTTONDOWN, onLeftDown},
+    {WM_LBUTTONDBLCLK, onLeftDoubleClick},
+    {WM_LBUTTONUP, onLeftUp},
+    {WM_MBUTTONDOWN, onMiddleDown},
+    {WM_MBUTTONUP, onMiddleUp},
+    {WM_RBUTTONUP, onRightUp},
+    {WM_MOUSEMOVE, onMouseMove},
+    {WM_MOUSEWHEEL, onMouseWheel},
+    {WM_CAPTURECHANGED, onCaptureChanged},
+    {WM_SETCURSOR, onSetCursor},
+    {WM_INITMENUPOPUP, onInitMenuPopup},
+    {WM_HSCROLL, onHorizontalScroll},
+    {WM_APP + kBinderTreeRebuildOffset, onBinderTreeRebuild},
+};
+
+}  // namespace
+
+std::span<const MessageHandler> mainWindowHandlers() {
+  return kHandlers;
+}
+
+}  // namespace quillmere

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace quillmere {
+
+// One row of a menu as the window shows it.
+struct MenuRow {
+  std::uint32_t command = 0;  // 0 for a separator and for a submenu
+  std::u16string text;        // empty for a separator
+  bool enabled = true;
+  bool checked = false;
+  std::vector<MenuRow> submenu;
+
+  bool separator() const { return command == 0 && text.empty(); }
+};
+
+struct MenuBarEntry {
+  std::u16string title;
+  std::vector<MenuRow> rows;
+};
+
+// The whole menu bar with its present states.
+std::vector<MenuBarEntry> menuBar();
+
+// The File menu, whose recent documents change from one opening to the next.
+std::vector<MenuRow> fileMenu();
+
+// The menu of a right click at client x and y in a pane that shows a page.
+std::vector<MenuRow> contextMenu(int pane, int x, int y);
+
+}  // namespace quillmere

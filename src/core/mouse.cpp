@@ -1,0 +1,155 @@
+#include "core/mouse.h"
+
+#include "core/open_requests.h"
+#include "core/session.h"
+#include "platform/keyboard.h"
+#include "view/geometry.h"
+#include "view/left_panel.h"
+#include "view/modes.h"
+#include "view/navigation.h"
+#include "view/selection.h"
+#include "view/stamp_splitter.h"
+
+namespace quillmere {
+
+namespace {
+
+// The pane that shows its page or background at a place; -1 outside all of them.
+int paneUnder(int x, int y) {
+  const int pane = paneAt(x);
+  return pane >= 0 && paneRect(pane).contains(x, y) ? pane : -1;
+}
+
+int placeholderAt(int x, int y) {
+  for (int pane = 0; pane < 2; ++pane) {
+    if (session.placeholderRect[pane].contains(x, y)) return pane;
+  }
+  return -1;
+}
+
+// Whoever is first to take a press of the left button has it.
+bool pressSplitter(int x, int y) {
+  if (onLeftPanelBar(x, y)) {
+    startPanelBarDrag(y);
+  } else if (onLeftSplitter(x)) {
+    startPanelWidthDrag(x);
+  } else if (onStampSplitter(x, y)) {
+    startStampSplitterDrag(x);
+  } else if (onDivider(x)) {
+    startDividerDrag(x);
+  } else {
+    return false;
+  }
+  return true;
+}
+
+bool pressPlaceholder(int x, int y) {
+  const int pane = placeholderAt(x, y);
+  if (pane < 0) return false;
+  activatePane(pane);
+  openWithDialog(pane);
+  return true;
+}
+
+bool pressToPan(int x, int y) {
+  const int pane = paneUnder(x, y);
+  if (pane < 0 || !platform::shiftDown()) return false;
+  startDragPan(pane, x, y);
+  return true;
+}
+
+bool pressToSelect(int x, int y) {
+  const int pane = paneUnder(x, y);
+  if (pane < 0) return false;
+  activatePane(pane);
+  startTextSelection(pane, x, y);
+  return true;
+}
+
+constexpr bool (*kLeftPressHandlers[])(int x, int y) = {pressSplitter, pressPlaceholder, pressToPan,
+                                                        pressToSelect};
+
+bool aboveStatusBar(int y) {
+  return y >= 0 && y < pageAreaBottom();
+}
+
+}  // namespace
+
+void pressLeft(int x, int y) {
+  for (const auto handler : kLeftPressHandlers) {
+    if (handler(x, y)) return;
+  }
+}
+
+void pressMiddle(int x, int y) {
+  const int pane = paneUnder(x, y);
+  if (pane >= 0) startDragPan(pane, x, y);
+}
+
+void doubleClickLeft(int x, int y) {
+  const int pane = paneUnder(x, y);
+  if (pane < 0) return;
+  activatePane(pane);
+  selectWordAt(pane, x, y);
+}
+
+void movePointer(int x, int y) {
+  movePanelBarDrag(y);
+  movePanelWidthDrag(x);
+  moveStampSplitterDrag(x);
+  moveDividerDrag(x);
+  moveDragPan(x, y);
+  moveTextSelection(x, y);
+}
+
+void releaseLeft() {
+  loseCapture();
+}
+
+void releaseMiddle() {
+  endDragPan();
+}
+
+void loseCapture() {
+  endPanelBarDrag();
+  endPanelWidthDrag();
+  endStampSplitterDrag();
+  endDividerDrag();
+  endDragPan();
+  endTextSelection();
+}
+
+std::vector<MenuRow> releaseRight(int x, int y) {
+  const int pane = paneUnder(x, y);
+  if (pane < 0 || !session.panes[pane].page) return {};
+  activatePane(pane);
+  return contextMenu(pane, x, y);
+}
+
+void turnWheel(int x, int y, int delta, bool shift, bool control) {
+  const unsigned modifiers = (shift ? kWheelShift : 0) | (control ? kWheelControl : 0);
+  handleWheel(paneForPointer(x), modifiers, delta, x, y);
+}
+
+CursorKind cursorAt(int x, int y) {
+  if (!aboveStatusBar(y)) return CursorKind::Default;
+  if (onLeftPanelBar(x, y)) return CursorKind::ResizeVertical;
+  if (onLeftSplitter(x) || onStampSplitter(x, y) || onDivider(x)) {
+    return CursorKind::ResizeHorizontal;
+  }
+  if (placeholderAt(x, y) >= 0) return CursorKind::Hand;
+  const int pane = paneUnder(x, y);
+  if (pane < 0) return CursorKind::Default;
+  if (platform::shiftDown() || dragPanActive()) return CursorKind::Hand;
+  switch (textCursorAt(pane, x, y)) {
+    case TextCursor::Beam:
+      return CursorKind::TextBeam;
+    case TextCursor::Sideways:
+      return CursorKind::SidewaysBeam;
+    case TextCursor::None:
+      break;
+  }
+  return CursorKind::Arrow;
+}
+
+}  // namespace quillmere

@@ -1,0 +1,49 @@
+#include <windows.h>
+
+#include <optional>
+
+#include "core/main_window.h"
+#include "core/open_requests.h"
+#include "core/session.h"
+#include "core/startup.h"
+#include "core/viewer_role.h"
+#include "output/print.h"
+#include "platform/win32/wide.h"
+#include "store/working_documents.h"
+
+namespace {
+
+using namespace quillmere;
+
+constexpr int kExitNoWindow = 1;
+
+// Libraries come from the program's own folder and from the system, never from the folder of a
+// document that is being opened.
+void restrictLibrarySearch() {
+  SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_APPLICATION_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32);
+  SetDllDirectoryW(L"");
+}
+
+int runInteractively(const LaunchArguments& arguments, int showCommand) {
+  if (!registerMainWindowClass() || !createMainWindow()) return kExitNoWindow;
+  showMainWindow(showCommand);
+  if (!arguments.filePath.empty()) {
+    openRequested(arguments.filePath, 0, kWorkingDocsToHead, true);
+  }
+  if (session.viewerRole) arrangeViewerPanels();
+  offerDesktopShortcut();
+  return runMessageLoop();
+}
+
+}  // namespace
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR commandLine, int showCommand) {
+  restrictLibrarySearch();
+  const std::u16string line = platform::fromWide(commandLine);
+  const LaunchArguments arguments = parseCommandLine(line);
+  if (arguments.printChild) return runPrintChild(line);
+  session.viewerRole = arguments.viewerRole;
+  if (const std::optional<int> code = confirmDefaultHandler(arguments)) return *code;
+  if (const std::optional<int> code = handOverToRunningInstance(arguments)) return *code;
+  return runInteractively(arguments, showCommand);
+}

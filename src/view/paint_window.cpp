@@ -1,0 +1,180 @@
+#include <windows.h>
+
+#include <gdiplus.h>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <type_traits>
+
+#include "core/session.h"
+#include "platform/win32/pixel_surface.h"
+#include "platform/win32/system_fonts.h"
+#include "platform/win32/wide.h"
+#include "platform/win32/window_handles.h"
+#include "view/geometry.h"
+#include "view/paint.h"
+#include "view/paint_plan.h"
+#include "view/selection.h"
+
+namespace quillmere {
+
+namespace {
+
+struct ObjectDeleter {
+  void operator()(HGDIOBJ object) const { DeleteObject(object); }
+};
+struct DeviceContextDeleter {
+  void operator()(HDC dc) const { DeleteDC(dc); }
+};
+using FontHandle = std::unique_ptr<std::remove_pointer_t<HFONT>, ObjectDeleter>;
+using BitmapHandle = std::unique_ptr<std::remove_pointer_t<HBITMAP>, ObjectDeleter>;
+using DeviceContextHandle = std::unique_ptr<std::remove_pointer_t<HDC>, DeviceContextDeleter>;
+
+// The picture of the whole client area. It is kept while the window has this size, since making it
+// costs more than filling it.
+struct BackBuffer {
+  DeviceContextHandle dc;
+  BitmapHandle bitmap;
+  int width = 0;
+  int height = 0;
+};
+BackBuffer backBuffer;
+
+// Source of the page pictures.
+DeviceContextHandle pageSource;
+
+HDC backBufferFor(HDC window, int width, int height) {
+  BackBuffer& buffer = backBuffer;
+  if (!buffer.dc) buffer.dc.reset(CreateCompatibleDC(window));
+  if (!pageSource) pageSource.reset(CreateCompatibleDC(window));
+  if (buffer.bitmap && buffer.width == width && buffer.height == height) return buffer.dc.get();
+  BitmapHandle bitmap(CreateCompatibleBitmap(window, width, height));
+  SelectObject(buffer.dc.get(), bitmap.get());
+  buffer.bitmap = std::move(bitmap);
+  buffer.width = width;
+  buffer.height = height;
+  return buffer.dc.get();
+}
+
+COLORREF colorRef(Color color) {
+  return RGB(color.r, color.g, color.b);
+}
+
+RECT toRect(const PaneRect& rect) {
+  return {rect.left, rect.top, rect.right, rect.bottom};
+}
+
+// Fills without making a brush for each colour.
+void fill(HDC dc, const PaneRect& rect, Color color) {
+  if (rect.empty()) return;
+  const RECT area = toRect(rect);
+  SetBkColor(dc, colorRef(color));
+  ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr);
+}
+
+void drawPage(HDC dc, const PaneSlot& slot, const PanePlan& plan) {
+  fill(dc, plan.shadow, kPageShadow);
+  const HGDIOBJ previous =
+      SelectObject(pageSource.get(), platform::bitmapOf(slot.pageBitmap.get()));
+  BitBlt(dc, plan.bitmapX, plan.bitmapY, slot.pageBitmapWidth, slot.pageBitmapHeight,
+         pageSource.get(), 0, 0, SRCCOPY);
+  SelectObject(pageSource.get(), previous);
+}
+
+// The text's place is remembered for clicks, in client pixels.
+void drawPlaceholder(HDC dc, int pane, const PanePlan& plan) {
+  const std::u16string text = placeholderText(pane);
+  const FontHandle font(platform::createPlaceholderFont(session.dpi));
+  const HGDIOBJ previous = SelectObject(dc, font.get());
+  RECT measured{};
+  DrawTextW(dc, platform::wide(text), -1, &measured, DT_CALCRECT | DT_SINGLELINE | DT_NOPREFIX);
+  const PaneRect box = placeholderBox(plan, {static_cast<int>(measured.right - measured.left),
+                                             static_cast<int>(measured.bottom - measured.top)});
+  session.placeholderRect[pane] = {box.left + plan.rect.left, box.top + plan.rect.top,
+                                   box.right + plan.rect.left, box.bottom + plan.rect.top};
+  SetTextColor(dc, colorRef(kPlaceholderColor));
+  SetBkMode(dc, TRANSPARENT);
+  RECT area = toRect(box);
+  DrawTextW(dc, platform::wide(text), -1, &area, DT_SINGLELINE | DT_NOPREFIX | DT_NOCLIP);
+  SelectObject(dc, previous);
+}
+
+void drawSelection(HDC dc, int pane) {
+  const std::vector<PaneBox> boxes = selectionBoxes(pane);
+  if (boxes.empty()) return;
+  const COLORREF highlight = GetSysColor(COLOR_HIGHLIGHT);
+  Gdiplus::Graphics graphics(dc);
+  const Gdiplus::SolidBrush brush(Gdiplus::Color(kSelectionAlpha, GetRValue(highlight),
+                                                 GetGValue(highlight), GetBValue(highlight)));
+  for (const PaneBox& box : boxes) {
+    graphics.FillRectangle(&brush, static_cast<Gdiplus::REAL>(box.left),
+                           static_cast<Gdiplus::REAL>(box.top),
+                           static_cast<Gdiplus::REAL>(box.right - box.left),
+                           static_cast<Gdiplus::REAL>(box.bottom - box.top));
+  }
+}
+
+// Draws with the pane's top left corner as the origin.
+void drawPaneContent(HDC dc, int pane, const PanePlan& plan) {
+  PaneSlot& slot = session.panes[pane];
+  session.placeholderRect[pane] = {};
+  if (plan.hasBitmap) {
+    drawPage(dc, slot, plan);
+  } else if (plan.showsPlaceholder) {
+    drawPlaceholder(dc, pane, plan);
+  }
+  drawSelection(dc, pane);
+}
+
+void paintPane(HDC dc, int pane, const PaneRect& rect) {
+  if (rect.empty()) return;
+  const PanePlan plan = planPane(pane, rect);
+  const int saved = SaveDC(dc);
+  IntersectClipRect(dc, rect.left, rect.top, rect.right, rect.bottom);
+  SetViewportOrgEx(dc, rect.left, rect.top, nullptr);
+  fill(dc, {0, 0, rect.width(), rect.height()}, kPaneBackground);
+
+  const int unclipped = SaveDC(dc);
+  IntersectClipRect(dc, plan.content.left, plan.content.top, plan.content.right,
+                    plan.content.bottom);
+  drawPaneContent(dc, pane, plan);
+  RestoreDC(dc, unclipped);
+
+  if (plan.framed) {
+    for (const PaneRect& side : plan.frame) fill(dc, side, kActiveFrameColor);
+  }
+  RestoreDC(dc, saved);
+}
+
+void paintInto(HDC dc, int width, int height) {
+  const WindowPlan plan = planWindow();
+  fill(dc, {0, 0, width, height}, kPaneBackground);
+  if (plan.paneCount == 1) session.placeholderRect[1] = {};
+  for (int pane = 0; pane < plan.paneCount; ++pane) paintPane(dc, pane, paneRect(pane));
+  for (const FilledRect& line :
+       {plan.divider, plan.leftSplitter, plan.leftPanelBar, plan.stampSplitter}) {
+    fill(dc, line.rect, line.color);
+  }
+}
+
+}  // namespace
+
+void paintMainWindow() {
+  PAINTSTRUCT paint{};
+  const HDC window = BeginPaint(platform::windowHandles.main, &paint);
+  const platform::PixelSize client = platform::mainWindowClientSize();
+  const int width = std::max(client.width, 1);
+  const int height = std::max(client.height, 1);
+  const HDC buffer = backBufferFor(window, width, height);
+  paintInto(buffer, width, height);
+  BitBlt(window, 0, 0, width, height, buffer, 0, 0, SRCCOPY);
+  EndPaint(platform::windowHandles.main, &paint);
+}
+
+void releasePaintBuffers() {
+  backBuffer = BackBuffer{};
+  pageSource.reset();
+}
+
+}  // namespace quillmere
