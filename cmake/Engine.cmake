@@ -25,6 +25,8 @@ endif()
 
 add_library(pdfium SHARED IMPORTED GLOBAL)
 target_include_directories(pdfium SYSTEM INTERFACE ${engine_prefix}/include)
+# Declares the functions as those of a shared library.
+target_compile_definitions(pdfium INTERFACE COMPONENT_BUILD)
 if(WIN32)
   set_target_properties(pdfium PROPERTIES
     IMPORTED_LOCATION ${engine_prefix}/bin/pdfium.dll
