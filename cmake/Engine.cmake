@@ -1,26 +1,22 @@
-# Imported target `pdfium`: the engine that engine/build has put into its cache.
-# QUILLMERE_ENGINE_DIR holds its prefix: include/, lib/, bin/, licenses/.
+# Imported target `pdfium`: the engine that engine/build has put into its cache, or the one under
+# QUILLMERE_ENGINE_DIR where that is set. engine_prefix has include/, lib/, bin/ and licenses/.
 if(WIN32)
   set(engine_target windows)
 else()
   set(engine_target native)
 endif()
 
-if(NOT DEFINED QUILLMERE_ENGINE_DIR)
-  execute_process(
-    COMMAND ${CMAKE_SOURCE_DIR}/engine/build --print-dir ${engine_target}
-    OUTPUT_VARIABLE engine_prefix OUTPUT_STRIP_TRAILING_WHITESPACE
-    RESULT_VARIABLE engine_result)
-  if(NOT engine_result EQUAL 0)
-    message(FATAL_ERROR "engine/build --print-dir ${engine_target} failed (${engine_result}).")
-  endif()
-else()
+if(DEFINED QUILLMERE_ENGINE_DIR)
   set(engine_prefix ${QUILLMERE_ENGINE_DIR})
-endif()
-
-if(NOT EXISTS ${engine_prefix}/include/fpdfview.h)
-  message(FATAL_ERROR "PDFium is not built yet: nothing at ${engine_prefix}.\n"
-    "Build it first: engine/build ${engine_target}")
+else()
+  execute_process(COMMAND ${CMAKE_SOURCE_DIR}/engine/build --check ${engine_target}
+    RESULT_VARIABLE engine_missing)
+  execute_process(COMMAND ${CMAKE_SOURCE_DIR}/engine/build --print-dir ${engine_target}
+    OUTPUT_VARIABLE engine_prefix OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  if(engine_missing)
+    message(FATAL_ERROR "PDFium is not built yet: nothing complete at ${engine_prefix}.\n"
+      "Build it first: engine/build ${engine_target}")
+  endif()
 endif()
 
 add_library(pdfium SHARED IMPORTED GLOBAL)

@@ -5,12 +5,12 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cache=${QUILLMERE_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/quillmere}
 jobs=${QUILLMERE_JOBS:-$(nproc)}
 
-build_packages=(cmake ninja-build g++ python3 g++-mingw-w64-x86-64-posix)
-test_packages=(googletest clang-format-14)
+build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix googletest python3)
+test_packages=(clang-format-14)
 desktop_packages=(wine wine64 fonts-wine fonts-liberation xvfb)
 
-# Quiet, and without the boxes that offer to install more of Wine.
-wine_environment=(WINEDEBUG=-all "WINEDLLOVERRIDES=mscoree,mshtml=;winemenubuilder.exe=d")
+# Quiet, without the boxes that offer to install more of Wine, and with all characters in paths.
+wine_environment=(LC_ALL=C.UTF-8 WINEDEBUG=-all "WINEDLLOVERRIDES=mscoree,mshtml=;winemenubuilder.exe=d")
 
 note() { echo "== $*"; }
 
@@ -48,3 +48,6 @@ build() {
   [ $# -eq 0 ] || targets=(--target "$@")
   cmake --build "$root/build/$preset" -j "$jobs" "${targets[@]}"
 }
+
+# windows_path PATH: what Windows programs under Wine call an absolute path.
+windows_path() { printf 'Z:%s' "${1//\//\\}"; }
