@@ -240,9 +240,10 @@ std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& pa
   if (!found.exists || found.folder || otherUseOf(found.real) == OtherUse::Exclusive) {
     return std::nullopt;
   }
-  auto bytes = readReal(found.real);
-  if (!bytes || bytes->empty() || bytes->size() > maximumSize) return std::nullopt;
-  return bytes;
+  std::error_code error;
+  const std::uintmax_t size = fs::file_size(found.real, error);
+  if (error || size == 0 || size > maximumSize) return std::nullopt;
+  return readReal(found.real);
 }
 
 std::optional<std::vector<std::uint8_t>> readFileHead(const std::u16string& path,
@@ -317,6 +318,13 @@ void setOtherUse(const std::u16string& path, OtherUse use) {
 
 fs::path realPath(const std::u16string& path) {
   return findPathUnscripted(path).real;
+}
+
+// Where the system would refuse the library, the name of nothing.
+std::string pathForLibraries(const std::u16string& path) {
+  const FoundPath found = findPath(path);
+  const bool refused = !found.exists || otherUseOf(found.real) == OtherUse::Exclusive;
+  return refused ? std::string() : toUtf8(unitsOf(found.real));
 }
 
 std::string realPathUtf8(const std::u16string& path) {
