@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "platform/files.h"
+#include "platform/leading_integer.h"
 #include "platform/profile.h"
 #include "platform/text.h"
 #include "profile_encoding.h"
@@ -146,16 +147,7 @@ void setValue(ProfileFile& file, const std::u16string& section, const std::u16st
 std::int32_t readProfileInteger(const std::u16string& section, const std::u16string& key,
                                 std::int32_t fallback, const std::u16string& path) {
   const std::u16string value = findValue(section, key, path);
-  if (value.empty()) return fallback;
-  std::size_t at = 0;
-  while (at < value.size() && value[at] <= u' ') ++at;
-  const bool negative = at < value.size() && value[at] == u'-';
-  if (at < value.size() && (value[at] == u'-' || value[at] == u'+')) ++at;
-  std::uint32_t number = 0;
-  for (; at < value.size() && value[at] >= u'0' && value[at] <= u'9'; ++at) {
-    number = number * 10 + (value[at] - u'0');
-  }
-  return static_cast<std::int32_t>(negative ? 0 - number : number);
+  return value.empty() ? fallback : leadingInteger(value);
 }
 
 std::u16string readProfileText(const std::u16string& section, const std::u16string& key,

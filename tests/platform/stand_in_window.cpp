@@ -88,6 +88,14 @@ void focusMainWindow() {
   if (mainWindow()) ++mainWindow()->focusRequests;
 }
 
+void focusNavigationTree() {
+  if (mainWindow()) ++mainWindow()->navigationTreeFocusRequests;
+}
+
+void focusBinderTree() {
+  if (mainWindow()) ++mainWindow()->binderTreeFocusRequests;
+}
+
 void postBinderTreeRebuild() {
   if (mainWindow()) ++mainWindow()->binderTreeRebuildsPosted;
 }

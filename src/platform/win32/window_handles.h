@@ -27,4 +27,7 @@ struct WindowHandles {
 
 extern WindowHandles windowHandles;
 
+// Posted to the main window; rebuilds the binder tree.
+inline constexpr UINT kBinderTreeRebuildMessage = WM_APP + 1;
+
 }  // namespace quillmere::platform

@@ -1,0 +1,152 @@
+#include "platform/files.h"
+
+#include <windows.h>
+
+#include <shlobj.h>
+
+#include <algorithm>
+#include <limits>
+#include <new>
+
+#include "platform/win32/handles.h"
+#include "platform/win32/wide.h"
+
+namespace quillmere::platform {
+namespace {
+
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr std::uint64_t kLargestTransfer = 1u << 30;  // bytes in one call
+constexpr std::size_t kTemporaryPathUnits = 260;
+
+std::optional<std::uint64_t> sizeOf(HANDLE file) {
+  LARGE_INTEGER size{};
+  if (!GetFileSizeEx(file, &size) || size.QuadPart < 0) return std::nullopt;
+  return static_cast<std::uint64_t>(size.QuadPart);
+}
+
+// One read of up to `size` bytes; nothing when it failed or memory ran out.
+std::optional<std::vector<std::uint8_t>> readBytes(HANDLE file, std::uint64_t size) {
+  if (size > std::numeric_limits<DWORD>::max()) return std::nullopt;
+  try {
+    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(size));
+    DWORD got = 0;
+    if (!ReadFile(file, bytes.data(), static_cast<DWORD>(size), &got, nullptr)) return std::nullopt;
+    bytes.resize(got);
+    return bytes;
+  } catch (const std::bad_alloc&) {
+    return std::nullopt;
+  }
+}
+
+bool writeBytes(HANDLE file, const void* bytes, std::uint64_t size) {
+  const auto* next = static_cast<const std::uint8_t*>(bytes);
+  while (size > 0) {
+    const auto part = static_cast<DWORD>(std::min(size, kLargestTransfer));
+    DWORD written = 0;
+    if (!WriteFile(file, next, part, &written, nullptr) || written != part) return false;
+    next += part;
+    size -= part;
+  }
+  return true;
+}
+
+bool makeFile(const std::u16string& path, DWORD disposition, const void* bytes,
+              std::uint64_t size) {
+  const KernelHandle file = openFile(wide(path), GENERIC_WRITE, 0, disposition);
+  return file && writeBytes(file.get(), bytes, size);
+}
+
+std::u16string knownFolder(const KNOWNFOLDERID& id) {
+  wchar_t* path = nullptr;
+  const HRESULT result = SHGetKnownFolderPath(id, 0, nullptr, &path);
+  const TaskText owner(path);
+  return SUCCEEDED(result) && path != nullptr ? fromWide(path) : std::u16string();
+}
+
+}  // namespace
+
+AttributeQuery queryAttributes(const std::u16string& path) {
+  const DWORD attributes = GetFileAttributesW(wide(path));
+  if (attributes == INVALID_FILE_ATTRIBUTES) return {kInvalidAttributes, GetLastError()};
+  return {attributes, kErrorNone};
+}
+
+bool fileExists(const std::u16string& path) {
+  return GetFileAttributesW(wide(path)) != INVALID_FILE_ATTRIBUTES;
+}
+
+std::optional<FileStamp> fileStamp(const std::u16string& path) {
+  WIN32_FILE_ATTRIBUTE_DATA data{};
+  if (!GetFileAttributesExW(wide(path), GetFileExInfoStandard, &data)) return std::nullopt;
+  const auto join = [](DWORD high, DWORD low) { return std::uint64_t{high} << 32 | low; };
+  return FileStamp{join(data.nFileSizeHigh, data.nFileSizeLow),
+                   join(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime)};
+}
+
+bool setReadOnly(const std::u16string& path, bool readOnly) {
+  const DWORD attributes = GetFileAttributesW(wide(path));
+  if (attributes == INVALID_FILE_ATTRIBUTES) return false;
+  const DWORD without = attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY);
+  DWORD wanted = readOnly ? without | FILE_ATTRIBUTE_READONLY : without;
+  if (wanted == 0) wanted = FILE_ATTRIBUTE_NORMAL;
+  return SetFileAttributesW(wide(path), wanted) != 0;
+}
+
+std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& path,
+                                                        std::uint64_t maximumSize) {
+  const KernelHandle file = openFile(wide(path), GENERIC_READ, kShareAll, OPEN_EXISTING);
+  if (!file) return std::nullopt;
+  const std::optional<std::uint64_t> size = sizeOf(file.get());
+  if (!size || *size == 0 || *size > maximumSize) return std::nullopt;
+  auto bytes = readBytes(file.get(), *size);
+  if (bytes && bytes->size() != *size) return std::nullopt;
+  return bytes;
+}
+
+std::optional<std::vector<std::uint8_t>> readFileHead(const std::u16string& path,
+                                                      std::uint64_t maximumSize) {
+  const KernelHandle file = openFile(wide(path), GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
+  if (!file) return std::nullopt;
+  const std::optional<std::uint64_t> size = sizeOf(file.get());
+  if (!size) return std::nullopt;
+  return readBytes(file.get(), std::min(*size, maximumSize));
+}
+
+bool writeFile(const std::u16string& path, const void* bytes, std::uint64_t size) {
+  return makeFile(path, CREATE_ALWAYS, bytes, size);
+}
+
+bool createNewFile(const std::u16string& path, const void* bytes, std::uint64_t size) {
+  return makeFile(path, CREATE_NEW, bytes, size);
+}
+
+bool deleteFile(const std::u16string& path) {
+  return DeleteFileW(wide(path)) != 0;
+}
+
+bool replaceFile(const std::u16string& source, const std::u16string& target) {
+  return MoveFileExW(wide(source), wide(target), MOVEFILE_REPLACE_EXISTING) != 0;
+}
+
+bool createFolder(const std::u16string& path) {
+  if (CreateDirectoryW(wide(path), nullptr)) return true;
+  const DWORD attributes = GetFileAttributesW(wide(path));
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+std::u16string localAppDataFolder() {
+  return knownFolder(FOLDERID_LocalAppData);
+}
+
+std::u16string desktopFolder() {
+  return knownFolder(FOLDERID_Desktop);
+}
+
+std::u16string temporaryFolder() {
+  wchar_t path[kTemporaryPathUnits] = {};
+  const DWORD length = GetTempPathW(kTemporaryPathUnits, path);
+  if (length < 1 || length >= kTemporaryPathUnits) return {};
+  return fromWide({path, length});
+}
+
+}  // namespace quillmere::platform

@@ -1,0 +1,187 @@
+#include "platform/main_window.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <vector>
+
+#include "platform/win32/wide.h"
+#include "platform/win32/window_handles.h"
+
+// Texts, parts and positions are set only where they change: setting them anew repaints, which
+// flickers while the user drags or scrolls.
+namespace quillmere::platform {
+
+WindowHandles windowHandles;
+
+namespace {
+
+HWND mainWindow() {
+  return windowHandles.main;
+}
+
+std::u16string windowText(HWND window) {
+  std::u16string text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, u'\0');
+  const int length = GetWindowTextW(window, wideBuffer(text), static_cast<int>(text.size()));
+  text.resize(static_cast<std::size_t>(length));
+  return text;
+}
+
+std::u16string statusText(WPARAM part) {
+  const LRESULT length = SendMessageW(windowHandles.statusBar, SB_GETTEXTLENGTHW, part, 0);
+  std::u16string text(static_cast<std::size_t>(LOWORD(length)) + 1, u'\0');
+  SendMessageW(windowHandles.statusBar, SB_GETTEXTW, part,
+               reinterpret_cast<LPARAM>(wideBuffer(text)));
+  text.pop_back();
+  return text;
+}
+
+std::vector<int> statusParts() {
+  const LRESULT count = SendMessageW(windowHandles.statusBar, SB_GETPARTS, 0, 0);
+  std::vector<int> edges(static_cast<std::size_t>(count));
+  SendMessageW(windowHandles.statusBar, SB_GETPARTS, static_cast<WPARAM>(count),
+               reinterpret_cast<LPARAM>(edges.data()));
+  return edges;
+}
+
+RECT clientRect() {
+  RECT rect{};
+  if (mainWindow() != nullptr) GetClientRect(mainWindow(), &rect);
+  return rect;
+}
+
+}  // namespace
+
+bool mainWindowExists() {
+  return mainWindow() != nullptr;
+}
+
+PixelSize mainWindowClientSize() {
+  const RECT rect = clientRect();
+  return {rect.right, rect.bottom};
+}
+
+int statusBarHeight() {
+  RECT rect{};
+  if (windowHandles.statusBar == nullptr || !GetWindowRect(windowHandles.statusBar, &rect)) {
+    return 0;
+  }
+  return rect.bottom - rect.top;
+}
+
+void setMainWindowTitle(const std::u16string& title) {
+  if (mainWindow() == nullptr || windowText(mainWindow()) == title) return;
+  SetWindowTextW(mainWindow(), wide(title));
+}
+
+void invalidateMainWindow(bool erase) {
+  // A null window would mean every window of the desktop.
+  if (mainWindow() != nullptr) InvalidateRect(mainWindow(), nullptr, erase);
+}
+
+void updateMainWindow() {
+  if (mainWindow() != nullptr) UpdateWindow(mainWindow());
+}
+
+void setStatusParts(const int* rightEdges, int count) {
+  if (windowHandles.statusBar == nullptr) return;
+  const std::vector<int> wanted(rightEdges, rightEdges + count);
+  if (statusParts() == wanted) return;
+  SendMessageW(windowHandles.statusBar, SB_SETPARTS, static_cast<WPARAM>(count),
+               reinterpret_cast<LPARAM>(wanted.data()));
+}
+
+void setStatusText(int part, const std::u16string& text) {
+  const auto index = static_cast<WPARAM>(part);
+  if (windowHandles.statusBar == nullptr || statusText(index) == text) return;
+  SendMessageW(windowHandles.statusBar, SB_SETTEXTW, index, reinterpret_cast<LPARAM>(wide(text)));
+}
+
+void placeZoomSlider(int x, int y, int width, int height) {
+  if (windowHandles.zoomSlider == nullptr) return;
+  SetWindowPos(windowHandles.zoomSlider, nullptr, x, y, width, height,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void setZoomSlider(int position, bool enabled) {
+  const HWND slider = windowHandles.zoomSlider;
+  if (slider == nullptr) return;
+  if ((IsWindowEnabled(slider) != 0) != enabled) EnableWindow(slider, enabled);
+  if (SendMessageW(slider, TBM_GETPOS, 0, 0) == position) return;
+  SendMessageW(slider, TBM_SETPOS, TRUE, position);
+}
+
+void setMenuItem(std::uint32_t command, bool checked, bool enabled) {
+  const HMENU menuBar = mainWindow() == nullptr ? nullptr : GetMenu(mainWindow());
+  if (menuBar == nullptr) return;
+  CheckMenuItem(menuBar, command, MF_BYCOMMAND | (checked ? MF_CHECKED : MF_UNCHECKED));
+  EnableMenuItem(menuBar, command, MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED));
+}
+
+void layoutMainWindow() {
+  if (mainWindow() == nullptr) return;
+  const RECT rect = clientRect();
+  SendMessageW(mainWindow(), WM_SIZE, SIZE_RESTORED, MAKELPARAM(rect.right, rect.bottom));
+}
+
+void refreshCursor() {
+  POINT point{};
+  if (mainWindow() == nullptr || !GetCursorPos(&point)) return;
+  if (WindowFromPoint(point) != mainWindow()) return;
+  const LRESULT area = SendMessageW(mainWindow(), WM_NCHITTEST, 0, MAKELPARAM(point.x, point.y));
+  SendMessageW(mainWindow(), WM_SETCURSOR, reinterpret_cast<WPARAM>(mainWindow()),
+               MAKELPARAM(area, WM_MOUSEMOVE));
+}
+
+void captureMouse() {
+  if (mainWindow() != nullptr) SetCapture(mainWindow());
+}
+
+void releaseMouse() {
+  if (mainWindow() != nullptr && GetCapture() == mainWindow()) ReleaseCapture();
+}
+
+void focusMainWindow() {
+  if (mainWindow() != nullptr) SetFocus(mainWindow());
+}
+
+void focusNavigationTree() {
+  if (windowHandles.bookmarksTree != nullptr) SetFocus(windowHandles.bookmarksTree);
+}
+
+void focusBinderTree() {
+  if (windowHandles.binderTree != nullptr) SetFocus(windowHandles.binderTree);
+}
+
+void postBinderTreeRebuild() {
+  if (mainWindow() == nullptr) return;
+  PostMessageW(mainWindow(), kBinderTreeRebuildMessage, 0, 0);
+}
+
+std::optional<WindowPlacement> mainWindowPlacement() {
+  WINDOWPLACEMENT placement{};
+  placement.length = sizeof placement;
+  if (mainWindow() == nullptr || !GetWindowPlacement(mainWindow(), &placement)) {
+    return std::nullopt;
+  }
+  const RECT& normal = placement.rcNormalPosition;
+  return WindowPlacement{{normal.left, normal.top, normal.right, normal.bottom},
+                         placement.showCmd == SW_SHOWMAXIMIZED};
+}
+
+void placeMainWindow(const WindowPlacement& wanted) {
+  if (mainWindow() == nullptr) return;
+  WINDOWPLACEMENT placement{};
+  placement.length = sizeof placement;
+  placement.showCmd = wanted.maximised ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL;
+  placement.rcNormalPosition = {wanted.normal.left, wanted.normal.top, wanted.normal.right,
+                                wanted.normal.bottom};
+  SetWindowPlacement(mainWindow(), &placement);
+}
+
+void closeMainWindow() {
+  if (mainWindow() != nullptr) SendMessageW(mainWindow(), WM_CLOSE, 0, 0);
+}
+
+}  // namespace quillmere::platform

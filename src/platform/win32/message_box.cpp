@@ -1,0 +1,54 @@
+#include "platform/message_box.h"
+
+#include <windows.h>
+
+#include "platform/win32/wide.h"
+#include "platform/win32/window_handles.h"
+
+namespace quillmere::platform {
+namespace {
+
+UINT buttonFlags(BoxButtons buttons) {
+  switch (buttons) {
+    case BoxButtons::YesNo:
+      return MB_YESNO;
+    case BoxButtons::YesNoCancel:
+      return MB_YESNOCANCEL;
+    case BoxButtons::Ok:
+      break;
+  }
+  return MB_OK;
+}
+
+UINT iconFlags(BoxIcon icon) {
+  switch (icon) {
+    case BoxIcon::Information:
+      return MB_ICONINFORMATION;
+    case BoxIcon::Warning:
+      return MB_ICONWARNING;
+    case BoxIcon::Error:
+      return MB_ICONERROR;
+    case BoxIcon::Question:
+      return MB_ICONQUESTION;
+    case BoxIcon::None:
+      break;
+  }
+  return 0;
+}
+
+}  // namespace
+
+BoxAnswer showMessageBox(const std::u16string& text, const std::u16string& title,
+                         BoxButtons buttons, BoxIcon icon, BoxOwner owner) {
+  const bool owned = owner == BoxOwner::MainWindow;
+  const UINT flags = buttonFlags(buttons) | iconFlags(icon) | (owned ? 0u : MB_TOPMOST);
+  const int answer =
+      MessageBoxW(owned ? windowHandles.main : nullptr, wide(text), wide(title), flags);
+  return answer == 0 ? BoxAnswer::Cancel : static_cast<BoxAnswer>(answer);
+}
+
+void beep(Sound sound) {
+  MessageBeep(sound == Sound::Exclamation ? MB_ICONEXCLAMATION : MB_OK);
+}
+
+}  // namespace quillmere::platform

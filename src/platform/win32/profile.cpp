@@ -1,0 +1,37 @@
+#include "platform/profile.h"
+
+#include <windows.h>
+
+#include "platform/leading_integer.h"
+#include "platform/win32/wide.h"
+
+namespace quillmere::platform {
+namespace {
+
+constexpr std::uint32_t kIntegerUnits = 64;
+
+}  // namespace
+
+std::int32_t readProfileInteger(const std::u16string& section, const std::u16string& key,
+                                std::int32_t fallback, const std::u16string& path) {
+  // Not the system's own integer call: it takes "0x10" and the like for other number systems.
+  const std::u16string value = readProfileText(section, key, kIntegerUnits, path);
+  return value.empty() ? fallback : leadingInteger(value);
+}
+
+std::u16string readProfileText(const std::u16string& section, const std::u16string& key,
+                               std::uint32_t size, const std::u16string& path) {
+  if (size == 0) return {};
+  std::u16string value(size, u'\0');
+  const DWORD length =
+      GetPrivateProfileStringW(wide(section), wide(key), L"", wideBuffer(value), size, wide(path));
+  value.resize(length);
+  return value;
+}
+
+bool writeProfileText(const std::u16string& section, const std::u16string& key,
+                      const std::u16string& value, const std::u16string& path) {
+  return WritePrivateProfileStringW(wide(section), wide(key), wide(value), wide(path)) != 0;
+}
+
+}  // namespace quillmere::platform

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// The one place where the system's wide characters and UTF-16 units are taken for each other.
+namespace quillmere::platform {
+
+static_assert(sizeof(wchar_t) == sizeof(char16_t));
+
+// The same units, with their terminator; valid as long as `text` is unchanged.
+inline const wchar_t* wide(const std::u16string& text) {
+  return reinterpret_cast<const wchar_t*>(text.c_str());
+}
+
+// For calls that fill the text; `text` must be large enough already.
+inline wchar_t* wideBuffer(std::u16string& text) {
+  return reinterpret_cast<wchar_t*>(text.data());
+}
+
+// Units without a terminator; the length goes with them.
+inline const wchar_t* wideUnits(std::u16string_view text) {
+  return reinterpret_cast<const wchar_t*>(text.data());
+}
+
+inline std::u16string fromWide(std::wstring_view text) {
+  return std::u16string(reinterpret_cast<const char16_t*>(text.data()), text.size());
+}
+
+}  // namespace quillmere::platform
