@@ -161,6 +161,10 @@ enum class VolumeState {
 };
 void setVolume(const std::u16string& volume, VolumeState state, std::uint32_t error = 53);
 
+// Makes attribute queries of one path fail with `error`; 0 lets them through again. Safe from any
+// thread.
+void setAttributeError(const std::u16string& path, std::uint32_t error);
+
 // Who else has a file open.
 enum class OtherUse {
   Nobody,
@@ -173,7 +177,7 @@ void setOtherUse(const std::u16string& path, OtherUse use);
 // ignoring case, whatever the volume's state. For handing to std::filesystem or fopen.
 std::filesystem::path realPath(const std::u16string& path);
 
-// What PDFium and other readers of real files take: the real path in UTF-8.
+// The real path in UTF-8.
 std::string realPathUtf8(const std::u16string& path);
 
 // Makes the file with its folders, whatever script is in force.

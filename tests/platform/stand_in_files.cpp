@@ -33,6 +33,7 @@ struct FileBooks {
   std::set<fs::path> readOnly;
   std::map<fs::path, OtherUse> otherUses;
   std::map<fs::path, GivenTime> times;
+  std::map<std::u16string, std::uint32_t> attributeErrors;  // by path in lower case
   std::uint64_t lastTicks = 0;
 };
 
@@ -50,6 +51,12 @@ OtherUse otherUseOf(const fs::path& path) {
   const std::lock_guard lock(books().mutex);
   const auto entry = books().otherUses.find(path);
   return entry == books().otherUses.end() ? OtherUse::Nobody : entry->second;
+}
+
+std::uint32_t scriptedAttributeError(const std::u16string& path) {
+  const std::lock_guard lock(books().mutex);
+  const auto entry = books().attributeErrors.find(toLower(path));
+  return entry == books().attributeErrors.end() ? 0 : entry->second;
 }
 
 std::uint64_t ticksOf(std::chrono::system_clock::time_point time) {
@@ -188,6 +195,7 @@ void resetFileBooks() {
   books().readOnly.clear();
   books().otherUses.clear();
   books().times.clear();
+  books().attributeErrors.clear();
 }
 
 std::optional<std::string> readForProfile(const std::u16string& path) {
@@ -201,6 +209,7 @@ std::optional<std::string> readForProfile(const std::u16string& path) {
 }
 
 AttributeQuery queryAttributes(const std::u16string& path) {
+  if (const std::uint32_t error = scriptedAttributeError(path)) return {kInvalidAttributes, error};
   const FoundPath found = findPath(path);
   if (!found.exists) return {kInvalidAttributes, found.error};
   std::uint32_t attributes = found.folder ? kAttributeFolder : kAttributeArchive;
@@ -299,6 +308,13 @@ bool createFolder(const std::u16string& path) {
   return fs::create_directory(found.real, error);
 }
 
+// Where the system would refuse the library, the name of nothing.
+std::string pathForLibraries(const std::u16string& path) {
+  const FoundPath found = findPath(path);
+  const bool refused = !found.exists || otherUseOf(found.real) == OtherUse::Exclusive;
+  return refused ? std::string() : toUtf8(unitsOf(found.real));
+}
+
 std::u16string localAppDataFolder() {
   return standIn().localAppDataFolder;
 }
@@ -316,15 +332,13 @@ void setOtherUse(const std::u16string& path, OtherUse use) {
   books().otherUses[findPathUnscripted(path).real] = use;
 }
 
-fs::path realPath(const std::u16string& path) {
-  return findPathUnscripted(path).real;
+void setAttributeError(const std::u16string& path, std::uint32_t error) {
+  const std::lock_guard lock(books().mutex);
+  books().attributeErrors[toLower(path)] = error;
 }
 
-// Where the system would refuse the library, the name of nothing.
-std::string pathForLibraries(const std::u16string& path) {
-  const FoundPath found = findPath(path);
-  const bool refused = !found.exists || otherUseOf(found.real) == OtherUse::Exclusive;
-  return refused ? std::string() : toUtf8(unitsOf(found.real));
+fs::path realPath(const std::u16string& path) {
+  return findPathUnscripted(path).real;
 }
 
 std::string realPathUtf8(const std::u16string& path) {

@@ -8,6 +8,7 @@
 #include <limits>
 #include <new>
 
+#include "platform/text.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/wide.h"
 
@@ -132,6 +133,10 @@ bool createFolder(const std::u16string& path) {
   if (CreateDirectoryW(wide(path), nullptr)) return true;
   const DWORD attributes = GetFileAttributesW(wide(path));
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+std::string pathForLibraries(const std::u16string& path) {
+  return toUtf8(path);
 }
 
 std::u16string localAppDataFolder() {
