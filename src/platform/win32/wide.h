@@ -13,6 +13,12 @@ inline const wchar_t* wide(const std::u16string& text) {
   return reinterpret_cast<const wchar_t*>(text.c_str());
 }
 
+// Literals and other terminated text; a text made on the way would not live long enough.
+inline const wchar_t* wide(const char16_t* text) {
+  return reinterpret_cast<const wchar_t*>(text);
+}
+const wchar_t* wide(std::u16string&& text) = delete;
+
 // For calls that fill the text; `text` must be large enough already.
 inline wchar_t* wideBuffer(std::u16string& text) {
   return reinterpret_cast<wchar_t*>(text.data());
