@@ -137,6 +137,7 @@ void layoutLeftPanel() {
 void createChildWindows() {
   registerPlainClass(L"QuillmereStampPanel");
   registerPlainClass(L"QuillmereFindBar");
+  windowHandles.layoutChildren = layoutChildWindows;
   if (session.viewerRole) session.stampPanelVisible = false;
   windowHandles.stampPanel = createChild(L"QuillmereStampPanel", L"", WS_CHILD, kStampPanelId);
   windowHandles.findBar = createChild(L"QuillmereFindBar", L"", WS_CHILD, kFindBarId);

@@ -16,7 +16,4 @@ struct MessageHandler {
 
 std::span<const MessageHandler> mainWindowHandlers();
 
-// Messages that this program sends to itself, counted from WM_APP.
-inline constexpr std::uint32_t kBinderTreeRebuildOffset = 1;
-
 }  // namespace quillmere

@@ -84,6 +84,7 @@ void acceptFiles() {
 }
 
 Result onCreate(WPARAM, LPARAM) {
+  session.dpi = static_cast<std::int32_t>(GetDpiForWindow(windowHandles.main));
   startLibraries();
   loadStores();
   createChildWindows();
@@ -102,7 +103,7 @@ Result onClose(WPARAM, LPARAM) {
 Result onDestroy(WPARAM, LPARAM) {
   tearDown();
   releasePaintBuffers();
-  DeleteObject(windowHandles.headerFont);
+  if (windowHandles.headerFont != nullptr) DeleteObject(windowHandles.headerFont);
   windowHandles = {};
   Gdiplus::GdiplusShutdown(gdiplusToken);
   PostQuitMessage(0);
@@ -315,7 +316,7 @@ constexpr MessageHandler kHandlers[] = {
     {WM_SETCURSOR, onSetCursor},
     {WM_INITMENUPOPUP, onInitMenuPopup},
     {WM_HSCROLL, onHorizontalScroll},
-    {WM_APP + kBinderTreeRebuildOffset, onBinderTreeRebuild},
+    {platform::kBinderTreeRebuildMessage, onBinderTreeRebuild},
 };
 
 }  // namespace

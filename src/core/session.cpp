@@ -33,7 +33,9 @@ bool anyPlacementPending() {
   return false;
 }
 
-bool inTwoDocuments() { return session.viewMode == ViewMode::TwoDocuments; }
+bool inTwoDocuments() {
+  return session.viewMode == ViewMode::TwoDocuments;
+}
 
 }  // namespace
 
@@ -42,7 +44,9 @@ void resetSession() {
   std::construct_at(&session);
 }
 
-FPDF_DOCUMENT documentOf(int pane) { return documentHandleOf(pane).get(); }
+FPDF_DOCUMENT documentOf(int pane) {
+  return documentHandleOf(pane).get();
+}
 
 DocumentHandle& documentHandleOf(int pane) {
   return inTwoDocuments() ? session.panes[pane].document : session.active.document;
@@ -77,7 +81,9 @@ bool hasUnsavedChanges() {
          rotationPending(session.panes[1]);
 }
 
-bool anyPageRotationPending(int pane) { return anyPending(pageRotationsOf(pane)); }
+bool anyPageRotationPending(int pane) {
+  return anyPending(pageRotationsOf(pane));
+}
 
 void closePanePage(int pane) {
   session.panes[pane].textPage.reset();

@@ -38,7 +38,7 @@ void setZoomSlider(int position, bool enabled);
 // Check mark and enabling of a menu bar item by its command id.
 void setMenuItem(std::uint32_t command, bool checked, bool enabled);
 
-// Sends the layout of child windows through again, as after a size change.
+// Puts the child windows in their places again, as after a size change.
 void layoutMainWindow();
 
 // Chooses the cursor anew for the place where the pointer is.

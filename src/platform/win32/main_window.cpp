@@ -120,9 +120,7 @@ void setMenuItem(std::uint32_t command, bool checked, bool enabled) {
 }
 
 void layoutMainWindow() {
-  if (mainWindow() == nullptr) return;
-  const RECT rect = clientRect();
-  SendMessageW(mainWindow(), WM_SIZE, SIZE_RESTORED, MAKELPARAM(rect.right, rect.bottom));
+  if (windowHandles.layoutChildren != nullptr) windowHandles.layoutChildren();
 }
 
 void refreshCursor() {

@@ -23,6 +23,7 @@ struct WindowHandles {
   HWND binderTree = nullptr;
   HFONT headerFont = nullptr;  // of the panel headers; owned by the main window
   HWND dialogs[kModelessDialogCount] = {};
+  void (*layoutChildren)() = nullptr;  // puts the children in their places
 };
 
 extern WindowHandles windowHandles;
