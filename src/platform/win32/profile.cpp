@@ -10,6 +10,19 @@ namespace {
 
 constexpr std::uint32_t kIntegerUnits = 64;
 
+// Whether the key is there and reads as `value`. Every write makes the system write the whole file
+// again, and the lists alone are some twenty keys that seldom change.
+bool alreadyReads(const std::u16string& section, const std::u16string& key,
+                  const std::u16string& value, const std::u16string& path) {
+  constexpr const wchar_t* kAbsent = L"\x01";
+  std::u16string found(value.size() + 2, u'\0');  // a longer value shows as longer
+  const DWORD length =
+      GetPrivateProfileStringW(wide(section), wide(key), kAbsent, wideBuffer(found),
+                               static_cast<DWORD>(found.size()), wide(path));
+  found.resize(length);
+  return found == value;
+}
+
 }  // namespace
 
 std::int32_t readProfileInteger(const std::u16string& section, const std::u16string& key,
@@ -31,6 +44,7 @@ std::u16string readProfileText(const std::u16string& section, const std::u16stri
 
 bool writeProfileText(const std::u16string& section, const std::u16string& key,
                       const std::u16string& value, const std::u16string& path) {
+  if (alreadyReads(section, key, value, path)) return true;
   return WritePrivateProfileStringW(wide(section), wide(key), wide(value), wide(path)) != 0;
 }
 
