@@ -131,6 +131,7 @@ void leaveTwoDocuments() {
   dropPaneView(0);
   dropPaneView(1);
   forgetBinderOfPaneOne();
+  if (session.placementDocument == lost.document.get()) ClearPlacements();
   lost.document.reset();
   lost.pageCount = 0;
   lost.dirty = false;

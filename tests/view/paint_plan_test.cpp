@@ -1,0 +1,123 @@
+#include "view/paint_plan.h"
+
+#include "view/geometry.h"
+#include "view/view_test.h"
+
+namespace quillmere::test {
+namespace {
+
+class PaintPlanTest : public ViewTest {};
+
+TEST_F(PaintPlanTest, SinglePageHasOnePaneAndNoLines) {
+  const WindowPlan plan = planWindow();
+  EXPECT_EQ(plan.paneCount, 1);
+  EXPECT_TRUE(plan.divider.rect.empty());
+  EXPECT_TRUE(plan.leftSplitter.rect.empty());
+  EXPECT_TRUE(plan.leftPanelBar.rect.empty());
+  EXPECT_TRUE(plan.stampSplitter.rect.empty());
+}
+
+TEST_F(PaintPlanTest, TheDividerRunsDownToTheStatusBar) {
+  session.viewMode = ViewMode::Book;
+  session.findBarVisible = true;
+  const WindowPlan plan = planWindow();
+  EXPECT_EQ(plan.paneCount, 2);
+  EXPECT_EQ(plan.divider.rect, (PaneRect{500, 0, 502, 778}));
+  EXPECT_EQ(plan.divider.color, (Color{40, 40, 40}));
+}
+
+TEST_F(PaintPlanTest, SplittersStandBesideTheirPanels) {
+  session.navigationPanelVisible = true;
+  session.binderPanelVisible = true;
+  session.leftPanelWidth = 190;
+  session.stampPanelVisible = true;
+  session.stampPanelWidth = 180;
+  const WindowPlan plan = planWindow();
+  EXPECT_EQ(plan.leftSplitter.rect, (PaneRect{190, 0, 193, 778}));
+  EXPECT_EQ(plan.stampSplitter.rect, (PaneRect{817, 0, 820, 778}));
+  EXPECT_EQ(plan.leftPanelBar.rect, (PaneRect{0, 389, 190, 392}));
+  EXPECT_EQ(plan.leftSplitter.color, (Color{45, 45, 45}));
+  EXPECT_EQ(plan.stampSplitter.color, (Color{45, 45, 45}));
+  EXPECT_EQ(plan.leftPanelBar.color, (Color{45, 45, 45}));
+}
+
+TEST_F(PaintPlanTest, TheStampPanelHasItsLineInSinglePageAlone) {
+  session.stampPanelVisible = true;
+  session.viewMode = ViewMode::IndependentPages;
+  EXPECT_TRUE(planWindow().stampSplitter.rect.empty());
+}
+
+TEST_F(PaintPlanTest, TheBarNeedsBothPartsOfTheLeftPanel) {
+  session.navigationPanelVisible = true;
+  EXPECT_TRUE(planWindow().leftPanelBar.rect.empty());
+}
+
+TEST_F(PaintPlanTest, AnEmptyPaneHasNothingToPaint) {
+  openAndShow(simplePdf(1));
+  const PanePlan plan = planPane(0, PaneRect{500, 0, 500, 700});
+  EXPECT_FALSE(plan.hasBitmap);
+  EXPECT_FALSE(plan.showsPlaceholder);
+  EXPECT_FALSE(plan.framed);
+}
+
+TEST_F(PaintPlanTest, TheBitmapStandsAtTheCutPanAndItsShadowFourFurther) {
+  openAndShow(simplePdf(1, 100, 50));
+  setView(0, 1.0f, 20.75f, -30.75f);
+  const PanePlan plan = planPane(0, paneRect(0));
+  EXPECT_TRUE(plan.hasBitmap);
+  EXPECT_EQ(plan.bitmapX, 20);
+  EXPECT_EQ(plan.bitmapY, -30);
+  EXPECT_EQ(plan.shadow, (PaneRect{24, -26, 124, 24}));
+  EXPECT_EQ(plan.content, (PaneRect{0, 0, 1000, 778}));
+}
+
+TEST_F(PaintPlanTest, TheActivePaneIsFramedInModesWithTwoPanes) {
+  session.viewMode = ViewMode::TwoDocuments;
+  session.activePane = 1;
+  const PanePlan active = planPane(1, PaneRect{502, 0, 602, 50});
+  EXPECT_TRUE(active.framed);
+  EXPECT_EQ(active.content, (PaneRect{4, 4, 96, 46}));
+  EXPECT_THAT(active.frame, testing::ElementsAre(PaneRect{1, 1, 99, 4}, PaneRect{1, 46, 99, 49},
+                                                 PaneRect{1, 4, 4, 46}, PaneRect{96, 4, 99, 46}));
+  const PanePlan other = planPane(0, PaneRect{0, 0, 500, 50});
+  EXPECT_FALSE(other.framed);
+  EXPECT_EQ(other.content, (PaneRect{0, 0, 500, 50}));
+}
+
+TEST_F(PaintPlanTest, SinglePageHasNoFrame) {
+  EXPECT_FALSE(planPane(0, paneRect(0)).framed);
+}
+
+TEST_F(PaintPlanTest, ThePlaceholderShowsOnlyWithoutADocument) {
+  EXPECT_TRUE(planPane(0, paneRect(0)).showsPlaceholder);
+  openInActive(simplePdf(1));
+  EXPECT_FALSE(planPane(0, paneRect(0)).showsPlaceholder);
+}
+
+TEST_F(PaintPlanTest, APageThatCannotBeLoadedLeavesTheBackgroundAlone) {
+  openInActive(pdfWithBrokenPage(2, 0));
+  show(0, 0);
+  ASSERT_EQ(pane(0).page, nullptr);
+  const PanePlan plan = planPane(0, paneRect(0));
+  EXPECT_FALSE(plan.hasBitmap);
+  EXPECT_FALSE(plan.showsPlaceholder);
+}
+
+TEST_F(PaintPlanTest, ThePlaceholderSaysWhereADocumentCanComeFrom) {
+  const std::u16string whole = u"Open a PDF with  File \u203A Open\u2026  or drag a file here";
+  EXPECT_EQ(placeholderText(0), whole);
+  session.viewMode = ViewMode::IndependentPages;
+  EXPECT_EQ(placeholderText(1), whole);
+  session.viewMode = ViewMode::TwoDocuments;
+  EXPECT_EQ(placeholderText(0), whole);
+  EXPECT_EQ(placeholderText(1), u"Open a PDF here, or drag a file in");
+}
+
+TEST_F(PaintPlanTest, ThePlaceholderIsCentredInsideTheInset) {
+  session.viewMode = ViewMode::TwoDocuments;
+  const PanePlan plan = planPane(0, PaneRect{0, 0, 500, 778});
+  EXPECT_EQ(placeholderBox(plan, {200, 20}), (PaneRect{150, 379, 350, 399}));
+}
+
+}  // namespace
+}  // namespace quillmere::test
