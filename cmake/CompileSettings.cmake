@@ -15,7 +15,8 @@ endif()
 if(WIN32)
   target_compile_definitions(quillmere_settings INTERFACE
     UNICODE _UNICODE NOMINMAX _WIN32_WINNT=0x0A00 WINVER=0x0A00)
-  target_compile_options(quillmere_settings INTERFACE -fstack-protector-strong)
+  target_compile_options(quillmere_settings INTERFACE -fstack-protector-strong
+    -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
   target_link_options(quillmere_settings INTERFACE -static -fstack-protector-strong
     -Wl,--dynamicbase,--high-entropy-va,--nxcompat -Wl,--no-insert-timestamp)
 endif()
