@@ -30,6 +30,7 @@
 #include "store/settings.h"
 #include "store/shelf.h"
 #include "view/cursors.h"
+#include "view/geometry.h"
 #include "view/modes.h"
 #include "view/paint.h"
 #include "view/status.h"
@@ -124,7 +125,7 @@ Result onSize(WPARAM kind, LPARAM) {
 }
 
 Result onDpiChanged(WPARAM wParam, LPARAM lParam) {
-  session.dpi = HIWORD(wParam);
+  changeDensity(HIWORD(wParam));
   applyPanelFonts();
   const auto* wanted = reinterpret_cast<const RECT*>(lParam);
   SetWindowPos(windowHandles.main, nullptr, wanted->left, wanted->top, wanted->right - wanted->left,

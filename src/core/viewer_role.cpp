@@ -6,6 +6,7 @@
 #include "core/session.h"
 #include "nav/bookmarks.h"
 #include "platform/main_window.h"
+#include "view/geometry.h"
 #include "view/modes.h"
 
 namespace quillmere {
@@ -13,15 +14,15 @@ namespace quillmere {
 namespace {
 
 constexpr double kViewerPanelShare = 0.8;
-constexpr std::int32_t kMinimumPanelWidth = 150;  // pixels
+constexpr int kMinimumPanelWidth = 150;  // pixels
 
 }  // namespace
 
 void arrangeViewerPanels() {
   session.binderPanelVisible = false;
   session.navigationPanelVisible = documentHasBookmarks();
-  const auto narrower = static_cast<std::int32_t>(session.leftPanelWidth * kViewerPanelShare + 0.5);
-  session.leftPanelWidth = std::max(narrower, kMinimumPanelWidth);
+  const auto narrower = static_cast<int>(session.leftPanelWidth * kViewerPanelShare + 0.5);
+  session.leftPanelWidth = std::max(narrower, scaled(kMinimumPanelWidth));
   platform::layoutMainWindow();
   refitPanes();
   refreshMenus();

@@ -18,6 +18,7 @@
 #include "store/settings_placement.h"
 #include "store/settings_table.h"
 #include "store/working_documents.h"
+#include "view/geometry.h"
 
 namespace quillmere {
 
@@ -66,9 +67,9 @@ void startPanels() {
   session.stampPanelVisible = visibleAtStart(settings.defaultStampPane, settings.lastStampVisible);
   session.binderPanelVisible =
       visibleAtStart(settings.defaultBindersPanel, settings.lastBinderPanelVisible);
-  session.leftPanelWidth = settings.navWidth;
-  session.stampPanelWidth = settings.stampWidth;
-  session.paneDividerPosition = static_cast<std::int32_t>(settings.paneDivPos);
+  session.leftPanelWidth = scaled(settings.navWidth);
+  session.stampPanelWidth = scaled(settings.stampWidth);
+  session.paneDividerPosition = scaled(static_cast<std::int32_t>(settings.paneDivPos));
   session.leftPanelSplit = static_cast<float>(settings.leftPanelSplitBp) / kSplitUnits;
 }
 
@@ -92,9 +93,9 @@ void rememberLiveState() {
   settings.lastNavVisible = session.navigationPanelVisible;
   settings.lastStampVisible = session.stampPanelVisible;
   settings.lastBinderPanelVisible = session.binderPanelVisible;
-  settings.navWidth = session.leftPanelWidth;
-  settings.stampWidth = session.stampPanelWidth;
-  settings.paneDivPos = static_cast<std::uint32_t>(session.paneDividerPosition);
+  settings.navWidth = unscaled(session.leftPanelWidth);
+  settings.stampWidth = unscaled(session.stampPanelWidth);
+  settings.paneDivPos = static_cast<std::uint32_t>(unscaled(session.paneDividerPosition));
   settings.leftPanelSplitBp =
       static_cast<std::int32_t>(session.leftPanelSplit * kSplitUnits + 0.5f);
 }

@@ -37,6 +37,11 @@ struct PanePoint {
 
 // A length at 96 pixels an inch, in pixels of the window's screen. The identity at 96.
 int scaled(int pixels);
+// The inverse, for widths that the settings keep.
+int unscaled(int pixels);
+
+// Moves the session to a screen of `dpi` pixels an inch; panels keep their width to the eye.
+void changeDensity(std::int32_t dpi);
 
 bool leftPanelShown();
 // Right end of the left panel with its splitter; 0 when it is hidden.
