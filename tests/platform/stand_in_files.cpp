@@ -311,7 +311,8 @@ bool createFolder(const std::u16string& path) {
 // Where the system would refuse the library, the name of nothing.
 std::string pathForLibraries(const std::u16string& path) {
   const FoundPath found = findPath(path);
-  const bool refused = !found.exists || otherUseOf(found.real) == OtherUse::Exclusive;
+  const bool refused =
+      !found.exists || found.folder || otherUseOf(found.real) == OtherUse::Exclusive;
   return refused ? std::string() : toUtf8(unitsOf(found.real));
 }
 
