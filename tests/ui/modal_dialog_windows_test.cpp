@@ -1,0 +1,242 @@
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <functional>
+#include <string>
+
+#include "ui/modal_dialog.h"
+
+namespace quillmere::test {
+namespace {
+
+constexpr const wchar_t* kOwnerClass = L"QuillmereTestOwner";
+constexpr const wchar_t* kProbeClass = L"QuillmereTestProbe";
+constexpr const wchar_t* kDialogClass = L"QuillmereTestDialog";
+constexpr UINT kRunScript = WM_APP + 50;
+constexpr WORD kAnswerButton = 1001;
+constexpr std::int32_t kCancelled = -7;
+constexpr std::int32_t kAnswered = 42;
+
+// What one dialog of a test is told and what it reports.
+struct Script {
+  std::function<void()> whileOpen;  // runs once the dialog's loop runs
+  HWND owner = nullptr;
+  HWND button = nullptr;
+  HWND focus = nullptr;
+  int timesCreated = 0;
+  bool ownerEnabledWhenControlsGo = false;
+};
+Script* script = nullptr;
+
+LRESULT CALLBACK ownerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == kRunScript) {
+    script->whileOpen();
+    return 0;
+  }
+  return DefWindowProcW(window, message, wParam, lParam);
+}
+
+LRESULT CALLBACK probeProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_DESTROY) {
+    script->ownerEnabledWhenControlsGo = IsWindowEnabled(script->owner) != FALSE;
+  }
+  return DefWindowProcW(window, message, wParam, lParam);
+}
+
+void registerClass(const wchar_t* name, WNDPROC procedure) {
+  WNDCLASSEXW description{};
+  description.cbSize = sizeof(description);
+  description.lpfnWndProc = procedure;
+  description.hInstance = GetModuleHandleW(nullptr);
+  description.lpszClassName = name;
+  RegisterClassExW(&description);
+}
+
+HWND createControls(ModalDialog& dialog, void*) {
+  ++script->timesCreated;
+  const HINSTANCE instance = GetModuleHandleW(nullptr);
+  script->button = CreateWindowExW(
+      0, L"BUTTON", L"&Answer", WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_DEFPUSHBUTTON, 10, 10, 80,
+      24, dialog.window, reinterpret_cast<HMENU>(INT_PTR{kAnswerButton}), instance, nullptr);
+  CreateWindowExW(0, L"BUTTON", L"Cancel", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 100, 10, 80, 24,
+                  dialog.window, reinterpret_cast<HMENU>(INT_PTR{IDCANCEL}), instance, nullptr);
+  CreateWindowExW(0, kProbeClass, L"", WS_CHILD, 0, 0, 1, 1, dialog.window, nullptr, instance,
+                  nullptr);
+  PostMessageW(script->owner, kRunScript, 0, 0);
+  return script->button;
+}
+
+bool handleCommand(ModalDialog& dialog, std::uint16_t id, std::uint16_t, void*) {
+  if (id != kAnswerButton) return false;
+  endModalDialog(dialog, kAnswered);
+  return true;
+}
+
+BOOL CALLBACK countDialogs(HWND window, LPARAM count) {
+  wchar_t name[64] = {};
+  GetClassNameW(window, name, 64);
+  if (std::wstring(name) == kDialogClass) ++*reinterpret_cast<int*>(count);
+  return TRUE;
+}
+
+class ModalDialogTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    script = &script_;
+    registerClass(kOwnerClass, ownerProcedure);
+    registerClass(kProbeClass, probeProcedure);
+    script_.owner =
+        CreateWindowExW(0, kOwnerClass, L"Owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100, 80, 700,
+                        500, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+    ASSERT_NE(script_.owner, nullptr);
+    design_.className = kDialogClass;
+    design_.title = L"Dialog";
+    design_.clientWidth = 200;
+    design_.clientHeight = 60;
+    design_.cancelResult = kCancelled;
+    design_.createControls = createControls;
+    design_.handleCommand = handleCommand;
+  }
+
+  void TearDown() override {
+    DestroyWindow(script_.owner);
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    script = nullptr;
+  }
+
+  std::int32_t run(std::function<void()> whileOpen) {
+    script_.whileOpen = std::move(whileOpen);
+    return runModalDialog(dialog_, design_, script_.owner);
+  }
+
+  void pressButton() {
+    PostMessageW(dialog_.window, WM_COMMAND, MAKEWPARAM(kAnswerButton, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(script_.button));
+  }
+
+  void pressCloseBox() { PostMessageW(dialog_.window, WM_SYSCOMMAND, SC_CLOSE, 0); }
+
+  static int openDialogs() {
+    int count = 0;
+    EnumWindows(countDialogs, reinterpret_cast<LPARAM>(&count));
+    return count;
+  }
+
+  Script script_;
+  ModalDialog dialog_;
+  ModalDialogDesign design_;
+};
+
+TEST_F(ModalDialogTest, AButtonGivesItsResult) {
+  EXPECT_EQ(run([&] { pressButton(); }), kAnswered);
+}
+
+TEST_F(ModalDialogTest, TheCloseBoxGivesTheCancelValue) {
+  EXPECT_EQ(run([&] { pressCloseBox(); }), kCancelled);
+}
+
+TEST_F(ModalDialogTest, EscapeGivesTheCancelValue) {
+  EXPECT_EQ(run([&] { PostMessageW(script_.button, WM_KEYDOWN, VK_ESCAPE, 0); }), kCancelled);
+}
+
+TEST_F(ModalDialogTest, EnterPressesTheDefaultButton) {
+  EXPECT_EQ(run([&] { PostMessageW(script_.button, WM_KEYDOWN, VK_RETURN, 0); }), kAnswered);
+}
+
+TEST_F(ModalDialogTest, TheDialogStaysUntilTheCommandIsDone) {
+  bool stillThere = false;
+  EXPECT_EQ(run([&] {
+              SendMessageW(dialog_.window, WM_COMMAND, MAKEWPARAM(kAnswerButton, BN_CLICKED), 0);
+              stillThere = dialog_.window != nullptr && IsWindow(dialog_.window);
+            }),
+            kAnswered);
+  EXPECT_TRUE(stillThere);
+}
+
+TEST_F(ModalDialogTest, ASecondCallWhileItIsOpenShowsNothing) {
+  std::int32_t second = 0;
+  int dialogs = 0;
+  EXPECT_EQ(run([&] {
+              second = runModalDialog(dialog_, design_, script_.owner);
+              dialogs = openDialogs();
+              pressButton();
+            }),
+            kAnswered);
+  EXPECT_EQ(second, kCancelled);
+  EXPECT_EQ(dialogs, 1);
+  EXPECT_EQ(script_.timesCreated, 1);
+}
+
+TEST_F(ModalDialogTest, ItOpensAgainAfterwardsAndRemembersNothing) {
+  EXPECT_EQ(run([&] { pressButton(); }), kAnswered);
+  EXPECT_EQ(dialog_.window, nullptr);
+  EXPECT_EQ(dialog_.font, nullptr);
+  EXPECT_EQ(run([&] { pressCloseBox(); }), kCancelled);
+  EXPECT_EQ(script_.timesCreated, 2);
+}
+
+TEST_F(ModalDialogTest, ARequestToQuitClosesTheDialogAndReachesTheMainLoop) {
+  EXPECT_EQ(run([] { PostQuitMessage(5); }), kCancelled);
+  EXPECT_EQ(dialog_.window, nullptr);
+  EXPECT_EQ(openDialogs(), 0);
+  EXPECT_TRUE(IsWindowEnabled(script_.owner));
+  MSG message{};
+  bool quit = false;
+  while (!quit && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    quit = message.message == WM_QUIT;
+  }
+  ASSERT_TRUE(quit);
+  EXPECT_EQ(message.wParam, 5u);
+}
+
+TEST_F(ModalDialogTest, TheOwnerIsDisabledWhileItIsOpenAndInFrontAfterwards) {
+  bool enabled = true;
+  run([&] {
+    enabled = IsWindowEnabled(script_.owner) != FALSE;
+    pressButton();
+  });
+  EXPECT_FALSE(enabled);
+  EXPECT_TRUE(IsWindowEnabled(script_.owner));
+  EXPECT_EQ(GetForegroundWindow(), script_.owner);
+}
+
+TEST_F(ModalDialogTest, TheOwnerIsEnabledBeforeTheDialogGoes) {
+  run([&] { pressCloseBox(); });
+  EXPECT_TRUE(script_.ownerEnabledWhenControlsGo);
+}
+
+TEST_F(ModalDialogTest, ItStandsInTheMiddleOfItsOwner) {
+  RECT outer{};
+  RECT client{};
+  run([&] {
+    GetWindowRect(dialog_.window, &outer);
+    GetClientRect(dialog_.window, &client);
+    pressButton();
+  });
+  RECT owner{};
+  GetWindowRect(script_.owner, &owner);
+  EXPECT_EQ(client.right, 200);
+  EXPECT_EQ(client.bottom, 60);
+  EXPECT_NEAR(outer.left + outer.right, owner.left + owner.right, 1);
+  EXPECT_NEAR(outer.top + outer.bottom, owner.top + owner.bottom, 1);
+}
+
+TEST_F(ModalDialogTest, ControlsShareTheDialogsFontAndTheDefaultOneHasTheFocus) {
+  HFONT used = nullptr;
+  HFONT own = nullptr;
+  HWND focus = nullptr;
+  run([&] {
+    used = reinterpret_cast<HFONT>(SendMessageW(script_.button, WM_GETFONT, 0, 0));
+    own = dialog_.font;
+    focus = GetFocus();
+    pressButton();
+  });
+  EXPECT_NE(own, nullptr);
+  EXPECT_EQ(used, own);
+  EXPECT_EQ(focus, script_.button);
+  EXPECT_EQ(GetObjectType(own), 0u);
+}
+
+}  // namespace
+}  // namespace quillmere::test
