@@ -67,6 +67,11 @@ void saveAllDocuments() {
   showBox(u"No documents have unsaved changes.", platform::BoxIcon::Information);
 }
 
+void discardAllDocuments() {
+  if (session.viewerRole) return;
+  showBox(u"No documents have unsaved changes.", platform::BoxIcon::Information);
+}
+
 void toggleNavigationPanel() {
   session.navigationPanelVisible = !session.navigationPanelVisible;
   panelsChanged();

@@ -10,6 +10,7 @@ void openUserGuide();
 // Opens a row of the recent list, counted from 0; without effect beyond its end.
 void openRecentDocument(std::uint32_t row);
 void saveAllDocuments();
+void discardAllDocuments();
 
 void toggleNavigationPanel();
 void toggleBinderPanel();

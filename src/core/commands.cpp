@@ -113,7 +113,7 @@ constexpr Command kCommands[] = {
     {kCmdSave, u"&Save\tCtrl+S", kRefused, kGreyed, nullptr, nullptr, SaveCommand},
     {kCmdSaveAs, u"Save &As...\tCtrl+Shift+S", kRefused, kGreyed, nullptr, nullptr, comesLater},
     {kCmdSaveAll, u"Save A&ll", false, kGreyed, nullptr, nullptr, saveAllDocuments},
-    {kCmdDiscardAll, u"&Discard All...", false, kGreyed, nullptr, nullptr, comesLater},
+    {kCmdDiscardAll, u"&Discard All...", false, kGreyed, nullptr, nullptr, discardAllDocuments},
     {kCmdPrint, u"&Print...\tCtrl+P", false, false, nullptr, nullptr, comesLater},
     {kCmdClose, u"&Close\tCtrl+W", false, false, nullptr, nullptr, closeActive},
     {kCmdExit, u"E&xit", false, false, nullptr, nullptr, platform::closeMainWindow},

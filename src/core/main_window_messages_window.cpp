@@ -309,6 +309,7 @@ constexpr MessageHandler kHandlers[] = {
     {WM_LBUTTONDBLCLK, onLeftDoubleClick},
     {WM_LBUTTONUP, onLeftUp},
     {WM_MBUTTONDOWN, onMiddleDown},
+    {WM_MBUTTONDBLCLK, onMiddleDown},
     {WM_MBUTTONUP, onMiddleUp},
     {WM_RBUTTONUP, onRightUp},
     {WM_MOUSEMOVE, onMouseMove},

@@ -86,7 +86,10 @@ void pressMiddle(int x, int y) {
   if (pane >= 0) startDragPan(pane, x, y);
 }
 
+// The second press of a double click means a word only where the first one would have selected
+// text.
 void doubleClickLeft(int x, int y) {
+  if (pressSplitter(x, y) || pressPlaceholder(x, y) || pressToPan(x, y)) return;
   const int pane = paneUnder(x, y);
   if (pane < 0) return;
   activatePane(pane);

@@ -223,7 +223,9 @@ StepResult splitPanes(OpenJob& job) {
   return StepResult::Next;
 }
 
+// What the failed open closed or moved away is no longer shown behind the box.
 StepResult reportLoadFailure(unsigned long error) {
+  RebuildNavigationTree();
   refreshSurroundings();
   showError(filled(u"Could not open PDF.\n(PDFium error %lu)",
                    {decimal(static_cast<std::int64_t>(error))}));
@@ -237,6 +239,7 @@ void closeSharedDocument() {
   session.active.document.reset();
   session.active.pageCount = 0;
   session.active.dirty = false;
+  session.active.pageRotations.clear();
 }
 
 void adoptSharedDocument(DocumentHandle document, const std::u16string& path) {
@@ -268,11 +271,7 @@ StepResult openForBothPanes(OpenJob& job) {
   if (inTwoDocuments()) return StepResult::Next;
   closeSharedDocument();
   DocumentHandle document = loadDocumentFile(job.loadPath);
-  if (!document) {
-    const unsigned long error = FPDF_GetLastError();
-    RebuildNavigationTree();
-    return reportLoadFailure(error);
-  }
+  if (!document) return reportLoadFailure(FPDF_GetLastError());
   adoptSharedDocument(std::move(document), job.displayPath);
   showFirstPages();
   RebuildNavigationTree();
