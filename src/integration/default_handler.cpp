@@ -3,6 +3,8 @@
 #include <optional>
 #include <string>
 
+#include "core/text_format.h"
+#include "platform/process.h"
 #include "platform/shell.h"
 #include "platform/text.h"
 
@@ -11,6 +13,10 @@ namespace quillmere {
 namespace {
 
 constexpr const char16_t* kTypeIdentifier = u"quillmere.pdf";
+constexpr const char16_t* kTypeKey = u"Software\\Classes\\quillmere.pdf";
+constexpr const char16_t* kIconKey = u"Software\\Classes\\quillmere.pdf\\DefaultIcon";
+constexpr const char16_t* kCommandKey = u"Software\\Classes\\quillmere.pdf\\shell\\open\\command";
+constexpr const char16_t* kOpenWithKey = u"Software\\Classes\\.pdf\\OpenWithProgids";
 constexpr const char16_t* kUserChoiceKey =
     u"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\FileExts\\.pdf\\UserChoice";
 
@@ -25,6 +31,20 @@ bool isThisProgram(const std::u16string& identifier, const std::u16string& packa
 }
 
 }  // namespace
+
+bool RegisterPdfHandler() {
+  const std::u16string program = platform::executablePath();
+  if (program.empty()) return false;
+  if (!platform::setUserRegistryText(kTypeKey, u"", u"Quillmere PDF Document")) return false;
+  // Without its icon, or missing from the list of programs to choose from, the type still works.
+  platform::setUserRegistryText(kIconKey, u"", filled(u"\"%s\",0", {program}));
+  if (!platform::setUserRegistryText(kCommandKey, u"", filled(u"\"%s\" \"%%1\"", {program}))) {
+    return false;
+  }
+  platform::addUserRegistryName(kOpenWithKey, kTypeIdentifier);
+  platform::announceAssociationChange();
+  return true;
+}
 
 bool IsDefaultPdfHandler() {
   const std::u16string package = platform::packageIdentity();

@@ -11,6 +11,17 @@ namespace quillmere::platform {
 std::optional<std::u16string> readUserRegistryText(const std::u16string& key,
                                                    const std::u16string& name);
 
+// Sets a text value below the same root, making the key when missing; `name` empty for a key's
+// default value. False on failure.
+bool setUserRegistryText(const std::u16string& key, const std::u16string& name,
+                         const std::u16string& text);
+
+// Adds a value that has a name but neither type nor content, likewise.
+bool addUserRegistryName(const std::u16string& key, const std::u16string& name);
+
+// Tells the shell that file associations have changed.
+void announceAssociationChange();
+
 // The package identity of this process; empty outside a package.
 std::u16string packageIdentity();
 

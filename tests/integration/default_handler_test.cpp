@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+#include <utility>
+
 #include "platform/stand_in.h"
 
 namespace quillmere::test {
@@ -65,6 +68,55 @@ TEST_F(DefaultHandlerTest, AnotherPackageIsNotThisOne) {
 TEST_F(DefaultHandlerTest, OutsideAPackageNoPackageMatches) {
   userChose(u"AppXmadeup");
   packageBehind(u"AppXmadeup", u"");
+  EXPECT_FALSE(IsDefaultPdfHandler());
+}
+
+class RegisterHandlerTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    platform::resetStandIn();
+    platform::standIn().executable = u"D:\\My Programs\\100%s\\quillmere.exe";
+  }
+
+  static std::u16string defaultValue(const char16_t* key) {
+    return platform::readUserRegistryText(key, u"").value_or(u"(absent)");
+  }
+};
+
+TEST_F(RegisterHandlerTest, TheTypeItsIconItsCommandAndItsPlaceInTheListAreWritten) {
+  ASSERT_TRUE(RegisterPdfHandler());
+  EXPECT_EQ(defaultValue(u"Software\\Classes\\quillmere.pdf"), u"Quillmere PDF Document");
+  EXPECT_EQ(defaultValue(u"Software\\Classes\\quillmere.pdf\\DefaultIcon"),
+            u"\"D:\\My Programs\\100%s\\quillmere.exe\",0");
+  EXPECT_EQ(defaultValue(u"Software\\Classes\\quillmere.pdf\\shell\\open\\command"),
+            u"\"D:\\My Programs\\100%s\\quillmere.exe\" \"%1\"");
+  using Names = std::set<std::pair<std::u16string, std::u16string>>;
+  EXPECT_EQ(platform::standIn().registryNames,
+            (Names{{u"Software\\Classes\\.pdf\\OpenWithProgids", u"quillmere.pdf"}}));
+  EXPECT_EQ(platform::standIn().associationAnnouncements, 1);
+}
+
+TEST_F(RegisterHandlerTest, WithoutTypeOrCommandTheRegistrationFailsAndIsNotAnnounced) {
+  for (const char16_t* key : {u"Software\\Classes\\quillmere.pdf",
+                              u"Software\\Classes\\quillmere.pdf\\shell\\open\\command"}) {
+    platform::standIn().lockedRegistryKeys = {key};
+    EXPECT_FALSE(RegisterPdfHandler());
+  }
+  platform::standIn().lockedRegistryKeys.clear();
+  platform::standIn().executable.clear();
+  EXPECT_FALSE(RegisterPdfHandler());
+  EXPECT_EQ(platform::standIn().associationAnnouncements, 0);
+}
+
+TEST_F(RegisterHandlerTest, IconAndListAreNotNeeded) {
+  platform::standIn().lockedRegistryKeys = {u"Software\\Classes\\quillmere.pdf\\DefaultIcon",
+                                            u"Software\\Classes\\.pdf\\OpenWithProgids"};
+  EXPECT_TRUE(RegisterPdfHandler());
+  EXPECT_EQ(platform::standIn().associationAnnouncements, 1);
+}
+
+TEST_F(RegisterHandlerTest, BeingRegisteredDoesNotMakeItTheDefault) {
+  ASSERT_TRUE(RegisterPdfHandler());
   EXPECT_FALSE(IsDefaultPdfHandler());
 }
 

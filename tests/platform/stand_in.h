@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -137,6 +138,9 @@ struct StandIn {
   std::optional<std::uint64_t> diskFree;  // bytes left for files; unset: no limit
 
   std::map<std::pair<std::u16string, std::u16string>, std::u16string> registry;  // key, name
+  std::set<std::pair<std::u16string, std::u16string>> registryNames;  // key, name; without content
+  std::set<std::u16string> lockedRegistryKeys;                        // that cannot be written
+  int associationAnnouncements = 0;
   std::u16string packageIdentity;
   std::map<std::u16string, std::u16string> defaultHandlers;  // by extension
   std::vector<Shortcut> shortcuts;

@@ -12,6 +12,23 @@ std::optional<std::u16string> readUserRegistryText(const std::u16string& key,
   return std::nullopt;
 }
 
+bool setUserRegistryText(const std::u16string& key, const std::u16string& name,
+                         const std::u16string& text) {
+  if (standIn().lockedRegistryKeys.contains(key)) return false;
+  standIn().registry[{key, name}] = text;
+  return true;
+}
+
+bool addUserRegistryName(const std::u16string& key, const std::u16string& name) {
+  if (standIn().lockedRegistryKeys.contains(key)) return false;
+  standIn().registryNames.insert({key, name});
+  return true;
+}
+
+void announceAssociationChange() {
+  ++standIn().associationAnnouncements;
+}
+
 std::u16string packageIdentity() {
   return standIn().packageIdentity;
 }

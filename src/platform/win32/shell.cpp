@@ -47,6 +47,22 @@ std::optional<std::u16string> readUserRegistryText(const std::u16string& key,
   return text;
 }
 
+bool setUserRegistryText(const std::u16string& key, const std::u16string& name,
+                         const std::u16string& text) {
+  const auto size = static_cast<DWORD>((text.size() + 1) * sizeof(char16_t));
+  return RegSetKeyValueW(HKEY_CURRENT_USER, wide(key), wide(name), REG_SZ, text.c_str(), size) ==
+         ERROR_SUCCESS;
+}
+
+bool addUserRegistryName(const std::u16string& key, const std::u16string& name) {
+  return RegSetKeyValueW(HKEY_CURRENT_USER, wide(key), wide(name), REG_NONE, nullptr, 0) ==
+         ERROR_SUCCESS;
+}
+
+void announceAssociationChange() {
+  SHChangeNotify(SHCNE_ASSOCCHANGED, SHCNF_IDLIST, nullptr, nullptr);
+}
+
 std::u16string packageIdentity() {
   const GetIdentityFunction getIdentity = findGetIdentity();
   if (getIdentity == nullptr) return {};
