@@ -1,0 +1,150 @@
+#include "driver/input.h"
+
+#include <array>
+
+#include "driver/wait.h"
+
+namespace quillmere::e2e {
+namespace {
+
+constexpr int kAbsoluteRange = 65536;
+constexpr int kDragSteps = 8;
+
+void sendKey(WORD key, WORD scan, DWORD flags) {
+  INPUT input{};
+  input.type = INPUT_KEYBOARD;
+  input.ki.wVk = key;
+  input.ki.wScan = scan;
+  input.ki.dwFlags = flags;
+  SendInput(1, &input, sizeof(input));
+}
+
+// Keys of the grey block carry this mark, by which they differ from those of the number pad.
+bool extended(WORD key) {
+  constexpr std::array<WORD, 10> kExtended{VK_PRIOR, VK_NEXT,  VK_END,  VK_HOME,   VK_LEFT,
+                                           VK_UP,    VK_RIGHT, VK_DOWN, VK_INSERT, VK_DELETE};
+  for (const WORD candidate : kExtended) {
+    if (candidate == key) return true;
+  }
+  return false;
+}
+
+void sendVirtualKey(WORD key, bool down) {
+  const WORD scan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
+  DWORD flags = down ? 0 : KEYEVENTF_KEYUP;
+  if (extended(key)) flags |= KEYEVENTF_EXTENDEDKEY;
+  sendKey(key, scan, flags);
+}
+
+void sendModifiers(unsigned modifiers, bool down) {
+  if (modifiers & kCtrl) sendVirtualKey(VK_CONTROL, down);
+  if (modifiers & kShift) sendVirtualKey(VK_SHIFT, down);
+  if (modifiers & kAlt) sendVirtualKey(VK_MENU, down);
+}
+
+void sendMouse(DWORD flags, DWORD data = 0, LONG x = 0, LONG y = 0) {
+  INPUT input{};
+  input.type = INPUT_MOUSE;
+  input.mi.dwFlags = flags;
+  input.mi.mouseData = data;
+  input.mi.dx = x;
+  input.mi.dy = y;
+  SendInput(1, &input, sizeof(input));
+}
+
+DWORD buttonFlag(Button button, bool down) {
+  switch (button) {
+    case Button::Middle:
+      return down ? MOUSEEVENTF_MIDDLEDOWN : MOUSEEVENTF_MIDDLEUP;
+    case Button::Right:
+      return down ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_RIGHTUP;
+    case Button::Left:
+      break;
+  }
+  return down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP;
+}
+
+// The smallest absolute coordinate that stands for this pixel.
+LONG absolute(LONG pixel, int extent) {
+  return (pixel * kAbsoluteRange + extent - 1) / extent;
+}
+
+}  // namespace
+
+void holdKeys(unsigned modifiers) {
+  sendModifiers(modifiers, true);
+}
+
+void releaseKeys(unsigned modifiers) {
+  sendModifiers(modifiers, false);
+}
+
+void press(WORD key, unsigned modifiers) {
+  holdKeys(modifiers);
+  sendVirtualKey(key, true);
+  sendVirtualKey(key, false);
+  releaseKeys(modifiers);
+}
+
+void type(const std::wstring& text) {
+  for (const wchar_t unit : text) {
+    sendKey(0, static_cast<WORD>(unit), KEYEVENTF_UNICODE);
+    sendKey(0, static_cast<WORD>(unit), KEYEVENTF_UNICODE | KEYEVENTF_KEYUP);
+  }
+}
+
+void movePointer(POINT place) {
+  sendMouse(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, 0,
+            absolute(place.x, GetSystemMetrics(SM_CXSCREEN)),
+            absolute(place.y, GetSystemMetrics(SM_CYSCREEN)));
+}
+
+void pressButton(Button button) {
+  sendMouse(buttonFlag(button, true));
+}
+
+void releaseButton(Button button) {
+  sendMouse(buttonFlag(button, false));
+}
+
+void click(POINT place, Button button, unsigned modifiers) {
+  movePointer(place);
+  holdKeys(modifiers);
+  pressButton(button);
+  releaseButton(button);
+  releaseKeys(modifiers);
+}
+
+void doubleClick(POINT place) {
+  click(place);
+  click(place);
+}
+
+void drag(POINT from, POINT to, Button button, unsigned modifiers) {
+  movePointer(from);
+  holdKeys(modifiers);
+  pressButton(button);
+  for (int step = 1; step <= kDragSteps; ++step) {
+    movePointer({from.x + (to.x - from.x) * step / kDragSteps,
+                 from.y + (to.y - from.y) * step / kDragSteps});
+  }
+  releaseButton(button);
+  releaseKeys(modifiers);
+}
+
+void turnWheel(POINT place, int delta, unsigned modifiers) {
+  movePointer(place);
+  holdKeys(modifiers);
+  sendMouse(MOUSEEVENTF_WHEEL, static_cast<DWORD>(delta));
+  releaseKeys(modifiers);
+}
+
+bool bringToFront(HWND window) {
+  return eventually([&] {
+    if (GetForegroundWindow() == window) return true;
+    SetForegroundWindow(window);
+    return false;
+  });
+}
+
+}  // namespace quillmere::e2e

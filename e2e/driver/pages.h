@@ -1,0 +1,42 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+// Documents whose pages are told apart by their pixels, and where a page must lie in a pane.
+namespace quillmere::e2e {
+
+// Page i (from 0) is filled with pageColor(i), which no other of the six first pages has.
+std::string coloredPdf(int pages, double width = 300, double height = 400);
+std::uint32_t pageColor(int page);
+
+// A white page with a red square of 60 points in its top left corner and a line of Courier, 24
+// points, that begins at 72 points from the left with its baseline `baseline` points from the top.
+std::string markedPdf(int pages, double width, double height, const std::string& text = "",
+                      double baseline = 200);
+inline constexpr double kCourierAdvance = 14.4;  // points, at 24 points
+
+struct Size {
+  double width;
+  double height;
+};
+
+// Where Fit Page puts a page: within the pane less 4%, centred. Client pixels.
+RECT fitPage(RECT pane, Size page);
+// The zoom of Fit Page and Fit Width.
+float fitPageZoom(RECT pane, Size page);
+float fitWidthZoom(RECT pane, Size page);
+// A page at this zoom, centred across; down centred when it fits, otherwise its top 8 pixels down.
+RECT placedPage(RECT pane, Size page, float zoom);
+// The visible part of a page.
+RECT clipped(RECT page, RECT pane);
+std::wstring percent(float zoom);
+
+}  // namespace quillmere::e2e
+
+bool operator==(const RECT& a, const RECT& b);
+void PrintTo(const RECT& rect, std::ostream* out);

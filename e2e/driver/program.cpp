@@ -1,0 +1,275 @@
+#include "driver/program.h"
+
+#include <commctrl.h>
+
+#include <thread>
+
+#include "driver/inside_request.h"
+#include "driver/wait.h"
+
+namespace quillmere::e2e {
+namespace {
+
+constexpr ULONG_PTR kOpenFileTag = 0x514D4F31;  // "QMO1"
+
+std::vector<Program>& started() {
+  static std::vector<Program> programs;
+  return programs;
+}
+
+std::wstring environment(const wchar_t* name) {
+  wchar_t value[MAX_PATH];
+  const DWORD length = GetEnvironmentVariableW(name, value, MAX_PATH);
+  return {value, length < MAX_PATH ? length : 0};
+}
+
+// Beside the tests, unless QUILLMERE_PROGRAM says otherwise.
+std::wstring programPath() {
+  const std::wstring told = environment(L"QUILLMERE_PROGRAM");
+  if (!told.empty()) return told;
+  wchar_t own[MAX_PATH];
+  GetModuleFileNameW(nullptr, own, MAX_PATH);
+  const std::wstring path = own;
+  return path.substr(0, path.rfind(L'\\') + 1) + L"quillmere.exe";
+}
+
+struct Search {
+  const wchar_t* className;
+  DWORD process;
+  std::vector<HWND> found;
+};
+
+BOOL CALLBACK collect(HWND window, LPARAM context) {
+  auto& search = *reinterpret_cast<Search*>(context);
+  DWORD process = 0;
+  GetWindowThreadProcessId(window, &process);
+  if ((search.process == 0 || search.process == process) && classOf(window) == search.className) {
+    search.found.push_back(window);
+  }
+  return TRUE;
+}
+
+std::vector<std::wstring> split(const std::wstring& text, wchar_t separator) {
+  std::vector<std::wstring> parts;
+  std::size_t start = 0;
+  for (std::size_t end; (end = text.find(separator, start)) != std::wstring::npos;
+       start = end + 1) {
+    parts.push_back(text.substr(start, end - start));
+  }
+  if (start < text.size()) parts.push_back(text.substr(start));
+  return parts;
+}
+
+// A text may hold the separator, so only the first three of four fields are split off.
+MenuItem parseMenuItem(const std::wstring& line) {
+  const std::size_t first = line.find(L'|');
+  const std::size_t second = line.find(L'|', first + 1);
+  const std::size_t third = line.find(L'|', second + 1);
+  const std::wstring state = line.substr(second + 1, third - second - 1);
+  const auto has = [&](wchar_t flag) { return state.find(flag) != std::wstring::npos; };
+  return {std::stoi(line.substr(0, first)),
+          std::stoi(line.substr(first + 1, second - first - 1)),
+          has(L's'),
+          has(L'c'),
+          has(L'g'),
+          line.substr(third + 1)};
+}
+
+void closeWindowsOf(const wchar_t* className) {
+  for (const HWND window : windowsOfClass(className)) PostMessageW(window, WM_CLOSE, 0, 0);
+}
+
+// Viewers are started by the program itself, so their processes are known by their windows alone.
+bool viewersGone() {
+  closeWindowsOf(kViewerClass);
+  return eventually([] { return windowsOfClass(kViewerClass).empty(); });
+}
+
+void terminateOwners(const wchar_t* className) {
+  for (const HWND window : windowsOfClass(className)) {
+    DWORD id = 0;
+    GetWindowThreadProcessId(window, &id);
+    const HANDLE process = OpenProcess(PROCESS_TERMINATE, FALSE, id);
+    if (process == nullptr) continue;
+    TerminateProcess(process, 1);
+    CloseHandle(process);
+  }
+}
+
+}  // namespace
+
+bool Program::running() const {
+  return WaitForSingleObject(process, 0) == WAIT_TIMEOUT;
+}
+
+DWORD Program::exitCode() const {
+  WaitForSingleObject(process, kPatience);
+  DWORD code = STILL_ACTIVE;
+  GetExitCodeProcess(process, &code);
+  return code;
+}
+
+HWND Program::find(const wchar_t* className) const {
+  Search search{className, id, {}};
+  EnumWindows(collect, reinterpret_cast<LPARAM>(&search));
+  return search.found.empty() ? nullptr : search.found.front();
+}
+
+HWND Program::window() const {
+  HWND window = nullptr;
+  eventually([&] {
+    window = find(kMainClass);
+    if (window == nullptr) window = find(kViewerClass);
+    return (window != nullptr && IsWindowVisible(window)) || !running();
+  });
+  return window;
+}
+
+Program startProgram(const std::wstring& rest) {
+  const std::wstring path = programPath();
+  std::wstring line = inQuotes(path);
+  if (!rest.empty()) line += L" " + rest;
+  STARTUPINFOW startup{};
+  startup.cb = sizeof(startup);
+  PROCESS_INFORMATION information{};
+  if (!CreateProcessW(path.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                      &startup, &information)) {
+    return {};
+  }
+  CloseHandle(information.hThread);
+  started().push_back({information.hProcess, information.dwProcessId});
+  return started().back();
+}
+
+bool endPrograms() {
+  bool gentle = viewersGone();
+  closeWindowsOf(kMainClass);
+  for (const Program& program : started()) {
+    if (WaitForSingleObject(program.process, kPatience) != WAIT_OBJECT_0) {
+      gentle = false;
+      TerminateProcess(program.process, 1);
+      WaitForSingleObject(program.process, kPatience);
+    }
+    CloseHandle(program.process);
+  }
+  started().clear();
+  if (!gentle) {
+    terminateOwners(kViewerClass);
+    terminateOwners(kMainClass);
+  }
+  return gentle;
+}
+
+std::wstring inQuotes(const std::wstring& path) {
+  return L"\"" + path + L"\"";
+}
+
+std::wstring titleOf(HWND window) {
+  wchar_t text[1024];
+  return {text, static_cast<std::size_t>(GetWindowTextW(window, text, 1024))};
+}
+
+std::wstring classOf(HWND window) {
+  wchar_t name[256];
+  return {name, static_cast<std::size_t>(GetClassNameW(window, name, 256))};
+}
+
+std::vector<HWND> windowsOfClass(const wchar_t* className) {
+  Search search{className, 0, {}};
+  EnumWindows(collect, reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
+HWND childOf(HWND window, int id) {
+  struct Wanted {
+    int id;
+    HWND found;
+  } wanted{id, nullptr};
+  EnumChildWindows(
+      window,
+      [](HWND child, LPARAM context) -> BOOL {
+        auto& search = *reinterpret_cast<Wanted*>(context);
+        if (GetDlgCtrlID(child) != search.id) return TRUE;
+        search.found = child;
+        return FALSE;
+      },
+      reinterpret_cast<LPARAM>(&wanted));
+  return wanted.found;
+}
+
+HWND focusOf(HWND window) {
+  GUITHREADINFO info{};
+  info.cbSize = sizeof(info);
+  GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+  return info.hwndFocus;
+}
+
+HWND statusBarOf(HWND window) {
+  return FindWindowExW(window, nullptr, STATUSCLASSNAMEW, nullptr);
+}
+
+std::wstring statusText(HWND window, int part) {
+  return askInside(window, InsideRequest::StatusText, part);
+}
+
+RECT windowRect(HWND window) {
+  RECT rect{};
+  GetWindowRect(window, &rect);
+  return rect;
+}
+
+RECT clientOnScreen(HWND window) {
+  RECT rect{};
+  GetClientRect(window, &rect);
+  MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&rect), 2);
+  return rect;
+}
+
+std::vector<MenuItem> describeMenu(HWND window, HMENU menu) {
+  std::vector<MenuItem> items;
+  const std::wstring text =
+      askInside(window, InsideRequest::DescribeMenu, reinterpret_cast<LPARAM>(menu));
+  for (const std::wstring& line : split(text, L'\n')) items.push_back(parseMenuItem(line));
+  return items;
+}
+
+std::vector<MenuItem> menuBar(HWND window) {
+  return describeMenu(window, nullptr);
+}
+
+MenuItem menuItem(HWND window, int id) {
+  for (const MenuItem& item : menuBar(window)) {
+    if (item.id == id && !item.separator) return item;
+  }
+  return {};
+}
+
+std::vector<std::wstring> treeItems(HWND window, HWND tree) {
+  return split(askInside(window, InsideRequest::DescribeTree, reinterpret_cast<LPARAM>(tree)),
+               L'\n');
+}
+
+void dropFiles(HWND window, POINT client, const std::vector<std::wstring>& paths) {
+  std::wstring list;
+  for (const std::wstring& path : paths) {
+    list += path;
+    list += L'\0';
+  }
+  askInside(window, InsideRequest::DropFiles, MAKELPARAM(client.x, client.y), list);
+}
+
+void sendPath(HWND window, const std::wstring& path) {
+  COPYDATASTRUCT data{kOpenFileTag, static_cast<DWORD>((path.size() + 1) * sizeof(wchar_t)),
+                      const_cast<wchar_t*>(path.c_str())};
+  SendMessageW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
+}
+
+void sendPathAndReturn(HWND window, const std::wstring& path) {
+  std::thread([window, path] { sendPath(window, path); }).detach();
+}
+
+void runCommand(HWND window, int id) {
+  PostMessageW(window, WM_COMMAND, MAKEWPARAM(id, 0), 0);
+}
+
+}  // namespace quillmere::e2e

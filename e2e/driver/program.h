@@ -1,0 +1,70 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+// The program under test: its processes, windows and what they show.
+namespace quillmere::e2e {
+
+constexpr wchar_t kMainClass[] = L"QuillmereWnd";
+constexpr wchar_t kViewerClass[] = L"QuillmereViewerWnd";
+
+struct MenuItem {
+  int depth;
+  int id;  // -1 for a submenu
+  bool separator;
+  bool checked;
+  bool grayed;
+  std::wstring text;
+};
+
+// A running process. It does not own the process: endPrograms() ends what startProgram() started.
+struct Program {
+  HANDLE process = nullptr;
+  DWORD id = 0;
+
+  bool running() const;
+  // The exit code once it has ended; STILL_ACTIVE when it has not in time.
+  DWORD exitCode() const;
+  // Its first window of a class; null when there is none (yet).
+  HWND find(const wchar_t* className) const;
+  // The main or viewer window, waited for until it is shown.
+  HWND window() const;
+};
+
+// Starts quillmere.exe with `rest` behind its own name on the command line, as it stands.
+Program startProgram(const std::wstring& rest = {});
+// Asks every window of programs started here or by them to close, and answers for whoever does not.
+// False when a process had to be terminated.
+bool endPrograms();
+
+std::wstring inQuotes(const std::wstring& path);
+
+std::wstring titleOf(HWND window);
+std::wstring classOf(HWND window);
+std::vector<HWND> windowsOfClass(const wchar_t* className);
+// A child of the window by its control id, at any depth.
+HWND childOf(HWND window, int id);
+// The window that has the keyboard in the thread of this one.
+HWND focusOf(HWND window);
+HWND statusBarOf(HWND window);
+std::wstring statusText(HWND window, int part);
+RECT windowRect(HWND window);
+RECT clientOnScreen(HWND window);
+
+std::vector<MenuItem> menuBar(HWND window);
+// The item with this id in the menu bar; an item without text when there is none.
+MenuItem menuItem(HWND window, int id);
+std::vector<MenuItem> describeMenu(HWND window, HMENU menu);
+// "depth|selected|text" for each item.
+std::vector<std::wstring> treeItems(HWND window, HWND tree);
+void dropFiles(HWND window, POINT client, const std::vector<std::wstring>& paths);
+// What a second launch sends.
+void sendPath(HWND window, const std::wstring& path);
+// The same from a sender that does not wait until the box that may follow is answered.
+void sendPathAndReturn(HWND window, const std::wstring& path);
+void runCommand(HWND window, int id);
+
+}  // namespace quillmere::e2e

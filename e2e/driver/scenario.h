@@ -1,0 +1,75 @@
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "driver/boxes.h"
+#include "driver/files.h"
+#include "driver/input.h"
+#include "driver/pages.h"
+#include "driver/program.h"
+#include "driver/screen.h"
+#include "driver/wait.h"
+
+namespace quillmere::e2e {
+
+// Each scenario begins with no program running and clean folders, leaves a picture of the screen
+// and sees to it that every program ends by itself.
+class Scenario : public ::testing::Test {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+
+  // Starts the program and waits for its window, which is put in front.
+  void start(const std::wstring& rest = {});
+  // Makes a file with these bytes and starts the program with it.
+  void startWith(const std::string& bytes, const std::wstring& name = L"one.pdf");
+  // Further programs may run beside; the keys go to the first one's window.
+  void toFront() const;
+
+  std::wstring title() const { return titleOf(window); }
+  std::wstring status(int part) const { return statusText(window, part); }
+  bool titleBecomes(const std::wstring& wanted) const;
+  // Waits for the page text of the status bar, given without its tabs and trailing blanks.
+  ::testing::AssertionResult pageTextBecomes(const std::wstring& wanted) const;
+  ::testing::AssertionResult zoomTextBecomes(const std::wstring& wanted) const;
+  // Waits until a pixel of the client area has this colour.
+  ::testing::AssertionResult pixelBecomes(int x, int y, std::uint32_t color) const;
+  // Waits until the page seen in a part of the client area lies there.
+  ::testing::AssertionResult pageBecomes(RECT area, RECT wanted) const;
+  // Waits until the message box stands there with this text, and answers it with a key.
+  ::testing::AssertionResult boxSays(const std::wstring& text, WORD key = VK_RETURN) const;
+  // The menu item's check mark or greying, waited for.
+  bool becomesChecked(int id) const;
+  // A client place of the window on the screen.
+  POINT onScreen(int x, int y) const;
+  Picture client() const { return captureClient(window); }
+  // The client area without panels and status bar.
+  RECT pageArea() const;
+  // The panes beside each other with the divider of 2 pixels in the middle.
+  RECT leftPane() const;
+  RECT rightPane() const;
+  POINT middleOf(RECT area) const;
+  void picture(const std::string& name) const;
+
+  Program program;
+  HWND window = nullptr;
+  bool promptAnswered = true;
+};
+
+std::wstring trimmed(std::wstring text);
+
+// Client pixels of the picture of a page, found by its paper and contents: everything that differs
+// from background and shadow.
+RECT pageOnScreen(const Picture& client, RECT area);
+
+inline constexpr std::uint32_t kBackground = rgb(70, 70, 70);
+inline constexpr std::uint32_t kShadow = rgb(30, 30, 30);
+inline constexpr std::uint32_t kPaper = rgb(255, 255, 255);
+inline constexpr std::uint32_t kDivider = rgb(40, 40, 40);
+inline constexpr std::uint32_t kSplitter = rgb(45, 45, 45);
+inline constexpr std::uint32_t kFrame = rgb(80, 140, 220);
+
+}  // namespace quillmere::e2e

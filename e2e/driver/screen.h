@@ -1,0 +1,50 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// What is on the screen, pixel by pixel.
+namespace quillmere::e2e {
+
+// Colours are 0xRRGGBB.
+constexpr std::uint32_t rgb(unsigned r, unsigned g, unsigned b) {
+  return r << 16 | g << 8 | b;
+}
+
+class Picture {
+ public:
+  Picture() = default;
+  Picture(int width, int height) : width_(width), height_(height), pixels_(width * height) {}
+
+  int width() const { return width_; }
+  int height() const { return height_; }
+  // An impossible colour outside the picture.
+  std::uint32_t at(int x, int y) const;
+  // True when all pixels of the rectangle (right and bottom not included) have this colour.
+  bool filled(RECT area, std::uint32_t color) const;
+  // How many pixels of the rectangle have this colour.
+  int count(RECT area, std::uint32_t color) const;
+  // The smallest rectangle around all pixels of this colour; empty when there is none.
+  RECT extent(std::uint32_t color) const;
+  bool operator==(const Picture&) const = default;
+
+  std::uint32_t* row(int y) { return pixels_.data() + static_cast<std::size_t>(y) * width_; }
+  const std::vector<std::uint32_t>& pixels() const { return pixels_; }
+
+ private:
+  int width_ = 0;
+  int height_ = 0;
+  std::vector<std::uint32_t> pixels_;
+};
+
+// A part of the screen as it is at this moment.
+Picture capture(RECT screen);
+Picture captureClient(HWND window);
+std::uint32_t screenPixel(POINT place);
+// False when it could not be written.
+bool savePng(const Picture& picture, const std::wstring& path);
+
+}  // namespace quillmere::e2e

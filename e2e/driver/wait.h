@@ -1,0 +1,29 @@
+#pragma once
+
+#include <windows.h>
+
+namespace quillmere::e2e {
+
+// Long enough for a loaded machine; a test that passes never waits that long.
+constexpr DWORD kPatience = 20000;  // milliseconds
+
+// Asks again and again until the answer is yes; false when patience ends first.
+template <typename Question>
+bool eventually(Question question, DWORD patience = kPatience) {
+  const ULONGLONG end = GetTickCount64() + patience;
+  for (;;) {
+    if (question()) return true;
+    if (GetTickCount64() >= end) return false;
+    Sleep(5);
+  }
+}
+
+// Asks until two things are equal; gives the last value of `read`, for a message that shows it.
+template <typename Read, typename Value>
+auto settled(Read read, const Value& wanted, DWORD patience = kPatience) {
+  auto last = read();
+  eventually([&] { return (last = read()) == wanted; }, patience);
+  return last;
+}
+
+}  // namespace quillmere::e2e

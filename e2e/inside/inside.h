@@ -1,0 +1,31 @@
+#pragma once
+
+#include <windows.h>
+
+// What a test asks from within the program's process, since menus and dropped files are handles
+// that mean nothing elsewhere. The library inside.dll is brought there by a message hook; request
+// and answer lie in a shared block of memory.
+namespace quillmere::e2e {
+
+constexpr wchar_t kInsideMessage[] = L"QuillmereEndToEndInside";
+constexpr wchar_t kInsideBlock[] = L"Local\\QuillmereEndToEndInside";
+
+enum class InsideRequest : WPARAM {
+  // lParam: a menu; the menu bar when 0. Answer: a line for each row, "depth|id|state|text", with
+  // -1 for the id of a submenu. Before a submenu is read the window is told that it opens.
+  DescribeMenu = 1,
+  // Text: the paths to drop, each ended by a zero unit. lParam: the place in client pixels.
+  DropFiles = 2,
+  // lParam: a tree view. Answer: a line for each visible item, "depth|selected|text".
+  DescribeTree = 3,
+  // lParam: the part of the status bar. Answer: its text.
+  StatusText = 4,
+};
+
+struct InsideBlock {
+  LONG done;  // 1 when the answer is there
+  DWORD units;
+  wchar_t text[64 * 1024];
+};
+
+}  // namespace quillmere::e2e

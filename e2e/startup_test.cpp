@@ -1,0 +1,148 @@
+#include "driver/scenario.h"
+
+namespace quillmere::e2e {
+namespace {
+
+class Startup : public Scenario {
+ protected:
+  void expectOpens(const std::wstring& name, const std::wstring& commandLine) {
+    makeFile(name, coloredPdf(2));
+    start(commandLine);
+    EXPECT_TRUE(titleBecomes(L"Quillmere - " + name)) << ::testing::PrintToString(title());
+    EXPECT_TRUE(pageTextBecomes(L"Page 1 of 2"));
+    EXPECT_EQ(boxNow(program).window, nullptr);
+  }
+};
+
+TEST_F(Startup, AnUnquotedPathIsTheWholeRestOfTheLine) {
+  expectOpens(L"a  name with blanks.pdf", scenarioFolder() + L"\\a  name with blanks.pdf");
+}
+
+TEST_F(Startup, TextBehindTheClosingQuoteIsDropped) {
+  expectOpens(L"one.pdf", inQuotes(scenarioFolder() + L"\\one.pdf") + L" and more");
+}
+
+TEST_F(Startup, NamesOutsideAsciiAndOutsideTheBasicPlaneOpen) {
+  const std::wstring name = L"\u00DCbung \u03A9 \u6587\u66F8 \U0001F4D8.pdf";
+  expectOpens(name, inQuotes(scenarioFolder() + L"\\" + name));
+}
+
+TEST_F(Startup, NamesWithMarksThatShellsReadOtherwiseOpen) {
+  const std::wstring name = L"it's (1) & [2] 100% ^ !x!.pdf";
+  expectOpens(name, inQuotes(scenarioFolder() + L"\\" + name));
+}
+
+TEST_F(Startup, ASecondLaunchHandsItsFileOver) {
+  const std::wstring path = makeFile(L"one.pdf", coloredPdf(2));
+  start();
+  const Program second = startProgram(inQuotes(path));
+  EXPECT_EQ(second.exitCode(), 0u);
+  EXPECT_TRUE(titleBecomes(L"Quillmere - one.pdf"));
+  EXPECT_EQ(windowsOfClass(kMainClass).size(), 1u);
+}
+
+TEST_F(Startup, ASecondLaunchWithoutFileRestoresTheMinimisedWindow) {
+  start();
+  ShowWindow(window, SW_MINIMIZE);
+  ASSERT_TRUE(eventually([&] { return IsIconic(window) != FALSE; }));
+  EXPECT_EQ(startProgram().exitCode(), 0u);
+  EXPECT_TRUE(eventually([&] { return !IsIconic(window); }));
+  EXPECT_TRUE(eventually([&] { return GetForegroundWindow() == window; }));
+}
+
+TEST_F(Startup, TwoLaunchesAtOnceEndInOneWindowWithTheLaterFile) {
+  const std::wstring one = makeFile(L"one.pdf", coloredPdf(1));
+  const std::wstring two = makeFile(L"two.pdf", coloredPdf(2));
+  const Program first = startProgram(inQuotes(one));
+  const Program second = startProgram(inQuotes(two));
+  ASSERT_TRUE(eventually([&] { return !first.running() || !second.running(); }));
+  program = first.running() ? first : second;
+  window = program.window();
+  EXPECT_TRUE(titleBecomes(first.running() ? L"Quillmere - two.pdf" : L"Quillmere - one.pdf"));
+  EXPECT_EQ(windowsOfClass(kMainClass).size(), 1u);
+  EXPECT_TRUE(program.running());
+}
+
+TEST_F(Startup, CopyDataRestoresTheWindowAndOpensThePath) {
+  const std::wstring path = makeFile(L"one.pdf", coloredPdf(2));
+  start();
+  ShowWindow(window, SW_MINIMIZE);
+  ASSERT_TRUE(eventually([&] { return IsIconic(window) != FALSE; }));
+  sendPath(window, path);
+  EXPECT_FALSE(IsIconic(window));
+  EXPECT_EQ(title(), L"Quillmere - one.pdf");
+}
+
+TEST_F(Startup, CopyDataWithAnEmptyPathRaisesNothing) {
+  start();
+  ShowWindow(window, SW_MINIMIZE);
+  ASSERT_TRUE(eventually([&] { return IsIconic(window) != FALSE; }));
+  sendPath(window, L"");
+  EXPECT_TRUE(IsIconic(window));
+}
+
+TEST_F(Startup, APrintChildWithoutAJobFailsAndShowsNothing) {
+  const Program child = startProgram(L"--printnothing");
+  EXPECT_EQ(child.exitCode(), 2u);
+  EXPECT_TRUE(windowsOfClass(kMainClass).empty());
+}
+
+TEST_F(Startup, APathOf260UnitsIsCutBeforeItIsOpened) {
+  std::wstring path = scenarioFolder() + L"\\";
+  path += std::wstring(260 - path.size() - 4, L'x') + L".pdf";
+  ASSERT_EQ(path.size(), 260u);
+  start(inQuotes(path));
+  const Box box = waitForBox(program);
+  EXPECT_EQ(box.text, L"Could not open PDF.\n(PDFium error 2)");
+  EXPECT_TRUE(answerBox(box, VK_RETURN));
+}
+
+class FirstStart : public Scenario {
+ protected:
+  FirstStart() { promptAnswered = false; }
+
+  void SetUp() override {
+    Scenario::SetUp();
+    DeleteFileW(shortcut().c_str());
+  }
+  static std::wstring shortcut() { return desktopFolder() + L"\\Quillmere.lnk"; }
+
+  // Starts and answers the question with the key of its button.
+  void answerPrompt(const std::wstring& rest, WORD key) {
+    start(rest);
+    const Box box = waitForBox(program);
+    EXPECT_EQ(box.title, L"Welcome to Quillmere");
+    EXPECT_EQ(box.text,
+              L"Add Quillmere to your desktop?\n\nA desktop shortcut makes it easy to launch "
+              L"Quillmere without searching the Start menu.\n\nYou can also do this later from "
+              L"Edit > Settings.");
+    EXPECT_THAT(box.buttons, ::testing::ElementsAre(L"Yes", L"No"));
+    picture("FirstStart.Question");
+    EXPECT_TRUE(answerBox(box, key));
+    EXPECT_TRUE(
+        eventually([] { return setting(L"Onboarding", L"DesktopShortcutPromptShown") == L"1"; }));
+  }
+};
+
+TEST_F(FirstStart, YesPutsAShortcutOnTheDesktop) {
+  answerPrompt({}, 'Y');
+  EXPECT_TRUE(eventually([] { return exists(shortcut()); }));
+}
+
+TEST_F(FirstStart, NoIsRememberedAndAskedOnce) {
+  answerPrompt({}, 'N');
+  EXPECT_FALSE(exists(shortcut()));
+  ASSERT_TRUE(endPrograms());
+  start();
+  dropFiles(window, {400, 100}, {makeFile(L"one.pdf", coloredPdf(1))});
+  EXPECT_TRUE(titleBecomes(L"Quillmere - one.pdf"));
+  EXPECT_EQ(boxNow(program).window, nullptr);
+}
+
+TEST_F(FirstStart, AViewerAsksTooAndSeedsTheFileWithItsMark) {
+  answerPrompt(L"--viewer", 'N');
+  EXPECT_EQ(readFile(settingsFile()).substr(0, 2), "\xFF\xFE");
+}
+
+}  // namespace
+}  // namespace quillmere::e2e
