@@ -5,7 +5,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cache=${QUILLMERE_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/quillmere}
 jobs=${QUILLMERE_JOBS:-$(nproc)}
 
-build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix googletest python3)
+build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix libboost1.81-dev googletest python3)
 test_packages=(clang-format-14)
 desktop_packages=(wine wine64 fonts-wine fonts-liberation xvfb)
 

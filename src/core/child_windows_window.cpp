@@ -4,6 +4,7 @@
 
 #include "core/child_windows.h"
 #include "core/session.h"
+#include "nav/find_bar_window.h"
 #include "platform/main_window.h"
 #include "platform/win32/sized.h"
 #include "platform/win32/system_fonts.h"
@@ -136,11 +137,10 @@ void layoutLeftPanel() {
 
 void createChildWindows() {
   registerPlainClass(L"QuillmereStampPanel");
-  registerPlainClass(L"QuillmereFindBar");
   windowHandles.layoutChildren = layoutChildWindows;
   if (session.viewerRole) session.stampPanelVisible = false;
   windowHandles.stampPanel = createChild(L"QuillmereStampPanel", L"", WS_CHILD, kStampPanelId);
-  windowHandles.findBar = createChild(L"QuillmereFindBar", L"", WS_CHILD, kFindBarId);
+  createFindBar(kFindBarId);
   createStatusBar();
   createLeftPanel();
 }

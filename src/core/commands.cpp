@@ -6,6 +6,8 @@
 #include "core/command_actions.h"
 #include "core/open_requests.h"
 #include "core/session.h"
+#include "nav/find_bar.h"
+#include "nav/folder_step.h"
 #include "platform/main_window.h"
 #include "platform/message_box.h"
 #include "store/save.h"
@@ -92,6 +94,13 @@ void turnPage() {
   rotatePage(session.activePane);
 }
 
+void stepBackInFolder() {
+  StepInFolder(-1);
+}
+void stepOnInFolder() {
+  StepInFolder(1);
+}
+
 // The command's room has nothing to offer yet; the sound tells that the key or menu was heard.
 void comesLater() {
   platform::beep(platform::Sound::Default);
@@ -108,8 +117,9 @@ constexpr Command kCommands[] = {
     {kCmdNewBinder, u"Add &New Binder...", false, false, nullptr, nullptr, comesLater},
     {kCmdExistingBinder, u"Add &Existing Binder...", false, false, nullptr, nullptr, comesLater},
     {kCmdPreviousInFolder, u"&Previous in Folder\tCtrl+[", false, false, documentOpen, nullptr,
-     comesLater},
-    {kCmdNextInFolder, u"&Next in Folder\tCtrl+]", false, false, documentOpen, nullptr, comesLater},
+     stepBackInFolder},
+    {kCmdNextInFolder, u"&Next in Folder\tCtrl+]", false, false, documentOpen, nullptr,
+     stepOnInFolder},
     {kCmdSave, u"&Save\tCtrl+S", kRefused, kGreyed, nullptr, nullptr, SaveCommand},
     {kCmdSaveAs, u"Save &As...\tCtrl+Shift+S", kRefused, kGreyed, nullptr, nullptr, comesLater},
     {kCmdSaveAll, u"Save A&ll", false, kGreyed, nullptr, nullptr, saveAllDocuments},
@@ -118,9 +128,9 @@ constexpr Command kCommands[] = {
     {kCmdClose, u"&Close\tCtrl+W", false, false, nullptr, nullptr, closeActive},
     {kCmdExit, u"E&xit", false, false, nullptr, nullptr, platform::closeMainWindow},
 
-    {kCmdFind, u"&Find...\tCtrl+F", false, false, nullptr, nullptr, comesLater},
+    {kCmdFind, u"&Find...\tCtrl+F", false, false, nullptr, nullptr, OpenFindBar},
     {kCmdCopy, u"&Copy\tCtrl+C", false, false, textSelected, nullptr, copySelection},
-    {kCmdPaste, u"&Paste\tCtrl+V", false, false, findBarShown, nullptr, comesLater},
+    {kCmdPaste, u"&Paste\tCtrl+V", false, false, findBarShown, nullptr, pasteIntoFindField},
     {kCmdSelectAll, u"Select &All\tCtrl+A", false, false, nullptr, nullptr, selectWholePage},
     {kCmdDeletePage, u"De&lete Page...", kRefused, kGreyed, severalPages, nullptr, comesLater},
     {kCmdInsertAbove, u"&Insert Document Above...", kRefused, kGreyed, nullptr, nullptr,

@@ -3,6 +3,9 @@
 #include "core/command_actions.h"
 #include "core/commands.h"
 #include "core/session.h"
+#include "nav/find.h"
+#include "nav/find_bar.h"
+#include "nav/jump_history.h"
 #include "platform/keyboard.h"
 #include "view/modes.h"
 #include "view/navigation.h"
@@ -43,7 +46,22 @@ void pasteIntoFindBar() {
   if (session.findBarVisible) runCommand(kCmdPaste);
 }
 
+void jumpInHistory() {
+  if (platform::shiftDown()) {
+    JumpForward(session.activePane);
+  } else {
+    JumpBack(session.activePane);
+  }
+}
+
+void stepThroughHits() {
+  if (session.findBarVisible) FindStep(platform::shiftDown() ? -1 : 1);
+}
+
 constexpr KeyRow kKeys[] = {
+    {kKeyBackspace, jumpInHistory, jumpInHistory},
+    {kKeyEnter, stepThroughHits, stepThroughHits},
+    {kKeyEscape, CloseFindBar, CloseFindBar},
     {kKeyTab, flipActivePane, flipActivePane},
     {kKeySpace, commandOnSelection<kCmdHighlight>, commandOnSelection<kCmdStrikethrough>},
     {kKeyPageUp, turn<PageKey::PageUp>, turn<PageKey::PageUp>},

@@ -22,6 +22,7 @@
 #include "core/session.h"
 #include "core/startup.h"
 #include "integration/update_check.h"
+#include "nav/bookmarks.h"
 #include "platform/main_window.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
@@ -235,6 +236,11 @@ Result onMiddleUp(WPARAM, LPARAM) {
   return 0;
 }
 
+Result onSideButtonDown(WPARAM wParam, LPARAM lParam) {
+  pressSideButton(pointOf(lParam).x, GET_XBUTTON_WPARAM(wParam) == XBUTTON2);
+  return 1;
+}
+
 Result onRightUp(WPARAM, LPARAM lParam) {
   const ClientPoint point = pointOf(lParam);
   showContextMenu(releaseRight(point.x, point.y), point.x, point.y);
@@ -286,6 +292,43 @@ Result onHorizontalScroll(WPARAM, LPARAM lParam) {
   return 0;
 }
 
+// A row that the program selects, or that focus selects, is not a choice of the user.
+Result onTreeSelection(const NMTREEVIEWW& change) {
+  if (change.action == TVC_BYMOUSE || change.action == TVC_BYKEYBOARD) {
+    JumpToTreeEntry(static_cast<std::int32_t>(change.itemNew.lParam));
+  }
+  return 0;
+}
+
+// A click on the row that is selected already leads there again.
+Result onTreeClick() {
+  const HWND tree = windowHandles.bookmarksTree;
+  TVHITTESTINFO hit{};
+  GetCursorPos(&hit.pt);
+  ScreenToClient(tree, &hit.pt);
+  const HTREEITEM row = TreeView_HitTest(tree, &hit);
+  if (row == nullptr || (hit.flags & TVHT_ONITEM) == 0 || row != TreeView_GetSelection(tree)) {
+    return 0;
+  }
+  TVITEMW item{};
+  item.mask = TVIF_HANDLE | TVIF_PARAM;
+  item.hItem = row;
+  SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+  JumpToTreeEntry(static_cast<std::int32_t>(item.lParam));
+  return 0;
+}
+
+Result onNotify(WPARAM, LPARAM lParam) {
+  const auto* header = reinterpret_cast<const NMHDR*>(lParam);
+  if (header->hwndFrom == nullptr || header->hwndFrom != windowHandles.bookmarksTree) {
+    return std::nullopt;
+  }
+  if (header->code == TVN_SELCHANGEDW) {
+    return onTreeSelection(*reinterpret_cast<const NMTREEVIEWW*>(lParam));
+  }
+  return header->code == static_cast<UINT>(NM_CLICK) ? onTreeClick() : std::nullopt;
+}
+
 Result onBinderTreeRebuild(WPARAM, LPARAM) {
   BuildBinderTree();
   return 0;
@@ -311,6 +354,8 @@ constexpr MessageHandler kHandlers[] = {
     {WM_MBUTTONDOWN, onMiddleDown},
     {WM_MBUTTONDBLCLK, onMiddleDown},
     {WM_MBUTTONUP, onMiddleUp},
+    {WM_XBUTTONDOWN, onSideButtonDown},
+    {WM_XBUTTONDBLCLK, onSideButtonDown},
     {WM_RBUTTONUP, onRightUp},
     {WM_MOUSEMOVE, onMouseMove},
     {WM_MOUSEWHEEL, onMouseWheel},
@@ -318,6 +363,7 @@ constexpr MessageHandler kHandlers[] = {
     {WM_SETCURSOR, onSetCursor},
     {WM_INITMENUPOPUP, onInitMenuPopup},
     {WM_HSCROLL, onHorizontalScroll},
+    {WM_NOTIFY, onNotify},
     {platform::kBinderTreeRebuildMessage, onBinderTreeRebuild},
 };
 

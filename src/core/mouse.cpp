@@ -2,6 +2,8 @@
 
 #include "core/open_requests.h"
 #include "core/session.h"
+#include "nav/jump_history.h"
+#include "nav/links.h"
 #include "platform/keyboard.h"
 #include "view/geometry.h"
 #include "view/left_panel.h"
@@ -58,16 +60,22 @@ bool pressToPan(int x, int y) {
   return true;
 }
 
-bool pressToSelect(int x, int y) {
+bool pressLink(int x, int y) {
   const int pane = paneUnder(x, y);
   if (pane < 0) return false;
   activatePane(pane);
+  return FollowLink(pane, LinkAtPoint(pane, x, y));
+}
+
+bool pressToSelect(int x, int y) {
+  const int pane = paneUnder(x, y);
+  if (pane < 0) return false;
   startTextSelection(pane, x, y);
   return true;
 }
 
 constexpr bool (*kLeftPressHandlers[])(int x, int y) = {pressSplitter, pressPlaceholder, pressToPan,
-                                                        pressToSelect};
+                                                        pressLink, pressToSelect};
 
 bool aboveStatusBar(int y) {
   return y >= 0 && y < pageAreaBottom();
@@ -129,6 +137,15 @@ std::vector<MenuRow> releaseRight(int x, int y) {
   return contextMenu(pane, x, y);
 }
 
+void pressSideButton(int x, bool forward) {
+  const int pane = paneForPointer(x);
+  if (forward) {
+    JumpForward(pane);
+  } else {
+    JumpBack(pane);
+  }
+}
+
 void turnWheel(int x, int y, int delta, bool shift, bool control) {
   const unsigned modifiers = (shift ? kWheelShift : 0) | (control ? kWheelControl : 0);
   handleWheel(paneForPointer(x), modifiers, delta, x, y);
@@ -143,7 +160,8 @@ CursorKind cursorAt(int x, int y) {
   if (placeholderAt(x, y) >= 0) return CursorKind::Hand;
   const int pane = paneUnder(x, y);
   if (pane < 0) return CursorKind::Default;
-  if (platform::shiftDown() || dragPanActive()) return CursorKind::Hand;
+  if (platform::shiftDown() || dragPanActive() || LinkAtPoint(pane, x, y) != nullptr)
+    return CursorKind::Hand;
   switch (textCursorAt(pane, x, y)) {
     case TextCursor::Beam:
       return CursorKind::TextBeam;

@@ -27,6 +27,9 @@ void releaseMiddle();
 // Makes the pane active; the rows of the menu to show there, none outside pages.
 std::vector<MenuRow> releaseRight(int x, int y);
 
+// The side buttons: back and forward in the history of the pane under the pointer.
+void pressSideButton(int x, bool forward);
+
 // `delta` is the wheel's turn, 120 for one notch.
 void turnWheel(int x, int y, int delta, bool shift, bool control);
 

@@ -11,6 +11,7 @@
 #include "core/fnv1a.h"
 #include "core/pane_rect.h"
 #include "core/pdfium_handles.h"
+#include "nav/bookmark_entry.h"
 #include "nav/find_state.h"
 #include "nav/jump_record.h"
 #include "platform/pixels.h"
@@ -116,6 +117,10 @@ struct SessionState {
 
   // Lower-cased document path to the path of the binder that it was opened from.
   std::unordered_map<std::u16string, std::u16string, Fnv1aTextHash> documentBinders;
+
+  // Nodes of the navigation tree by number, and in the tree's order.
+  std::vector<BookmarkEntry> bookmarks;
+  std::vector<BookmarkOrderEntry> bookmarkOrder;
 
   TextSelection selection;
   FindState find;

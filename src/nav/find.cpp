@@ -1,9 +1,168 @@
 #include "nav/find.h"
 
+#include <algorithm>
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+#include "core/product.h"
 #include "core/session.h"
+#include "core/text_format.h"
+#include "nav/jump_history.h"
+#include "platform/find_bar.h"
 #include "platform/main_window.h"
+#include "platform/message_box.h"
+#include "view/navigation.h"
 
 namespace quillmere {
+
+namespace {
+
+// A search of the whole document ends at this many hits.
+constexpr std::size_t kHitCap = 1000;
+constexpr std::size_t kNoLimit = 0;
+
+struct SearchCloser {
+  void operator()(FPDF_SCHHANDLE search) const { FPDFText_FindClose(search); }
+};
+using SearchHandle = std::unique_ptr<std::remove_pointer_t<FPDF_SCHHANDLE>, SearchCloser>;
+
+// What one search looks for.
+struct SearchJob {
+  std::u16string text;
+  FindPattern pattern;  // in RegEx mode
+};
+
+unsigned long literalFlags() {
+  unsigned long flags = 0;
+  if (session.find.matchCase) flags |= FPDF_MATCHCASE;
+  if (session.find.wholeWord) flags |= FPDF_MATCHWHOLEWORD;
+  return flags;
+}
+
+// Appends the page's hits. True when the list then holds `limit` hits or more.
+bool findLiteral(FPDF_PAGE page, int pageIndex, const std::u16string& text, std::size_t limit,
+                 std::vector<FindResult>& results) {
+  const TextPageHandle textPage(FPDFText_LoadPage(page));
+  if (!textPage) return false;
+  const SearchHandle search(FPDFText_FindStart(
+      textPage.get(), reinterpret_cast<FPDF_WIDESTRING>(text.c_str()), literalFlags(), 0));
+  while (FPDFText_FindNext(search.get())) {
+    results.push_back(
+        {pageIndex, FPDFText_GetSchResultIndex(search.get()), FPDFText_GetSchCount(search.get())});
+    if (limit != kNoLimit && results.size() >= limit) return true;
+  }
+  return false;
+}
+
+bool findOnPage(FPDF_PAGE page, int pageIndex, const SearchJob& job, std::size_t limit,
+                std::vector<FindResult>& results) {
+  if (session.find.regexMode) return FindRegexPage(page, pageIndex, job.pattern, limit, results);
+  return findLiteral(page, pageIndex, job.text, limit, results);
+}
+
+// Nothing to search for, or nothing to search in.
+bool startSearch(SearchJob& job) {
+  job.text = platform::findFieldText();
+  if (job.text.empty() || documentOf(session.activePane) == nullptr) {
+    FindClear();
+    return false;
+  }
+  session.find.badPattern = false;
+  return true;
+}
+
+bool patternUsable(SearchJob& job) {
+  return !session.find.regexMode || FindCompilePattern(job.text, job.pattern);
+}
+
+void keepResults(SearchJob& job, std::vector<FindResult> results, bool wholeDocument, bool capped) {
+  FindState& find = session.find;
+  find.results = std::move(results);
+  find.query = std::move(job.text);
+  find.wholeDocument = wholeDocument;
+  find.capped = capped;
+  find.currentIndex = find.results.empty() ? -1 : 0;
+}
+
+bool paneSearched(int pane) {
+  if (!session.panes[pane].page) return false;
+  if (session.viewMode == ViewMode::SinglePage) return pane == 0;
+  return session.viewMode != ViewMode::TwoDocuments || pane == session.activePane;
+}
+
+void searchShownPages(const SearchJob& job, std::vector<FindResult>& results) {
+  std::vector<std::int32_t> searched;
+  for (int pane = 0; pane < 2; ++pane) {
+    const PaneSlot& slot = session.panes[pane];
+    if (!paneSearched(pane) || std::count(searched.begin(), searched.end(), slot.currentPage) > 0) {
+      continue;
+    }
+    searched.push_back(slot.currentPage);
+    findOnPage(slot.page.get(), slot.currentPage, job, kNoLimit, results);
+    if (session.find.badPattern) return;
+  }
+}
+
+// True when the cap was reached.
+bool searchAllPages(const SearchJob& job, std::vector<FindResult>& results) {
+  const PaneSlot& shown = session.panes[session.activePane];
+  const FPDF_DOCUMENT document = documentOf(session.activePane);
+  const std::int32_t pageCount = pageCountOf(session.activePane);
+  for (std::int32_t index = 0; index < pageCount && !session.find.badPattern; ++index) {
+    const bool open = shown.page && index == shown.currentPage;
+    const PageHandle loaded(open ? nullptr : FPDF_LoadPage(document, index));
+    const FPDF_PAGE page = open ? shown.page.get() : loaded.get();
+    if (page != nullptr && findOnPage(page, index, job, kHitCap, results)) return true;
+  }
+  return false;
+}
+
+void reportCap() {
+  const std::u16string cap = decimal(static_cast<std::int64_t>(kHitCap));
+  platform::showMessageBox(
+      filled(u"Search found more than %d results.\nOnly the first %d are shown. Try a more "
+             u"specific query.",
+             {cap, cap}),
+      kProductTitle, platform::BoxButtons::Ok, platform::BoxIcon::Information);
+}
+
+void showSearchState() {
+  FindStatusText();
+  platform::invalidateMainWindow(false);
+}
+
+bool comesBefore(const FindResult& left, const FindResult& right) {
+  return std::pair(left.page, left.start) < std::pair(right.page, right.start);
+}
+
+}  // namespace
+
+void FindInVisiblePages() {
+  SearchJob job;
+  if (!startSearch(job)) return;
+  std::vector<FindResult> results;
+  if (patternUsable(job)) searchShownPages(job, results);
+  std::sort(results.begin(), results.end(), comesBefore);
+  keepResults(job, std::move(results), false, false);
+  showSearchState();
+}
+
+void FindInDocument() {
+  SearchJob job;
+  if (!startSearch(job)) return;
+  std::vector<FindResult> results;
+  const bool capped = patternUsable(job) && searchAllPages(job, results);
+  keepResults(job, std::move(results), true, capped);
+
+  const FindState& find = session.find;
+  const int pane = session.activePane;
+  if (!find.results.empty() && find.results.front().page != session.panes[pane].currentPage) {
+    goToPage(pane, find.results.front().page, false);
+  }
+  if (find.capped && !find.badPattern) reportCap();
+  showSearchState();
+}
 
 void FindClear() {
   FindState& find = session.find;
@@ -13,10 +172,99 @@ void FindClear() {
   find.wholeDocument = false;
   find.badPattern = false;
   find.query.clear();
-  platform::invalidateMainWindow(false);
+  showSearchState();
 }
 
-// Hits follow the shown page only while a search is in force, and none can be started yet.
-void FindSyncToPage(int) {}
+void FindStep(int direction) {
+  FindState& find = session.find;
+  const int pane = session.activePane;
+  if (!find.wholeDocument) {
+    FindInDocument();
+    if (!find.results.empty()) {
+      FindScrollToCurrent(pane);
+      platform::invalidateMainWindow(false);
+      return;
+    }
+  }
+  if (find.results.empty()) return;
+  const std::int32_t wanted = find.currentIndex + direction;
+  if (wanted >= 0 && static_cast<std::size_t>(wanted) < find.results.size()) {
+    find.currentIndex = wanted;
+  }
+  // Turning the page brings the hits up to it, which must not move the current one.
+  const std::int32_t chosen = find.currentIndex;
+  const std::int32_t page = find.results[static_cast<std::size_t>(chosen)].page;
+  if (page != session.panes[pane].currentPage) {
+    PushJump(pane);
+    goToPage(pane, page, false);
+    find.currentIndex = chosen;
+  }
+  FindScrollToCurrent(pane);
+  showSearchState();
+}
+
+void FindSyncToPage(int pane) {
+  FindState& find = session.find;
+  if (find.query.empty()) return;
+  if (session.viewMode == ViewMode::TwoDocuments && pane != session.activePane) return;
+  if (!find.wholeDocument) {
+    FindInVisiblePages();
+    return;
+  }
+  if (find.results.empty()) return;
+  const std::int32_t shown = session.panes[pane].currentPage;
+  if (find.currentIndex >= 0 &&
+      find.results[static_cast<std::size_t>(find.currentIndex)].page == shown) {
+    return;
+  }
+  const auto first = std::find_if(find.results.begin(), find.results.end(),
+                                  [&](const FindResult& hit) { return hit.page == shown; });
+  if (first == find.results.end()) return;
+  find.currentIndex = static_cast<std::int32_t>(first - find.results.begin());
+  FindStatusText();
+}
+
+void FindStatusText() {
+  platform::setFindStatus(findStatus());
+}
+
+std::u16string findStatus() {
+  const FindState& find = session.find;
+  const std::u16string count = decimal(static_cast<std::int64_t>(find.results.size()));
+  if (find.badPattern) return u"Bad pattern";
+  if (!find.results.empty() && find.wholeDocument) {
+    return filled(u"%d of %d%s", {decimal(find.currentIndex + 1), count, find.capped ? u"+" : u""});
+  }
+  if (!find.results.empty()) return filled(u"%d on page", {count});
+  if (find.query.empty()) return {};
+  return find.wholeDocument ? u"No results" : u"0 on page";
+}
+
+bool FindCompilePattern(const std::u16string& text, FindPattern& regex) {
+  if (compilePattern(text, regex)) return true;
+  session.find.badPattern = true;
+  return false;
+}
+
+bool FindRegexPage(FPDF_PAGE page, int pageIndex, const FindPattern& regex, std::size_t limit,
+                   std::vector<FindResult>& results) {
+  const TextPageHandle textPage(FPDFText_LoadPage(page));
+  if (!textPage) return false;
+  const int count = FPDFText_CountChars(textPage.get());
+  if (count <= 0) return false;
+  std::u16string subject(static_cast<std::size_t>(count) + 1, u'\0');
+  FPDFText_GetText(textPage.get(), 0, count, reinterpret_cast<unsigned short*>(subject.data()));
+  subject.pop_back();
+
+  const std::size_t wanted = limit == kNoLimit ? kNoLimit : limit - results.size();
+  std::vector<PatternMatch> matches;
+  const PatternOutcome outcome = findMatches(regex, subject, wanted, matches);
+  for (const PatternMatch& match : matches) {
+    results.push_back({pageIndex, static_cast<std::int32_t>(match.start),
+                       static_cast<std::int32_t>(match.length)});
+  }
+  if (outcome == PatternOutcome::TooComplex) session.find.badPattern = true;
+  return outcome == PatternOutcome::Stopped;
+}
 
 }  // namespace quillmere

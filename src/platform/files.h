@@ -72,6 +72,11 @@ bool createFolder(const std::u16string& path);
 // The name of a file in UTF-8 as a library that opens files by itself wants it.
 std::string pathForLibraries(const std::u16string& path);
 
+// Names of the files (not folders) in `folder`, which ends in a backslash, whose names end in
+// `extension`, ignoring case; in no particular order. Nothing when the folder cannot be read.
+std::optional<std::vector<std::u16string>> listFiles(const std::u16string& folder,
+                                                     const std::u16string& extension);
+
 // Per-user folder for local application data, without a promise about a trailing backslash. Empty
 // when the system does not tell.
 std::u16string localAppDataFolder();

@@ -8,6 +8,7 @@
 #include <type_traits>
 
 #include "core/session.h"
+#include "nav/find.h"
 #include "platform/win32/pixel_surface.h"
 #include "platform/win32/system_fonts.h"
 #include "platform/win32/wide.h"
@@ -20,6 +21,9 @@
 namespace quillmere {
 
 namespace {
+
+constexpr Gdiplus::ARGB kFindHitColor = 0x78FFDC00;
+constexpr Gdiplus::ARGB kCurrentHitColor = 0xB49B32C8;
 
 struct ObjectDeleter {
   void operator()(HGDIOBJ object) const { DeleteObject(object); }
@@ -100,6 +104,25 @@ void drawPlaceholder(HDC dc, int pane, const PanePlan& plan) {
   SelectObject(dc, previous);
 }
 
+// Hits stand under whatever rotation the page has, so they are filled as polygons.
+void drawFindHits(HDC dc, int pane) {
+  const std::vector<FindHitQuad> hits = findHitQuads(pane);
+  if (hits.empty()) return;
+  Gdiplus::Graphics graphics(dc);
+  graphics.SetSmoothingMode(Gdiplus::SmoothingModeNone);
+  const Gdiplus::SolidBrush ordinary{Gdiplus::Color(kFindHitColor)};
+  const Gdiplus::SolidBrush current{Gdiplus::Color(kCurrentHitColor)};
+  for (const FindHitQuad& hit : hits) {
+    Gdiplus::PointF corners[4];
+    for (int i = 0; i < 4; ++i) {
+      corners[i] = {static_cast<Gdiplus::REAL>(hit.quad.corner[i].x),
+                    static_cast<Gdiplus::REAL>(hit.quad.corner[i].y)};
+    }
+    graphics.FillPolygon(hit.current ? &current : &ordinary, corners, 4,
+                         Gdiplus::FillModeAlternate);
+  }
+}
+
 void drawSelection(HDC dc, int pane) {
   const std::vector<PaneBox> boxes = selectionBoxes(pane);
   if (boxes.empty()) return;
@@ -124,6 +147,7 @@ void drawPaneContent(HDC dc, int pane, const PanePlan& plan) {
   } else if (plan.showsPlaceholder) {
     drawPlaceholder(dc, pane, plan);
   }
+  drawFindHits(dc, pane);
   drawSelection(dc, pane);
 }
 

@@ -142,16 +142,21 @@ bool hasTextSelection(int pane) {
   return selection.active && selection.pane == pane && bothEndsValid();
 }
 
-void copySelection() {
+std::u16string selectedText() {
   const TextSelection& selection = session.selection;
-  if (!selection.active || !bothEndsValid()) return;
+  if (!selection.active || !bothEndsValid()) return {};
   const FPDF_TEXTPAGE textPage = textPageOf(selection.pane);
-  if (textPage == nullptr) return;
+  if (textPage == nullptr) return {};
   const TextRange range = selectedRange();
   std::vector<unsigned short> units(static_cast<std::size_t>(range.count) + 2);
   const int written = FPDFText_GetText(textPage, range.first, range.count, units.data());
-  if (written <= 1) return;
-  platform::setClipboardText(std::u16string(units.begin(), units.begin() + written - 1));
+  if (written <= 1) return {};
+  return std::u16string(units.begin(), units.begin() + written - 1);
+}
+
+void copySelection() {
+  const std::u16string text = selectedText();
+  if (!text.empty()) platform::setClipboardText(text);
 }
 
 std::vector<TextQuad> textQuads(int pane, std::int32_t first, std::int32_t count) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "view/geometry.h"
@@ -27,6 +28,9 @@ void selectAll(int pane);
 
 // True when text of this pane is selected.
 bool hasTextSelection(int pane);
+
+// The selected text; empty without a selection.
+std::u16string selectedText();
 
 // Puts the selected text on the clipboard. Failure is silent.
 void copySelection();

@@ -20,6 +20,7 @@
 #include "platform/message_box.h"
 #include "platform/process.h"
 #include "platform/shell.h"
+#include "platform/tree.h"
 
 // The machine as the tests see it: what the logic asked for is recorded here, what the machine
 // answers is scripted here. Files are real ones in a temporary folder with a folder per volume.
@@ -89,6 +90,24 @@ struct StandInWindow {
   int closeRequests = 0;
 };
 
+// A row of the navigation tree; its number is its place in the list, counted from 1.
+struct StandInTreeRow {
+  TreeRow parent = kNoTreeRow;
+  std::u16string text;
+  std::int32_t entry = -1;
+  bool expandable = false;
+  bool expanded = false;
+};
+
+// The find bar as far as the logic can see it.
+struct StandInFindBar {
+  std::u16string field;
+  std::u16string status;
+  bool optionsEnabled = true;
+  int focusRequests = 0;
+  std::function<void()> onFieldChanged;  // runs when the logic replaces the field's text
+};
+
 struct StandIn {
   // Answers to boxes in the order in which they come. A box without one fails the test and answers
   // Cancel, as does one whose buttons do not offer its answer.
@@ -131,6 +150,9 @@ struct StandIn {
   bool controlDown = false;
 
   StandInWindow window;
+  std::vector<StandInTreeRow> treeRows;
+  int treeUpdates = 0;  // those that are under way
+  StandInFindBar findBar;
 
   std::u16string localAppDataFolder = u"C:\\Users\\User\\AppData\\Local";
   std::u16string desktopFolder = u"C:\\Users\\User\\Desktop";

@@ -316,6 +316,21 @@ std::string pathForLibraries(const std::u16string& path) {
   return refused ? std::string() : toUtf8(unitsOf(found.real));
 }
 
+std::optional<std::vector<std::u16string>> listFiles(const std::u16string& folder,
+                                                     const std::u16string& extension) {
+  const FoundPath found = findPath(folder);
+  if (!found.exists || !found.folder) return std::nullopt;
+  std::vector<std::u16string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(found.real)) {
+    if (entry.is_directory() || isStreamName(entry.path().filename())) continue;
+    const std::u16string name = unitsOf(entry.path().filename());
+    if (name.size() < extension.size()) continue;
+    const std::u16string end = name.substr(name.size() - extension.size());
+    if (equalIgnoringCase(end, extension)) names.push_back(name);
+  }
+  return names;
+}
+
 std::u16string localAppDataFolder() {
   return standIn().localAppDataFolder;
 }

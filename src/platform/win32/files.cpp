@@ -64,6 +64,11 @@ std::u16string knownFolder(const KNOWNFOLDERID& id) {
   return SUCCEEDED(result) && path != nullptr ? fromWide(path) : std::u16string();
 }
 
+// The pattern of a search also matches short names, whose extensions are cut.
+bool endsIgnoringCase(std::u16string_view name, std::u16string_view end) {
+  return name.size() >= end.size() && equalIgnoringCase(name.substr(name.size() - end.size()), end);
+}
+
 }  // namespace
 
 AttributeQuery queryAttributes(const std::u16string& path) {
@@ -137,6 +142,25 @@ bool createFolder(const std::u16string& path) {
 
 std::string pathForLibraries(const std::u16string& path) {
   return toUtf8(path);
+}
+
+std::optional<std::vector<std::u16string>> listFiles(const std::u16string& folder,
+                                                     const std::u16string& extension) {
+  WIN32_FIND_DATAW entry{};
+  const std::u16string pattern = folder + u"*" + extension;
+  const HANDLE first = FindFirstFileW(wide(pattern), &entry);
+  if (first == INVALID_HANDLE_VALUE) {
+    if (GetLastError() != ERROR_FILE_NOT_FOUND) return std::nullopt;
+    return std::vector<std::u16string>();
+  }
+  const FindHandle search(first);
+  std::vector<std::u16string> names;
+  do {
+    const std::u16string name = fromWide(entry.cFileName);
+    const bool isFolder = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    if (!isFolder && endsIgnoringCase(name, extension)) names.push_back(name);
+  } while (FindNextFileW(search.get(), &entry));
+  return names;
 }
 
 std::u16string localAppDataFolder() {

@@ -24,6 +24,12 @@ inline KernelHandle openFile(const wchar_t* path, DWORD access, DWORD sharing, D
   return KernelHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
 
+struct FindCloser {
+  void operator()(HANDLE search) const { FindClose(search); }
+};
+// A search for files that found at least one; null when there is none.
+using FindHandle = std::unique_ptr<std::remove_pointer_t<HANDLE>, FindCloser>;
+
 struct ComReleaser {
   template <typename Interface>
   void operator()(Interface* object) const {

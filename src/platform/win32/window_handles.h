@@ -16,6 +16,10 @@ struct WindowHandles {
   HWND statusBar = nullptr;
   HWND zoomSlider = nullptr;
   HWND findBar = nullptr;
+  HWND findField = nullptr;
+  HWND findStatus = nullptr;
+  HWND findMatchCase = nullptr;
+  HWND findWholeWord = nullptr;
   HWND stampPanel = nullptr;
   HWND bookmarksHeader = nullptr;
   HWND bookmarksTree = nullptr;

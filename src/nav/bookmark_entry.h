@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/tree.h"
+
+namespace quillmere {
+
+// One node of the navigation tree.
+struct BookmarkEntry {
+  std::int32_t kind = 0;   // 0 for a bookmark
+  std::int32_t page = -1;  // zero-based target; -1 without a destination
+  bool hasY = false;
+  double y = 0;  // vertical target in page points
+  std::u16string title;
+};
+
+// The nodes once more, in the order of the tree, with their rows.
+struct BookmarkOrderEntry {
+  std::int32_t page = -1;
+  double y = 0;  // kNoBookmarkY without a vertical target
+  platform::TreeRow row = platform::kNoTreeRow;
+};
+
+inline constexpr double kNoBookmarkY = 1e18;
+
+}  // namespace quillmere

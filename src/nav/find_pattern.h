@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillmere {
+
+// A stretch of the searched text, in UTF-16 units.
+struct PatternMatch {
+  std::size_t start = 0;
+  std::size_t length = 0;
+};
+
+enum class PatternOutcome {
+  Done,        // all matches were found
+  Stopped,     // as many as were wanted were found
+  TooComplex,  // matching was given up; what was found before it stands
+};
+
+// A compiled regular expression over UTF-16 units, case-sensitive.
+//
+// The grammar is that of ECMAScript without flags, with these differences of the library behind it:
+// a reference to a group that took part in no match fails where ECMAScript takes it as empty, "[]"
+// and "[^]" are errors, "\s" knows the blanks of ASCII and U+00A0, U+2028, U+2029 and U+FEFF, and
+// what ECMAScript refuses may mean something: look-behind, possessive quantifiers, POSIX classes.
+struct FindPattern {
+  struct Compiled;
+  struct Deleter {
+    void operator()(Compiled* compiled) const;
+  };
+  std::unique_ptr<Compiled, Deleter> compiled;  // null before a compilation succeeded
+};
+
+// False when the text is no regular expression; `pattern` is then empty.
+bool compilePattern(std::u16string_view text, FindPattern& pattern);
+
+// Appends every match with at least one unit, from left to right and not overlapping, until `limit`
+// of them were appended; 0 for no limit. Matching that grows beyond bounds is given up, so that no
+// pattern can hang the program or exhaust its stack.
+PatternOutcome findMatches(const FindPattern& pattern, std::u16string_view text, std::size_t limit,
+                           std::vector<PatternMatch>& matches);
+
+}  // namespace quillmere

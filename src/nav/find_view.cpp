@@ -1,0 +1,110 @@
+#include <algorithm>
+#include <optional>
+
+#include "core/session.h"
+#include "nav/find.h"
+#include "view/geometry.h"
+
+// Where hits stand on the screen.
+namespace quillmere {
+
+namespace {
+
+constexpr int kScreenMargin = 24;  // pixels between a hit in view and the pane's edges
+constexpr double kFarAway = 1e18;
+
+// A rectangle of page points; top lies above bottom.
+struct PageBox {
+  double left = kFarAway;
+  double top = -kFarAway;
+  double right = -kFarAway;
+  double bottom = kFarAway;
+};
+
+std::optional<PageBox> boundingBoxOf(FPDF_TEXTPAGE textPage, const FindResult& hit) {
+  const int count = FPDFText_CountRects(textPage, hit.start, hit.count);
+  if (count <= 0) return std::nullopt;
+  PageBox box;
+  for (int i = 0; i < count; ++i) {
+    double left = 0;
+    double top = 0;
+    double right = 0;
+    double bottom = 0;
+    if (!FPDFText_GetRect(textPage, i, &left, &top, &right, &bottom)) continue;
+    box.left = std::min(box.left, left);
+    box.top = std::max(box.top, top);
+    box.right = std::max(box.right, right);
+    box.bottom = std::min(box.bottom, bottom);
+  }
+  return box;
+}
+
+PaneBox toScreen(int pane, const PageBox& box) {
+  const PanePoint one = pageToPane(pane, box.left, box.top);
+  const PanePoint other = pageToPane(pane, box.right, box.bottom);
+  return {std::min(one.x, other.x), std::min(one.y, other.y), std::max(one.x, other.x),
+          std::max(one.y, other.y)};
+}
+
+bool insidePane(const PaneBox& box, const PaneRect& pane) {
+  const double margin = scaled(kScreenMargin);
+  return box.left >= margin && box.top >= margin && box.right <= pane.width() - margin &&
+         box.bottom <= pane.height() - margin;
+}
+
+bool touchesPane(const TextQuad& quad, const PaneRect& pane) {
+  const auto [left, right] =
+      std::minmax_element(quad.corner, quad.corner + 4,
+                          [](const PanePoint& a, const PanePoint& b) { return a.x < b.x; });
+  const auto [top, bottom] =
+      std::minmax_element(quad.corner, quad.corner + 4,
+                          [](const PanePoint& a, const PanePoint& b) { return a.y < b.y; });
+  return right->x > 0 && bottom->y > 0 && left->x < pane.width() && top->y < pane.height();
+}
+
+bool hitsShownIn(int pane) {
+  const PaneSlot& slot = session.panes[pane];
+  if (!session.findBarVisible || session.find.results.empty() || !slot.page || !slot.textPage) {
+    return false;
+  }
+  return session.viewMode != ViewMode::TwoDocuments || pane == session.activePane;
+}
+
+}  // namespace
+
+void FindScrollToCurrent(int pane) {
+  const FindState& find = session.find;
+  PaneSlot& slot = session.panes[pane];
+  if (find.currentIndex < 0 || static_cast<std::size_t>(find.currentIndex) >= find.results.size()) {
+    return;
+  }
+  const FindResult& hit = find.results[static_cast<std::size_t>(find.currentIndex)];
+  if (hit.page != slot.currentPage || !slot.textPage) return;
+  const std::optional<PageBox> box = boundingBoxOf(slot.textPage.get(), hit);
+  if (!box) return;
+  const PaneRect rect = paneRect(pane);
+  if (insidePane(toScreen(pane, *box), rect)) return;
+  const PanePoint centre =
+      pageToPane(pane, (box->left + box->right) * 0.5, (box->top + box->bottom) * 0.5);
+  slot.panX += static_cast<float>(rect.width() * 0.5 - centre.x);
+  slot.panY += static_cast<float>(rect.height() * 0.5 - centre.y);
+  clampPan(pane);
+}
+
+std::vector<FindHitQuad> findHitQuads(int pane) {
+  std::vector<FindHitQuad> quads;
+  if (!hitsShownIn(pane)) return quads;
+  const FindState& find = session.find;
+  const PaneRect rect = paneRect(pane);
+  for (std::size_t i = 0; i < find.results.size(); ++i) {
+    const FindResult& hit = find.results[i];
+    if (hit.page != session.panes[pane].currentPage) continue;
+    const bool current = static_cast<std::int32_t>(i) == find.currentIndex;
+    for (const TextQuad& quad : textQuads(pane, hit.start, hit.count)) {
+      if (touchesPane(quad, rect)) quads.push_back({quad, current});
+    }
+  }
+  return quads;
+}
+
+}  // namespace quillmere

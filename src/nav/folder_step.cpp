@@ -1,0 +1,81 @@
+#include "nav/folder_step.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/limits.h"
+#include "core/open_requests.h"
+#include "core/product.h"
+#include "core/session.h"
+#include "platform/files.h"
+#include "platform/main_window.h"
+#include "platform/message_box.h"
+#include "platform/text.h"
+#include "store/working_documents.h"
+
+namespace quillmere {
+
+namespace {
+
+void warn(const char16_t* text) {
+  platform::showMessageBox(text, kProductTitle, platform::BoxButtons::Ok,
+                           platform::BoxIcon::Warning);
+}
+
+bool comesBefore(const std::u16string& left, const std::u16string& right) {
+  return platform::toLower(left) < platform::toLower(right);
+}
+
+bool shownInOtherPane(const std::u16string& path) {
+  if (session.viewMode != ViewMode::TwoDocuments) return false;
+  const PaneSlot& other = session.panes[1 - session.activePane];
+  return other.document && platform::equalIgnoringCase(other.path, path);
+}
+
+// Index of the next file that can be stepped to; nothing past either end.
+std::optional<std::size_t> neighbour(const std::vector<std::u16string>& names, std::size_t from,
+                                     int direction, const std::u16string& folder) {
+  auto index = static_cast<std::ptrdiff_t>(from);
+  const auto count = static_cast<std::ptrdiff_t>(names.size());
+  for (index += direction; index >= 0 && index < count; index += direction) {
+    const auto candidate = static_cast<std::size_t>(index);
+    if (!shownInOtherPane(folder + names[candidate])) return candidate;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+void StepInFolder(int direction) {
+  platform::focusMainWindow();
+  const std::u16string path = pathOf(session.activePane);
+  const std::size_t slash = path.rfind(u'\\');
+  if (slash == std::u16string::npos) return;
+  const std::u16string folder = path.substr(0, slash + 1);
+
+  auto listing = platform::listFiles(folder, u".pdf");
+  if (!listing) {
+    warn(u"Could not read the folder.\nIt may have been moved or renamed.");
+    return;
+  }
+  std::vector<std::u16string>& names = *listing;
+  if (names.empty()) return;
+  std::sort(names.begin(), names.end(), comesBefore);
+  const std::u16string name = fileNameOf(path);
+  const auto found = std::find_if(names.begin(), names.end(), [&](const std::u16string& entry) {
+    return platform::equalIgnoringCase(entry, name);
+  });
+  if (found == names.end()) {
+    warn(u"Could not locate the current file in its folder.\nIt may have been renamed or moved.");
+    return;
+  }
+  const auto start = static_cast<std::size_t>(found - names.begin());
+  const auto next = neighbour(names, start, direction, folder);
+  if (!next) return;
+  const int pane = session.viewMode == ViewMode::TwoDocuments ? session.activePane : 0;
+  openRequested(folder + names[*next], pane, kWorkingDocsLeaveAlone, true);
+}
+
+}  // namespace quillmere
