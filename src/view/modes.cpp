@@ -231,6 +231,24 @@ void saveBookOverride() {
   saveBookOverride(presentPanes());
 }
 
+void applyBookSettings() {
+  if (session.viewMode != ViewMode::Book) return;
+  if (session.settings.bookEqualizePanes) session.paneDividerPosition = 0;
+  if (session.settings.bookRevertToFit) {
+    if (!session.bookOverrideActive) saveBookOverride();
+    for (int pane = 0; pane < 2; ++pane) {
+      if (!session.panes[pane].page) continue;
+      session.panes[pane].zoomMode = kFitPage;
+      layoutAndRender(pane);
+    }
+  } else {
+    session.bookOverrideActive = false;
+  }
+  refreshMenus();
+  refreshStatus();
+  platform::invalidateMainWindow(true);
+}
+
 void refitPanes() {
   for (int pane = 0; pane < 2; ++pane) {
     if (paneShown(pane)) refitPane(pane);

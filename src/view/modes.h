@@ -10,6 +10,9 @@ void setViewMode(ViewMode mode);
 // Remembers zoom and pan of both panes, for when Book is left.
 void saveBookOverride();
 
+// Shows a Book as its settings say, after the user has changed them; without effect in other modes.
+void applyBookSettings();
+
 // Lays both panes out anew and renders them after their geometry changed.
 void refitPanes();
 

@@ -1,5 +1,6 @@
 #include "view/modes.h"
 
+#include "core/command_ids.h"
 #include "view/geometry.h"
 #include "view/navigation.h"
 #include "view/rotation.h"
@@ -64,6 +65,18 @@ TEST_F(ModesTest, EveryModeCanFollowEveryOther) {
         EXPECT_EQ(pane(1).currentPage, 0);
       }
       EXPECT_GT(window().erasingInvalidations, erased);
+    }
+  }
+}
+
+TEST_F(ModesTest, TheMenuMarksThePresentMode) {
+  const std::uint32_t commands[] = {kCmdSinglePage, kCmdBook, kCmdIndependentPages,
+                                    kCmdTwoDocuments};
+  startIn(ViewMode::Book);
+  for (std::size_t chosen = 0; chosen < 4; ++chosen) {
+    setViewMode(kModes[chosen]);
+    for (std::size_t each = 0; each < 4; ++each) {
+      EXPECT_EQ(window().menuItems[commands[each]].checked, each == chosen);
     }
   }
 }
@@ -399,6 +412,45 @@ TEST_F(BookOverrideTest, SavingTakesBothPanes) {
 TEST_F(BookOverrideTest, WithoutADocumentABookSavesNothing) {
   resetSession();
   setViewMode(ViewMode::Book);
+  EXPECT_FALSE(session.bookOverrideActive);
+}
+
+TEST_F(BookOverrideTest, ChangedSettingsReachTheOpenBook) {
+  session.settings.bookRevertToFit = false;
+  session.settings.bookEqualizePanes = false;
+  setViewMode(ViewMode::Book);
+  setView(0, 2.0f, -70.0f, -320.0f);
+  session.paneDividerPosition = 400;
+  applyBookSettings();
+  EXPECT_EQ(session.paneDividerPosition, 400);
+  EXPECT_FLOAT_EQ(pane(0).zoom, 2.0f);
+
+  session.settings.bookRevertToFit = true;
+  session.settings.bookEqualizePanes = true;
+  const int erased = window().erasingInvalidations;
+  applyBookSettings();
+  EXPECT_EQ(session.paneDividerPosition, 0);
+  EXPECT_TRUE(session.bookOverrideActive);
+  EXPECT_FLOAT_EQ(session.bookOverrideZoom[0], 2.0f);
+  EXPECT_EQ(pane(0).zoomMode, kFitPage);
+  EXPECT_FLOAT_EQ(pane(0).zoom, 1.2f);
+  EXPECT_EQ(window().erasingInvalidations, erased + 1);
+
+  setView(0, 3.0f, 0.0f, 0.0f);
+  applyBookSettings();  // what was saved first stays
+  EXPECT_FLOAT_EQ(session.bookOverrideZoom[0], 2.0f);
+
+  session.settings.bookRevertToFit = false;
+  applyBookSettings();
+  EXPECT_FALSE(session.bookOverrideActive);
+  EXPECT_EQ(pane(0).zoomMode, kFitPage);
+}
+
+TEST_F(BookOverrideTest, BookSettingsConcernABookAlone) {
+  setViewMode(ViewMode::IndependentPages);
+  session.paneDividerPosition = 400;
+  applyBookSettings();
+  EXPECT_EQ(session.paneDividerPosition, 400);
   EXPECT_FALSE(session.bookOverrideActive);
 }
 

@@ -1,6 +1,5 @@
 #include "view/navigation.h"
 
-#include "core/command_ids.h"
 #include "view/geometry.h"
 #include "view/modes.h"
 #include "view/view_test.h"

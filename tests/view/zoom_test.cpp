@@ -1,5 +1,6 @@
 #include "view/zoom.h"
 
+#include "core/command_ids.h"
 #include "view/geometry.h"
 #include "view/view_test.h"
 
@@ -31,6 +32,14 @@ TEST_F(ZoomTest, AStepTurnsToCustomFitAndRendersAnew) {
   EXPECT_EQ(pane(0).pageBitmapWidth, static_cast<int>(400 * pane(0).zoom));
   EXPECT_GT(window().invalidations, 0);
   EXPECT_EQ(window().erasingInvalidations, 0);
+}
+
+TEST_F(ZoomTest, TheMenuMarksTheZoomMode) {
+  setZoomMode(0, kFitWidth);
+  EXPECT_TRUE(window().menuItems[kCmdFitWidth].checked);
+  zoomIn(0);
+  EXPECT_FALSE(window().menuItems[kCmdFitWidth].checked);
+  EXPECT_TRUE(window().menuItems[kCmdCustomFit].checked);
 }
 
 TEST_F(ZoomTest, OneStepInAndOneOutComeBack) {
