@@ -53,7 +53,8 @@ std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& pa
 std::optional<std::vector<std::uint8_t>> readFileHead(const std::u16string& path,
                                                       std::uint64_t maximumSize);
 
-// Replaces or makes the file. False when it could not be made or not every byte went out.
+// Replaces or makes the file. False when it could not be made (in use, read-only, a folder) or not
+// every byte went out.
 bool writeFile(const std::u16string& path, const void* bytes, std::uint64_t size);
 
 // Makes the file with these bytes only where none of that name exists; false otherwise.
@@ -62,8 +63,8 @@ bool createNewFile(const std::u16string& path, const void* bytes, std::uint64_t 
 // False when the file did not exist or could not be deleted (in use, read-only, a folder).
 bool deleteFile(const std::u16string& path);
 
-// Renames `source` to `target`, replacing a file of that name in one step. False on failure, with
-// both files as they were.
+// Renames `source` to `target`, replacing a file of that name in one step. False on failure (either
+// in use, the target read-only or a folder), with both files as they were.
 bool replaceFile(const std::u16string& source, const std::u16string& target);
 
 // Makes one folder. True when it exists afterwards.

@@ -66,12 +66,13 @@ std::optional<std::u16string_view> sectionName(std::u16string_view line) {
   return trimmed(line.substr(1, end - 1));
 }
 
-// True for "key=value" with that key; `value` gets what stands behind the equals sign.
+// True for "key=value" with that key, and for a line with the key alone; `value` gets what stands
+// behind the equals sign.
 bool takeValue(std::u16string_view line, std::u16string_view key, std::u16string_view& value) {
   const std::size_t equals = line.find(u'=');
-  if (equals == std::u16string_view::npos) return false;
   if (!equalIgnoringCase(trimmed(line.substr(0, equals)), key)) return false;
-  value = trimmed(line.substr(equals + 1));
+  value = equals == std::u16string_view::npos ? std::u16string_view()
+                                              : trimmed(line.substr(equals + 1));
   return true;
 }
 
@@ -101,18 +102,24 @@ std::u16string_view withoutQuotes(std::u16string_view value) {
   return quoted ? value.substr(1, value.size() - 2) : value;
 }
 
-// The value as it is read, without blanks around it and without its quotes.
-std::u16string findValue(const std::u16string& section, const std::u16string& key,
-                         const std::u16string& path) {
-  const std::optional<ProfileFile> file = loadProfile(path);
-  if (!file) return {};
-  const std::optional<SectionLines> lines = findSection(*file, section);
-  if (!lines) return {};
+// The value as it is read, without blanks around it and without its quotes; nothing without the
+// key.
+std::optional<std::u16string> findValue(const ProfileFile& file, const std::u16string& section,
+                                        const std::u16string& key) {
+  const std::optional<SectionLines> lines = findSection(file, section);
+  if (!lines) return std::nullopt;
   for (std::size_t n = lines->begin; n < lines->end; ++n) {
     std::u16string_view value;
-    if (takeValue(file->lines[n], trimmed(key), value)) return std::u16string(withoutQuotes(value));
+    if (takeValue(file.lines[n], trimmed(key), value)) return std::u16string(withoutQuotes(value));
   }
-  return {};
+  return std::nullopt;
+}
+
+// As `findValue` in a file on disk; empty without the key.
+std::u16string readValue(const std::u16string& section, const std::u16string& key,
+                         const std::u16string& path) {
+  const std::optional<ProfileFile> file = loadProfile(path);
+  return file ? findValue(*file, section, key).value_or(u"") : std::u16string();
 }
 
 // Where a new key goes: behind the section's last line that is not empty.
@@ -146,19 +153,20 @@ void setValue(ProfileFile& file, const std::u16string& section, const std::u16st
 
 std::int32_t readProfileInteger(const std::u16string& section, const std::u16string& key,
                                 std::int32_t fallback, const std::u16string& path) {
-  const std::u16string value = findValue(section, key, path);
+  const std::u16string value = readValue(section, key, path);
   return value.empty() ? fallback : leadingInteger(value);
 }
 
 std::u16string readProfileText(const std::u16string& section, const std::u16string& key,
                                std::uint32_t size, const std::u16string& path) {
-  return size == 0 ? std::u16string() : findValue(section, key, path).substr(0, size - 1);
+  return size == 0 ? std::u16string() : readValue(section, key, path).substr(0, size - 1);
 }
 
 bool writeProfileText(const std::u16string& section, const std::u16string& key,
                       const std::u16string& value, const std::u16string& path) {
   std::optional<ProfileFile> file = loadProfile(path);
   if (!file) return false;
+  if (findValue(*file, section, key) == value) return true;
   setValue(*file, section, key, value);
   return saveProfile(*file, path);
 }

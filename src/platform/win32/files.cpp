@@ -10,6 +10,7 @@
 
 #include "platform/text.h"
 #include "platform/win32/handles.h"
+#include "platform/win32/read_only.h"
 #include "platform/win32/wide.h"
 
 namespace quillmere::platform {
@@ -119,7 +120,7 @@ std::optional<std::vector<std::uint8_t>> readFileHead(const std::u16string& path
 }
 
 bool writeFile(const std::u16string& path, const void* bytes, std::uint64_t size) {
-  return makeFile(path, CREATE_ALWAYS, bytes, size);
+  return !isReadOnlyFile(path) && makeFile(path, CREATE_ALWAYS, bytes, size);
 }
 
 bool createNewFile(const std::u16string& path, const void* bytes, std::uint64_t size) {
@@ -131,7 +132,8 @@ bool deleteFile(const std::u16string& path) {
 }
 
 bool replaceFile(const std::u16string& source, const std::u16string& target) {
-  return MoveFileExW(wide(source), wide(target), MOVEFILE_REPLACE_EXISTING) != 0;
+  return !isReadOnlyFile(target) &&
+         MoveFileExW(wide(source), wide(target), MOVEFILE_REPLACE_EXISTING) != 0;
 }
 
 bool createFolder(const std::u16string& path) {

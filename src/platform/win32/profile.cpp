@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "platform/leading_integer.h"
+#include "platform/win32/read_only.h"
 #include "platform/win32/wide.h"
 
 namespace quillmere::platform {
@@ -45,7 +46,8 @@ std::u16string readProfileText(const std::u16string& section, const std::u16stri
 bool writeProfileText(const std::u16string& section, const std::u16string& key,
                       const std::u16string& value, const std::u16string& path) {
   if (alreadyReads(section, key, value, path)) return true;
-  return WritePrivateProfileStringW(wide(section), wide(key), wide(value), wide(path)) != 0;
+  return !isReadOnlyFile(path) &&
+         WritePrivateProfileStringW(wide(section), wide(key), wide(value), wide(path)) != 0;
 }
 
 }  // namespace quillmere::platform

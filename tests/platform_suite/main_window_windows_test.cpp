@@ -1,0 +1,235 @@
+#include "platform/main_window.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <vector>
+
+#include "platform/clipboard.h"
+#include "platform/win32/wide.h"
+#include "platform/win32/window_handles.h"
+
+namespace quillmere::platform {
+namespace {
+
+constexpr wchar_t kClassName[] = L"QuillmereSuiteWindow";
+constexpr UINT kCommand = 301;
+
+// How often each message reached the main window or a child of it.
+std::map<UINT, int> windowMessages;
+std::map<UINT, int> childMessages;
+
+LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  ++windowMessages[message];
+  if (message == WM_CLOSE) return 0;
+  return DefWindowProcW(window, message, wParam, lParam);
+}
+
+LRESULT CALLBACK childProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                DWORD_PTR) {
+  ++childMessages[message];
+  return DefSubclassProc(window, message, wParam, lParam);
+}
+
+HWND createChild(HWND parent, const wchar_t* className, DWORD style) {
+  const HWND child = CreateWindowExW(0, className, L"", WS_CHILD | WS_VISIBLE | style, 0, 0, 10, 10,
+                                     parent, nullptr, GetModuleHandleW(nullptr), nullptr);
+  SetWindowSubclass(child, childProcedure, 1, 0);
+  return child;
+}
+
+HMENU createMenuBar() {
+  const HMENU bar = CreateMenu();
+  const HMENU popup = CreatePopupMenu();
+  AppendMenuW(popup, MF_STRING, kCommand, L"Item");
+  AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(popup), L"Menu");
+  return bar;
+}
+
+class MainWindowWindows : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    InitCommonControls();
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = windowProcedure;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
+    windowClass.lpszClassName = kClassName;
+    RegisterClassW(&windowClass);
+  }
+
+  void SetUp() override {
+    const HWND main = CreateWindowExW(0, kClassName, L"", WS_OVERLAPPEDWINDOW, 50, 60, 640, 480,
+                                      nullptr, createMenuBar(), GetModuleHandleW(nullptr), nullptr);
+    windowHandles.main = main;
+    windowHandles.statusBar = createChild(main, STATUSCLASSNAMEW, 0);
+    windowHandles.zoomSlider = createChild(windowHandles.statusBar, TRACKBAR_CLASSW, 0);
+    ShowWindow(main, SW_SHOWNORMAL);
+    UpdateWindow(main);
+    windowMessages.clear();
+    childMessages.clear();
+  }
+
+  void TearDown() override {
+    DestroyWindow(windowHandles.main);
+    windowHandles = {};
+  }
+};
+
+std::wstring statusText(WPARAM part) {
+  wchar_t text[256] = {};
+  SendMessageW(windowHandles.statusBar, SB_GETTEXTW, part, reinterpret_cast<LPARAM>(text));
+  return text;
+}
+
+TEST_F(MainWindowWindows, SizesAreThoseOfTheWindow) {
+  RECT rect{};
+  GetClientRect(windowHandles.main, &rect);
+  EXPECT_TRUE(mainWindowExists());
+  EXPECT_EQ(mainWindowClientSize().width, rect.right);
+  EXPECT_EQ(mainWindowClientSize().height, rect.bottom);
+  GetWindowRect(windowHandles.statusBar, &rect);
+  EXPECT_EQ(statusBarHeight(), rect.bottom - rect.top);
+  EXPECT_GT(statusBarHeight(), 10);
+}
+
+TEST_F(MainWindowWindows, TheTitleIsSetOnce) {
+  setMainWindowTitle(u"Quillmere - Größe.pdf");
+  setMainWindowTitle(u"Quillmere - Größe.pdf");
+  EXPECT_EQ(windowMessages[WM_SETTEXT], 1);
+  wchar_t title[64] = {};
+  GetWindowTextW(windowHandles.main, title, 64);
+  EXPECT_EQ(std::wstring(title), L"Quillmere - Größe.pdf");
+}
+
+TEST_F(MainWindowWindows, StatusPartsAndTextsAreSetOnlyWhereTheyChange) {
+  const int edges[] = {88, 238, 420, -1};
+  setStatusParts(edges, 4);
+  setStatusParts(edges, 4);
+  EXPECT_EQ(childMessages[SB_SETPARTS], 1);
+  setStatusText(2, u"\t\tPage 1 of 10  ");
+  setStatusText(2, u"\t\tPage 1 of 10  ");
+  EXPECT_EQ(childMessages[SB_SETTEXTW], 1);
+  EXPECT_EQ(statusText(2), L"\t\tPage 1 of 10  ");
+  setStatusText(2, u"\t\tPage 2 of 10  ");
+  EXPECT_EQ(statusText(2), L"\t\tPage 2 of 10  ");
+  setStatusText(2, u"");
+  EXPECT_EQ(statusText(2), L"");
+  int told[4] = {};
+  SendMessageW(windowHandles.statusBar, SB_GETPARTS, 4, reinterpret_cast<LPARAM>(told));
+  EXPECT_EQ(std::vector<int>(told, told + 4), std::vector<int>(edges, edges + 4));
+}
+
+TEST_F(MainWindowWindows, TheSliderIsPlacedMovedAndEnabled) {
+  SendMessageW(windowHandles.zoomSlider, TBM_SETRANGE, FALSE, MAKELPARAM(0, 500));
+  placeZoomSlider(90, 2, 146, 18);
+  RECT rect{};
+  GetWindowRect(windowHandles.zoomSlider, &rect);
+  MapWindowPoints(nullptr, windowHandles.statusBar, reinterpret_cast<POINT*>(&rect), 2);
+  EXPECT_EQ(rect.left, 90);
+  EXPECT_EQ(rect.top, 2);
+  EXPECT_EQ(rect.right - rect.left, 146);
+  EXPECT_EQ(rect.bottom - rect.top, 18);
+  childMessages.clear();
+  for (int n = 0; n < 2; ++n) setZoomSlider(120, false);
+  EXPECT_EQ(childMessages[TBM_SETPOS], 1);
+  EXPECT_EQ(childMessages[WM_ENABLE], 1);
+  EXPECT_FALSE(IsWindowEnabled(windowHandles.zoomSlider));
+  setZoomSlider(120, true);
+  EXPECT_TRUE(IsWindowEnabled(windowHandles.zoomSlider));
+  EXPECT_EQ(SendMessageW(windowHandles.zoomSlider, TBM_GETPOS, 0, 0), 120);
+}
+
+TEST_F(MainWindowWindows, MenuItemsAreCheckedAndEnabledByCommand) {
+  const auto state = [] { return GetMenuState(GetMenu(windowHandles.main), kCommand, 0); };
+  setMenuItem(kCommand, true, false);
+  EXPECT_TRUE(state() & MF_CHECKED);
+  EXPECT_TRUE(state() & MF_GRAYED);
+  setMenuItem(kCommand, false, true);
+  EXPECT_FALSE(state() & (MF_CHECKED | MF_GRAYED));
+}
+
+TEST_F(MainWindowWindows, ALayoutIsDoneByTheWindowThatOffersIt) {
+  static int layouts = 0;
+  layoutMainWindow();
+  EXPECT_EQ(layouts, 0);
+  windowHandles.layoutChildren = [] { ++layouts; };
+  layoutMainWindow();
+  EXPECT_EQ(layouts, 1);
+}
+
+TEST_F(MainWindowWindows, InvalidatingPaintsOnUpdateAlone) {
+  invalidateMainWindow(false);
+  EXPECT_EQ(windowMessages[WM_PAINT], 0);
+  updateMainWindow();
+  EXPECT_EQ(windowMessages[WM_PAINT], 1);
+  EXPECT_EQ(windowMessages[WM_ERASEBKGND], 0);
+  invalidateMainWindow(true);
+  updateMainWindow();
+  EXPECT_EQ(windowMessages[WM_PAINT], 2);
+}
+
+TEST_F(MainWindowWindows, TheRebuildIsPostedAndTheCloseIsSent) {
+  postBinderTreeRebuild();
+  MSG message{};
+  EXPECT_TRUE(PeekMessageW(&message, windowHandles.main, kBinderTreeRebuildMessage,
+                           kBinderTreeRebuildMessage, PM_REMOVE));
+  closeMainWindow();
+  EXPECT_EQ(windowMessages[WM_CLOSE], 1);
+}
+
+TEST_F(MainWindowWindows, TheMouseIsCapturedAndReleased) {
+  captureMouse();
+  EXPECT_EQ(GetCapture(), windowHandles.main);
+  releaseMouse();
+  EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(MainWindowWindows, APlacementComesBack) {
+  placeMainWindow({{120, 130, 720, 630}, false});
+  const std::optional<WindowPlacement> placement = mainWindowPlacement();
+  ASSERT_TRUE(placement);
+  EXPECT_EQ(placement->normal, (ScreenRect{120, 130, 720, 630}));
+  EXPECT_FALSE(placement->maximised);
+  placeMainWindow({{120, 130, 720, 630}, true});
+  ASSERT_TRUE(mainWindowPlacement());
+  EXPECT_TRUE(mainWindowPlacement()->maximised);
+  EXPECT_EQ(mainWindowPlacement()->normal, (ScreenRect{120, 130, 720, 630}));
+}
+
+TEST_F(MainWindowWindows, TheClipboardWorksWithAnOwner) {
+  ASSERT_TRUE(setClipboardText(u"owned"));
+  EXPECT_EQ(clipboardText(), u"owned");
+}
+
+TEST(NoMainWindowWindows, WithoutAWindowEveryCallIsHarmless) {
+  ASSERT_EQ(windowHandles.main, nullptr);
+  EXPECT_FALSE(mainWindowExists());
+  EXPECT_EQ(mainWindowClientSize().width, 0);
+  EXPECT_EQ(statusBarHeight(), 0);
+  EXPECT_FALSE(mainWindowPlacement());
+  const int edge = -1;
+  setMainWindowTitle(u"x");
+  invalidateMainWindow(true);
+  updateMainWindow();
+  setStatusParts(&edge, 1);
+  setStatusText(0, u"x");
+  placeZoomSlider(0, 0, 1, 1);
+  setZoomSlider(1, true);
+  setMenuItem(kCommand, true, true);
+  layoutMainWindow();
+  refreshCursor();
+  captureMouse();
+  releaseMouse();
+  focusMainWindow();
+  focusNavigationTree();
+  focusBinderTree();
+  postBinderTreeRebuild();
+  placeMainWindow({});
+  closeMainWindow();
+}
+
+}  // namespace
+}  // namespace quillmere::platform

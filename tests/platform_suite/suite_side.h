@@ -1,0 +1,48 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+// The few things that the shared cases need and that the seam does not offer; each side, the
+// scripted machine and the real one, brings its own.
+namespace quillmere::platform {
+
+// Makes an empty folder of its own for one test; its path ends in a backslash.
+std::u16string makeScratchFolder();
+// Removes it with everything in it, read-only files included.
+void removeScratchFolder(const std::u16string& folder);
+
+// Puts these bytes into a file, by other means than the seam's.
+void putBytes(const std::u16string& path, const std::string& bytes);
+std::string bytesOf(const std::u16string& path);
+
+enum class LockKind {
+  Exclusive,     // open with no sharing
+  SharedWriter,  // open for writing, others may read, write and delete
+};
+
+// Somebody else's use of an existing file, for as long as this lives.
+class FileLock {
+ public:
+  FileLock(const std::u16string& path, LockKind kind);
+  ~FileLock();
+  FileLock(const FileLock&) = delete;
+  FileLock& operator=(const FileLock&) = delete;
+
+ private:
+  std::u16string path_;
+  void* handle_ = nullptr;
+};
+
+class PlatformSuite : public testing::Test {
+ protected:
+  void SetUp() override { folder = makeScratchFolder(); }
+  void TearDown() override { removeScratchFolder(folder); }
+
+  std::u16string in(const std::u16string& name) const { return folder + name; }
+
+  std::u16string folder;
+};
+
+}  // namespace quillmere::platform
