@@ -5,6 +5,7 @@
 
 #include "core/commands.h"
 #include "nav/bookmarks.h"
+#include "nav/find.h"
 #include "view/status.h"
 
 namespace quillmere {
@@ -126,7 +127,10 @@ void clearJumpHistories() {
 void setActivePane(int pane) {
   if (session.activePane == pane) return;
   session.activePane = pane;
-  if (inTwoDocuments()) RebuildNavigationTree();
+  if (inTwoDocuments()) {
+    FindClear();
+    RebuildNavigationTree();
+  }
   refreshStatus();
   refreshMenus();
 }

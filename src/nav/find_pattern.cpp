@@ -55,9 +55,10 @@ class UnitTraits {
   }
   char_class_type lookup_classname(const char16_t* first, const char16_t* last) const {
     const std::u16string_view name(first, static_cast<std::size_t>(last - first));
-    if (name == u"d" || name == u"digit") return kDigit;
-    if (name == u"s" || name == u"space") return kSpace;
-    if (name == u"w" || name == u"word") return kWord;
+    // The negated escapes look their class up by the capital letter.
+    if (name == u"d" || name == u"D" || name == u"digit") return kDigit;
+    if (name == u"s" || name == u"S" || name == u"space") return kSpace;
+    if (name == u"w" || name == u"W" || name == u"word") return kWord;
     if (name == u"lower") return kLower;
     if (name == u"upper") return kUpper;
     return name == u"alpha" ? kLower | kUpper : 0;

@@ -28,6 +28,13 @@ bool followDestination(int pane, FPDF_DEST destination) {
   return true;
 }
 
+// PDFium gives the destination inside the other file as if it were one of this document.
+bool leadsToAnotherFile(FPDF_ACTION action) {
+  if (action == nullptr) return false;
+  const unsigned long type = FPDFAction_GetType(action);
+  return type == PDFACTION_REMOTEGOTO || type == PDFACTION_EMBEDDEDGOTO;
+}
+
 std::string uriOf(FPDF_DOCUMENT document, FPDF_ACTION action) {
   const unsigned long size = FPDFAction_GetURIPath(document, action, nullptr, 0);
   if (size <= 1) return {};
@@ -59,10 +66,11 @@ FPDF_LINK LinkAtPoint(int pane, int x, int y) {
 bool FollowLink(int pane, FPDF_LINK link) {
   const FPDF_DOCUMENT document = documentOf(pane);
   if (document == nullptr || link == nullptr) return false;
+  const FPDF_ACTION action = FPDFLink_GetAction(link);
+  if (leadsToAnotherFile(action)) return false;
   if (const FPDF_DEST destination = FPDFLink_GetDest(document, link)) {
     return followDestination(pane, destination);
   }
-  const FPDF_ACTION action = FPDFLink_GetAction(link);
   if (action == nullptr) return false;
   switch (FPDFAction_GetType(action)) {
     case PDFACTION_GOTO: {

@@ -1,0 +1,159 @@
+#include "nav/find_bar.h"
+
+#include <string>
+
+#include "core/commands.h"
+#include "core/keys.h"
+#include "nav/nav_test.h"
+#include "view/geometry.h"
+#include "view/selection.h"
+
+namespace quillmere::test {
+namespace {
+
+class FindBarTest : public NavTest {};
+
+TEST_F(FindBarTest, ControlsStandInARowThatGrowsWithTheBar) {
+  for (const int width : {700, 1000}) {
+    int right = 0;
+    for (const FindControl& control : findBarControls()) {
+      const FindControlPlace place = placeOf(control, width);
+      EXPECT_GE(place.x, right) << control.id;
+      EXPECT_GT(place.width, 0) << control.id;
+      EXPECT_LE(place.y + place.height, kFindBarHeight);
+      right = place.x + place.width;
+    }
+    EXPECT_LE(right, width);
+    EXPECT_EQ(right, width - 4);
+  }
+}
+
+TEST_F(FindBarTest, OnlyTheFieldTakesTheRoomOfAWiderBar) {
+  for (const FindControl& control : findBarControls()) {
+    const int narrow = placeOf(control, 800).width;
+    const int wide = placeOf(control, 900).width;
+    EXPECT_EQ(wide - narrow, control.id == kFindField ? 100 : 0) << control.id;
+  }
+}
+
+TEST_F(FindBarTest, AnOpenBarTakesItsHeightFromThePages) {
+  ASSERT_TRUE(open(simplePdf(1)));
+  const int top = paneRect(0).top;
+  OpenFindBar();
+  EXPECT_TRUE(session.findBarVisible);
+  EXPECT_EQ(paneRect(0).top - top, kFindBarHeight);
+  EXPECT_GT(bar().focusRequests, 0);
+  CloseFindBar();
+  EXPECT_EQ(paneRect(0).top, top);
+}
+
+TEST_F(FindBarTest, ASelectedWordIsSearchedInTheDocument) {
+  ASSERT_TRUE(open(buildPdf({pageWith({"word"}), pageWith({"word other"})})));
+  selectAll(0);
+  OpenFindBar();
+  EXPECT_EQ(bar().field, u"word");
+  EXPECT_TRUE(find().wholeDocument);
+  EXPECT_EQ(bar().status, u"1 of 2");
+}
+
+TEST_F(FindBarTest, OfASelectionOnlyTheFirstLineIsTaken) {
+  ASSERT_TRUE(open(buildPdf({pageWith({"first line", "second line"})})));
+  selectAll(0);
+  OpenFindBar();
+  EXPECT_EQ(bar().field, u"first line");
+}
+
+TEST_F(FindBarTest, ALongSelectionIsCut) {
+  ASSERT_TRUE(open(buildPdf({pageWith({std::string(90, 'm')})})));
+  selectAll(0);
+  OpenFindBar();
+  EXPECT_EQ(bar().field, std::u16string(80, u'm'));
+}
+
+TEST_F(FindBarTest, OpeningAgainSearchesTheTextThatStands) {
+  ASSERT_TRUE(open(simplePdf(3)));
+  bar().field = u"Page";
+  OpenFindBar();
+  EXPECT_EQ(bar().status, u"1 of 3");
+}
+
+TEST_F(FindBarTest, ClosingKeepsTextAndOptionsAndForgetsTheHits) {
+  ASSERT_TRUE(open(simplePdf(3)));
+  OpenFindBar();
+  type(u"Page");
+  chooseMatchCase(true);
+  CloseFindBar();
+  EXPECT_FALSE(session.findBarVisible);
+  EXPECT_TRUE(find().results.empty());
+  EXPECT_TRUE(find().query.empty());
+  EXPECT_TRUE(find().matchCase);
+  EXPECT_EQ(bar().field, u"Page");
+  EXPECT_GT(platform::standIn().window.focusRequests, 0);
+}
+
+TEST_F(FindBarTest, PastingKeepsTheFirstLine) {
+  platform::standIn().clipboard = u"one\r\ntwo";
+  OpenFindBar();
+  pasteIntoFindField();
+  EXPECT_EQ(bar().field, u"one");
+}
+
+TEST_F(FindBarTest, PastingCutsLongText) {
+  platform::standIn().clipboard = std::u16string(100, u'p');
+  OpenFindBar();
+  pasteIntoFindField();
+  EXPECT_EQ(bar().field.size(), 80u);
+}
+
+TEST_F(FindBarTest, PastingWithoutTextDoesNothing) {
+  bar().field = u"kept";
+  pasteIntoFindField();
+  EXPECT_EQ(bar().field, u"kept");
+}
+
+TEST_F(FindBarTest, ChoosingRegExSearchesTheSameTextAsAPattern) {
+  ASSERT_TRUE(open(buildPdf({pageWith({"a.c abc"})})));
+  OpenFindBar();
+  type(u"a.c");
+  EXPECT_EQ(bar().status, u"1 on page");
+  chooseFindMode(true);
+  EXPECT_EQ(bar().status, u"2 on page");
+}
+
+TEST_F(FindBarTest, StepsGiveThePageTheKeyboardBack) {
+  ASSERT_TRUE(open(simplePdf(2)));
+  OpenFindBar();
+  type(u"Page");
+  const int before = platform::standIn().window.focusRequests;
+  stepFromFindBar(1);
+  EXPECT_GT(platform::standIn().window.focusRequests, before);
+  EXPECT_EQ(bar().status, u"1 of 2");
+}
+
+TEST_F(FindBarTest, EnterOnThePageStepsWhileTheBarIsOpen) {
+  ASSERT_TRUE(open(simplePdf(3)));
+  type(u"Page");
+  handleKey(kKeyEnter);
+  EXPECT_EQ(bar().status, u"1 of 3");
+  handleKey(kKeyEnter);
+  EXPECT_EQ(bar().status, u"2 of 3");
+  platform::standIn().shiftDown = true;
+  handleKey(kKeyEnter);
+  EXPECT_EQ(bar().status, u"1 of 3");
+}
+
+TEST_F(FindBarTest, EnterWithoutTheBarDoesNothing) {
+  ASSERT_TRUE(open(simplePdf(3)));
+  bar().field = u"Page";
+  handleKey(kKeyEnter);
+  EXPECT_TRUE(find().query.empty());
+}
+
+TEST_F(FindBarTest, EscapeClosesTheBar) {
+  OpenFindBar();
+  handleKey(kKeyEscape);
+  EXPECT_FALSE(session.findBarVisible);
+}
+
+}  // namespace
+}  // namespace quillmere::test

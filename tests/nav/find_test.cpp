@@ -1,0 +1,370 @@
+#include "nav/find.h"
+
+#include <string>
+#include <vector>
+
+#include "nav/jump_history.h"
+#include "nav/nav_test.h"
+#include "view/geometry.h"
+#include "view/render.h"
+
+namespace quillmere::test {
+namespace {
+
+class FindTest : public NavTest {
+ protected:
+  // Page i carries lines[i].
+  bool openLines(const std::vector<std::string>& lines) {
+    std::vector<PdfPage> pages;
+    for (const std::string& line : lines) pages.push_back(pageWith({line}));
+    return open(buildPdf(pages));
+  }
+
+  std::vector<int> hitPages() {
+    std::vector<int> pages;
+    for (const FindResult& hit : find().results) pages.push_back(hit.page);
+    return pages;
+  }
+};
+
+using Pages = std::vector<int>;
+
+TEST_F(FindTest, TypingSearchesTheShownPageAlone) {
+  ASSERT_TRUE(openLines({"apple", "apple apple", "apple"}));
+  goToPage(0, 1, false);
+  const float panY = pane(0).panY;
+  type(u"apple");
+  EXPECT_EQ(hitPages(), (Pages{1, 1}));
+  EXPECT_EQ(bar().status, u"2 on page");
+  EXPECT_EQ(find().currentIndex, 0);
+  EXPECT_EQ(pane(0).currentPage, 1);
+  EXPECT_EQ(pane(0).panY, panY);
+}
+
+TEST_F(FindTest, TheFirstStepLandsOnTheFirstHitOfTheDocument) {
+  std::vector<std::string> lines(50, "nothing");
+  lines[2] = "needle";
+  lines[49] = "needle";
+  ASSERT_TRUE(openLines(lines));
+  goToPage(0, 39, false);
+  type(u"needle");
+  EXPECT_EQ(bar().status, u"0 on page");
+  FindStep(1);
+  EXPECT_EQ(pane(0).currentPage, 2);
+  EXPECT_EQ(bar().status, u"1 of 2");
+  EXPECT_TRUE(pane(0).backHistory.empty());
+}
+
+TEST_F(FindTest, SteppingNeverWrapsAround) {
+  ASSERT_TRUE(openLines({"x one", "two", "x three"}));
+  type(u"x");
+  FindStep(1);
+  EXPECT_EQ(bar().status, u"1 of 2");
+  FindStep(-1);
+  EXPECT_EQ(bar().status, u"1 of 2");
+  FindStep(1);
+  EXPECT_EQ(pane(0).currentPage, 2);
+  FindStep(1);
+  EXPECT_EQ(bar().status, u"2 of 2");
+  EXPECT_EQ(pane(0).currentPage, 2);
+}
+
+TEST_F(FindTest, AStepToAnotherPageCanBeUndone) {
+  ASSERT_TRUE(openLines({"x", "none", "x"}));
+  type(u"x");
+  FindStep(1);
+  EXPECT_TRUE(pane(0).backHistory.empty());
+  FindStep(1);
+  ASSERT_EQ(pane(0).backHistory.size(), 1u);
+  JumpBack(0);
+  EXPECT_EQ(pane(0).currentPage, 0);
+}
+
+TEST_F(FindTest, ThePageThatIsLeftBringsItsHitBackWhenTheUserReturns) {
+  ASSERT_TRUE(openLines({"x", "x", "x x"}));
+  type(u"x");
+  FindStep(1);
+  goToPage(0, 2, false);
+  EXPECT_EQ(find().currentIndex, 2);
+  EXPECT_EQ(bar().status, u"3 of 4");
+  goToPage(0, 0, false);
+  EXPECT_EQ(find().currentIndex, 0);
+}
+
+TEST_F(FindTest, HitsOfTypingFollowThePage) {
+  ASSERT_TRUE(openLines({"x", "x x x"}));
+  type(u"x");
+  EXPECT_EQ(bar().status, u"1 on page");
+  goToPage(0, 1, false);
+  EXPECT_EQ(bar().status, u"3 on page");
+}
+
+TEST_F(FindTest, OptionsDecideWhatCounts) {
+  ASSERT_TRUE(openLines({"Apple apple apples"}));
+  type(u"apple");
+  EXPECT_EQ(find().results.size(), 3u);
+  chooseMatchCase(true);
+  EXPECT_EQ(find().results.size(), 2u);
+  chooseWholeWord(true);
+  EXPECT_EQ(find().results.size(), 1u);
+  chooseMatchCase(false);
+  EXPECT_EQ(find().results.size(), 2u);
+}
+
+TEST_F(FindTest, OptionsAreIgnoredForPatterns) {
+  ASSERT_TRUE(openLines({"Apple apple apples"}));
+  find().matchCase = true;
+  find().wholeWord = true;
+  type(u"apple");
+  EXPECT_EQ(find().results.size(), 1u);
+  chooseFindMode(true);
+  EXPECT_EQ(find().results.size(), 2u);
+  EXPECT_FALSE(bar().optionsEnabled);
+  EXPECT_TRUE(find().matchCase);
+  chooseFindMode(false);
+  EXPECT_TRUE(bar().optionsEnabled);
+  EXPECT_EQ(find().results.size(), 1u);
+}
+
+TEST_F(FindTest, APatternSearchesOnlyWhenAsked) {
+  ASSERT_TRUE(openLines({"abc"}));
+  chooseFindMode(true);
+  type(u"a.c");
+  EXPECT_TRUE(find().query.empty());
+  EXPECT_EQ(bar().status, u"");
+  FindStep(1);
+  EXPECT_EQ(bar().status, u"1 of 1");
+}
+
+TEST_F(FindTest, ABadPatternSaysSoAndTheNextSearchStartsAfresh) {
+  ASSERT_TRUE(openLines({"abc", "abc"}));
+  chooseFindMode(true);
+  type(u"[");
+  FindStep(1);
+  EXPECT_EQ(bar().status, u"Bad pattern");
+  EXPECT_TRUE(find().results.empty());
+  type(u"[a]");
+  EXPECT_EQ(bar().status, u"");
+  FindStep(1);
+  EXPECT_EQ(bar().status, u"1 of 2");
+}
+
+TEST_F(FindTest, APatternThatExplodesIsABadOne) {
+  ASSERT_TRUE(openLines({std::string(2000, 'a') + "!"}));
+  chooseFindMode(true);
+  type(u"(a+)+$");
+  FindStep(1);
+  EXPECT_EQ(bar().status, u"Bad pattern");
+}
+
+TEST_F(FindTest, EmptyMatchesOfAPatternAreNoHits) {
+  ASSERT_TRUE(openLines({"axxb"}));
+  chooseFindMode(true);
+  type(u"x*");
+  FindStep(1);
+  EXPECT_EQ(bar().status, u"1 of 1");
+  EXPECT_EQ(find().results[0].count, 2);
+}
+
+PdfPage pageOfHits(int hits) {
+  std::vector<std::string> lines;
+  for (int left = hits; left > 0; left -= 40) {
+    std::string line;
+    for (int i = 0; i < std::min(left, 40); ++i) line += "q ";
+    lines.push_back(line);
+  }
+  return pageWith(lines);
+}
+
+TEST_F(FindTest, TheThousandthHitEndsTheSearchWithAMessage) {
+  for (const bool regex : {false, true}) {
+    ASSERT_TRUE(open(buildPdf({pageOfHits(1000)})));
+    chooseFindMode(regex);
+    platform::standIn().boxAnswers = {platform::BoxAnswer::Ok};
+    platform::standIn().boxes.clear();
+    type(u"q");
+    FindInDocument();
+    EXPECT_EQ(bar().status, u"1 of 1000+");
+    ASSERT_EQ(platform::standIn().boxes.size(), 1u);
+    const platform::ShownBox& box = platform::standIn().boxes[0];
+    EXPECT_EQ(box.text,
+              u"Search found more than 1000 results.\nOnly the first 1000 are shown. Try a more "
+              u"specific query.");
+    EXPECT_EQ(box.title, u"Quillmere");
+    EXPECT_EQ(box.icon, platform::BoxIcon::Information);
+  }
+}
+
+TEST_F(FindTest, OneHitLessIsNoCause) {
+  ASSERT_TRUE(open(buildPdf({pageOfHits(999)})));
+  type(u"q");
+  FindInDocument();
+  EXPECT_EQ(bar().status, u"1 of 999");
+}
+
+TEST_F(FindTest, TypingHasNoCap) {
+  ASSERT_TRUE(open(buildPdf({pageOfHits(1200)})));
+  type(u"q");
+  EXPECT_EQ(bar().status, u"1200 on page");
+}
+
+TEST_F(FindTest, TwoPanesOnOnePageAreSearchedOnce) {
+  ASSERT_TRUE(openLines({"x", "x"}));
+  setViewMode(ViewMode::IndependentPages);
+  type(u"x");
+  EXPECT_EQ(hitPages(), Pages{0});
+  goToPage(1, 1, false);
+  EXPECT_EQ(hitPages(), (Pages{0, 1}));
+}
+
+TEST_F(FindTest, HitsAreInPageOrderWhateverThePanesShow) {
+  ASSERT_TRUE(openLines({"x", "none", "x x"}));
+  setViewMode(ViewMode::IndependentPages);
+  goToPage(0, 2, false);
+  type(u"x");
+  EXPECT_EQ(hitPages(), (Pages{0, 2, 2}));
+}
+
+TEST_F(FindTest, ABookIsSearchedOnBothPages) {
+  ASSERT_TRUE(openLines({"x x", "x", "x"}));
+  setViewMode(ViewMode::Book);
+  type(u"x");
+  EXPECT_EQ(hitPages(), (Pages{0, 0, 1}));
+}
+
+TEST_F(FindTest, ASinglePageNeverSearchesThePaneThatIsHidden) {
+  ASSERT_TRUE(openLines({"x", "x"}));
+  setViewMode(ViewMode::Book);
+  setViewMode(ViewMode::SinglePage);
+  ASSERT_TRUE(pane(1).page);
+  type(u"x");
+  EXPECT_EQ(hitPages(), Pages{0});
+}
+
+TEST_F(FindTest, TwoDocumentsSearchTheActiveOne) {
+  setViewMode(ViewMode::TwoDocuments);
+  ASSERT_TRUE(open(buildPdf({pageWith({"x"})}), 0, u"C:\\left.pdf"));
+  ASSERT_TRUE(open(buildPdf({pageWith({"x x x"})}), 1, u"C:\\right.pdf"));
+  setActivePane(1);
+  type(u"x");
+  EXPECT_EQ(find().results.size(), 3u);
+  goToPage(0, 0, false);
+  EXPECT_EQ(find().results.size(), 3u);
+}
+
+TEST_F(FindTest, ChangingTheActiveDocumentEndsTheSearchAndKeepsTheText) {
+  setViewMode(ViewMode::TwoDocuments);
+  ASSERT_TRUE(open(buildPdf({pageWith({"x"})}), 0, u"C:\\left.pdf"));
+  ASSERT_TRUE(open(buildPdf({pageWith({"x x x"})}), 1, u"C:\\right.pdf"));
+  type(u"x");
+  setActivePane(1);
+  EXPECT_TRUE(find().results.empty());
+  EXPECT_EQ(bar().field, u"x");
+}
+
+TEST_F(FindTest, APageWithoutTextHasNoHits) {
+  ASSERT_TRUE(open(buildPdf({PdfPage{}, pageWith({"x"})})));
+  for (const bool regex : {false, true}) {
+    chooseFindMode(regex);
+    type(u"x");
+    FindInDocument();
+    EXPECT_EQ(hitPages(), Pages{1});
+  }
+}
+
+TEST_F(FindTest, NothingFoundSaysSo) {
+  ASSERT_TRUE(openLines({"abc"}));
+  type(u"zzz");
+  EXPECT_EQ(bar().status, u"0 on page");
+  FindStep(1);
+  EXPECT_EQ(bar().status, u"No results");
+}
+
+TEST_F(FindTest, AnEmptyFieldOrNoDocumentClears) {
+  type(u"x");
+  EXPECT_TRUE(find().query.empty());
+  ASSERT_TRUE(openLines({"x"}));
+  type(u"x");
+  EXPECT_EQ(find().query, u"x");
+  type(u"");
+  EXPECT_TRUE(find().query.empty());
+  EXPECT_EQ(bar().status, u"");
+}
+
+TEST_F(FindTest, ClosingForgetsTheHits) {
+  ASSERT_TRUE(openLines({"x"}));
+  type(u"x");
+  ASSERT_TRUE(open(simplePdf(1)));
+  EXPECT_TRUE(find().results.empty());
+  EXPECT_TRUE(find().query.empty());
+}
+
+TEST_F(FindTest, AHitInViewStaysWhereItIs) {
+  ASSERT_TRUE(openLines({"x"}));
+  type(u"x");
+  const float panY = pane(0).panY;
+  FindStep(1);
+  EXPECT_EQ(pane(0).panY, panY);
+}
+
+TEST_F(FindTest, AHitOutsideIsBroughtToTheMiddle) {
+  PdfPage page = pageWith({"top"});
+  page.content += textContent("bottom", 300, 40, 12);
+  ASSERT_TRUE(open(buildPdf({page})));
+  pane(0).zoomMode = kCustomFit;
+  pane(0).zoom = 3.0f;
+  layoutAndRender(0);
+  type(u"bottom");
+  FindStep(1);
+  const std::vector<FindHitQuad> quads = findHitQuads(0);
+  ASSERT_EQ(quads.size(), 1u);
+  const PaneRect rect = paneRect(0);
+  const auto& corner = quads[0].quad.corner;
+  EXPECT_NEAR((corner[0].x + corner[2].x) / 2, rect.width() * 0.5, 1.0);
+  EXPECT_NEAR((corner[0].y + corner[2].y) / 2, rect.height() * 0.5, 1.0);
+}
+
+TEST_F(FindTest, PaintedHitsTellWhichIsCurrent) {
+  ASSERT_TRUE(openLines({"x x x"}));
+  type(u"x");
+  FindStep(1);
+  FindStep(1);
+  const std::vector<FindHitQuad> quads = findHitQuads(0);
+  ASSERT_EQ(quads.size(), 3u);
+  EXPECT_FALSE(quads[0].current);
+  EXPECT_TRUE(quads[1].current);
+  EXPECT_FALSE(quads[2].current);
+}
+
+TEST_F(FindTest, HitsTurnWithThePage) {
+  ASSERT_TRUE(openLines({"wide text"}));
+  type(u"wide text");
+  for (std::uint32_t turns = 0; turns < 4; ++turns) {
+    pane(0).documentRotation = turns;
+    layoutAndRender(0);
+    const std::vector<FindHitQuad> quads = findHitQuads(0);
+    ASSERT_EQ(quads.size(), 1u);
+    const auto& corner = quads[0].quad.corner;
+    const double across = std::abs(corner[0].x - corner[2].x);
+    const double down = std::abs(corner[0].y - corner[2].y);
+    EXPECT_EQ(across > down, turns % 2 == 0) << turns;
+  }
+}
+
+TEST_F(FindTest, NothingIsPaintedWhileTheBarIsHidden) {
+  ASSERT_TRUE(openLines({"x"}));
+  type(u"x");
+  ASSERT_EQ(findHitQuads(0).size(), 1u);
+  session.findBarVisible = false;
+  EXPECT_TRUE(findHitQuads(0).empty());
+}
+
+TEST_F(FindTest, HitsOutsideThePaneAreNotPainted) {
+  ASSERT_TRUE(openLines({"x"}));
+  type(u"x");
+  pane(0).panY = -5000;
+  EXPECT_TRUE(findHitQuads(0).empty());
+}
+
+}  // namespace
+}  // namespace quillmere::test

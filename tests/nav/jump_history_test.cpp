@@ -1,0 +1,163 @@
+#include "nav/jump_history.h"
+
+#include "core/keys.h"
+#include "core/mouse.h"
+#include "nav/nav_test.h"
+#include "view/selection.h"
+#include "view/zoom.h"
+
+namespace quillmere::test {
+namespace {
+
+class JumpHistoryTest : public NavTest {
+ protected:
+  static void jump(int paneIndex, std::int32_t page) {
+    PushJump(paneIndex);
+    goToPage(paneIndex, page, false);
+  }
+};
+
+TEST_F(JumpHistoryTest, BackAndForwardReturnToTheExactPlace) {
+  ASSERT_TRUE(open(simplePdf(9)));
+  zoomAround(0, 1.5, 100, 100);
+  pane(0).panX = -33;
+  pane(0).panY = -44;
+  const float zoom = pane(0).zoom;
+  jump(0, 5);
+  zoomAround(0, 0.5, 0, 0);
+  ASSERT_TRUE(JumpBack(0));
+  EXPECT_EQ(pane(0).currentPage, 0);
+  EXPECT_EQ(pane(0).zoomMode, kCustomFit);
+  EXPECT_FLOAT_EQ(pane(0).zoom, zoom);
+  EXPECT_FLOAT_EQ(pane(0).panX, -33);
+  EXPECT_FLOAT_EQ(pane(0).panY, -44);
+  ASSERT_TRUE(JumpForward(0));
+  EXPECT_EQ(pane(0).currentPage, 5);
+}
+
+TEST_F(JumpHistoryTest, OtherZoomModesAreComputedAnew) {
+  ASSERT_TRUE(open(simplePdf(3)));
+  setZoomMode(0, kFitPage);
+  const float fitted = pane(0).panY;
+  pane(0).panY = -300;
+  jump(0, 2);
+  JumpBack(0);
+  EXPECT_EQ(pane(0).zoomMode, kFitPage);
+  EXPECT_FLOAT_EQ(pane(0).panY, fitted);
+}
+
+TEST_F(JumpHistoryTest, TheFiftyFirstJumpDropsTheOldest) {
+  ASSERT_TRUE(open(simplePdf(60)));
+  for (int page = 1; page <= 51; ++page) jump(0, page);
+  int steps = 0;
+  while (JumpBack(0)) ++steps;
+  EXPECT_EQ(steps, 50);
+  EXPECT_EQ(pane(0).currentPage, 1);
+  EXPECT_EQ(pane(0).forwardHistory.size(), 50u);
+}
+
+TEST_F(JumpHistoryTest, ForwardMayLeadBackBeyondFifty) {
+  ASSERT_TRUE(open(simplePdf(60)));
+  for (int page = 1; page <= 50; ++page) jump(0, page);
+  pane(0).forwardHistory.push_back({55, 0, 0, 1, kFitPage});
+  ASSERT_TRUE(JumpForward(0));
+  EXPECT_EQ(pane(0).backHistory.size(), 51u);
+}
+
+TEST_F(JumpHistoryTest, ANewJumpEndsTheForwardPath) {
+  ASSERT_TRUE(open(simplePdf(9)));
+  jump(0, 3);
+  JumpBack(0);
+  jump(0, 5);
+  EXPECT_FALSE(JumpForward(0));
+  EXPECT_EQ(pane(0).currentPage, 5);
+}
+
+TEST_F(JumpHistoryTest, ARecordBeyondTheEndLandsOnTheLastPage) {
+  ASSERT_TRUE(open(simplePdf(4)));
+  pane(0).backHistory.push_back({99, 0, 0, 1, kFitPage});
+  JumpBack(0);
+  EXPECT_EQ(pane(0).currentPage, 3);
+}
+
+TEST_F(JumpHistoryTest, ARecordedZoomIsHeldToTheLimits) {
+  ASSERT_TRUE(open(simplePdf(2)));
+  RestoreJump(0, {0, 0, 0, 50.0f, kCustomFit});
+  EXPECT_FLOAT_EQ(pane(0).zoom, 5.0f);
+}
+
+TEST_F(JumpHistoryTest, ARecordedPlaceIsKeptInSight) {
+  ASSERT_TRUE(open(simplePdf(2)));
+  RestoreJump(0, {0, 99999, 99999, 1.0f, kCustomFit});
+  EXPECT_LT(pane(0).panX, 1000);
+  EXPECT_LT(pane(0).panY, 800);
+}
+
+TEST_F(JumpHistoryTest, ABookSharesOneHistory) {
+  ASSERT_TRUE(open(simplePdf(9)));
+  setViewMode(ViewMode::Book);
+  PushJump(1);
+  goToPage(0, 4, false);
+  EXPECT_TRUE(pane(1).backHistory.empty());
+  ASSERT_TRUE(JumpBack(1));
+  EXPECT_EQ(pane(0).currentPage, 0);
+  EXPECT_EQ(pane(1).currentPage, 1);
+  EXPECT_TRUE(pane(1).page);
+}
+
+TEST_F(JumpHistoryTest, ABookWithoutANextPageEmptiesTheRightPane) {
+  ASSERT_TRUE(open(simplePdf(4)));
+  setViewMode(ViewMode::Book);
+  RestoreJump(0, {3, 0, 0, 1, kFitPage});
+  EXPECT_EQ(pane(0).currentPage, 3);
+  EXPECT_FALSE(pane(1).page);
+  EXPECT_FALSE(pane(1).pageBitmap);
+}
+
+TEST_F(JumpHistoryTest, EachPaneHasItsOwnHistory) {
+  ASSERT_TRUE(open(simplePdf(9)));
+  setViewMode(ViewMode::IndependentPages);
+  jump(1, 5);
+  EXPECT_FALSE(JumpBack(0));
+  EXPECT_TRUE(JumpBack(1));
+}
+
+TEST_F(JumpHistoryTest, BackspaceGoesBackAndWithShiftForward) {
+  ASSERT_TRUE(open(simplePdf(9)));
+  jump(0, 5);
+  handleKey(kKeyBackspace);
+  EXPECT_EQ(pane(0).currentPage, 0);
+  platform::standIn().shiftDown = true;
+  handleKey(kKeyBackspace);
+  EXPECT_EQ(pane(0).currentPage, 5);
+}
+
+TEST_F(JumpHistoryTest, SideButtonsActOnThePaneUnderThePointer) {
+  ASSERT_TRUE(open(simplePdf(9)));
+  setViewMode(ViewMode::IndependentPages);
+  jump(1, 5);
+  pressSideButton(900, false);
+  EXPECT_EQ(pane(1).currentPage, 0);
+  pressSideButton(900, true);
+  EXPECT_EQ(pane(1).currentPage, 5);
+}
+
+TEST_F(JumpHistoryTest, WithoutADocumentNothingHappens) {
+  PushJump(0);
+  EXPECT_TRUE(pane(0).backHistory.empty());
+  EXPECT_FALSE(JumpBack(0));
+  EXPECT_FALSE(JumpForward(0));
+}
+
+TEST_F(JumpHistoryTest, ComingBackEndsASelectionAndMovesTheHits) {
+  ASSERT_TRUE(open(simplePdf(9)));
+  type(u"Page");
+  jump(0, 5);
+  selectAll(0);
+  JumpBack(0);
+  EXPECT_FALSE(session.selection.active);
+  EXPECT_EQ(find().results.front().page, 0);
+}
+
+}  // namespace
+}  // namespace quillmere::test

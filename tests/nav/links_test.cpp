@@ -1,0 +1,158 @@
+#include "nav/links.h"
+
+#include <string>
+#include <vector>
+
+#include "core/mouse.h"
+#include "nav/nav_test.h"
+#include "view/geometry.h"
+
+namespace quillmere::test {
+namespace {
+
+class LinksTest : public NavTest {
+ protected:
+  // Five pages; the first has a link over its middle.
+  static bool openWithLink(const std::string& action, int rotate = 0) {
+    std::vector<PdfPage> pages(5);
+    pages[0].rotate = rotate;
+    pages[0].annotations.push_back(linkAnnotation(206, 296, 406, 496, action));
+    return open(buildPdf(pages));
+  }
+
+  struct Place {
+    int x;
+    int y;
+  };
+  // Client pixels of the page's middle.
+  static Place middle(int index = 0) {
+    const PaneRect rect = paneRect(index);
+    const PanePoint point = pageToPane(index, 306, 396);
+    return {rect.left + static_cast<int>(point.x), rect.top + static_cast<int>(point.y)};
+  }
+
+  static bool follow() {
+    const Place place = middle();
+    return FollowLink(0, LinkAtPoint(0, place.x, place.y));
+  }
+};
+
+TEST_F(LinksTest, ALinkIsFoundUnderThePointerAtEveryRotation) {
+  for (const int rotate : {0, 90, 180, 270}) {
+    ASSERT_TRUE(openWithLink(pageDestination(3), rotate));
+    const Place place = middle();
+    EXPECT_NE(LinkAtPoint(0, place.x, place.y), nullptr) << rotate;
+    EXPECT_EQ(LinkAtPoint(0, place.x - 200, place.y), nullptr) << rotate;
+  }
+}
+
+TEST_F(LinksTest, TheRightAndBottomEdgesDoNotCount) {
+  PdfPage page;
+  page.annotations.push_back(linkAnnotation(0, 0, 612, 792, pageDestination(1)));
+  ASSERT_TRUE(open(buildPdf({page})));
+  pane(0).panX = -10;
+  pane(0).panY = -10;
+  pane(0).zoom = 5;
+  const PaneRect rect = paneRect(0);
+  EXPECT_NE(LinkAtPoint(0, rect.right - 1, rect.bottom - 1), nullptr);
+  EXPECT_EQ(LinkAtPoint(0, rect.right, rect.bottom - 1), nullptr);
+  EXPECT_EQ(LinkAtPoint(0, rect.right - 1, rect.bottom), nullptr);
+}
+
+TEST_F(LinksTest, PanesWithoutAPageHaveNoLinks) {
+  EXPECT_EQ(LinkAtPoint(0, 100, 100), nullptr);
+  EXPECT_EQ(LinkAtPoint(-1, 100, 100), nullptr);
+  EXPECT_EQ(LinkAtPoint(2, 100, 100), nullptr);
+}
+
+TEST_F(LinksTest, ADestinationTurnsToThePageAndCanBeUndone) {
+  ASSERT_TRUE(openWithLink(pageDestination(4, 100)));
+  const float panY = pane(0).panY;
+  EXPECT_TRUE(follow());
+  EXPECT_EQ(pane(0).currentPage, 3);
+  EXPECT_EQ(pane(0).panY, panY);
+  ASSERT_EQ(pane(0).backHistory.size(), 1u);
+}
+
+TEST_F(LinksTest, AnActionThatGoesToAPageDoesTheSame) {
+  ASSERT_TRUE(openWithLink("/A << /S /GoTo /D [{page 2} /Fit] >>"));
+  EXPECT_TRUE(follow());
+  EXPECT_EQ(pane(0).currentPage, 1);
+}
+
+TEST_F(LinksTest, ALinkToTheShownPageAddsNoHistory) {
+  ASSERT_TRUE(openWithLink(pageDestination(1)));
+  EXPECT_TRUE(follow());
+  EXPECT_TRUE(pane(0).backHistory.empty());
+}
+
+TEST_F(LinksTest, WebAndMailAddressesAreOpened) {
+  for (const std::string& address :
+       {std::string("http://a.example/x"), std::string("HTTPS://b.example"),
+        std::string("MailTo:someone@c.example")}) {
+    ASSERT_TRUE(openWithLink(webAction(address)));
+    platform::standIn().openedWithSystem.clear();
+    EXPECT_TRUE(follow());
+    ASSERT_EQ(platform::standIn().openedWithSystem.size(), 1u) << address;
+    EXPECT_EQ(platform::standIn().openedWithSystem[0],
+              std::u16string(address.begin(), address.end()));
+  }
+}
+
+TEST_F(LinksTest, EverythingElseIsRefusedWithoutAWord) {
+  for (const std::string& action :
+       {webAction("file:///C:/Windows/notepad.exe"), webAction("ftp://a.example"),
+        webAction("javascript:alert(1)"), webAction(""), webAction("http:/a.example"),
+        std::string("/A << /S /Launch /F (notepad.exe) >>"),
+        std::string("/A << /S /GoToR /F (other.pdf) /D [0 /Fit] >>"),
+        std::string("/A << /S /GoTo >>"), std::string(), std::string("/A 5"),
+        std::string("/Dest [99 /Fit]"), std::string("/Dest (missing)")}) {
+    ASSERT_TRUE(openWithLink(action));
+    EXPECT_FALSE(follow()) << action;
+    EXPECT_EQ(pane(0).currentPage, 0);
+    EXPECT_TRUE(platform::standIn().openedWithSystem.empty()) << action;
+    EXPECT_TRUE(platform::standIn().processes.empty()) << action;
+    EXPECT_TRUE(platform::standIn().boxes.empty()) << action;
+  }
+}
+
+TEST_F(LinksTest, APressFollowsALinkInEveryMode) {
+  for (const ViewMode mode :
+       {ViewMode::SinglePage, ViewMode::Book, ViewMode::IndependentPages, ViewMode::TwoDocuments}) {
+    resetSession();
+    ASSERT_TRUE(openWithLink(pageDestination(4)));
+    session.panScrollEnabled = true;
+    setViewMode(mode);
+    const Place place = middle();
+    pressLeft(place.x, place.y);
+    EXPECT_EQ(pane(0).currentPage, 3) << static_cast<int>(mode);
+    EXPECT_FALSE(session.selection.dragging);
+    EXPECT_TRUE(pane(0).page);
+  }
+}
+
+TEST_F(LinksTest, APressWithShiftPansInstead) {
+  ASSERT_TRUE(openWithLink(pageDestination(4)));
+  platform::standIn().shiftDown = true;
+  const Place place = middle();
+  pressLeft(place.x, place.y);
+  EXPECT_EQ(pane(0).currentPage, 0);
+  EXPECT_TRUE(pane(0).shiftPan);
+}
+
+TEST_F(LinksTest, ARefusedLinkStartsASelection) {
+  ASSERT_TRUE(openWithLink(webAction("ftp://a.example")));
+  const Place place = middle();
+  pressLeft(place.x, place.y);
+  EXPECT_TRUE(session.selection.dragging);
+}
+
+TEST_F(LinksTest, ThePointerShowsALink) {
+  ASSERT_TRUE(openWithLink(pageDestination(4)));
+  const Place place = middle();
+  EXPECT_EQ(cursorAt(place.x, place.y), CursorKind::Hand);
+  EXPECT_EQ(cursorAt(place.x - 200, place.y), CursorKind::Arrow);
+}
+
+}  // namespace
+}  // namespace quillmere::test

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/open.h"
+#include "nav/find.h"
+#include "nav/find_bar.h"
+#include "platform/find_bar.h"
+#include "store/working_documents.h"
+#include "support/pdf_builder.h"
+#include "support/session_test.h"
+#include "view/modes.h"
+#include "view/navigation.h"
+
+namespace quillmere::test {
+
+// Opens documents the way a user does and types into the find bar.
+class NavTest : public SessionTest {
+ protected:
+  NavTest() { platform::standIn().findBar.onFieldChanged = findFieldChanged; }
+
+  // True when the document is shown.
+  static bool open(const std::string& bytes, int pane = 0,
+                   const std::u16string& path = u"C:\\document.pdf") {
+    const std::u16string file = putPdf(path, bytes);
+    return openDocument(&file, pane, kWorkingDocsLeaveAlone, false, nullptr);
+  }
+
+  static void type(const std::u16string& text) {
+    session.findBarVisible = true;
+    platform::setFindFieldText(text);
+  }
+
+  static platform::StandInFindBar& bar() { return platform::standIn().findBar; }
+  static PaneSlot& pane(int index) { return session.panes[index]; }
+  static FindState& find() { return session.find; }
+};
+
+// A page with one line of text for each entry.
+inline PdfPage pageWith(const std::vector<std::string>& lines) {
+  PdfPage page;
+  double y = 750;
+  for (const std::string& line : lines) {
+    page.content += textContent(line, 72, y, 12);
+    y -= 14;
+  }
+  return page;
+}
+
+}  // namespace quillmere::test
