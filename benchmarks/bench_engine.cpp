@@ -1,0 +1,108 @@
+// Times PDFium alone on whole documents, so that its builds can be compared: this program exists
+// for Windows and for the machine that it is built on.
+//
+// Usage: bench_engine DOCUMENT...
+//        bench_engine --first-page|--text|--search DOCUMENT
+//            does one of these once, to be timed from outside
+
+#include <fpdf_text.h>
+#include <fpdfview.h>
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "plain_pdfium.h"
+#include "samples.h"
+
+namespace quillmere::bench {
+namespace {
+
+constexpr BitmapSize kFirstPageSize{800, 1000};
+
+void openAndRenderFirstPage(const std::string& path) {
+  PlainView view;
+  if (!openPlain(view, path)) return;
+  loadPlainPage(view, 0, false);
+  view.bitmap = renderPlain(view.page.get(), kFirstPageSize);
+}
+
+void walkPages(FPDF_DOCUMENT document) {
+  const int count = FPDF_GetPageCount(document);
+  for (int i = 0; i < count; ++i) PageHandle(FPDF_LoadPage(document, i));
+}
+
+template <typename Work>
+void forEachTextPage(FPDF_DOCUMENT document, Work work) {
+  const int count = FPDF_GetPageCount(document);
+  for (int i = 0; i < count; ++i) {
+    const PageHandle page(FPDF_LoadPage(document, i));
+    const TextPageHandle text(FPDFText_LoadPage(page.get()));
+    work(text.get());
+  }
+}
+
+std::size_t extractText(FPDF_DOCUMENT document) {
+  std::size_t units = 0;
+  std::vector<unsigned short> buffer;
+  forEachTextPage(document, [&](FPDF_TEXTPAGE text) {
+    const int count = FPDFText_CountChars(text);
+    buffer.resize(static_cast<std::size_t>(count) + 1);
+    units += static_cast<std::size_t>(FPDFText_GetText(text, 0, count, buffer.data()));
+  });
+  return units;
+}
+
+std::size_t searchText(FPDF_DOCUMENT document) {
+  constexpr unsigned short kWord[] = {'f', 'u', 'n', 'c', 't', 'i', 'o', 'n', 0};
+  std::size_t hits = 0;
+  forEachTextPage(document, [&](FPDF_TEXTPAGE text) {
+    const FPDF_SCHHANDLE search = FPDFText_FindStart(text, kWord, 0, 0);
+    while (FPDFText_FindNext(search)) ++hits;
+    FPDFText_FindClose(search);
+  });
+  return hits;
+}
+
+template <typename Work>
+void timeOn(const std::string& path, const char* row, Work work) {
+  const DocumentHandle document(FPDF_LoadDocument(path.c_str(), nullptr));
+  const Stopwatch watch;
+  work(document.get());
+  reportValue(row, documentName(path), watch.milliseconds());
+}
+
+void timeDocument(const std::string& path) {
+  const Stopwatch watch;
+  openAndRenderFirstPage(path);
+  reportValue("engine-first-page", documentName(path), watch.milliseconds());
+  timeOn(path, "engine-walk", walkPages);
+  timeOn(path, "engine-text", extractText);
+  timeOn(path, "engine-search", searchText);
+}
+
+void doOnce(const std::string& task, const std::string& path) {
+  if (task == "--first-page") return openAndRenderFirstPage(path);
+  const DocumentHandle document(FPDF_LoadDocument(path.c_str(), nullptr));
+  if (task == "--text") extractText(document.get());
+  if (task == "--search") searchText(document.get());
+}
+
+int run(int argc, char** argv) {
+  startPdfium();
+  if (argc == 3 && std::strncmp(argv[1], "--", 2) == 0) {
+    doOnce(argv[1], argv[2]);
+  } else {
+    for (int i = 1; i < argc; ++i) timeDocument(argv[i]);
+  }
+  FPDF_DestroyLibrary();
+  return 0;
+}
+
+}  // namespace
+}  // namespace quillmere::bench
+
+int main(int argc, char** argv) {
+  return quillmere::bench::run(argc, argv);
+}

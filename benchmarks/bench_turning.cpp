@@ -1,0 +1,85 @@
+// Turns hundreds of pages of one document and tells what the process holds afterwards.
+//
+// Usage: bench_turning DOCUMENT           in the reader's real main window
+//        bench_turning --plain DOCUMENT   with PDFium's calls alone
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <functional>
+#include <string>
+
+#include "core/session.h"
+#include "footprint.h"
+#include "page_walk.h"
+#include "plain_pdfium.h"
+#include "reader_window.h"
+#include "samples.h"
+#include "view/navigation.h"
+
+namespace quillmere::bench {
+namespace {
+
+constexpr int kFirstTurns = 100;
+constexpr int kTurns = 500;
+constexpr BitmapSize kPlainSize{560, 725};
+
+struct State {
+  Memory memory;
+  OpenObjects objects;
+};
+
+State presentState() {
+  return {memory(), openObjects()};
+}
+
+void report(const std::string& row, const std::string& name, const State& first,
+            const State& last) {
+  reportPair(row + "-memory", name, last.memory.workingSet, first.memory.workingSet);
+  reportPair(row + "-gdi", name, last.objects.gdiObjects, first.objects.gdiObjects);
+  reportPair(row + "-windows", name, last.objects.windows, first.objects.windows);
+  reportPair(row + "-handles", name, last.objects.handles, first.objects.handles);
+}
+
+void measure(const std::string& row, const std::string& name, int pageCount,
+             const std::function<void(int)>& show) {
+  const int last = pageCount - 1;
+  for (int i = 0; i < kFirstTurns; ++i) show(pageOfStep(i, std::min(kFirstTurns, last)));
+  const State first = presentState();
+  for (int i = 0; i < 2 * kTurns; ++i) show(pageOfStep(i, std::min(kTurns, last)));
+  report(row, name, first, presentState());
+}
+
+int measureReader(const std::string& path) {
+  prepareSettings();
+  if (!showReader() || !openAndPaint(path)) return 1;
+  measure("turning", documentName(path), session.active.pageCount, [](int index) {
+    goToPage(0, index, false);
+    paintNow();
+    handleMessages();
+  });
+  closeReader();
+  return 0;
+}
+
+int measurePlain(const std::string& path) {
+  startPdfium();
+  PlainView view;
+  if (!openPlain(view, path)) return 1;
+  measure("plain-turning", documentName(path), FPDF_GetPageCount(view.document.get()),
+          [&](int index) {
+            loadPlainPage(view, index, true);
+            view.bitmap = renderPlain(view.page.get(), kPlainSize);
+          });
+  return 0;
+}
+
+}  // namespace
+}  // namespace quillmere::bench
+
+int main(int argc, char** argv) {
+  using namespace quillmere::bench;
+  if (argc == 3 && std::strcmp(argv[1], "--plain") == 0) return measurePlain(argv[2]);
+  if (argc == 2) return measureReader(argv[1]);
+  return 2;
+}

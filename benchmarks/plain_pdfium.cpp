@@ -1,0 +1,31 @@
+#include "plain_pdfium.h"
+
+namespace quillmere::bench {
+
+void startPdfium() {
+  FPDF_LIBRARY_CONFIG config{};
+  config.version = 2;
+  FPDF_InitLibraryWithConfig(&config);
+}
+
+PlainBitmap renderPlain(FPDF_PAGE page, BitmapSize size, int rotate, void* pixels) {
+  PlainBitmap bitmap(FPDFBitmap_CreateEx(size.width, size.height, FPDFBitmap_BGRx, pixels,
+                                         pixels == nullptr ? 0 : size.width * 4));
+  FPDFBitmap_FillRect(bitmap.get(), 0, 0, size.width, size.height, 0xFFFFFFFF);
+  FPDF_RenderPageBitmap(bitmap.get(), page, 0, 0, size.width, size.height, rotate,
+                        FPDF_ANNOT | FPDF_LCD_TEXT);
+  return bitmap;
+}
+
+bool openPlain(PlainView& view, const std::string& path) {
+  view = PlainView{};
+  view.document.reset(FPDF_LoadDocument(path.c_str(), nullptr));
+  return view.document != nullptr;
+}
+
+void loadPlainPage(PlainView& view, int index, bool withText) {
+  view.page.reset(FPDF_LoadPage(view.document.get(), index));
+  if (withText) view.textPage.reset(FPDFText_LoadPage(view.page.get()));
+}
+
+}  // namespace quillmere::bench

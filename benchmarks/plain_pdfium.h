@@ -1,0 +1,42 @@
+#pragma once
+
+#include <fpdfview.h>
+
+#include <memory>
+#include <string>
+#include <type_traits>
+
+#include "core/pdfium_handles.h"
+
+// PDFium's own calls with nothing around them: what the reader is measured against.
+namespace quillmere::bench {
+
+struct BitmapCloser {
+  void operator()(FPDF_BITMAP bitmap) const { FPDFBitmap_Destroy(bitmap); }
+};
+using PlainBitmap = std::unique_ptr<std::remove_pointer_t<FPDF_BITMAP>, BitmapCloser>;
+
+struct BitmapSize {
+  int width = 0;
+  int height = 0;
+};
+
+// Starts PDFium as the reader does.
+void startPdfium();
+
+// The page on white paper, with annotations, turned by `rotate` quarters. `pixels` is what the
+// picture is made in, four bytes a pixel without padding; null for memory of PDFium's own.
+PlainBitmap renderPlain(FPDF_PAGE page, BitmapSize size, int rotate = 0, void* pixels = nullptr);
+
+// A page of one document, opened and rendered again and again.
+struct PlainView {
+  DocumentHandle document;
+  PageHandle page;
+  TextPageHandle textPage;
+  PlainBitmap bitmap;
+};
+
+bool openPlain(PlainView& view, const std::string& path);
+void loadPlainPage(PlainView& view, int index, bool withText);
+
+}  // namespace quillmere::bench

@@ -1,0 +1,86 @@
+#include <windows.h>
+
+#include "core/main_window.h"
+#include "core/open_requests.h"
+#include "platform/main_window.h"
+#include "platform/profile.h"
+#include "platform/text.h"
+#include "platform/win32/window_handles.h"
+#include "reader_window.h"
+#include "store/data_folder.h"
+#include "store/onboarding.h"
+#include "store/working_documents.h"
+
+namespace quillmere::bench {
+
+using platform::windowHandles;
+
+namespace {
+
+struct PlainPicture {
+  HDC dc = nullptr;
+  HBITMAP bitmap = nullptr;
+  int width = 0;
+  int height = 0;
+};
+
+void fitToClientArea(PlainPicture& picture, HDC window) {
+  const platform::PixelSize client = platform::mainWindowClientSize();
+  if (picture.width == client.width && picture.height == client.height) return;
+  if (picture.dc == nullptr) picture.dc = CreateCompatibleDC(window);
+  const HBITMAP previous = picture.bitmap;
+  picture.bitmap = CreateCompatibleBitmap(window, client.width, client.height);
+  SelectObject(picture.dc, picture.bitmap);
+  if (previous != nullptr) DeleteObject(previous);
+  picture.width = client.width;
+  picture.height = client.height;
+  PatBlt(picture.dc, 0, 0, client.width, client.height, WHITENESS);
+}
+
+}  // namespace
+
+void prepareSettings() {
+  rememberDesktopShortcutPrompt();
+  platform::writeProfileText(u"Updates", u"CheckAuto", u"0", GetIniPath());
+}
+
+bool showReader() {
+  if (!registerMainWindowClass() || !createMainWindow()) return false;
+  showMainWindow(SW_SHOWNORMAL);
+  handleMessages();
+  return true;
+}
+
+void closeReader() {
+  DestroyWindow(windowHandles.main);
+}
+
+void handleMessages() {
+  MSG message{};
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+}
+
+bool openAndPaint(const std::string& path) {
+  const bool opened = openRequested(platform::fromUtf8(path), 0, kWorkingDocsToHead, true);
+  paintNow();
+  return opened;
+}
+
+void paintNow() {
+  platform::updateMainWindow();
+  GdiFlush();
+}
+
+void copyPlainPicture() {
+  static PlainPicture picture;
+  const HDC window = GetDC(windowHandles.main);
+  fitToClientArea(picture, window);
+  BitBlt(window, 0, 0, picture.width, picture.height, picture.dc, 0, 0, SRCCOPY);
+  ReleaseDC(windowHandles.main, window);
+  GdiFlush();
+}
+
+}  // namespace quillmere::bench

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+// The reader's real main window inside a benchmark program.
+namespace quillmere::bench {
+
+// Settings that keep questions and network traffic out of a measurement.
+void prepareSettings();
+
+// Makes and shows the main window. False when Windows refuses.
+bool showReader();
+void closeReader();
+
+// Handles every message that waits.
+void handleMessages();
+
+// Opens a document and paints its first page. False when it does not open.
+bool openAndPaint(const std::string& path);
+
+// Paints what is invalid, down to the screen's own queue.
+void paintNow();
+
+// Copies a picture of the client area's size from memory to the window, once.
+void copyPlainPicture();
+
+}  // namespace quillmere::bench

@@ -1,0 +1,218 @@
+#!/usr/bin/env python3
+"""Runs the benchmark programs and prints their table.
+
+Usage: scripts/with-desktop benchmarks/table.py [--brief] DOCUMENT...
+
+The programs print one line a measurement ("pair ROW DOCUMENT OURS THEIRS" or "value ROW DOCUMENT
+NUMBER", with tabs between); what a row means and its limit stand here.
+"""
+
+import collections
+import pathlib
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+WINDOWS = ROOT / "build/windows/bin"
+NATIVE = ROOT / "build/native/bin"
+
+Row = collections.namedtuple("Row", "key title unit limit")
+
+# In the order of the table. The limit is of the ratio ours / theirs; None where none is set.
+RATIOS = [
+    Row("open", "open to first painted page / PDFium load + page + render", "ms", 1.5),
+    Row("page-turn", "page turn to painted / PDFium page + text page + render", "ms", 1.1),
+    Row("zoom-step", "zoom step to painted / PDFium render", "ms", 1.1),
+    Row("rotation", "rotation to painted / PDFium render", "ms", 1.1),
+    Row("mode-change", "through all four modes, painted / the pages and renders needed", "ms",
+        1.1),
+    Row("mode-renders", "renders of a mode change / renders needed", "", 1.0),
+    Row("mode-loads", "page loads of a mode change / page loads needed", "", 1.0),
+    Row("pan-repaint", "one move of a drag pan, painted / one copy of the client area", "ms", 4.0),
+    Row("memory", "peak working set after open / plain PDFium window", "MiB", 1.3),
+    Row("turning-memory", "working set after 500 pages there and back / after 100", "MiB", 1.1),
+    Row("plain-turning-memory", "the same with PDFium's calls alone", "MiB", None),
+    Row("start", "start to painted window / empty Win32 window", "ms", None),
+    Row("start-memory", "peak working set after start / empty Win32 window", "MiB", None),
+    Row("start-with-document", "start to painted document / plain PDFium window", "ms", None),
+]
+
+# Ours less theirs must not be above the limit.
+DIFFERENCES = [
+    Row("turning-gdi", "GDI objects left behind by 1,000 page turns", "", 0),
+    Row("turning-windows", "windows left behind by 1,000 page turns", "", 0),
+    Row("turning-handles", "handles left behind by 1,000 page turns", "", 0),
+]
+
+COUNTS = [
+    Row("pan-engine-calls", "calls into PDFium during 200 moves of a drag pan", "", 0),
+]
+
+ENGINE = [
+    Row("engine-first-page", "engine: open and render page 1, Windows build / native", "ms", None),
+    Row("engine-walk", "engine: load every page, Windows build / native", "ms", None),
+    Row("engine-text", "engine: text of every page, Windows build / native", "ms", None),
+    Row("engine-search", "engine: search every page, Windows build / native", "ms", None),
+]
+
+# What a new process of our engine, built natively, needs beside a new process of another program.
+PEERS = [
+    ("--first-page", "engine, native: page 1 / mutool draw",
+     ["mutool", "draw", "-q", "-r", "72", "-o", "{out}.png", "{document}", "1"]),
+    ("--first-page", "engine, native: page 1 / pdftoppm",
+     ["pdftoppm", "-r", "72", "-l", "1", "{document}", "{out}"]),
+    ("--text", "engine, native: text of every page / mutool draw",
+     ["mutool", "draw", "-q", "-F", "txt", "-o", "{out}.txt", "{document}"]),
+    ("--text", "engine, native: text of every page / pdftotext",
+     ["pdftotext", "{document}", "{out}.txt"]),
+    ("--search", "engine, native: search every page / pdfgrep",
+     ["pdfgrep", "-c", "-F", "function", "{document}"]),
+]
+
+
+class Samples:
+    def __init__(self):
+        self.pairs = collections.defaultdict(list)
+        self.values = collections.defaultdict(list)
+
+    def take(self, output):
+        for line in output.splitlines():
+            kind, row, document, *numbers = line.split("\t")
+            if kind == "pair":
+                self.pairs[row, document].append(tuple(map(float, numbers)))
+            else:
+                self.values[row, document].append(float(numbers[0]))
+
+
+def windows_path(path):
+    return "Z:" + str(path).replace("/", "\\")
+
+
+def run(command):
+    finished = subprocess.run([str(part) for part in command], stdout=subprocess.PIPE, text=True,
+                              check=False)
+    if finished.returncode != 0:
+        sys.exit(f"{command[0]} {command[1]} failed with {finished.returncode}.")
+    return finished.stdout
+
+
+def wine(program, *arguments):
+    return run(["wine", WINDOWS / f"{program}.exe", *arguments])
+
+
+def progress(text):
+    print(f"== {text}", file=sys.stderr, flush=True)
+
+
+def measure_reader(samples, documents):
+    for document in documents:
+        progress(f"The reader with {document.name}")
+        samples.take(wine("bench_reader", windows_path(document)))
+    for document in documents:
+        progress(f"Turning pages of {document.name}")
+        samples.take(wine("bench_turning", windows_path(document)))
+        samples.take(wine("bench_turning", "--plain", windows_path(document)))
+
+
+def measure_processes(samples, documents):
+    progress("Starting programs")
+    samples.take(wine("bench_processes", *map(windows_path, documents)))
+
+
+def measure_engine(samples, documents, repetitions):
+    for document in documents:
+        progress(f"The engine with {document.name}")
+        for _ in range(repetitions):
+            windows, native = Samples(), Samples()
+            windows.take(wine("bench_engine", windows_path(document)))
+            native.take(run([NATIVE / "bench_engine", document]))
+            for key, values in windows.values.items():
+                samples.pairs[key].append((values[0], native.values[key][0]))
+
+
+def milliseconds(command):
+    start = time.perf_counter()
+    subprocess.run(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
+    return (time.perf_counter() - start) * 1000
+
+
+def measure_peers(samples, document, repetitions):
+    progress(f"Other programs with {document.name}")
+    with tempfile.TemporaryDirectory() as folder:
+        for task, title, command in PEERS:
+            theirs = [part.format(document=document, out=f"{folder}/out") for part in command]
+            ours = [str(NATIVE / "bench_engine"), task, str(document)]
+            for _ in range(repetitions):
+                samples.pairs[title, document.name].append(
+                    (milliseconds(ours), milliseconds(theirs)))
+
+
+def line(title, document, ratio, ours, theirs, unit, limit, good):
+    verdict = "" if good is None else "ok" if good else "over"
+    numbers = f"{ours:.4g} / {theirs:.4g} {unit}".rstrip() if theirs is not None else f"{ours:.4g}"
+    return [title, document, ratio, numbers, "" if limit is None else f"{limit:g}", verdict]
+
+
+def ratio_lines(rows, samples):
+    for row in rows:
+        for (key, document), pairs in samples.pairs.items():
+            if key != row.key:
+                continue
+            ratios = [ours / theirs for ours, theirs in pairs if theirs > 0]
+            ratio = statistics.median(ratios) if ratios else 1.0
+            ours, theirs = (statistics.median(side) for side in zip(*pairs))
+            good = None if row.limit is None else ratio <= row.limit
+            yield line(row.title, document, f"{ratio:.2f}", ours, theirs, row.unit, row.limit, good)
+
+
+def difference_lines(rows, samples):
+    for row in rows:
+        for (key, document), pairs in samples.pairs.items():
+            if key != row.key:
+                continue
+            left = max(ours - theirs for ours, theirs in pairs)
+            ours, theirs = pairs[-1]
+            yield line(row.title, document, f"{left:+g}", ours, theirs, "", row.limit,
+                       left <= row.limit)
+
+
+def count_lines(rows, samples):
+    for row in rows:
+        for (key, document), values in samples.values.items():
+            if key == row.key:
+                most = max(values)
+                yield line(row.title, document, "", most, None, "", row.limit, most <= row.limit)
+
+
+def print_table(lines):
+    header = ["what", "document", "ratio", "medians", "limit", ""]
+    widths = [max(len(row[i]) for row in [header, *lines]) for i in range(len(header))]
+    for row in [header, *lines]:
+        cells = [cell.rjust(width) if i in (2, 3, 4) else cell.ljust(width)
+                 for i, (cell, width) in enumerate(zip(row, widths))]
+        print("  ".join(cells).rstrip())
+
+
+def main():
+    arguments = sys.argv[1:]
+    brief = "--brief" in arguments
+    documents = [pathlib.Path(argument) for argument in arguments if argument != "--brief"]
+    samples = Samples()
+    measure_reader(samples, documents)
+    measure_processes(samples, documents)
+    measure_engine(samples, documents, 1 if brief else 3)
+    measure_peers(samples, documents[0], 1 if brief else 3)
+    print_table([
+        *ratio_lines(RATIOS, samples),
+        *difference_lines(DIFFERENCES, samples),
+        *count_lines(COUNTS, samples),
+        *ratio_lines(ENGINE, samples),
+        *ratio_lines([Row(title, title, "ms", None) for _, title, _ in PEERS], samples),
+    ])
+
+
+if __name__ == "__main__":
+    main()
