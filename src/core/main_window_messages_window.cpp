@@ -120,8 +120,11 @@ Result onEndSession(WPARAM ending, LPARAM) {
 Result onSize(WPARAM kind, LPARAM) {
   if (kind == SIZE_MINIMIZED) return 0;
   layoutChildWindows();
-  refreshStatus();
-  if (session.panes[0].page || session.panes[1].page) refitPanes();
+  if (session.panes[0].page || session.panes[1].page) {
+    refitPanes();
+  } else {
+    refreshStatus();
+  }
   return 0;
 }
 

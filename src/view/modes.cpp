@@ -253,6 +253,7 @@ void refitPanes() {
   for (int pane = 0; pane < 2; ++pane) {
     if (paneShown(pane)) refitPane(pane);
   }
+  refreshStatus();
   platform::invalidateMainWindow(true);
 }
 
