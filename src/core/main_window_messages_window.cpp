@@ -23,6 +23,7 @@
 #include "core/startup.h"
 #include "integration/update_check.h"
 #include "nav/bookmarks.h"
+#include "nav/find_bar_window.h"
 #include "platform/main_window.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
@@ -131,6 +132,7 @@ Result onSize(WPARAM kind, LPARAM) {
 Result onDpiChanged(WPARAM wParam, LPARAM lParam) {
   changeDensity(HIWORD(wParam));
   applyPanelFonts();
+  applyFindBarFont();
   const auto* wanted = reinterpret_cast<const RECT*>(lParam);
   SetWindowPos(windowHandles.main, nullptr, wanted->left, wanted->top, wanted->right - wanted->left,
                wanted->bottom - wanted->top, SWP_NOZORDER | SWP_NOACTIVATE);

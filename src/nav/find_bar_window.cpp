@@ -92,13 +92,21 @@ void createControl(HWND bar, const FindControl& control) {
                                       WS_CHILD | WS_VISIBLE | look.style, 0, 0, 0, 0, bar,
                                       reinterpret_cast<HMENU>(static_cast<INT_PTR>(control.id)),
                                       GetModuleHandleW(nullptr), nullptr);
-  SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(barFont), FALSE);
   if ((look.style & WS_TABSTOP) != 0) SetWindowSubclass(window, controlProcedure, kTabSubclass, 0);
 }
 
+void giveFont(HWND bar) {
+  const HFONT font = platform::createMessageFont(session.dpi);
+  for (const FindControl& control : findBarControls()) {
+    SendDlgItemMessageW(bar, control.id, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
+  }
+  if (barFont != nullptr) DeleteObject(barFont);
+  barFont = font;
+}
+
 void createControls(HWND bar) {
-  barFont = platform::createMessageFont(session.dpi);
   for (const FindControl& control : findBarControls()) createControl(bar, control);
+  giveFont(bar);
   CheckDlgButton(bar, kFindLiteralMode, BST_CHECKED);
   windowHandles.findField = GetDlgItem(bar, kFindField);
   windowHandles.findStatus = GetDlgItem(bar, kFindStatusLabel);
@@ -190,6 +198,10 @@ LRESULT CALLBACK barProcedure(HWND bar, UINT message, WPARAM wParam, LPARAM lPar
 }
 
 }  // namespace
+
+void applyFindBarFont() {
+  giveFont(windowHandles.findBar);
+}
 
 void createFindBar(int controlId) {
   auto description = platform::sized<WNDCLASSEXW>();
