@@ -290,9 +290,12 @@ Result onInitMenuPopup(WPARAM wParam, LPARAM) {
   return 0;
 }
 
-Result onHorizontalScroll(WPARAM, LPARAM lParam) {
+// The notices of the release tell nothing new, and by then the slider may stand at the position
+// nearest to a zoom that was limited.
+Result onHorizontalScroll(WPARAM wParam, LPARAM lParam) {
   const auto slider = reinterpret_cast<HWND>(lParam);
   if (slider == nullptr || slider != windowHandles.zoomSlider) return std::nullopt;
+  if (LOWORD(wParam) == TB_THUMBPOSITION || LOWORD(wParam) == TB_ENDTRACK) return 0;
   zoomToSliderPosition(static_cast<int>(SendMessageW(slider, TBM_GETPOS, 0, 0)));
   return 0;
 }
