@@ -42,13 +42,20 @@ void sendModifiers(unsigned modifiers, bool down) {
   if (modifiers & kAlt) sendVirtualKey(VK_MENU, down);
 }
 
-void sendMouse(DWORD flags, DWORD data = 0, LONG x = 0, LONG y = 0) {
+// The smallest absolute coordinate that stands for this pixel.
+LONG absolute(LONG pixel, int extent) {
+  return (pixel * kAbsoluteRange + extent - 1) / extent;
+}
+
+// The place goes with the event itself, since the desktop may report an older place of the pointer
+// between two events.
+void sendMouse(POINT place, DWORD flags, DWORD data = 0) {
   INPUT input{};
   input.type = INPUT_MOUSE;
-  input.mi.dwFlags = flags;
+  input.mi.dwFlags = flags | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE;
   input.mi.mouseData = data;
-  input.mi.dx = x;
-  input.mi.dy = y;
+  input.mi.dx = absolute(place.x, GetSystemMetrics(SM_CXSCREEN));
+  input.mi.dy = absolute(place.y, GetSystemMetrics(SM_CYSCREEN));
   SendInput(1, &input, sizeof(input));
 }
 
@@ -62,11 +69,6 @@ DWORD buttonFlag(Button button, bool down) {
       break;
   }
   return down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP;
-}
-
-// The smallest absolute coordinate that stands for this pixel.
-LONG absolute(LONG pixel, int extent) {
-  return (pixel * kAbsoluteRange + extent - 1) / extent;
 }
 
 }  // namespace
@@ -94,24 +96,21 @@ void type(const std::wstring& text) {
 }
 
 void movePointer(POINT place) {
-  sendMouse(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, 0,
-            absolute(place.x, GetSystemMetrics(SM_CXSCREEN)),
-            absolute(place.y, GetSystemMetrics(SM_CYSCREEN)));
+  sendMouse(place, 0);
 }
 
-void pressButton(Button button) {
-  sendMouse(buttonFlag(button, true));
+void pressButton(POINT place, Button button) {
+  sendMouse(place, buttonFlag(button, true));
 }
 
-void releaseButton(Button button) {
-  sendMouse(buttonFlag(button, false));
+void releaseButton(POINT place, Button button) {
+  sendMouse(place, buttonFlag(button, false));
 }
 
 void click(POINT place, Button button, unsigned modifiers) {
-  movePointer(place);
   holdKeys(modifiers);
-  pressButton(button);
-  releaseButton(button);
+  pressButton(place, button);
+  releaseButton(place, button);
   releaseKeys(modifiers);
 }
 
@@ -121,21 +120,19 @@ void doubleClick(POINT place) {
 }
 
 void drag(POINT from, POINT to, Button button, unsigned modifiers) {
-  movePointer(from);
   holdKeys(modifiers);
-  pressButton(button);
+  pressButton(from, button);
   for (int step = 1; step <= kDragSteps; ++step) {
     movePointer({from.x + (to.x - from.x) * step / kDragSteps,
                  from.y + (to.y - from.y) * step / kDragSteps});
   }
-  releaseButton(button);
+  releaseButton(to, button);
   releaseKeys(modifiers);
 }
 
 void turnWheel(POINT place, int delta, unsigned modifiers) {
-  movePointer(place);
   holdKeys(modifiers);
-  sendMouse(MOUSEEVENTF_WHEEL, static_cast<DWORD>(delta));
+  sendMouse(place, MOUSEEVENTF_WHEEL, static_cast<DWORD>(delta));
   releaseKeys(modifiers);
 }
 

@@ -19,8 +19,8 @@ void releaseKeys(unsigned modifiers);
 
 // All places are screen pixels.
 void movePointer(POINT place);
-void pressButton(Button button);
-void releaseButton(Button button);
+void pressButton(POINT place, Button button = Button::Left);
+void releaseButton(POINT place, Button button = Button::Left);
 void click(POINT place, Button button = Button::Left, unsigned modifiers = kNone);
 void doubleClick(POINT place);
 // Goes from one place to the other in small steps with the button held.

@@ -66,6 +66,7 @@ RECT pageOnScreen(const Picture& client, RECT area) {
 
 void Scenario::SetUp() {
   ASSERT_TRUE(endPrograms()) << "a program of the scenario before was still running";
+  movePointer({GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1});
   prepareFolders(promptAnswered);
 }
 

@@ -1,0 +1,168 @@
+#include "driver/scenario.h"
+
+#include <commctrl.h>
+
+#include "support/pdf_builder.h"
+
+namespace quillmere::e2e {
+namespace {
+
+constexpr Size kSmall{300, 400};
+constexpr Size kLetter{612, 792};
+constexpr std::uint32_t kRed = rgb(255, 0, 0);
+
+class Painting : public Scenario {};
+
+TEST_F(Painting, AFittedPageLiesInTheMiddleWithAShadowAtRightAndBottomOnly) {
+  startWith(markedPdf(1, kLetter.width, kLetter.height));
+  const RECT area = pageArea();
+  const RECT page = fitPage(area, kLetter);
+  ASSERT_TRUE(pageBecomes(area, page));
+  EXPECT_TRUE(zoomTextBecomes(percent(fitPageZoom(area, kLetter))));
+  const Picture shown = client();
+  EXPECT_TRUE(shown.filled({page.left, page.top + 70, page.right, page.bottom}, kPaper));
+  EXPECT_EQ(shown.at(page.left + 5, page.top + 5), kRed);
+  EXPECT_TRUE(shown.filled({page.right, page.top + 4, page.right + 4, page.bottom + 4}, kShadow));
+  EXPECT_TRUE(shown.filled({page.left + 4, page.bottom, page.right, page.bottom + 4}, kShadow));
+  EXPECT_TRUE(shown.filled({area.left, area.top, page.left, area.bottom}, kBackground));
+  EXPECT_TRUE(shown.filled({area.left, area.top, area.right, page.top}, kBackground));
+  EXPECT_TRUE(shown.filled({page.right, area.top, area.right, page.top + 4}, kBackground));
+  EXPECT_TRUE(shown.filled({page.right + 4, area.top, area.right, area.bottom}, kBackground));
+  EXPECT_TRUE(shown.filled({area.left, page.bottom, page.left + 4, area.bottom}, kBackground));
+  EXPECT_TRUE(shown.filled({area.left, page.bottom + 4, area.right, area.bottom}, kBackground));
+}
+
+TEST_F(Painting, ThePanelSplittersHaveTheirColour) {
+  start();
+  const RECT area = pageArea();
+  EXPECT_TRUE(pixelBecomes(area.left - 3, area.top + 10, kSplitter));
+  const Picture shown = client();
+  EXPECT_TRUE(shown.filled({area.left - 3, area.top, area.left, area.bottom}, kSplitter));
+  const RECT bar = windowRect(childOf(window, 423));
+  POINT belowBar{bar.left, bar.top};
+  ScreenToClient(window, &belowBar);
+  EXPECT_TRUE(shown.filled({0, belowBar.y - 3, area.left, belowBar.y}, kSplitter));
+}
+
+TEST_F(Painting, TheActivePaneHasAFrameAndADividerStandsBetween) {
+  startWith(coloredPdf(2));
+  press(VK_F6);
+  ASSERT_TRUE(pageTextBecomes(L"L:1  R:2  of 2"));
+  const RECT left = leftPane();
+  const RECT right = rightPane();
+  ASSERT_TRUE(pixelBecomes(left.left + 1, left.top + 1, kFrame));
+  const Picture shown = client();
+  EXPECT_TRUE(shown.filled({left.right, left.top, right.left, left.bottom}, kDivider));
+  const auto expectFrame = [&](RECT pane, std::uint32_t color) {
+    EXPECT_TRUE(shown.filled({pane.left + 1, pane.top + 1, pane.right - 1, pane.top + 4}, color));
+    EXPECT_TRUE(
+        shown.filled({pane.left + 1, pane.bottom - 4, pane.right - 1, pane.bottom - 1}, color));
+    EXPECT_TRUE(shown.filled({pane.left + 1, pane.top + 4, pane.left + 4, pane.bottom - 4}, color));
+    EXPECT_TRUE(
+        shown.filled({pane.right - 4, pane.top + 4, pane.right - 1, pane.bottom - 4}, color));
+  };
+  expectFrame(left, kFrame);
+  expectFrame(right, kBackground);
+  EXPECT_EQ(shown.at(left.left, left.top), kBackground);
+  EXPECT_EQ(shown.at(left.left + 4, left.top + 4), kBackground);
+}
+
+TEST_F(Painting, ResizingFitsThePageAnew) {
+  startWith(markedPdf(1, kLetter.width, kLetter.height));
+  const RECT before = windowRect(window);
+  SetWindowPos(window, nullptr, 0, 0, 900, 500, SWP_NOMOVE | SWP_NOZORDER);
+  const RECT area = pageArea();
+  ASSERT_LT(area.right, before.right - before.left);
+  EXPECT_TRUE(pageBecomes(area, fitPage(area, kLetter)));
+}
+
+TEST_F(Painting, AWindowThatWasCoveredShowsThePageAgain) {
+  startWith(markedPdf(1, kLetter.width, kLetter.height));
+  const RECT area = pageArea();
+  const RECT page = fitPage(area, kLetter);
+  ASSERT_TRUE(pageBecomes(area, page));
+  ShowWindow(window, SW_MINIMIZE);
+  ASSERT_TRUE(eventually([&] { return IsIconic(window) != FALSE; }));
+  ShowWindow(window, SW_RESTORE);
+  EXPECT_TRUE(pageBecomes(area, page));
+}
+
+TEST_F(Painting, TheKeysOfTheZoomModesPlaceThePage) {
+  startWith(markedPdf(1, kLetter.width, kLetter.height));
+  const RECT area = pageArea();
+  press('W');
+  const float wide = fitWidthZoom(area, kLetter);
+  EXPECT_TRUE(pageBecomes(area, clipped(placedPage(area, kLetter, wide), area)));
+  EXPECT_TRUE(zoomTextBecomes(percent(wide)));
+  EXPECT_TRUE(becomesChecked(205));
+  press('A');
+  EXPECT_TRUE(pageBecomes(area, clipped(placedPage(area, kLetter, 1), area)));
+  EXPECT_TRUE(zoomTextBecomes(L"Zoom: 100%"));
+  EXPECT_TRUE(becomesChecked(206));
+  press('C');
+  EXPECT_TRUE(becomesChecked(208));
+  EXPECT_TRUE(zoomTextBecomes(L"Zoom: 100%"));
+  press('F');
+  EXPECT_TRUE(pageBecomes(area, fitPage(area, kLetter)));
+  EXPECT_TRUE(becomesChecked(204));
+}
+
+TEST_F(Painting, ZoomStepsKeepTheMiddleOfThePageStill) {
+  startWith(markedPdf(1, kSmall.width, kSmall.height));
+  const RECT area = pageArea();
+  press('A');
+  const RECT before = placedPage(area, kSmall, 1);
+  ASSERT_TRUE(pageBecomes(area, before));
+  for (const WORD key : {static_cast<WORD>(VK_ADD), static_cast<WORD>(VK_OEM_PLUS)}) {
+    press('A');
+    ASSERT_TRUE(zoomTextBecomes(L"Zoom: 100%"));
+    press(key);
+    ASSERT_TRUE(zoomTextBecomes(L"Zoom: 118%"));
+    ASSERT_TRUE(eventually([&] {
+      const RECT page = pageOnScreen(client(), area);
+      return page.right - page.left == 353 && page.bottom - page.top == 471;
+    }));
+    const RECT page = pageOnScreen(client(), area);
+    EXPECT_NEAR((page.left + page.right) / 2, (before.left + before.right) / 2, 1);
+    EXPECT_NEAR((page.top + page.bottom) / 2, (before.top + before.bottom) / 2, 1);
+    EXPECT_TRUE(becomesChecked(208));
+  }
+  press(VK_SUBTRACT);
+  EXPECT_TRUE(zoomTextBecomes(L"Zoom: 100%"));
+  press(VK_OEM_MINUS);
+  EXPECT_TRUE(zoomTextBecomes(L"Zoom: 85%"));
+}
+
+TEST_F(Painting, ZoomEndsAtItsLimits) {
+  startWith(coloredPdf(1, 40, 40));
+  press('A');
+  for (int i = 0; i < 12; ++i) press(VK_ADD);
+  EXPECT_TRUE(zoomTextBecomes(L"Zoom: 500%"));
+  for (int i = 0; i < 24; ++i) press(VK_SUBTRACT);
+  EXPECT_TRUE(zoomTextBecomes(L"Zoom: 20%"));
+}
+
+TEST_F(Painting, TheSliderZoomsByMouseAndFollowsTheZoom) {
+  startWith(markedPdf(1, kSmall.width, kSmall.height));
+  const HWND slider = childOf(window, 403);
+  ASSERT_TRUE(eventually([&] { return IsWindowEnabled(slider) != FALSE; }));
+  press('A');
+  EXPECT_EQ(settled([&] { return SendMessageW(slider, TBM_GETPOS, 0, 0); }, 10), 10);
+  const RECT rect = windowRect(slider);
+  const POINT thumb{(rect.left + rect.right) / 2, rect.top + 8};
+  drag(thumb, {rect.right + 20, thumb.y});
+  EXPECT_TRUE(zoomTextBecomes(L"Zoom: 500%"));
+  EXPECT_EQ(SendMessageW(slider, TBM_GETPOS, 0, 0), 19);
+  // A click beside the thumb goes ten steps.
+  click({rect.left + 16, thumb.y});
+  EXPECT_TRUE(zoomTextBecomes(L"Zoom: 89%"));
+  click({rect.left + 16, thumb.y});
+  EXPECT_TRUE(zoomTextBecomes(L"Zoom: 20%"));
+  // The page has the keyboard all the while.
+  press('A');
+  EXPECT_TRUE(zoomTextBecomes(L"Zoom: 100%"));
+  EXPECT_EQ(focusOf(window), window);
+}
+
+}  // namespace
+}  // namespace quillmere::e2e
