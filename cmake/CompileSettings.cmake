@@ -12,6 +12,10 @@ if(QUILLMERE_SANITIZE)
   target_link_options(quillmere_settings INTERFACE ${sanitizers})
 endif()
 
+if(QUILLMERE_FUZZ)
+  target_compile_options(quillmere_settings INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 if(WIN32)
   target_compile_definitions(quillmere_settings INTERFACE
     UNICODE _UNICODE NOMINMAX _WIN32_WINNT=0x0A00 WINVER=0x0A00)
