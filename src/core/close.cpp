@@ -3,6 +3,7 @@
 #include "annot/placement_record.h"
 #include "core/limits.h"
 #include "core/session.h"
+#include "core/waiting_opens.h"
 #include "nav/bookmarks.h"
 #include "nav/find.h"
 #include "platform/main_window.h"
@@ -73,6 +74,21 @@ void closePanesShowing(const std::u16string& path) {
   RebuildNavigationTree();
 }
 
+void closeShownIn(int pane) {
+  SaveCurrentView(pane);
+  if (session.viewMode != ViewMode::TwoDocuments) {
+    closeAllDocuments();
+    return;
+  }
+  forgetDocumentBinder(session.panes[pane].path);
+  closePaneDocument(pane);
+  rehomePlacements(1 - pane);
+  FindClear();
+  clearTextSelection();
+  RebuildNavigationTree();
+  showThatDocumentsChanged();
+}
+
 }  // namespace
 
 void closeAllDocuments() {
@@ -101,20 +117,10 @@ void closeDocumentByPath(const std::u16string& path) {
 }
 
 void closeCommand(int pane) {
+  beginDocumentWork();
   const std::u16string name = fileNameOf(pathOf(pane));
-  if (PromptSaveBeforeClose(name) == platform::BoxAnswer::Cancel) return;
-  SaveCurrentView(pane);
-  if (session.viewMode != ViewMode::TwoDocuments) {
-    closeAllDocuments();
-    return;
-  }
-  forgetDocumentBinder(session.panes[pane].path);
-  closePaneDocument(pane);
-  rehomePlacements(1 - pane);
-  FindClear();
-  clearTextSelection();
-  RebuildNavigationTree();
-  showThatDocumentsChanged();
+  if (PromptSaveBeforeClose(name) != platform::BoxAnswer::Cancel) closeShownIn(pane);
+  endDocumentWork();
 }
 
 void forgetDocumentBinder(const std::u16string& path) {

@@ -18,7 +18,7 @@ namespace quillmere {
 namespace {
 
 void forgetWorkingDocuments() {
-  if (session.settings.restoreOpenDocs) return;
+  if (session.settings.restoreOpenDocs || !session.ownsPrimaryName) return;
   const std::u16string path = WorkingDocsPath();
   if (!path.empty()) platform::deleteFile(path);
 }

@@ -73,7 +73,7 @@ constexpr KeyRow kKeys[] = {
     {kKeyUp, pan<ArrowKey::Up>, pan<ArrowKey::Up>},
     {kKeyDown, pan<ArrowKey::Down>, pan<ArrowKey::Down>},
     {kKeyA, command<kCmdActualSize>, command<kCmdSelectAll>},
-    {kKeyC, command<kCmdCustomFit>, commandOnSelection<kCmdCopy>},
+    {kKeyC, command<kCmdCustomFit>, command<kCmdCopy>},
     {kKeyF, command<kCmdFitPage>, nullptr},
     {kKeyW, command<kCmdFitWidth>, nullptr},
     {kKeyL, focusBinderPanel, nullptr},

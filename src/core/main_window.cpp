@@ -56,10 +56,7 @@ LRESULT CALLBACK mainWindowProcedure(HWND window, UINT message, WPARAM wParam, L
 InitialPlacement initialPlacement() {
   session.dpi = static_cast<std::int32_t>(GetDpiForSystem());
   if (session.viewerRole) return viewerInitialPlacement(viewerSurroundings());
-  InitialPlacement placement = mainWindowInitialPlacement();
-  placement.width = scaled(placement.width);
-  placement.height = scaled(placement.height);
-  return placement;
+  return mainWindowInitialPlacement();
 }
 
 void loadAcceleratorsAndIcons() {

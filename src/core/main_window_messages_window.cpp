@@ -6,6 +6,7 @@
 #include <shellapi.h>
 #include <windowsx.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -154,11 +155,6 @@ Result onCommand(WPARAM wParam, LPARAM) {
   return 0;
 }
 
-void restoreAndRaise() {
-  if (IsIconic(windowHandles.main)) ShowWindow(windowHandles.main, SW_RESTORE);
-  SetForegroundWindow(windowHandles.main);
-}
-
 Result onCopyData(WPARAM, LPARAM lParam) {
   const auto* data = reinterpret_cast<const COPYDATASTRUCT*>(lParam);
   if (data == nullptr || data->dwData != kOpenFileTag || data->lpData == nullptr ||
@@ -166,9 +162,7 @@ Result onCopyData(WPARAM, LPARAM lParam) {
     return 0;
   }
   std::u16string path(static_cast<const char16_t*>(data->lpData), data->cbData / sizeof(char16_t));
-  while (!path.empty() && path.back() == u'\0') path.pop_back();
-  if (path.empty()) return 0;
-  restoreAndRaise();
+  path.resize(std::min(path.find(u'\0'), path.size()));
   openHandedOver(path);
   return 1;
 }
@@ -193,7 +187,6 @@ Result onDropFiles(WPARAM wParam, LPARAM) {
   if (!paths.empty()) {
     POINT point{};
     DragQueryPoint(drop, &point);
-    restoreAndRaise();
     openDropped(paths, point.x);
   }
   DragFinish(drop);
@@ -268,8 +261,9 @@ Result onMouseWheel(WPARAM wParam, LPARAM lParam) {
   return 0;
 }
 
-Result onCaptureChanged(WPARAM, LPARAM) {
-  loseCapture();
+// Taking the mouse anew for another drag of this window is no loss.
+Result onCaptureChanged(WPARAM, LPARAM lParam) {
+  if (reinterpret_cast<HWND>(lParam) != windowHandles.main) loseCapture();
   return 0;
 }
 

@@ -5,6 +5,7 @@
 #include "nav/jump_history.h"
 #include "nav/links.h"
 #include "platform/keyboard.h"
+#include "platform/main_window.h"
 #include "view/geometry.h"
 #include "view/left_panel.h"
 #include "view/modes.h"
@@ -113,8 +114,10 @@ void movePointer(int x, int y) {
   moveTextSelection(x, y);
 }
 
+// What ended a drag before its button came up has kept the mouse.
 void releaseLeft() {
   loseCapture();
+  platform::releaseMouse();
 }
 
 void releaseMiddle() {

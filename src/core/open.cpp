@@ -10,6 +10,7 @@
 #include "core/product.h"
 #include "core/session.h"
 #include "core/text_format.h"
+#include "core/waiting_opens.h"
 #include "nav/bookmarks.h"
 #include "nav/find.h"
 #include "output/internet_gate.h"
@@ -77,16 +78,6 @@ StepResult decideReplacement(OpenJob& job) {
                !platform::equalIgnoringCase(job.displayPath, session.active.path);
   job.replacing = !job.splits && documentOf(job.pane) != nullptr;
   return StepResult::Next;
-}
-
-bool placementsPending(FPDF_DOCUMENT document) {
-  if (session.placementDocument != document || document == nullptr) return false;
-  for (const auto& [page, list] : session.placements) {
-    for (const Placement& placement : list) {
-      if (placement.annotIndex < 0) return true;
-    }
-  }
-  return false;
 }
 
 // Placements that no annotation holds yet go into their document before the session forgets them.
@@ -326,6 +317,15 @@ constexpr OpenStep kOpenSteps[] = {
     finishOpening,
 };
 
+StepResult runSteps(OpenJob& job) {
+  StepResult result = StepResult::Next;
+  for (const OpenStep step : kOpenSteps) {
+    result = step(job);
+    if (result != StepResult::Next) break;
+  }
+  return result;
+}
+
 }  // namespace
 
 bool openDocument(const std::u16string* loadPath, int pane, int workingDocsMode,
@@ -337,11 +337,10 @@ bool openDocument(const std::u16string* loadPath, int pane, int workingDocsMode,
   job.pane = pane;
   job.workingDocsMode = workingDocsMode;
   job.askBeforeReplace = askBeforeReplace;
-  for (const OpenStep step : kOpenSteps) {
-    const StepResult result = step(job);
-    if (result != StepResult::Next) return result == StepResult::Opened;
-  }
-  return false;
+  beginDocumentWork();
+  const StepResult result = runSteps(job);
+  endDocumentWork();
+  return result == StepResult::Opened;
 }
 
 }  // namespace quillmere

@@ -4,6 +4,7 @@
 #include "core/session.h"
 #include "core/settle_shelf.h"
 #include "core/text_format.h"
+#include "core/waiting_opens.h"
 #include "platform/message_box.h"
 #include "platform/text.h"
 #include "store/binder_library.h"
@@ -73,15 +74,18 @@ void openBinderEntry(std::uint32_t itemData, bool askBeforeReplace, bool otherPa
     showAvailability(path, true);
     return;
   }
+  beginDocumentWork();
   const ShelfDecision decision = settleShelfCopy(path);
-  if (!decision.opens) return;
-  const bool opened =
-      openDocument(&decision.loadPath, session.activePane, mode, askBeforeReplace, &path);
-  if (opened) {
-    session.documentBinders[platform::toLower(path)] = binderPath;
-    RestoreView(FindBinder(binderPath), path);
+  if (decision.opens) {
+    const bool opened =
+        openDocument(&decision.loadPath, session.activePane, mode, askBeforeReplace, &path);
+    if (opened) {
+      session.documentBinders[platform::toLower(path)] = binderPath;
+      RestoreView(FindBinder(binderPath), path);
+    }
+    showAvailability(path, opened);
   }
-  showAvailability(path, opened);
+  endDocumentWork();
 }
 
 }  // namespace quillmere

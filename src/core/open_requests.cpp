@@ -1,10 +1,14 @@
 #include "core/open_requests.h"
 
+#include <algorithm>
+
 #include "core/open.h"
 #include "core/session.h"
 #include "core/settle_shelf.h"
+#include "core/waiting_opens.h"
 #include "output/internet_gate.h"
 #include "platform/file_dialog.h"
+#include "platform/main_window.h"
 #include "store/working_documents.h"
 #include "view/geometry.h"
 
@@ -34,9 +38,12 @@ void openFirstAndList(const std::vector<std::u16string>& paths, int pane, Recent
 
 bool openRequested(const std::u16string& path, int pane, int workingDocsMode,
                    bool askBeforeReplace) {
+  beginDocumentWork();
   const ShelfDecision decision = settleShelfCopy(path);
-  if (!decision.opens) return false;
-  return openDocument(&decision.loadPath, pane, workingDocsMode, askBeforeReplace, &path);
+  const bool opened = decision.opens && openDocument(&decision.loadPath, pane, workingDocsMode,
+                                                     askBeforeReplace, &path);
+  endDocumentWork();
+  return opened;
 }
 
 void openSeveral(const std::vector<std::u16string>& paths, int pane) {
@@ -44,11 +51,20 @@ void openSeveral(const std::vector<std::u16string>& paths, int pane) {
 }
 
 void openDropped(const std::vector<std::u16string>& paths, int x) {
-  const int pane = paneAt(x);
-  openFirstAndList(paths, pane < 0 ? 0 : pane, RecentList::Leave);
+  const int pane = std::max(paneAt(x), 0);
+  if (paths.empty()) return;
+  platform::raiseMainWindow();
+  openDroppedOnPane(paths, pane);
+}
+
+void openDroppedOnPane(const std::vector<std::u16string>& paths, int pane) {
+  if (!mustWait({paths, pane})) openFirstAndList(paths, pane, RecentList::Leave);
 }
 
 void openHandedOver(const std::u16string& path) {
+  if (path.empty()) return;
+  platform::raiseMainWindow();
+  if (mustWait({{path}})) return;
   openRequested(path, session.activePane, kWorkingDocsToHead, true);
 }
 

@@ -15,10 +15,11 @@ bool openRequested(const std::u16string& path, int pane, int workingDocsMode,
 // unless the first fails.
 void openSeveral(const std::vector<std::u16string>& paths, int pane);
 
-// Files dropped at client x; -1 panes count as pane 0. The others leave the recent list.
+// Files dropped at client x; outside the panes counts as pane 0. The others leave the recent list.
 void openDropped(const std::vector<std::u16string>& paths, int x);
+void openDroppedOnPane(const std::vector<std::u16string>& paths, int pane);
 
-// A path that another instance handed over.
+// A path that another instance handed over; an empty one does not even raise the window.
 void openHandedOver(const std::u16string& path);
 
 // Asks for files and opens them in `pane`.

@@ -12,7 +12,8 @@ namespace {
 // Shared by the caller and the probing thread; whoever lets go last frees it.
 struct ProbeJob {
   std::u16string path;
-  platform::AttributeQuery query;
+  std::uint32_t attributes = platform::kInvalidAttributes;
+  std::uint32_t lastError = platform::kErrorNone;
   platform::Event* doneEvent = nullptr;
   std::atomic<std::int32_t> references{2};
 };
@@ -25,7 +26,9 @@ void release(ProbeJob* job) {
 
 void probeOnThread(void* context) {
   auto* job = static_cast<ProbeJob*>(context);
-  job->query = platform::queryAttributes(job->path);
+  const platform::AttributeQuery query = platform::queryAttributes(job->path);
+  job->attributes = query.attributes;
+  job->lastError = query.error;
   platform::signalEvent(job->doneEvent);
   release(job);
 }
@@ -54,7 +57,8 @@ ProbeResult probeNetworkPath(const std::u16string& path, std::uint32_t timeoutMi
     return judgeNetworkQuery(platform::queryAttributes(path));
   }
   const bool answered = platform::waitForEvent(event, timeoutMilliseconds);
-  const ProbeResult result = answered ? judgeNetworkQuery(job->query) : ProbeResult::Unavailable;
+  const ProbeResult result =
+      answered ? judgeNetworkQuery({job->attributes, job->lastError}) : ProbeResult::Unavailable;
   release(job);
   return result;
 }

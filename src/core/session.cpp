@@ -74,12 +74,16 @@ bool hasUnsavedChanges() {
   const FPDF_DOCUMENT document = documentOf(pane);
   if (document == nullptr) return false;
   if (dirtyOf(pane)) return true;
-  if (session.placementDocument == document && anyPlacementPending()) return true;
+  if (placementsPending(document)) return true;
   if (inTwoDocuments()) {
     return rotationPending(session.panes[pane]) || anyPending(session.panes[pane].pageRotations);
   }
   return rotationPending(session.panes[0]) || anyPending(session.active.pageRotations) ||
          rotationPending(session.panes[1]);
+}
+
+bool placementsPending(FPDF_DOCUMENT document) {
+  return document != nullptr && session.placementDocument == document && anyPlacementPending();
 }
 
 bool anyPageRotationPending(int pane) {

@@ -11,6 +11,7 @@
 #include "core/fnv1a.h"
 #include "core/pane_rect.h"
 #include "core/pdfium_handles.h"
+#include "core/waiting_opens.h"
 #include "nav/bookmark_entry.h"
 #include "nav/find_state.h"
 #include "nav/jump_record.h"
@@ -83,10 +84,16 @@ struct ActiveDocument {
 
 // All that the user-interface thread knows. Nothing else reads it.
 struct SessionState {
-  bool viewerRole = false;  // set once at start: a read-only process
+  bool viewerRole = false;        // set once at start: a read-only process
+  bool ownsPrimaryName = true;    // false beside another main window, which owns the shared files
+  std::int32_t documentWork = 0;  // questions about documents that are being asked
+  std::vector<WaitingOpen> waitingOpens;  // what arrived meanwhile
   ViewMode viewMode = ViewMode::SinglePage;
   std::int32_t activePane = 0;  // the pane that commands act on
-  ActiveDocument active;        // stands before the panes, whose pages must close first
+
+  // Files of documents that were read whole, which PDFium reads from as long as they are open.
+  std::unordered_map<FPDF_DOCUMENT, std::vector<std::uint8_t>, Fnv1aPointerHash> documentKeptBuffer;
+  ActiveDocument active;  // stands before the panes, whose pages must close first
   PaneSlot panes[2];
 
   bool panScrollEnabled = false;
@@ -126,9 +133,6 @@ struct SessionState {
   FindState find;
   ViewInput input;
 
-  // Files of documents that were read whole, which PDFium reads from as long as they are open.
-  std::unordered_map<FPDF_DOCUMENT, std::vector<std::uint8_t>, Fnv1aPointerHash> documentKeptBuffer;
-
   AppSettings settings;
   std::u16string latestVersion;     // newer than this one, as an update check found; empty before
   bool settingsFileSeeded = false;  // this process has tried to make the settings file
@@ -161,6 +165,9 @@ DocumentHandle& documentHandleOf(int pane);
 
 // True when the active pane's document has edits, placements or rotations that its file lacks.
 bool hasUnsavedChanges();
+
+// True when `document` has placements that its annotations lack.
+bool placementsPending(FPDF_DOCUMENT document);
 
 // True when a page of the pane's document has pending quarter turns.
 bool anyPageRotationPending(int pane);

@@ -2,6 +2,7 @@
 
 #include "core/limits.h"
 #include "core/product.h"
+#include "core/session.h"
 #include "integration/default_handler.h"
 #include "integration/desktop_shortcut.h"
 #include "platform/files.h"
@@ -88,9 +89,9 @@ std::optional<int> confirmDefaultHandler(const LaunchArguments& arguments) {
 
 std::optional<int> handOverToRunningInstance(const LaunchArguments& arguments) {
   if (arguments.viewerRole) return std::nullopt;
-  if (platform::claimPrimaryMutex(kPrimaryMutexName) != platform::MutexClaim::AlreadyExists) {
-    return std::nullopt;
-  }
+  const platform::MutexClaim claim = platform::claimPrimaryMutex(kPrimaryMutexName);
+  session.ownsPrimaryName = claim == platform::MutexClaim::Owned;
+  if (claim != platform::MutexClaim::AlreadyExists) return std::nullopt;
   const platform::WindowId window = waitForMainWindow();
   if (window == 0) return std::nullopt;
   platform::raiseWindow(window);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/product.h"
+#include "view/geometry.h"
 
 namespace quillmere {
 
@@ -24,17 +25,17 @@ std::int32_t share(std::int32_t length, double part) {
 
 // The minimum is applied last, so it may exceed a small work area.
 std::int32_t fitLength(std::int32_t wanted, std::int32_t workLength, std::int32_t minimum) {
-  const std::int32_t available = workLength - kWorkAreaAllowance;
+  const std::int32_t available = workLength - scaled(kWorkAreaAllowance);
   if (available > 0 && available < wanted) wanted = available;
-  return std::max(wanted, minimum);
+  return std::max(wanted, scaled(minimum));
 }
 
 }  // namespace
 
 InitialPlacement mainWindowInitialPlacement() {
   InitialPlacement placement;
-  placement.width = kMainWidth;
-  placement.height = kMainHeight;
+  placement.width = scaled(kMainWidth);
+  placement.height = scaled(kMainHeight);
   return placement;
 }
 
@@ -44,8 +45,8 @@ InitialPlacement viewerInitialPlacement(const ViewerSurroundings& around) {
   const std::int32_t workHeight = work.bottom - work.top;
   InitialPlacement placement;
   if (!around.mainWindow) {
-    placement.width = fitLength(kViewerWidth, workWidth, kViewerMinimumWidth);
-    placement.height = fitLength(kViewerHeight, workHeight, kViewerMinimumHeight);
+    placement.width = fitLength(scaled(kViewerWidth), workWidth, kViewerMinimumWidth);
+    placement.height = fitLength(scaled(kViewerHeight), workHeight, kViewerMinimumHeight);
     return placement;
   }
 

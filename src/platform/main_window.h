@@ -47,6 +47,8 @@ void refreshCursor();
 void captureMouse();
 void releaseMouse();
 void focusMainWindow();
+// Restores the window when it is minimised, then brings it to the foreground.
+void raiseMainWindow();
 // Gives the keyboard to the tree of a panel.
 void focusNavigationTree();
 void focusBinderTree();

@@ -20,8 +20,8 @@ struct ModalDialog {
 struct ModalDialogDesign {
   const wchar_t* className = nullptr;
   const wchar_t* title = nullptr;
-  int clientWidth = 0;   // pixels
-  int clientHeight = 0;  // pixels
+  int clientWidth = 0;   // pixels at 96 an inch, as are those of its controls
+  int clientHeight = 0;  // likewise
   std::int32_t cancelResult = 0;
 
   // Makes the controls as children of `dialog.window` and returns the one that gets the focus.

@@ -4,6 +4,7 @@
 #include "platform/win32/sized.h"
 #include "platform/win32/system_fonts.h"
 #include "ui/modal_dialog.h"
+#include "view/geometry.h"
 
 namespace quillmere {
 
@@ -31,6 +32,7 @@ void forgetWindow(ModalDialog& dialog) {
   DeleteObject(dialog.font);
   dialog.font = nullptr;
   SetForegroundWindow(dialog.owner);
+  SetFocus(dialog.owner);
   dialog.window = nullptr;
 }
 
@@ -82,8 +84,8 @@ void registerClassOnce(const wchar_t* className) {
 
 // Outer size for the client size, centred on the owner.
 RECT placeDialog(const ModalDialogDesign& design, HWND owner) {
-  RECT size{0, 0, design.clientWidth, design.clientHeight};
-  AdjustWindowRectEx(&size, kStyle, FALSE, kExtendedStyle);
+  RECT size{0, 0, scaled(design.clientWidth), scaled(design.clientHeight)};
+  AdjustWindowRectExForDpi(&size, kStyle, FALSE, kExtendedStyle, static_cast<UINT>(session.dpi));
   const LONG width = size.right - size.left;
   const LONG height = size.bottom - size.top;
   RECT around{};

@@ -30,10 +30,6 @@ PanePair presentPanes() {
   return {{paneRect(0), paneRect(1)}};
 }
 
-bool sameSize(const PaneRect& left, const PaneRect& right) {
-  return left.width() == right.width() && left.height() == right.height();
-}
-
 void saveBookOverride(const PanePair& panes) {
   for (int pane = 0; pane < 2; ++pane) {
     const PaneSlot& slot = session.panes[pane];
@@ -61,10 +57,11 @@ void restoreBookOverride() {
 void restoreBookPan(int pane) {
   PaneSlot& slot = session.panes[pane];
   if (!paneShown(pane) || !slot.page) return;
-  const bool samePlace = sameSize(paneRect(pane), session.bookOverridePane[pane]);
-  if (!samePlace && slot.zoomMode != kCustomFit) return;
-  slot.panX = session.bookOverridePanX[pane];
-  slot.panY = session.bookOverridePanY[pane];
+  const PaneRect now = paneRect(pane);
+  const PaneRect& before = session.bookOverridePane[pane];
+  const bool custom = slot.zoomMode == kCustomFit;
+  if (custom || now.width() == before.width()) slot.panX = session.bookOverridePanX[pane];
+  if (custom || now.height() == before.height()) slot.panY = session.bookOverridePanY[pane];
   clampPan(pane);
 }
 

@@ -1,5 +1,6 @@
 #include "view/paint_plan.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/session.h"
@@ -85,6 +86,14 @@ PaneRect placeholderBox(const PanePlan& plan, platform::PixelSize text) {
   const std::int32_t left = content.left + (content.width() - text.width) / 2;
   const std::int32_t top = content.top + (content.height() - text.height) / 2;
   return {left, top, left + text.width, top + text.height};
+}
+
+PaneRect placeholderTarget(const PanePlan& plan, const PaneRect& box) {
+  const PaneRect& content = plan.content;
+  return {std::max(box.left, content.left) + plan.rect.left,
+          std::max(box.top, content.top) + plan.rect.top,
+          std::min(box.right, content.right) + plan.rect.left,
+          std::min(box.bottom, content.bottom) + plan.rect.top};
 }
 
 }  // namespace quillmere

@@ -60,4 +60,8 @@ std::u16string placeholderText(int pane);
 // The text's box, centred in the pane's content, in pixels from the pane's top left corner.
 PaneRect placeholderBox(const PanePlan& plan, platform::PixelSize text);
 
+// The part of that box that a click can hit, in client pixels: in a narrow pane the text reaches
+// beyond it.
+PaneRect placeholderTarget(const PanePlan& plan, const PaneRect& box);
+
 }  // namespace quillmere

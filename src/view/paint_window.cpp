@@ -36,7 +36,7 @@ using BitmapHandle = std::unique_ptr<std::remove_pointer_t<HBITMAP>, ObjectDelet
 using DeviceContextHandle = std::unique_ptr<std::remove_pointer_t<HDC>, DeviceContextDeleter>;
 
 // The picture of the whole client area. It is kept while the window has this size, since making it
-// costs more than filling it.
+// costs more than filling it. Without memory for it the window is drawn on directly.
 struct BackBuffer {
   DeviceContextHandle dc;
   BitmapHandle bitmap;
@@ -54,6 +54,7 @@ HDC backBufferFor(HDC window, int width, int height) {
   if (!pageSource) pageSource.reset(CreateCompatibleDC(window));
   if (buffer.bitmap && buffer.width == width && buffer.height == height) return buffer.dc.get();
   BitmapHandle bitmap(CreateCompatibleBitmap(window, width, height));
+  if (!bitmap) return window;
   SelectObject(buffer.dc.get(), bitmap.get());
   buffer.bitmap = std::move(bitmap);
   buffer.width = width;
@@ -95,8 +96,7 @@ void drawPlaceholder(HDC dc, int pane, const PanePlan& plan) {
   DrawTextW(dc, platform::wide(text), -1, &measured, DT_CALCRECT | DT_SINGLELINE | DT_NOPREFIX);
   const PaneRect box = placeholderBox(plan, {static_cast<int>(measured.right - measured.left),
                                              static_cast<int>(measured.bottom - measured.top)});
-  session.placeholderRect[pane] = {box.left + plan.rect.left, box.top + plan.rect.top,
-                                   box.right + plan.rect.left, box.bottom + plan.rect.top};
+  session.placeholderRect[pane] = placeholderTarget(plan, box);
   SetTextColor(dc, colorRef(kPlaceholderColor));
   SetBkMode(dc, TRANSPARENT);
   RECT area = toRect(box);
@@ -141,7 +141,6 @@ void drawSelection(HDC dc, int pane) {
 // Draws with the pane's top left corner as the origin.
 void drawPaneContent(HDC dc, int pane, const PanePlan& plan) {
   PaneSlot& slot = session.panes[pane];
-  session.placeholderRect[pane] = {};
   if (plan.hasBitmap) {
     drawPage(dc, slot, plan);
   } else if (plan.showsPlaceholder) {
@@ -152,6 +151,7 @@ void drawPaneContent(HDC dc, int pane, const PanePlan& plan) {
 }
 
 void paintPane(HDC dc, int pane, const PaneRect& rect) {
+  session.placeholderRect[pane] = {};
   if (rect.empty()) return;
   const PanePlan plan = planPane(pane, rect);
   const int saved = SaveDC(dc);
@@ -192,7 +192,7 @@ void paintMainWindow() {
   const int height = std::max(client.height, 1);
   const HDC buffer = backBufferFor(window, width, height);
   paintInto(buffer, width, height);
-  BitBlt(window, 0, 0, width, height, buffer, 0, 0, SRCCOPY);
+  if (buffer != window) BitBlt(window, 0, 0, width, height, buffer, 0, 0, SRCCOPY);
   EndPaint(platform::windowHandles.main, &paint);
 }
 

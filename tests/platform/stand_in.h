@@ -84,6 +84,7 @@ struct StandInWindow {
   int layouts = 0;
   int cursorRefreshes = 0;
   int focusRequests = 0;
+  int raises = 0;
   int navigationTreeFocusRequests = 0;
   int binderTreeFocusRequests = 0;
   int binderTreeRebuildsPosted = 0;

@@ -88,6 +88,10 @@ void focusMainWindow() {
   if (mainWindow()) ++mainWindow()->focusRequests;
 }
 
+void raiseMainWindow() {
+  if (mainWindow()) ++mainWindow()->raises;
+}
+
 void focusNavigationTree() {
   if (mainWindow()) ++mainWindow()->navigationTreeFocusRequests;
 }

@@ -144,6 +144,12 @@ void focusMainWindow() {
   if (mainWindow() != nullptr) SetFocus(mainWindow());
 }
 
+void raiseMainWindow() {
+  if (mainWindow() == nullptr) return;
+  if (IsIconic(mainWindow())) ShowWindow(mainWindow(), SW_RESTORE);
+  SetForegroundWindow(mainWindow());
+}
+
 void focusNavigationTree() {
   if (windowHandles.bookmarksTree != nullptr) SetFocus(windowHandles.bookmarksTree);
 }
