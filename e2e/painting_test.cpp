@@ -74,6 +74,7 @@ TEST_F(Painting, ResizingFitsThePageAnew) {
   const RECT area = pageArea();
   ASSERT_LT(area.right, before.right - before.left);
   EXPECT_TRUE(pageBecomes(area, fitPage(area, kLetter)));
+  EXPECT_TRUE(zoomTextBecomes(percent(fitPageZoom(area, kLetter))));
 }
 
 TEST_F(Painting, AWindowThatWasCoveredShowsThePageAgain) {

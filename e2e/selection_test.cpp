@@ -1,0 +1,158 @@
+#include "driver/scenario.h"
+
+namespace quillmere::e2e {
+namespace {
+
+constexpr Size kPage{612, 792};
+constexpr double kBaseline = 200;  // points from the top
+constexpr double kTextLeft = 72;   // points
+
+class Selection : public Scenario {
+ protected:
+  void startWithText(const std::string& text) {
+    startWith(markedPdf(2, kPage.width, kPage.height, text, kBaseline));
+    press('A');
+    page = placedPage(pageArea(), kPage, 1);
+    ASSERT_TRUE(pageBecomes(pageArea(), clipped(page, pageArea())));
+    ASSERT_TRUE(clearClipboard());
+  }
+  // The middle of a character of the line, from 0, so many pixels above the baseline.
+  POINT character(int index, int above = 6) const {
+    const double x = kTextLeft + (index + 0.5) * kCourierAdvance;
+    return onScreen(page.left + static_cast<int>(x),
+                    page.top + static_cast<int>(kBaseline) - above);
+  }
+  static bool openClipboard() {
+    return eventually([] { return OpenClipboard(nullptr) != FALSE; });
+  }
+  static bool clearClipboard() {
+    if (!openClipboard()) return false;
+    EmptyClipboard();
+    CloseClipboard();
+    return true;
+  }
+  static std::wstring clipboardText() {
+    if (!IsClipboardFormatAvailable(CF_UNICODETEXT) || !openClipboard()) return {};
+    std::wstring text;
+    if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+      text = static_cast<const wchar_t*>(GlobalLock(data));
+      GlobalUnlock(data);
+    }
+    CloseClipboard();
+    return text;
+  }
+  static ::testing::AssertionResult copies(const std::wstring& wanted) {
+    press('C', kCtrl);
+    const std::wstring seen = settled(clipboardText, wanted);
+    if (seen == wanted) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "copied " << ::testing::PrintToString(seen);
+  }
+  // Paper under the system's highlight colour at 130 of 255.
+  static std::uint32_t selectedPaper() {
+    const COLORREF highlight = GetSysColor(COLOR_HIGHLIGHT);
+    const auto mixed = [](unsigned channel) { return (channel * 130 + 255 * 125) / 255; };
+    return rgb(mixed(GetRValue(highlight)), mixed(GetGValue(highlight)),
+               mixed(GetBValue(highlight)));
+  }
+  static bool alike(std::uint32_t a, std::uint32_t b) {
+    for (int shift = 0; shift < 24; shift += 8) {
+      const int difference =
+          static_cast<int>((a >> shift) & 255) - static_cast<int>((b >> shift) & 255);
+      if (difference < -2 || difference > 2) return false;
+    }
+    return true;
+  }
+  // Client pixels of the page that look selected.
+  int selectedPixels() const {
+    const Picture shown = client();
+    const std::uint32_t wanted = selectedPaper();
+    int found = 0;
+    for (int y = page.top; y < pageArea().bottom; ++y) {
+      for (int x = page.left; x < page.right; ++x) found += alike(shown.at(x, y), wanted);
+    }
+    return found;
+  }
+
+  RECT page{};
+};
+
+TEST_F(Selection, ADragSelectsFromCharacterToCharacter) {
+  startWithText("Quill and page");
+  drag(character(2), character(8));
+  EXPECT_TRUE(copies(L"ill and"));
+  EXPECT_TRUE(eventually([&] { return selectedPixels() > 200; }));
+}
+
+TEST_F(Selection, ADragBackwardsSelectsTheSame) {
+  startWithText("Quill and page");
+  drag(character(8), character(2));
+  EXPECT_TRUE(copies(L"ill and"));
+}
+
+TEST_F(Selection, ADoubleClickSelectsTheWord) {
+  startWithText("the reader's-own word");
+  doubleClick(character(6));
+  ASSERT_TRUE(copies(L"reader's-own"));
+  click(character(0));
+  ASSERT_TRUE(clearClipboard());
+  // The apostrophe belongs to the word.
+  doubleClick(character(10, 12));
+  EXPECT_TRUE(copies(L"reader's-own"));
+}
+
+TEST_F(Selection, ADoubleClickBetweenWordsKeepsWhatWasSelected) {
+  startWithText("one two");
+  doubleClick(character(1));
+  ASSERT_TRUE(copies(L"one"));
+  ASSERT_TRUE(clearClipboard());
+  doubleClick(character(5));
+  EXPECT_TRUE(copies(L"two"));
+}
+
+TEST_F(Selection, SelectAllTakesThePage) {
+  startWithText("Quill and page");
+  press('A', kCtrl);
+  EXPECT_TRUE(copies(L"Quill and page"));
+}
+
+TEST_F(Selection, AClickSelectsNothingAndEndsASelection) {
+  startWithText("Quill and page");
+  press('A', kCtrl);
+  ASSERT_TRUE(eventually([&] { return selectedPixels() > 200; }));
+  click(character(3));
+  EXPECT_TRUE(eventually([&] { return selectedPixels() == 0; }));
+  press('C', kCtrl);
+  press(VK_NEXT);
+  ASSERT_TRUE(pageTextBecomes(L"Page 2 of 2"));
+  EXPECT_EQ(clipboardText(), L"");
+}
+
+TEST_F(Selection, APageTurnEndsTheSelection) {
+  startWithText("Quill and page");
+  press('A', kCtrl);
+  ASSERT_TRUE(eventually([&] { return selectedPixels() > 200; }));
+  press(VK_NEXT);
+  ASSERT_TRUE(pageTextBecomes(L"Page 2 of 2"));
+  EXPECT_TRUE(eventually([&] { return selectedPixels() == 0; }));
+  EXPECT_TRUE(menuItem(window, 702).grayed);
+}
+
+TEST_F(Selection, ASelectionFollowsTheTurnedPage) {
+  startWithText("Quill and page");
+  press('A', kCtrl);
+  ASSERT_TRUE(eventually([&] { return selectedPixels() > 200; }));
+  press('F');
+  press('R');
+  const Size turned{kPage.height, kPage.width};
+  page = fitPage(pageArea(), turned);
+  ASSERT_TRUE(pageBecomes(pageArea(), page));
+  const float zoom = fitPageZoom(pageArea(), turned);
+  // The line runs down; its baseline is 200 points from the right edge.
+  const int x = page.right - static_cast<int>(zoom * (kBaseline - 3));
+  const int y = page.top + static_cast<int>(zoom * (kTextLeft + 5.5 * kCourierAdvance));
+  EXPECT_TRUE(eventually([&] { return alike(client().at(x, y), selectedPaper()); }));
+  EXPECT_TRUE(copies(L"Quill and page"));
+}
+
+}  // namespace
+}  // namespace quillmere::e2e
