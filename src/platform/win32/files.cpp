@@ -52,9 +52,9 @@ bool writeBytes(HANDLE file, const void* bytes, std::uint64_t size) {
   return true;
 }
 
-bool makeFile(const std::u16string& path, DWORD disposition, const void* bytes,
+bool makeFile(const std::u16string& path, DWORD sharing, DWORD disposition, const void* bytes,
               std::uint64_t size) {
-  const KernelHandle file = openFile(wide(path), GENERIC_WRITE, 0, disposition);
+  const KernelHandle file = openFile(wide(path), GENERIC_WRITE, sharing, disposition);
   return file && writeBytes(file.get(), bytes, size);
 }
 
@@ -120,11 +120,11 @@ std::optional<std::vector<std::uint8_t>> readFileHead(const std::u16string& path
 }
 
 bool writeFile(const std::u16string& path, const void* bytes, std::uint64_t size) {
-  return !isReadOnlyFile(path) && makeFile(path, CREATE_ALWAYS, bytes, size);
+  return !isReadOnlyFile(path) && makeFile(path, FILE_SHARE_READ, CREATE_ALWAYS, bytes, size);
 }
 
 bool createNewFile(const std::u16string& path, const void* bytes, std::uint64_t size) {
-  return makeFile(path, CREATE_NEW, bytes, size);
+  return makeFile(path, 0, CREATE_NEW, bytes, size);
 }
 
 bool deleteFile(const std::u16string& path) {

@@ -16,8 +16,6 @@ namespace quillmere::platform {
 namespace {
 
 constexpr DWORD kExecutablePathUnits = 260;
-// ShellExecuteW returns a number above this on success.
-constexpr INT_PTR kShellExecuteFailed = 32;
 
 struct ThreadStart {
   void (*work)(void* context);
@@ -59,9 +57,13 @@ bool startProcess(const std::u16string& program, const std::u16string& commandLi
 
 bool openWithSystem(const std::u16string& target) {
   const ComApartment apartment;
-  const HINSTANCE result =
-      ShellExecuteW(nullptr, L"open", wide(target), nullptr, nullptr, SW_SHOWNORMAL);
-  return reinterpret_cast<INT_PTR>(result) > kShellExecuteFailed;
+  SHELLEXECUTEINFOW request{};
+  request.cbSize = sizeof request;
+  request.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;  // the apartment ends with this call
+  request.lpVerb = L"open";
+  request.lpFile = wide(target);
+  request.nShow = SW_SHOWNORMAL;
+  return ShellExecuteExW(&request) != 0;
 }
 
 std::uint64_t monotonicMilliseconds() {
