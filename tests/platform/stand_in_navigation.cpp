@@ -1,6 +1,6 @@
 #include "platform/find_bar.h"
-#include "stand_in.h"
 #include "platform/tree.h"
+#include "stand_in.h"
 
 namespace quillmere::platform {
 
