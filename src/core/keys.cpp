@@ -42,10 +42,6 @@ void commandOnSelection() {
   if (hasTextSelection(session.activePane)) runCommand(kCommand);
 }
 
-void pasteIntoFindBar() {
-  if (session.findBarVisible) runCommand(kCmdPaste);
-}
-
 void jumpInHistory() {
   if (platform::shiftDown()) {
     JumpForward(session.activePane);
@@ -79,7 +75,7 @@ constexpr KeyRow kKeys[] = {
     {kKeyL, focusBinderPanel, nullptr},
     {kKeyN, focusNavigationPanel, nullptr},
     {kKeyR, command<kCmdRotateDocument>, command<kCmdRotatePage>},
-    {kKeyV, nullptr, pasteIntoFindBar},
+    {kKeyV, nullptr, pasteIntoFindField},
     {kKeyPadPlus, command<kCmdZoomIn>, command<kCmdZoomIn>},
     {kKeyMainPlus, command<kCmdZoomIn>, command<kCmdZoomIn>},
     {kKeyPadMinus, command<kCmdZoomOut>, command<kCmdZoomOut>},

@@ -305,8 +305,9 @@ Result onTreeSelection(const NMTREEVIEWW& change) {
 // A click on the row that is selected already leads there again.
 Result onTreeClick() {
   const HWND tree = windowHandles.bookmarksTree;
+  const DWORD place = GetMessagePos();
   TVHITTESTINFO hit{};
-  GetCursorPos(&hit.pt);
+  hit.pt = {GET_X_LPARAM(place), GET_Y_LPARAM(place)};
   ScreenToClient(tree, &hit.pt);
   const HTREEITEM row = TreeView_HitTest(tree, &hit);
   if (row == nullptr || (hit.flags & TVHT_ONITEM) == 0 || row != TreeView_GetSelection(tree)) {

@@ -15,6 +15,8 @@ namespace quillmere {
 
 namespace {
 
+// Tree controls walk their rows recursively; what lies deeper stands beside its parent.
+constexpr int kDeepestLevel = 200;
 constexpr int kTargetDistance = 24;  // pixels from the pane's top edge to the target
 
 std::u16string titleOf(FPDF_BOOKMARK bookmark) {
@@ -127,17 +129,20 @@ void AddBookmarkLevel(platform::TreeRow parent, FPDF_BOOKMARK first) {
   struct Waiting {
     platform::TreeRow parent;
     FPDF_BOOKMARK next;
+    int level;
   };
   const FPDF_DOCUMENT document = documentOf(session.activePane);
   std::unordered_set<FPDF_BOOKMARK> seen;
-  std::vector<Waiting> waiting{{parent, first}};
+  std::vector<Waiting> waiting{{parent, first, 1}};
   while (!waiting.empty()) {
     const Waiting here = waiting.back();
     waiting.pop_back();
     if (here.next == nullptr || !seen.insert(here.next).second) continue;
     const platform::TreeRow row = appendEntry(here.parent, entryOf(document, here.next));
-    waiting.push_back({here.parent, FPDFBookmark_GetNextSibling(document, here.next)});
-    waiting.push_back({row, FPDFBookmark_GetFirstChild(document, here.next)});
+    const bool deepest = here.level == kDeepestLevel;
+    waiting.push_back({here.parent, FPDFBookmark_GetNextSibling(document, here.next), here.level});
+    waiting.push_back({deepest ? here.parent : row, FPDFBookmark_GetFirstChild(document, here.next),
+                       deepest ? here.level : here.level + 1});
   }
 }
 

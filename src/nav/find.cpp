@@ -8,6 +8,7 @@
 #include "core/product.h"
 #include "core/session.h"
 #include "core/text_format.h"
+#include "core/waiting_opens.h"
 #include "nav/jump_history.h"
 #include "platform/find_bar.h"
 #include "platform/main_window.h"
@@ -40,16 +41,27 @@ unsigned long literalFlags() {
   return flags;
 }
 
+// The engine never comes past a whole word that a blank in front begins with, so the words alone
+// are looked for.
+std::u16string literalText(const std::u16string& text) {
+  const std::size_t first = text.find_first_not_of(u' ');
+  const bool blanksInFront = first != 0 && first != std::u16string::npos;
+  return session.find.wholeWord && blanksInFront ? text.substr(first) : text;
+}
+
 // Appends the page's hits. True when the list then holds `limit` hits or more.
 bool findLiteral(FPDF_PAGE page, int pageIndex, const std::u16string& text, std::size_t limit,
                  std::vector<FindResult>& results) {
   const TextPageHandle textPage(FPDFText_LoadPage(page));
   if (!textPage) return false;
+  const std::u16string wanted = literalText(text);
   const SearchHandle search(FPDFText_FindStart(
-      textPage.get(), reinterpret_cast<FPDF_WIDESTRING>(text.c_str()), literalFlags(), 0));
+      textPage.get(), reinterpret_cast<FPDF_WIDESTRING>(wanted.c_str()), literalFlags(), 0));
   while (FPDFText_FindNext(search.get())) {
-    results.push_back(
-        {pageIndex, FPDFText_GetSchResultIndex(search.get()), FPDFText_GetSchCount(search.get())});
+    const int start = FPDFText_GetSchResultIndex(search.get());
+    const int count = FPDFText_GetSchCount(search.get());
+    if (start < 0 || count <= 0) continue;
+    results.push_back({pageIndex, start, count});
     if (limit != kNoLimit && results.size() >= limit) return true;
   }
   return false;
@@ -120,11 +132,13 @@ bool searchAllPages(const SearchJob& job, std::vector<FindResult>& results) {
 
 void reportCap() {
   const std::u16string cap = decimal(static_cast<std::int64_t>(kHitCap));
+  beginDocumentWork();
   platform::showMessageBox(
       filled(u"Search found more than %d results.\nOnly the first %d are shown. Try a more "
              u"specific query.",
              {cap, cap}),
       kProductTitle, platform::BoxButtons::Ok, platform::BoxIcon::Information);
+  endDocumentWork();
 }
 
 void showSearchState() {

@@ -115,6 +115,7 @@ void stepFromFindBar(int direction) {
 }
 
 void pasteIntoFindField() {
+  if (!session.findBarVisible) return;
   const auto text = platform::clipboardText();
   if (text) platform::insertIntoFindField(firstLine(*text));
 }

@@ -52,18 +52,44 @@ ControlClass classOf(FindControlKind kind) {
   return {WC_STATICW, SS_CENTER | SS_CENTERIMAGE};
 }
 
+bool takesKeyboard(FindControlKind kind) {
+  return kind != FindControlKind::Separator && kind != FindControlKind::Label &&
+         kind != FindControlKind::CentredLabel;
+}
+
 bool shiftHeld() {
   return GetKeyState(VK_SHIFT) < 0;
 }
 
-// Tab goes round the bar's controls; its character would make them beep.
+bool isRadio(HWND window) {
+  const int id = GetDlgCtrlID(window);
+  return id == kFindLiteralMode || id == kFindRegexMode;
+}
+
+// Arrow keys go from one matcher to the other, as in any group of radio buttons.
+bool chooseNeighbour(HWND window, WPARAM key) {
+  const bool back = key == VK_LEFT || key == VK_UP;
+  if (!back && key != VK_RIGHT && key != VK_DOWN) return false;
+  const HWND neighbour = GetNextDlgGroupItem(GetParent(window), window, back);
+  SetFocus(neighbour);
+  SendMessageW(neighbour, BM_CLICK, 0, 0);
+  return true;
+}
+
+// Tab goes round the bar's controls, Escape leaves it; their characters would make the controls
+// beep.
 LRESULT CALLBACK controlProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                   DWORD_PTR) {
   if (message == WM_KEYDOWN && wParam == VK_TAB) {
     SetFocus(GetNextDlgTabItem(GetParent(window), window, shiftHeld()));
     return 0;
   }
-  if (message == WM_CHAR && wParam == VK_TAB) return 0;
+  if (message == WM_KEYDOWN && wParam == VK_ESCAPE) {
+    CloseFindBar();
+    return 0;
+  }
+  if (message == WM_KEYDOWN && isRadio(window) && chooseNeighbour(window, wParam)) return 0;
+  if (message == WM_CHAR && (wParam == VK_TAB || wParam == VK_ESCAPE)) return 0;
   return DefSubclassProc(window, message, wParam, lParam);
 }
 
@@ -92,7 +118,7 @@ void createControl(HWND bar, const FindControl& control) {
                                       WS_CHILD | WS_VISIBLE | look.style, 0, 0, 0, 0, bar,
                                       reinterpret_cast<HMENU>(static_cast<INT_PTR>(control.id)),
                                       GetModuleHandleW(nullptr), nullptr);
-  if ((look.style & WS_TABSTOP) != 0) SetWindowSubclass(window, controlProcedure, kTabSubclass, 0);
+  if (takesKeyboard(control.kind)) SetWindowSubclass(window, controlProcedure, kTabSubclass, 0);
 }
 
 void giveFont(HWND bar) {

@@ -4,7 +4,9 @@
 #define BOOST_REGEX_MAX_STATE_COUNT 4000000
 #include <boost/regex.hpp>
 
+#include <cstddef>
 #include <exception>
+#include <iterator>
 #include <locale>
 
 namespace quillmere {
@@ -83,7 +85,39 @@ class UnitTraits {
 };
 
 using Expression = boost::basic_regex<char16_t, UnitTraits>;
-using Iterator = boost::regex_iterator<std::u16string_view::const_iterator, char16_t, UnitTraits>;
+
+// A pointer that can only step: for one that can jump the library computes a bound of its own,
+// which grows with the pattern beyond the one that is set here.
+class UnitPointer {
+ public:
+  using iterator_category = std::bidirectional_iterator_tag;
+  using value_type = char16_t;
+  using difference_type = std::ptrdiff_t;
+  using pointer = const char16_t*;
+  using reference = const char16_t&;
+
+  UnitPointer() = default;
+  explicit UnitPointer(const char16_t* unit) : unit_(unit) {}
+
+  const char16_t* get() const { return unit_; }
+  reference operator*() const { return *unit_; }
+  UnitPointer& operator++() {
+    ++unit_;
+    return *this;
+  }
+  UnitPointer operator++(int) { return UnitPointer(unit_++); }
+  UnitPointer& operator--() {
+    --unit_;
+    return *this;
+  }
+  UnitPointer operator--(int) { return UnitPointer(unit_--); }
+  bool operator==(const UnitPointer&) const = default;
+
+ private:
+  const char16_t* unit_ = nullptr;
+};
+
+using Iterator = boost::regex_iterator<UnitPointer, char16_t, UnitTraits>;
 
 bool isHexadecimal(std::u16string_view digits) {
   const UnitTraits traits;
@@ -93,18 +127,49 @@ bool isHexadecimal(std::u16string_view digits) {
   return true;
 }
 
-// "\uXXXX" in the library's own form.
+// How many units behind "\\x" or "\\u" are the number that it takes; 0 when it is none.
+std::size_t numberLength(char16_t escape, std::u16string_view rest) {
+  const std::size_t wanted = escape == u'u' ? 4 : escape == u'x' ? 2 : 0;
+  const std::u16string_view digits = rest.substr(0, wanted);
+  return digits.size() == wanted && isHexadecimal(digits) ? wanted : 0;
+}
+
+// Escapes that mean the same to ECMAScript and to the library.
+bool sharedEscape(char16_t escape, std::u16string_view rest) {
+  if (escape == u'k') return rest.starts_with(u'<');
+  return isDigit(escape) || std::u16string_view(u"dDsSwWbBfnrtvc^$\\.*+?()[]{}|/-").find(escape) !=
+                                std::u16string_view::npos;
+}
+
+// The unit as a number that the library takes for nothing else.
+std::u16string asNumber(std::u16string_view digits) {
+  return std::u16string(u"\\x{").append(digits).append(u"}");
+}
+
+std::u16string hexadecimal(char16_t unit) {
+  std::u16string digits;
+  for (int shift = 12; shift >= 0; shift -= 4) digits += u"0123456789ABCDEF"[(unit >> shift) & 15];
+  return digits;
+}
+
+// Escapes by number in the library's own form; an escaped unit that means nothing to ECMAScript
+// stands for itself, whatever the library makes of it.
 std::u16string withLibraryEscapes(std::u16string_view text) {
   std::u16string result;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    result += text[i];
-    if (text[i] != u'\\' || i + 1 >= text.size()) continue;
-    const std::u16string_view digits = text.substr(i + 2 <= text.size() ? i + 2 : i, 4);
-    if (text[i + 1] == u'u' && digits.size() == 4 && isHexadecimal(digits)) {
-      result.append(u"x{").append(digits).append(u"}");
-      i += 5;
+    if (text[i] != u'\\' || i + 1 == text.size()) {
+      result += text[i];
+      continue;
+    }
+    const char16_t escape = text[++i];
+    const std::u16string_view rest = text.substr(i + 1);
+    if (const std::size_t length = numberLength(escape, rest); length > 0) {
+      result += asNumber(rest.substr(0, length));
+      i += length;
+    } else if (sharedEscape(escape, rest)) {
+      result.append({u'\\', escape});
     } else {
-      result += text[++i];
+      result += asNumber(hexadecimal(escape));
     }
   }
   return result;
@@ -139,11 +204,13 @@ PatternOutcome findMatches(const FindPattern& pattern, std::u16string_view text,
   std::size_t appended = 0;
   try {
     const Iterator end;
-    for (Iterator match(text.begin(), text.end(), pattern.compiled->expression, flags);
-         match != end; ++match) {
-      const auto length = static_cast<std::size_t>(match->length());
-      if (length == 0) continue;
-      matches.push_back({static_cast<std::size_t>(match->position()), length});
+    const UnitPointer first(text.data());
+    const UnitPointer last(text.data() + text.size());
+    for (Iterator match(first, last, pattern.compiled->expression, flags); match != end; ++match) {
+      const auto& whole = (*match)[0];
+      if (whole.first == whole.second) continue;
+      matches.push_back({static_cast<std::size_t>(whole.first.get() - text.data()),
+                         static_cast<std::size_t>(whole.second.get() - whole.first.get())});
       if (++appended == limit) return PatternOutcome::Stopped;
     }
   } catch (const std::exception&) {

@@ -27,6 +27,7 @@ enum class PatternOutcome {
 // a reference to a group that took part in no match fails where ECMAScript takes it as empty, "[]"
 // and "[^]" are errors, "\s" knows the blanks of ASCII and U+00A0, U+2028, U+2029 and U+FEFF, and
 // what ECMAScript refuses may mean something: look-behind, possessive quantifiers, POSIX classes.
+// An escaped character without a meaning in ECMAScript stands for itself.
 struct FindPattern {
   struct Compiled;
   struct Deleter {

@@ -36,6 +36,7 @@ std::optional<PageBox> boundingBoxOf(FPDF_TEXTPAGE textPage, const FindResult& h
     box.right = std::max(box.right, right);
     box.bottom = std::min(box.bottom, bottom);
   }
+  if (box.left > box.right) return std::nullopt;
   return box;
 }
 

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/limits.h"
 #include "core/open_requests.h"
 #include "core/product.h"
 #include "core/session.h"
+#include "core/waiting_opens.h"
 #include "platform/files.h"
 #include "platform/main_window.h"
 #include "platform/message_box.h"
@@ -20,12 +22,22 @@ namespace quillmere {
 namespace {
 
 void warn(const char16_t* text) {
+  beginDocumentWork();
   platform::showMessageBox(text, kProductTitle, platform::BoxButtons::Ok,
                            platform::BoxIcon::Warning);
+  endDocumentWork();
 }
 
-bool comesBefore(const std::u16string& left, const std::u16string& right) {
-  return platform::toLower(left) < platform::toLower(right);
+// In ascending order, ignoring case.
+void sortNames(std::vector<std::u16string>& names) {
+  std::vector<std::pair<std::u16string, std::u16string>> keyed;
+  keyed.reserve(names.size());
+  for (std::u16string& name : names) {
+    std::u16string key = platform::toLower(name);
+    keyed.emplace_back(std::move(key), std::move(name));
+  }
+  std::sort(keyed.begin(), keyed.end());
+  for (std::size_t i = 0; i < names.size(); ++i) names[i] = std::move(keyed[i].second);
 }
 
 bool shownInOtherPane(const std::u16string& path) {
@@ -62,7 +74,7 @@ void StepInFolder(int direction) {
   }
   std::vector<std::u16string>& names = *listing;
   if (names.empty()) return;
-  std::sort(names.begin(), names.end(), comesBefore);
+  sortNames(names);
   const std::u16string name = fileNameOf(path);
   const auto found = std::find_if(names.begin(), names.end(), [&](const std::u16string& entry) {
     return platform::equalIgnoringCase(entry, name);

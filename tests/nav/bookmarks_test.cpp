@@ -158,6 +158,16 @@ TEST_F(BookmarksTest, ADeepOutlineIsShownWhole) {
   EXPECT_EQ(rows()[59].parent, 59u);
 }
 
+TEST_F(BookmarksTest, LevelsBeyondWhatATreeCanHoldStandSideBySide) {
+  PdfOutlineItem item{u"level", "", {}};
+  for (int level = 1; level < 1000; ++level) item = PdfOutlineItem{u"level", "", {item}};
+  ASSERT_TRUE(openWith({item}));
+  ASSERT_EQ(rows().size(), 1000u);
+  EXPECT_EQ(rows()[199].parent, 199u);
+  EXPECT_EQ(rows()[200].parent, 199u);
+  EXPECT_EQ(rows()[999].parent, 199u);
+}
+
 TEST_F(BookmarksTest, AWideOutlineIsShownWhole) {
   ASSERT_TRUE(openWith(std::vector<PdfOutlineItem>(10000, {u"entry", pageDestination(2), {}})));
   EXPECT_EQ(rows().size(), 10000u);

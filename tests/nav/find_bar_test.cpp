@@ -106,9 +106,16 @@ TEST_F(FindBarTest, PastingCutsLongText) {
 }
 
 TEST_F(FindBarTest, PastingWithoutTextDoesNothing) {
+  OpenFindBar();
   bar().field = u"kept";
   pasteIntoFindField();
   EXPECT_EQ(bar().field, u"kept");
+}
+
+TEST_F(FindBarTest, NothingIsPastedIntoAHiddenBar) {
+  platform::standIn().clipboard = u"text";
+  runCommand(kCmdPaste);
+  EXPECT_EQ(bar().field, u"");
 }
 
 TEST_F(FindBarTest, ChoosingRegExSearchesTheSameTextAsAPattern) {

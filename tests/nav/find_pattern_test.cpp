@@ -46,6 +46,11 @@ TEST(FindPatternTest, UnderstandsTheCommonConstructs) {
       {u"[\\u0391-\\u03A9]+", u"a\u0391\u0392b", {u"\u0391\u0392"}},
       {u"1\\.5", u"1.5 125", {u"1.5"}},
       {u"\\(a\\)", u"(a)", {u"(a)"}},
+      {u"\\<tag\\>", u"tag <tag>", {u"<tag>"}},
+      {u"\\A\\z\\Q", u"AzQ", {u"AzQ"}},
+      {u"\\u12", u"u12", {u"u12"}},
+      {u"\\x4", u"x4", {u"x4"}},
+      {u"(?<w>\\w)\\k<w>", u"aab", {u"aa"}},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(matchesOf(c.pattern, c.text), c.found)
@@ -102,6 +107,19 @@ TEST(FindPatternTest, MatchingThatExplodesIsGivenUp) {
     EXPECT_EQ(findMatches(pattern, page, 0, matches), PatternOutcome::TooComplex)
         << std::string(text.begin(), text.end());
   }
+}
+
+TEST(FindPatternTest, ALongPatternDoesNotWidenTheBound) {
+  FindPattern pattern;
+  ASSERT_TRUE(compilePattern(u"(a+)+$" + std::u16string(3000, u'z'), pattern));
+  std::vector<PatternMatch> matches;
+  EXPECT_EQ(findMatches(pattern, std::u16string(3000, u'a') + u"!", 0, matches),
+            PatternOutcome::TooComplex);
+}
+
+TEST(FindPatternTest, DeeplyNestedGroupsAreRefused) {
+  FindPattern pattern;
+  EXPECT_FALSE(compilePattern(std::u16string(5000, u'(') + std::u16string(5000, u')'), pattern));
 }
 
 TEST(FindPatternTest, ALongTextDoesNotExhaustTheStack) {

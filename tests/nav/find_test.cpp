@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "core/open_requests.h"
 #include "nav/jump_history.h"
 #include "nav/nav_test.h"
 #include "view/geometry.h"
@@ -248,8 +249,57 @@ TEST_F(FindTest, TwoDocumentsSearchTheActiveOne) {
   setActivePane(1);
   type(u"x");
   EXPECT_EQ(find().results.size(), 3u);
-  goToPage(0, 0, false);
-  EXPECT_EQ(find().results.size(), 3u);
+  EXPECT_TRUE(findHitQuads(0).empty());
+  EXPECT_EQ(findHitQuads(1).size(), 3u);
+}
+
+TEST_F(FindTest, TurningTheOtherDocumentLeavesTheHitsAlone) {
+  setViewMode(ViewMode::TwoDocuments);
+  ASSERT_TRUE(open(simplePdf(2), 0, u"C:\\left.pdf"));
+  ASSERT_TRUE(open(buildPdf({pageWith({"x"}), pageWith({"x"})}), 1, u"C:\\right.pdf"));
+  setActivePane(1);
+  type(u"x");
+  FindInDocument();
+  ASSERT_EQ(find().currentIndex, 0);
+  goToPage(0, 1, false);
+  EXPECT_EQ(find().currentIndex, 0);
+}
+
+TEST_F(FindTest, ABlankInFrontOfAWholeWordEnds) {
+  ASSERT_TRUE(openLines({"the ab a b"}));
+  find().wholeWord = true;
+  for (const char16_t* text : {u" a", u"  a", u" a b", u" "}) type(text);
+  type(u" a");
+  EXPECT_EQ(find().results.size(), 1u);
+}
+
+TEST_F(FindTest, StepsBringTheLastHitBackIntoView) {
+  ASSERT_TRUE(openLines({"x"}));
+  type(u"x");
+  FindStep(1);
+  pane(0).zoomMode = kCustomFit;
+  pane(0).panY = -700;
+  ASSERT_TRUE(findHitQuads(0).empty());
+  FindStep(1);
+  ASSERT_EQ(findHitQuads(0).size(), 1u);
+  EXPECT_GE(findHitQuads(0)[0].quad.corner[0].y, 24.0);
+  EXPECT_EQ(bar().status, u"1 of 1");
+}
+
+TEST_F(FindTest, APathThatComesDuringTheMessageWaits) {
+  ASSERT_TRUE(open(buildPdf({pageOfHits(1000)})));
+  const std::u16string other = putPdf(u"other.pdf", simplePdf(1));
+  platform::standIn().boxAnswers = {platform::BoxAnswer::Ok};
+  const FPDF_DOCUMENT before = documentOf(0);
+  FPDF_DOCUMENT during = nullptr;
+  platform::standIn().onBox = [&](const platform::ShownBox&) {
+    openHandedOver(other);
+    during = documentOf(0);
+  };
+  type(u"q");
+  FindInDocument();
+  EXPECT_EQ(during, before);
+  EXPECT_EQ(pathOf(0), other);
 }
 
 TEST_F(FindTest, ChangingTheActiveDocumentEndsTheSearchAndKeepsTheText) {
