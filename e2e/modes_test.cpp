@@ -113,6 +113,8 @@ TEST_F(Modes, ThePlaceholderOfTheRightPaneOpensThere) {
   const std::wstring two = makeFile(L"two.pdf", coloredPdf(2));
   startWith(coloredPdf(1));
   press(VK_F8);
+  // The text of the empty window stands on the screen until the first page is painted.
+  ASSERT_TRUE(showsPage(leftPane(), 0));
   ASSERT_TRUE(paneShowsPlaceholder(rightPane()));
   click(middleOf(rightPane()));
   const HWND dialog = waitForFileDialog(program);
