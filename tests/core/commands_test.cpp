@@ -141,10 +141,12 @@ TEST_F(CommandsTest, AViewerGreysWhatEditsInTheMenuBar) {
   }
 }
 
-TEST_F(CommandsTest, SavingEverythingIsRefusedByItsOwnHandlerInAViewer) {
+TEST_F(CommandsTest, SavingAndDiscardingEverythingDoNothingInAViewer) {
   session.viewerRole = true;
   runCommand(605);
+  runCommand(606);
   EXPECT_THAT(standIn().boxes, IsEmpty());
+  EXPECT_THAT(standIn().beeps, IsEmpty());
 }
 
 TEST_F(CommandsTest, WithNothingUnsavedSavingEverythingSaysSo) {

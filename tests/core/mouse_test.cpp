@@ -142,6 +142,22 @@ TEST_F(MouseTest, ThePlaceholderOpensAFileInItsPane) {
   EXPECT_EQ(session.panes[0].document, nullptr);
 }
 
+TEST_F(MouseTest, AQuickSecondPressCountsLikeTheFirst) {
+  open();
+  setViewMode(ViewMode::IndependentPages);
+  const int divider = dividerX();
+  doubleClickLeft(divider, 300);
+  movePointer(divider + 50, 300);
+  releaseLeft();
+  EXPECT_EQ(dividerX(), divider + 50);
+
+  standIn().shiftDown = true;
+  const Place text = letter(0, 1);
+  doubleClickLeft(text.x, text.y);
+  EXPECT_TRUE(session.panes[0].shiftPan);
+  EXPECT_FALSE(hasTextSelection(0));
+}
+
 TEST_F(MouseTest, BesideThePlaceholderNothingOpens) {
   session.placeholderRect[0] = {400, 300, 600, 330};
   for (const Place& place : {Place{399, 310}, Place{600, 310}, Place{500, 299}, Place{500, 330}}) {

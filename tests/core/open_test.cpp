@@ -265,6 +265,7 @@ TEST_F(OpenTest, AFailedLoadLeavesAnEmptyWindowThatRemembersThePath) {
     EXPECT_EQ(session.active.pageCount, 0);
     EXPECT_EQ(session.active.path, old);
     EXPECT_FALSE(session.active.dirty);
+    EXPECT_THAT(session.active.pageRotations, IsEmpty());
     EXPECT_THAT(session.placements, IsEmpty());
     EXPECT_EQ(session.placementDocument, nullptr);
     EXPECT_EQ(session.selectedPlacementPage, -1);
