@@ -114,7 +114,8 @@ struct StandIn {
   // Cancel, as does one whose buttons do not offer its answer.
   std::deque<BoxAnswer> boxAnswers;
   std::vector<ShownBox> boxes;
-  std::function<void(const ShownBox&)> onBox;  // runs while the box is up
+  std::function<BoxAnswer(const ShownBox&)> chooseAnswer;  // set: answers in place of the above
+  std::function<void(const ShownBox&)> onBox;              // runs while the box is up
   std::vector<Sound> beeps;
 
   // Answers to file dialogs; an empty list means cancelled. One without an answer fails the test.

@@ -2,23 +2,9 @@
 
 #include <utility>
 
+#include "support/engine.h"
+
 namespace quillmere::test {
-namespace {
-
-struct Engine {
-  Engine() {
-    FPDF_LIBRARY_CONFIG config{};
-    config.version = 2;
-    FPDF_InitLibraryWithConfig(&config);
-  }
-  ~Engine() { FPDF_DestroyLibrary(); }
-};
-
-void startEngine() {
-  static const Engine engine;
-}
-
-}  // namespace
 
 SessionTest::SessionTest() {
   startEngine();
