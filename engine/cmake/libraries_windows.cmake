@@ -15,12 +15,20 @@ target_compile_definitions(freetype
          "FT_CONFIG_OPTIONS_H=<freetype-custom-config/ftoption.h>"
   PRIVATE FT2_BUILD_LIBRARY)
 
-# HarfBuzz serves font subsetting alone; shaping code is left to the linker to drop.
-engine_library(harfbuzz ${HARFBUZZ_DIR}/src/harfbuzz-subset.cc)
+# HarfBuzz serves font subsetting alone, on saving a document with new fonts:
+# the subsetter for TrueType and CFF outlines, no shaping, and small before fast.
+set(harfbuzz_parts hb-blob hb-buffer hb-common hb-face hb-font hb-map hb-number hb-ot-cff1-table
+  hb-ot-cff2-table hb-ot-face hb-ot-font hb-ot-metrics hb-ot-tag hb-ot-var hb-set hb-shape-plan
+  hb-shaper hb-static hb-subset hb-subset-cff-common hb-subset-cff1 hb-subset-cff2 hb-subset-input
+  hb-subset-plan hb-subset-repacker hb-ucd hb-unicode graph/gsubgpos-context)
+list(TRANSFORM harfbuzz_parts PREPEND ${HARFBUZZ_DIR}/src/)
+list(TRANSFORM harfbuzz_parts APPEND .cc)
+engine_library(harfbuzz ${harfbuzz_parts})
+set_target_properties(harfbuzz PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0)
 target_include_directories(harfbuzz PUBLIC ${HARFBUZZ_DIR}/src)
-target_compile_options(harfbuzz PRIVATE -fno-rtti -fno-threadsafe-statics)
-target_compile_definitions(harfbuzz PRIVATE HAVE_OT HB_NO_MMAP HB_NO_FALLBACK_SHAPE HB_NO_BUFFER_VERIFY
-  HB_NO_WIN1256 HB_NO_PRAGMA_GCC_DIAGNOSTIC_ERROR HB_NO_PRAGMA_GCC_DIAGNOSTIC_WARNING)
+target_compile_options(harfbuzz PRIVATE -fno-rtti -fno-threadsafe-statics -Os)
+target_compile_definitions(harfbuzz PRIVATE HAVE_OT HB_NO_MMAP HB_LEAN HB_NO_LEGACY HB_NO_SHAPER
+  "HB_CONFIG_OVERRIDE_H=\"${CMAKE_CURRENT_SOURCE_DIR}/harfbuzz_config.h\"")
 
 # OpenJPEG: the library's own list, without its index writers and tools.
 set(openjpeg_parts bio cio dwt event function_list ht_dec image invert j2k jp2 mct mqc openjpeg
@@ -52,7 +60,7 @@ ExternalProject_Add(jpeg_build
     -DCMAKE_SYSTEM_PROCESSOR=AMD64 -DCMAKE_INSTALL_PREFIX=${jpeg_out}/install
     -DCMAKE_BUILD_TYPE=Release "-DCMAKE_C_FLAGS=-fstack-protector-strong -w"
     -DENABLE_SHARED=OFF -DENABLE_STATIC=ON -DWITH_TURBOJPEG=OFF -DWITH_JAVA=OFF -DREQUIRE_SIMD=ON
-  BUILD_COMMAND ${CMAKE_COMMAND} --build . --target jpeg-static
+  BUILD_COMMAND ${CMAKE_COMMAND} --build . --target jpeg-static -- --quiet
   INSTALL_COMMAND ""
   BUILD_BYPRODUCTS ${jpeg_out}/libjpeg.a)
 add_library(jpeg STATIC IMPORTED)
@@ -62,6 +70,13 @@ target_include_directories(jpeg INTERFACE ${JPEG_DIR} ${jpeg_out})
 add_dependencies(jpeg jpeg_build)
 target_link_libraries(engine_libraries INTERFACE jpeg)
 add_dependencies(engine_libraries jpeg_build)
+
+# The DLL's own heap. As objects, not an archive, so that its operator new comes
+# before the C++ library's.
+add_library(heap OBJECT heap.c heap_new.cpp)
+target_include_directories(heap PRIVATE ${MIMALLOC_DIR}/include ${MIMALLOC_DIR}/src)
+target_link_libraries(engine_libraries INTERFACE $<TARGET_OBJECTS:heap>)
+add_dependencies(engine_libraries heap)
 
 find_library(ZLIB_STATIC libz.a REQUIRED)
 target_link_libraries(engine_libraries INTERFACE ${ZLIB_STATIC})

@@ -39,6 +39,10 @@ endif()
 configure_file(quillmere_engine_version.h.in quillmere_engine_version.h @ONLY)
 
 add_library(pdfium SHARED ${pdfium_sources} quillmere_engine.cpp)
+# Compiling many files as one reads the headers once for all of them, which is
+# most of the work. Our own file keeps to itself.
+set_target_properties(pdfium PROPERTIES UNITY_BUILD ${ENGINE_UNITY} UNITY_BUILD_BATCH_SIZE 24)
+set_source_files_properties(quillmere_engine.cpp PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 target_include_directories(pdfium PRIVATE ${PDFIUM_DIR} ${PDFIUM_DIR}/public ${DEPS_DIR}
   ${DEPS_DIR}/third_party/abseil-cpp ${DEPS_DIR}/third_party/icu/source/common
   ${CMAKE_CURRENT_BINARY_DIR})
@@ -49,8 +53,9 @@ target_compile_options(pdfium PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-fno-rtti>)
 target_link_libraries(pdfium PRIVATE engine_libraries)
 
 if(WIN32)
-  set_source_files_properties(${PDFIUM_DIR}/core/fpdfapi/page/cpdf_annotcontext.cpp ${PDFIUM_DIR}/fpdfsdk/fpdf_annot.cpp PROPERTIES COMPILE_DEFINITIONS WIN32_LEAN_AND_MEAN)
-  target_compile_options(pdfium PRIVATE -include ${CMAKE_CURRENT_SOURCE_DIR}/mingw_prefix.h)
+  # Without it the print spooler's headers come along, whose macros rename
+  # PDFium's functions in some files and not in others.
+  target_compile_definitions(pdfium PRIVATE WIN32_LEAN_AND_MEAN)
   enable_language(RC)
   string(REPLACE "." "," ENGINE_VERSION_COMMAS "${ENGINE_VERSION}")
   configure_file(pdfium.rc.in pdfium.rc @ONLY)
@@ -61,5 +66,7 @@ if(WIN32)
   target_link_options(pdfium PRIVATE -static -fstack-protector-strong -Wl,--dynamicbase,--nxcompat,--high-entropy-va
     -Wl,--gc-sections -Wl,--exclude-all-symbols -s)
 else()
-  target_link_options(pdfium PRIVATE -Wl,--gc-sections,-z,relro,-z,now,-z,defs -Wl,--exclude-libs,ALL -s)
+  target_link_options(pdfium PRIVATE -Wl,--gc-sections,-z,relro,-z,now,-z,defs -s
+    -Wl,--version-script=${CMAKE_CURRENT_SOURCE_DIR}/exports.map)
+  set_target_properties(pdfium PROPERTIES LINK_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/exports.map)
 endif()

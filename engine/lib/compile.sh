@@ -49,6 +49,8 @@ install_target() {
   mkdir -p "$stage/include" "$stage/lib" "$stage/licenses"
   cp -r "$pdfium_dir/public/." "$stage/include"
   find "$stage/include" -type f ! -name '*.h' -delete
+  # PDFium's C++ headers include each other by their place in its own tree.
+  ln -s . "$stage/include/public"
   cp "$engine_dir/quillmere_engine.h" "$stage/include"
   if [ "$target" = windows ]; then
     mkdir "$stage/bin"

@@ -27,6 +27,7 @@ copy_licenses() {
   first_of "$to/harfbuzz.txt" "$downloads_dir/harfbuzz/source/COPYING"
   first_of "$to/libjpeg-turbo.txt" "$downloads_dir/libjpeg-turbo/source/LICENSE.md"
   first_of "$to/libjpeg.txt" "$downloads_dir/libjpeg-turbo/source/README.ijg"
+  first_of "$to/mimalloc.txt" "$downloads_dir/mimalloc/source/LICENSE"
   first_of "$to/openjpeg.txt" "$downloads_dir/openjpeg2/source/LICENSE"
   for package in libz-mingw-w64-dev mingw-w64-x86-64-dev g++-mingw-w64-x86-64-posix; do
     first_of "$to/${package//+/p}.txt" "/usr/share/doc/$package/copyright"
