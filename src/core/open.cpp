@@ -265,6 +265,7 @@ StepResult openForBothPanes(OpenJob& job) {
   if (!document) return reportLoadFailure(FPDF_GetLastError());
   adoptSharedDocument(std::move(document), job.displayPath);
   showFirstPages();
+  platform::updateMainWindow();  // the reader has the page before a long outline is read
   RebuildNavigationTree();
   return StepResult::Next;
 }

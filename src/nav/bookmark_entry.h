@@ -1,5 +1,7 @@
 #pragma once
 
+#include <fpdfview.h>
+
 #include <cstdint>
 #include <string>
 
@@ -7,13 +9,16 @@
 
 namespace quillmere {
 
-// One node of the navigation tree.
+// One node of the navigation tree. Where a bookmark leads is looked up when it is asked for: each
+// look-up can make PDFium walk the document's page tree.
 struct BookmarkEntry {
   std::int32_t kind = 0;   // 0 for a bookmark
   std::int32_t page = -1;  // zero-based target; -1 without a destination
   bool hasY = false;
   double y = 0;  // vertical target in page points
   std::u16string title;
+  FPDF_BOOKMARK bookmark = nullptr;  // the document's
+  bool resolved = false;             // page and y are known
 };
 
 // The nodes once more, in the order of the tree, with their rows.

@@ -58,23 +58,29 @@ std::optional<double> targetY(FPDF_DEST destination) {
   return topOfView(destination);
 }
 
-BookmarkEntry entryOf(FPDF_DOCUMENT document, FPDF_BOOKMARK bookmark) {
+BookmarkEntry entryOf(FPDF_BOOKMARK bookmark) {
   BookmarkEntry entry;
   entry.title = titleOf(bookmark);
-  const FPDF_DEST destination = FPDFBookmark_GetDest(document, bookmark);
-  if (destination == nullptr) return entry;
+  entry.bookmark = bookmark;
+  return entry;
+}
+
+void resolve(FPDF_DOCUMENT document, BookmarkEntry& entry) {
+  if (entry.resolved || entry.bookmark == nullptr) return;
+  entry.resolved = true;
+  const FPDF_DEST destination = FPDFBookmark_GetDest(document, entry.bookmark);
+  if (destination == nullptr) return;
   entry.page = FPDFDest_GetDestPageIndex(document, destination);
   if (const std::optional<double> y = targetY(destination)) {
     entry.hasY = true;
     entry.y = *y;
   }
-  return entry;
 }
 
 platform::TreeRow appendEntry(platform::TreeRow parent, BookmarkEntry entry) {
   const auto index = static_cast<std::int32_t>(session.bookmarks.size());
   const platform::TreeRow row = platform::appendTreeRow(parent, entry.title, index);
-  session.bookmarkOrder.push_back({entry.page, entry.hasY ? entry.y : kNoBookmarkY, row});
+  session.bookmarkOrder.push_back({-1, kNoBookmarkY, row});
   session.bookmarks.push_back(std::move(entry));
   return row;
 }
@@ -138,7 +144,7 @@ void AddBookmarkLevel(platform::TreeRow parent, FPDF_BOOKMARK first) {
     const Waiting here = waiting.back();
     waiting.pop_back();
     if (here.next == nullptr || !seen.insert(here.next).second) continue;
-    const platform::TreeRow row = appendEntry(here.parent, entryOf(document, here.next));
+    const platform::TreeRow row = appendEntry(here.parent, entryOf(here.next));
     const bool deepest = here.level == kDeepestLevel;
     waiting.push_back({here.parent, FPDFBookmark_GetNextSibling(document, here.next), here.level});
     waiting.push_back({deepest ? here.parent : row, FPDFBookmark_GetFirstChild(document, here.next),
@@ -146,8 +152,19 @@ void AddBookmarkLevel(platform::TreeRow parent, FPDF_BOOKMARK first) {
   }
 }
 
+void ResolveBookmarks() {
+  const FPDF_DOCUMENT document = documentOf(session.activePane);
+  for (std::size_t i = 0; i < session.bookmarks.size(); ++i) {
+    BookmarkEntry& entry = session.bookmarks[i];
+    resolve(document, entry);
+    session.bookmarkOrder[i].page = entry.page;
+    session.bookmarkOrder[i].y = entry.hasY ? entry.y : kNoBookmarkY;
+  }
+}
+
 void JumpToTreeEntry(std::int32_t index) {
   if (index < 0 || static_cast<std::size_t>(index) >= session.bookmarks.size()) return;
+  resolve(documentOf(session.activePane), session.bookmarks[static_cast<std::size_t>(index)]);
   const BookmarkEntry entry = session.bookmarks[static_cast<std::size_t>(index)];
   if (entry.page < 0) return;
   const bool eachPaneItsOwn =

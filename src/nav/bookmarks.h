@@ -19,6 +19,9 @@ void ClearNavigationTree();
 // outline that refers back to itself is shown once.
 void AddBookmarkLevel(platform::TreeRow parent, FPDF_BOOKMARK first);
 
+// Looks up where every entry leads, and notes it in the list in tree order.
+void ResolveBookmarks();
+
 // Shows what an entry of the tree leads to; without effect for entries that lead nowhere.
 void JumpToTreeEntry(std::int32_t index);
 

@@ -13,7 +13,10 @@ namespace {
 class BookmarksTest : public NavTest {
  protected:
   static bool openWith(const std::vector<PdfOutlineItem>& outline, int pages = 5) {
-    return open(buildPdf(std::vector<PdfPage>(static_cast<std::size_t>(pages)), {outline, "", ""}));
+    const bool opened =
+        open(buildPdf(std::vector<PdfPage>(static_cast<std::size_t>(pages)), {outline, "", ""}));
+    ResolveBookmarks();
+    return opened;
   }
 
   static std::vector<platform::StandInTreeRow>& rows() { return platform::standIn().treeRows; }
@@ -71,6 +74,23 @@ TEST_F(BookmarksTest, ABookmarkTurnsToItsPageAndCanBeUndone) {
   EXPECT_EQ(pane(0).currentPage, 3);
   ASSERT_EQ(pane(0).backHistory.size(), 1u);
   EXPECT_EQ(pane(0).backHistory[0].page, 0);
+}
+
+TEST_F(BookmarksTest, TargetsAreLookedUpWhenTheyAreChosen) {
+  ASSERT_TRUE(open(
+      buildPdf(std::vector<PdfPage>(3),
+               {{{u"A", pageDestination(2), {}}, {u"B", pageDestination(3, 500), {}}}, "", ""})));
+  EXPECT_FALSE(session.bookmarks[1].resolved);
+  JumpToTreeEntry(1);
+  EXPECT_EQ(pane(0).currentPage, 2);
+  EXPECT_TRUE(session.bookmarks[1].hasY);
+  EXPECT_FALSE(session.bookmarks[0].resolved);
+}
+
+TEST_F(BookmarksTest, ThePageIsPaintedBeforeTheOutlineIsRead) {
+  const int before = platform::standIn().window.updates;
+  ASSERT_TRUE(openWith({{u"A", "", {}}}));
+  EXPECT_EQ(platform::standIn().window.updates, before + 1);
 }
 
 TEST_F(BookmarksTest, ABookmarkOnTheShownPageAddsNoHistory) {
