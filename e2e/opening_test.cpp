@@ -142,6 +142,11 @@ TEST_F(Opening, ClosingWithNothingOpenDoesNothing) {
   start();
   toFront();
   press('W', kCtrl);
+  // Keys are handled in order, a drop at once: the mode tells that the first key is done.
+  press(VK_F6);
+  EXPECT_TRUE(becomesChecked(302));
+  press(VK_F5);
+  EXPECT_TRUE(becomesChecked(301));
   expectGoesOn();
 }
 
