@@ -102,6 +102,7 @@ TEST_F(Modes, TwoEmptyPanesShowTheirPlaceholders) {
   toFront();
   press(VK_F8);
   EXPECT_TRUE(becomesChecked(304));
+  EXPECT_TRUE(paneIsActive(leftPane()));
   EXPECT_TRUE(paneShowsPlaceholder(leftPane()));
   EXPECT_TRUE(paneShowsPlaceholder(rightPane()));
   EXPECT_EQ(title(), L"Quillmere");
@@ -115,6 +116,7 @@ TEST_F(Modes, ThePlaceholderOfTheRightPaneOpensThere) {
   press(VK_F8);
   // The text of the empty window stands on the screen until the first page is painted.
   ASSERT_TRUE(showsPage(leftPane(), 0));
+  ASSERT_TRUE(paneIsActive(leftPane()));
   ASSERT_TRUE(paneShowsPlaceholder(rightPane()));
   click(middleOf(rightPane()));
   const HWND dialog = waitForFileDialog(program);

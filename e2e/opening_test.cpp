@@ -46,6 +46,7 @@ TEST_F(Opening, TheEmptyWindowOffersToOpenAFile) {
   EXPECT_EQ(status(3), L"  v1.4.3.242");
   EXPECT_FALSE(IsWindowEnabled(childOf(window, 403)));
   const RECT area = pageArea();
+  EXPECT_TRUE(eventually([&] { return client().count(area, kPlaceholder) > 100; }));
   EXPECT_TRUE(pixelBecomes(area.left, area.top, kBackground));
   const RECT text = client().extent(kPlaceholder);
   ASSERT_FALSE(IsRectEmpty(&text));
@@ -57,7 +58,9 @@ TEST_F(Opening, AClickOnThePlaceholderOpensTheDialog) {
   const std::wstring path = makeFile(L"one.pdf", coloredPdf(3));
   start();
   toFront();
-  click(middleOf(pageArea()));
+  const RECT area = pageArea();
+  ASSERT_TRUE(eventually([&] { return client().count(area, kPlaceholder) > 100; }));
+  click(middleOf(area));
   const HWND dialog = waitForFileDialog(program);
   ASSERT_NE(dialog, nullptr);
   picture("Opening.Dialog");
@@ -192,6 +195,20 @@ TEST_F(Opening, AFileThatAnotherProgramHoldsIsRefused) {
 TEST_F(Opening, WrongOffsetsAreRepaired) {
   startWith(test::wrongOffsetsPdf(2));
   EXPECT_TRUE(pageTextBecomes(L"Page 1 of 2"));
+}
+
+TEST_F(Opening, AFileWithoutPagesIsSurvived) {
+  start(inQuotes(makeFile(L"bare.pdf", test::zeroPagePdf())));
+  ASSERT_TRUE(titleBecomes(L"Quillmere - bare.pdf"));
+  EXPECT_TRUE(pageTextBecomes(L"Page 1 of 0"));
+  const RECT area = pageArea();
+  EXPECT_TRUE(eventually([&] { return client().filled(area, kBackground); }));
+  toFront();
+  press(VK_NEXT);
+  press(VK_END);
+  press('R');
+  press('A', kCtrl);
+  expectGoesOn();
 }
 
 TEST_F(Opening, APageTreeThatContainsItselfIsSurvived) {

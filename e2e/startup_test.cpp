@@ -97,6 +97,32 @@ TEST_F(Startup, APathOf260UnitsIsCutBeforeItIsOpened) {
   EXPECT_TRUE(answerBox(box, VK_RETURN));
 }
 
+TEST_F(Startup, AMutexWhoseOwnerShowsNoWindowIsOverruled) {
+  const HANDLE mutex = CreateMutexW(nullptr, TRUE, L"Local\\Quillmere.quillmere.primary");
+  ASSERT_NE(mutex, nullptr);
+  start(inQuotes(makeFile(L"one.pdf", coloredPdf(2))));
+  EXPECT_TRUE(titleBecomes(L"Quillmere - one.pdf"));
+  CloseHandle(mutex);
+}
+
+TEST_F(Startup, TheMarkerOfTheDefaultViewerIsDeletedAndAnswered) {
+  wchar_t folder[MAX_PATH];
+  const DWORD length = GetTempPathW(MAX_PATH, folder);
+  ASSERT_NE(length, 0u);
+  const std::wstring marker = std::wstring(folder, length) + L"Set Quillmere as default.pdf";
+  ASSERT_TRUE(writeFile(marker, ""));
+  program = startProgram(inQuotes(marker));
+  const Box box = waitForBox(program);
+  EXPECT_EQ(box.title, L"Set as Default PDF Viewer");
+  EXPECT_EQ(box.text,
+            L"Quillmere was not set as the Windows default PDF viewer.\n\nTo make it the default, "
+            L"run \"Set as Default PDF Viewer\" again and click \"Always\" when the system picker "
+            L"appears.");
+  EXPECT_FALSE(exists(marker));
+  EXPECT_TRUE(answerBox(box, VK_RETURN));
+  EXPECT_EQ(program.exitCode(), 0u);
+}
+
 class FirstStart : public Scenario {
  protected:
   FirstStart() { promptAnswered = false; }

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "driver/scenario.h"
+#include "support/pdf_builder.h"
 
 namespace quillmere::e2e {
 namespace {
@@ -33,6 +34,16 @@ TEST_F(Viewer, StartsEmptyWithoutAPath) {
   EXPECT_EQ(classOf(window), kViewerClass);
   EXPECT_EQ(title(), kViewerTitle);
   EXPECT_TRUE(eventually([&] { return pageArea().left == 0; }));
+}
+
+TEST_F(Viewer, ShowsTheBookmarksOfADocumentThatHasSomeInANarrowerPanel) {
+  test::PdfOptions options;
+  options.outline.push_back({u"Chapter", test::pageDestination(1), {}});
+  const std::string bytes = test::buildPdf({test::PdfPage{}}, options);
+  start(L"--viewer " + inQuotes(makeFile(L"book.pdf", bytes)));
+  EXPECT_TRUE(eventually([&] { return pageArea().left == 152 + 3; }));
+  EXPECT_TRUE(IsWindowVisible(childOf(window, 401)));
+  EXPECT_FALSE(IsWindowVisible(childOf(window, 420)));
 }
 
 TEST_F(Viewer, TakesWhatFollowsItsPrefixAsThePath) {

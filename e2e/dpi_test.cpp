@@ -1,0 +1,36 @@
+#include "driver/scenario.h"
+
+namespace quillmere::e2e {
+namespace {
+
+constexpr Size kLetter{612, 792};
+
+// One and a half times the usual resolution, on a desktop that was started so: lengths of the
+// window grow, pages stay pixels per point.
+class HighResolution : public Scenario {
+ protected:
+  void SetUp() override {
+    Scenario::SetUp();
+    ASSERT_EQ(GetDpiForSystem(), 144u);
+  }
+};
+
+TEST_F(HighResolution, PanelsAndMarginsGrowAndThePageFillsItsPane) {
+  startWith(markedPdf(1, kLetter.width, kLetter.height));
+  SetWindowPos(window, nullptr, 0, 0, 1400, 1000, SWP_NOZORDER);
+  RECT area = pageArea();
+  area.left += 2;  // the splitter has 5 pixels
+  EXPECT_EQ(area.left, 285 + 5);
+  const RECT page = fitPage(area, kLetter);
+  ASSERT_TRUE(pageBecomes(area, page));
+  const Picture shown = client();
+  EXPECT_TRUE(shown.filled({area.left - 5, area.top, area.left, area.bottom}, kSplitter));
+  EXPECT_TRUE(shown.filled({page.right, page.top + 6, page.right + 6, page.bottom + 6}, kShadow));
+  const RECT header = windowRect(childOf(window, 422));
+  EXPECT_EQ(header.bottom - header.top, 33);
+  press(VK_F6);
+  ASSERT_TRUE(pageTextBecomes(L"L:1  R:1  of 1"));
+}
+
+}  // namespace
+}  // namespace quillmere::e2e
