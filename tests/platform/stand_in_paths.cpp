@@ -1,11 +1,12 @@
 #include "stand_in_paths.h"
 
 #include <algorithm>
-#include <condition_variable>
+#include <chrono>
 #include <map>
 #include <mutex>
 #include <random>
 #include <system_error>
+#include <thread>
 
 #include "platform/files.h"
 #include "platform/text.h"
@@ -27,7 +28,6 @@ struct VolumeScript {
 };
 
 std::mutex volumeMutex;
-std::condition_variable volumeChanged;
 std::map<std::u16string, VolumeScript> volumeScripts;
 
 // One folder per process, removed when it ends.
@@ -162,19 +162,23 @@ FoundPath locate(const ParsedPath& parsed) {
   return found;
 }
 
+VolumeScript volumeScript(const std::u16string& volume) {
+  const std::lock_guard lock(volumeMutex);
+  const auto entry = volumeScripts.find(volume);
+  if (entry != volumeScripts.end()) return entry->second;
+  if (volume == u"c:") return VolumeScript{};
+  const bool network = volume.starts_with(u"\\\\");
+  return VolumeScript{VolumeState::Failing, network ? kErrorBadNetworkPath : kErrorPathNotFound};
+}
+
 // Waits while the volume is silent. The error with which it fails; 0 when it answers.
 std::uint32_t awaitVolume(const std::u16string& volume) {
-  std::unique_lock lock(volumeMutex);
-  const auto script = [&] {
-    const auto entry = volumeScripts.find(volume);
-    if (entry != volumeScripts.end()) return entry->second;
-    if (volume == u"c:") return VolumeScript{};
-    const bool network = volume.starts_with(u"\\\\");
-    return VolumeScript{VolumeState::Failing, network ? kErrorBadNetworkPath : kErrorPathNotFound};
-  };
-  volumeChanged.wait(lock, [&] { return script().state != VolumeState::Silent; });
-  const VolumeScript now = script();
-  return now.state == VolumeState::Failing ? now.error : 0;
+  VolumeScript script = volumeScript(volume);
+  while (script.state == VolumeState::Silent) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    script = volumeScript(volume);
+  }
+  return script.state == VolumeState::Failing ? script.error : 0;
 }
 
 }  // namespace
@@ -249,27 +253,19 @@ bool isStreamName(const fs::path& name) {
 }
 
 void setVolume(const std::u16string& volume, VolumeState state, std::uint32_t error) {
-  {
-    const std::lock_guard lock(volumeMutex);
-    volumeScripts[toLower(volume)] = {state, error};
-  }
   if (state == VolumeState::Present) {
     std::error_code ignored;
     fs::create_directories(volumeFolder(toLower(volume)), ignored);
   }
-  volumeChanged.notify_all();
+  const std::lock_guard lock(volumeMutex);
+  volumeScripts[toLower(volume)] = {state, error};
 }
 
 void releaseSilentVolumes() {
-  {
-    const std::lock_guard lock(volumeMutex);
-    for (auto& [volume, script] : volumeScripts) {
-      if (script.state == VolumeState::Silent) {
-        script = {VolumeState::Failing, kErrorBadNetworkPath};
-      }
-    }
+  const std::lock_guard lock(volumeMutex);
+  for (auto& [volume, script] : volumeScripts) {
+    if (script.state == VolumeState::Silent) script = {VolumeState::Failing, kErrorBadNetworkPath};
   }
-  volumeChanged.notify_all();
 }
 
 void resetVolumes() {

@@ -2,7 +2,6 @@
 
 #include <atomic>
 #include <chrono>
-#include <condition_variable>
 #include <ctime>
 #include <mutex>
 #include <thread>
@@ -15,31 +14,29 @@ namespace {
 
 constexpr std::size_t kPathLimit = 260;  // units with the terminator
 constexpr auto kThreadPatience = std::chrono::seconds(10);
+constexpr auto kPause = std::chrono::milliseconds(1);
 
 std::atomic<std::uint64_t> sleptMilliseconds{0};
 
-std::mutex threadMutex;
-std::condition_variable threadEnded;
-int threadsRunning = 0;
+std::atomic<int> threadsRunning{0};
 std::mutex sleepMutex;
 
-void threadStarts() {
-  const std::lock_guard lock(threadMutex);
-  ++threadsRunning;
-}
-
-void threadEnds() {
-  const std::lock_guard lock(threadMutex);
-  --threadsRunning;
-  threadEnded.notify_all();
+// Looks again and again. Threads that were to be woken through condition variables have been seen
+// to hang in the Windows build.
+template <typename Condition>
+bool waitUntil(std::chrono::milliseconds limit, Condition holds) {
+  const auto end = std::chrono::steady_clock::now() + limit;
+  while (!holds()) {
+    if (std::chrono::steady_clock::now() >= end) return false;
+    std::this_thread::sleep_for(kPause);
+  }
+  return true;
 }
 
 }  // namespace
 
 struct Event {
-  std::mutex mutex;
-  std::condition_variable changed;
-  bool signalled = false;
+  std::atomic<bool> signalled{false};
 };
 
 void resetClock() {
@@ -47,8 +44,7 @@ void resetClock() {
 }
 
 bool waitForDetachedThreads() {
-  std::unique_lock lock(threadMutex);
-  return threadEnded.wait_for(lock, kThreadPatience, [] { return threadsRunning == 0; });
+  return waitUntil(kThreadPatience, [] { return threadsRunning == 0; });
 }
 
 std::u16string executablePath() {
@@ -95,15 +91,12 @@ Event* createEvent() {
 }
 
 void signalEvent(Event* event) {
-  const std::lock_guard lock(event->mutex);
   event->signalled = true;
-  event->changed.notify_all();
 }
 
 bool waitForEvent(Event* event, std::uint32_t timeoutMilliseconds) {
-  std::unique_lock lock(event->mutex);
-  return event->changed.wait_for(lock, std::chrono::milliseconds(timeoutMilliseconds),
-                                 [event] { return event->signalled; });
+  return waitUntil(std::chrono::milliseconds(timeoutMilliseconds),
+                   [event] { return event->signalled.load(); });
 }
 
 void closeEvent(Event* event) {
@@ -112,10 +105,10 @@ void closeEvent(Event* event) {
 
 bool startDetachedThread(void (*work)(void* context), void* context) {
   if (standIn().failThreads) return false;
-  threadStarts();
+  ++threadsRunning;
   std::thread([work, context] {
     work(context);
-    threadEnds();
+    --threadsRunning;
   }).detach();
   return true;
 }
