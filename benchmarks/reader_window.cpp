@@ -70,7 +70,7 @@ bool openAndPaint(const std::string& path) {
 }
 
 void paintNow() {
-  platform::updateMainWindow();
+  RedrawWindow(windowHandles.main, nullptr, nullptr, RDW_UPDATENOW | RDW_NOCHILDREN);
   GdiFlush();
 }
 

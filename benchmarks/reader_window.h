@@ -18,7 +18,8 @@ void handleMessages();
 // Opens a document and paints its first page. False when it does not open.
 bool openAndPaint(const std::string& path);
 
-// Paints what is invalid, down to the screen's own queue.
+// Paints what is invalid of the main window itself, where the page is. Its children follow with the
+// messages that wait.
 void paintNow();
 
 // Copies a picture of the client area's size from memory to the window, once.

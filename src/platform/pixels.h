@@ -12,7 +12,10 @@ struct PixelSurface;
 // Null when a side is below 1 or memory ran out.
 PixelSurface* createPixelSurface(int width, int height);
 void destroyPixelSurface(PixelSurface* surface);
-// First pixel of the top row; valid until the surface goes.
+// Gives the surface another size and leaves its pixels undefined. False, with nothing changed, when
+// a new surface should take its place: its memory may be too small for that, or far too large.
+bool resizePixelSurface(PixelSurface* surface, int width, int height);
+// First pixel of the top row; valid until the surface goes or changes its size.
 std::uint32_t* pixelsOf(PixelSurface* surface);
 
 struct PixelSurfaceDeleter {

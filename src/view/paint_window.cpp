@@ -45,13 +45,9 @@ struct BackBuffer {
 };
 BackBuffer backBuffer;
 
-// Source of the page pictures.
-DeviceContextHandle pageSource;
-
 HDC backBufferFor(HDC window, int width, int height) {
   BackBuffer& buffer = backBuffer;
   if (!buffer.dc) buffer.dc.reset(CreateCompatibleDC(window));
-  if (!pageSource) pageSource.reset(CreateCompatibleDC(window));
   if (buffer.bitmap && buffer.width == width && buffer.height == height) return buffer.dc.get();
   BitmapHandle bitmap(CreateCompatibleBitmap(window, width, height));
   if (!bitmap) return window;
@@ -78,13 +74,29 @@ void fill(HDC dc, const PaneRect& rect, Color color) {
   ExtTextOutW(dc, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr);
 }
 
+PaneRect common(const PaneRect& a, const PaneRect& b) {
+  return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+          std::min(a.bottom, b.bottom)};
+}
+
+// Fills all of `area` but the part of it that something else covers.
+void fillAround(HDC dc, const PaneRect& area, const PaneRect& covered, Color color) {
+  const PaneRect hole = common(area, covered);
+  if (hole.empty()) return fill(dc, area, color);
+  fill(dc, {area.left, area.top, area.right, hole.top}, color);
+  fill(dc, {area.left, hole.top, hole.left, hole.bottom}, color);
+  fill(dc, {hole.right, hole.top, area.right, hole.bottom}, color);
+  fill(dc, {area.left, hole.bottom, area.right, area.bottom}, color);
+}
+
+PaneRect pageRect(const PaneSlot& slot, const PanePlan& plan) {
+  return {plan.bitmapX, plan.bitmapY, plan.bitmapX + slot.pageBitmapWidth,
+          plan.bitmapY + slot.pageBitmapHeight};
+}
+
 void drawPage(HDC dc, const PaneSlot& slot, const PanePlan& plan) {
-  fill(dc, plan.shadow, kPageShadow);
-  const HGDIOBJ previous =
-      SelectObject(pageSource.get(), platform::bitmapOf(slot.pageBitmap.get()));
-  BitBlt(dc, plan.bitmapX, plan.bitmapY, slot.pageBitmapWidth, slot.pageBitmapHeight,
-         pageSource.get(), 0, 0, SRCCOPY);
-  SelectObject(pageSource.get(), previous);
+  fillAround(dc, plan.shadow, pageRect(slot, plan), kPageShadow);
+  platform::copySurface(slot.pageBitmap.get(), dc, plan.bitmapX, plan.bitmapY);
 }
 
 // The text's place is remembered for clicks, in client pixels.
@@ -157,7 +169,9 @@ void paintPane(HDC dc, int pane, const PaneRect& rect) {
   const int saved = SaveDC(dc);
   IntersectClipRect(dc, rect.left, rect.top, rect.right, rect.bottom);
   SetViewportOrgEx(dc, rect.left, rect.top, nullptr);
-  fill(dc, {0, 0, rect.width(), rect.height()}, kPaneBackground);
+  const PaneRect covered =
+      plan.hasBitmap ? common(plan.content, pageRect(session.panes[pane], plan)) : PaneRect{};
+  fillAround(dc, {0, 0, rect.width(), rect.height()}, covered, kPaneBackground);
 
   const int unclipped = SaveDC(dc);
   IntersectClipRect(dc, plan.content.left, plan.content.top, plan.content.right,
@@ -171,9 +185,17 @@ void paintPane(HDC dc, int pane, const PaneRect& rect) {
   RestoreDC(dc, saved);
 }
 
+// The divider fills what lies between two panes.
+PaneRect coveredByPanes(const WindowPlan& plan) {
+  const PaneRect first = paneRect(0);
+  const PaneRect last = paneRect(plan.paneCount - 1);
+  if (first.empty() || last.empty()) return {};
+  return {first.left, first.top, last.right, last.bottom};
+}
+
 void paintInto(HDC dc, int width, int height) {
   const WindowPlan plan = planWindow();
-  fill(dc, {0, 0, width, height}, kPaneBackground);
+  fillAround(dc, {0, 0, width, height}, coveredByPanes(plan), kPaneBackground);
   if (plan.paneCount == 1) session.placeholderRect[1] = {};
   for (int pane = 0; pane < plan.paneCount; ++pane) paintPane(dc, pane, paneRect(pane));
   for (const FilledRect& line :
@@ -198,7 +220,6 @@ void paintMainWindow() {
 
 void releasePaintBuffers() {
   backBuffer = BackBuffer{};
-  pageSource.reset();
 }
 
 }  // namespace quillmere

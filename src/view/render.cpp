@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <utility>
 
 #include "core/session.h"
 #include "view/geometry.h"
@@ -30,12 +29,28 @@ bool fitsBitmap(double width, double height) {
   return width * height * kBytesPerPixel <= std::numeric_limits<std::int32_t>::max();
 }
 
-bool drawPage(int pane, platform::PixelSurface* surface, int width, int height) {
-  const BitmapHandle bitmap(FPDFBitmap_CreateEx(
-      width, height, FPDFBitmap_BGRx, platform::pixelsOf(surface), width * kBytesPerPixel));
+// The bitmap's memory is used again where it serves: fresh memory costs about as much as the
+// rendering itself.
+bool prepareBitmap(PaneSlot& slot, int width, int height) {
+  if (!slot.pageBitmap || !platform::resizePixelSurface(slot.pageBitmap.get(), width, height)) {
+    slot.pageBitmap.reset();
+    slot.pageBitmap.reset(platform::createPixelSurface(width, height));
+  }
+  slot.pageBitmapWidth = width;
+  slot.pageBitmapHeight = height;
+  return slot.pageBitmap != nullptr;
+}
+
+bool drawPage(int pane) {
+  const PaneSlot& slot = session.panes[pane];
+  const int width = slot.pageBitmapWidth;
+  const int height = slot.pageBitmapHeight;
+  const BitmapHandle bitmap(FPDFBitmap_CreateEx(width, height, FPDFBitmap_BGRx,
+                                                platform::pixelsOf(slot.pageBitmap.get()),
+                                                width * kBytesPerPixel));
   if (!bitmap) return false;
   FPDFBitmap_FillRect(bitmap.get(), 0, 0, width, height, kPaper);
-  FPDF_RenderPageBitmap(bitmap.get(), session.panes[pane].page.get(), 0, 0, width, height,
+  FPDF_RenderPageBitmap(bitmap.get(), slot.page.get(), 0, 0, width, height,
                         static_cast<int>(renderRotationOf(pane)), FPDF_ANNOT | FPDF_LCD_TEXT);
   return true;
 }
@@ -43,21 +58,15 @@ bool drawPage(int pane, platform::PixelSurface* surface, int width, int height) 
 }  // namespace
 
 void renderPane(int pane) {
-  freePaneBitmap(pane);
   PaneSlot& slot = session.panes[pane];
-  if (!slot.page) return;
+  if (!slot.page) return freePaneBitmap(pane);
   const PageSize page = pageSizeRotated(pane);
   const double wide = sideInPixels(page.width, slot.zoom);
   const double high = sideInPixels(page.height, slot.zoom);
-  if (!fitsBitmap(wide, high)) return;
-
-  const int width = static_cast<int>(wide);
-  const int height = static_cast<int>(high);
-  platform::PixelSurfaceHandle surface(platform::createPixelSurface(width, height));
-  if (!surface || !drawPage(pane, surface.get(), width, height)) return;
-  slot.pageBitmap = std::move(surface);
-  slot.pageBitmapWidth = width;
-  slot.pageBitmapHeight = height;
+  if (!fitsBitmap(wide, high)) return freePaneBitmap(pane);
+  if (!prepareBitmap(slot, static_cast<int>(wide), static_cast<int>(high)) || !drawPage(pane)) {
+    freePaneBitmap(pane);
+  }
 }
 
 void layoutAndRender(int pane) {

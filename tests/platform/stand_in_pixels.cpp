@@ -20,6 +20,11 @@ PixelSurface* createPixelSurface(int width, int height) {
   return new PixelSurface{std::move(pixels)};
 }
 
+// Never, so that a test can tell by the surface whether a page was rendered anew.
+bool resizePixelSurface(PixelSurface*, int, int) {
+  return false;
+}
+
 void destroyPixelSurface(PixelSurface* surface) {
   delete surface;
 }

@@ -111,8 +111,10 @@ TEST_F(MainWindowWindows, StatusPartsAndTextsAreSetOnlyWhereTheyChange) {
   EXPECT_EQ(childMessages[SB_SETPARTS], 1);
   setStatusText(2, u"\t\tPage 1 of 10  ");
   setStatusText(2, u"\t\tPage 1 of 10  ");
-  EXPECT_EQ(childMessages[SB_SETTEXTW], 1);
   EXPECT_EQ(statusText(2), L"\t\tPage 1 of 10  ");
+  setStatusText(2, u"\t\tPage 1 of 10  ");
+  EXPECT_EQ(statusText(2), L"\t\tPage 1 of 10  ");
+  EXPECT_EQ(childMessages[SB_SETTEXTW], 1);
   setStatusText(2, u"\t\tPage 2 of 10  ");
   EXPECT_EQ(statusText(2), L"\t\tPage 2 of 10  ");
   setStatusText(2, u"");
@@ -120,6 +122,17 @@ TEST_F(MainWindowWindows, StatusPartsAndTextsAreSetOnlyWhereTheyChange) {
   int told[4] = {};
   SendMessageW(windowHandles.statusBar, SB_GETPARTS, 4, reinterpret_cast<LPARAM>(told));
   EXPECT_EQ(std::vector<int>(told, told + 4), std::vector<int>(edges, edges + 4));
+}
+
+TEST_F(MainWindowWindows, StatusTextsWaitForThePaintingOfTheBar) {
+  const int edge = -1;
+  setStatusParts(&edge, 1);
+  setStatusText(0, u"  Zoom: 87%");
+  setStatusText(0, u"  Zoom: 103%");
+  EXPECT_EQ(childMessages[SB_SETTEXTW], 0);
+  UpdateWindow(windowHandles.statusBar);
+  EXPECT_EQ(childMessages[SB_SETTEXTW], 1);
+  EXPECT_EQ(statusText(0), L"  Zoom: 103%");
 }
 
 TEST_F(MainWindowWindows, TheSliderIsPlacedMovedAndEnabled) {
@@ -133,6 +146,8 @@ TEST_F(MainWindowWindows, TheSliderIsPlacedMovedAndEnabled) {
   EXPECT_EQ(rect.right - rect.left, 146);
   EXPECT_EQ(rect.bottom - rect.top, 18);
   childMessages.clear();
+  placeZoomSlider(90, 2, 146, 18);
+  EXPECT_EQ(childMessages[WM_WINDOWPOSCHANGING], 0);
   for (int n = 0; n < 2; ++n) setZoomSlider(120, false);
   EXPECT_EQ(childMessages[TBM_SETPOS], 1);
   EXPECT_EQ(childMessages[WM_ENABLE], 1);

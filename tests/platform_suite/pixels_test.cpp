@@ -25,6 +25,16 @@ TEST(PixelsSuite, TheSmallestSurfaceHasOnePixel) {
   EXPECT_EQ(*pixelsOf(surface.get()), 0x12345678u);
 }
 
+TEST(PixelsSuite, ASurfaceRefusesSizesThatItsMemoryDoesNotServe) {
+  const PixelSurfaceHandle surface(createPixelSurface(40, 30));
+  ASSERT_TRUE(surface);
+  EXPECT_FALSE(resizePixelSurface(surface.get(), 400, 300));
+  EXPECT_FALSE(resizePixelSurface(surface.get(), 4, 3));
+  EXPECT_FALSE(resizePixelSurface(surface.get(), 0, 30));
+  EXPECT_FALSE(resizePixelSurface(surface.get(), 40, -30));
+  EXPECT_FALSE(resizePixelSurface(surface.get(), std::numeric_limits<int>::max(), 1));
+}
+
 TEST(PixelsSuite, SurfacesDoNotShareTheirPixels) {
   const PixelSurfaceHandle one(createPixelSurface(4, 4));
   const PixelSurfaceHandle two(createPixelSurface(4, 4));

@@ -4,6 +4,7 @@
 
 #include <commctrl.h>
 
+#include <utility>
 #include <vector>
 
 #include "platform/win32/wide.h"
@@ -28,21 +29,23 @@ std::u16string windowText(HWND window) {
   return text;
 }
 
-std::u16string statusText(WPARAM part) {
-  const LRESULT length = SendMessageW(windowHandles.statusBar, SB_GETTEXTLENGTHW, part, 0);
-  std::u16string text(static_cast<std::size_t>(LOWORD(length)) + 1, u'\0');
-  SendMessageW(windowHandles.statusBar, SB_GETTEXTW, part,
-               reinterpret_cast<LPARAM>(wideBuffer(text)));
-  text.pop_back();
-  return text;
+constexpr UINT_PTR kStatusTextSubclass = 0x51;
+
+void giveStatusText(HWND bar, std::size_t index) {
+  if (index >= windowHandles.statusParts.size()) return;
+  StatusPart& part = windowHandles.statusParts[index];
+  if (!std::exchange(part.waiting, false)) return;
+  SendMessageW(bar, SB_SETTEXTW, index, reinterpret_cast<LPARAM>(wide(part.text)));
 }
 
-std::vector<int> statusParts() {
-  const LRESULT count = SendMessageW(windowHandles.statusBar, SB_GETPARTS, 0, 0);
-  std::vector<int> edges(static_cast<std::size_t>(count));
-  SendMessageW(windowHandles.statusBar, SB_GETPARTS, static_cast<WPARAM>(count),
-               reinterpret_cast<LPARAM>(edges.data()));
-  return edges;
+LRESULT CALLBACK statusTextProcedure(HWND bar, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                     DWORD_PTR) {
+  if (message == WM_PAINT || message == WM_PRINTCLIENT) {
+    for (std::size_t i = 0; i < windowHandles.statusParts.size(); ++i) giveStatusText(bar, i);
+  } else if (message == SB_GETTEXTW || message == SB_GETTEXTLENGTHW) {
+    giveStatusText(bar, wParam);
+  }
+  return DefSubclassProc(bar, message, wParam, lParam);
 }
 
 RECT clientRect() {
@@ -86,20 +89,36 @@ void updateMainWindow() {
 
 void setStatusParts(const int* rightEdges, int count) {
   if (windowHandles.statusBar == nullptr) return;
-  const std::vector<int> wanted(rightEdges, rightEdges + count);
-  if (statusParts() == wanted) return;
+  std::vector<int> wanted(rightEdges, rightEdges + count);
+  if (windowHandles.statusPartEdges == wanted) return;
   SendMessageW(windowHandles.statusBar, SB_SETPARTS, static_cast<WPARAM>(count),
                reinterpret_cast<LPARAM>(wanted.data()));
+  windowHandles.statusPartEdges = std::move(wanted);
+  windowHandles.statusParts.resize(static_cast<std::size_t>(count));
 }
 
+// A status bar may draw a text the moment it gets it. That must not hold up the page that the text
+// is about, so the text waits until the bar is painted itself, or asked.
 void setStatusText(int part, const std::u16string& text) {
-  const auto index = static_cast<WPARAM>(part);
-  if (windowHandles.statusBar == nullptr || statusText(index) == text) return;
-  SendMessageW(windowHandles.statusBar, SB_SETTEXTW, index, reinterpret_cast<LPARAM>(wide(text)));
+  const HWND bar = windowHandles.statusBar;
+  const auto index = static_cast<std::size_t>(part);
+  if (bar == nullptr || index >= windowHandles.statusParts.size()) return;
+  StatusPart& wanted = windowHandles.statusParts[index];
+  if (wanted.text == text) return;
+  wanted = {text, true};
+  SetWindowSubclass(bar, statusTextProcedure, kStatusTextSubclass, 0);
+  RECT place{};
+  SendMessageW(bar, SB_GETRECT, index, reinterpret_cast<LPARAM>(&place));
+  InvalidateRect(bar, &place, FALSE);
 }
 
 void placeZoomSlider(int x, int y, int width, int height) {
   if (windowHandles.zoomSlider == nullptr) return;
+  RECT place{};
+  GetWindowRect(windowHandles.zoomSlider, &place);
+  MapWindowPoints(nullptr, windowHandles.statusBar, reinterpret_cast<POINT*>(&place), 2);
+  const RECT wanted{x, y, x + width, y + height};
+  if (EqualRect(&place, &wanted)) return;
   SetWindowPos(windowHandles.zoomSlider, nullptr, x, y, width, height,
                SWP_NOZORDER | SWP_NOACTIVATE);
 }

@@ -6,7 +6,7 @@
 
 namespace quillmere::platform {
 
-// The section behind a surface, for selecting into a device context; still owned by the surface.
-HBITMAP bitmapOf(const PixelSurface* surface);
+// Copies the whole surface into a device context, its top left corner to x, y.
+void copySurface(const PixelSurface* surface, HDC dc, int x, int y);
 
 }  // namespace quillmere::platform

@@ -1,20 +1,34 @@
 #include "platform/pixels.h"
 
+#include <algorithm>
+#include <iterator>
 #include <limits>
 #include <new>
+#include <utility>
 
 #include "platform/win32/pixel_surface.h"
 
 namespace quillmere::platform {
 
+// The section's memory is used row by row without gaps, whatever size the surface has by now; what
+// the section itself is told about rows and columns holds for the first size alone.
 struct PixelSurface {
-  HBITMAP bitmap = nullptr;
-  void* bits = nullptr;  // belongs to the bitmap
+  HBITMAP section = nullptr;
+  void* bits = nullptr;  // belongs to the section
+  std::int64_t capacity = 0;
+  int width = 0;
+  int height = 0;
 };
 
 namespace {
 
-HBITMAP createSection(int width, int height, void** bits) {
+constexpr std::int64_t kMostPixels = std::numeric_limits<std::int32_t>::max() / 4;
+// Surfaces up to this many pixels get memory for a page twice as large, which costs nothing until
+// a zoom step uses it.
+constexpr std::int64_t kMostPixelsWithRoom = 4 << 20;
+constexpr int kRoom = 2;
+
+BITMAPINFO describe(int width, int height) {
   BITMAPINFO info{};
   info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
   info.bmiHeader.biWidth = width;
@@ -22,29 +36,77 @@ HBITMAP createSection(int width, int height, void** bits) {
   info.bmiHeader.biPlanes = 1;
   info.bmiHeader.biBitCount = 32;
   info.bmiHeader.biCompression = BI_RGB;
+  return info;
+}
+
+HBITMAP createSection(int width, int height, void** bits) {
+  const BITMAPINFO info = describe(width, height);
   const HDC screen = GetDC(nullptr);
-  const HBITMAP bitmap = CreateDIBSection(screen, &info, DIB_RGB_COLORS, bits, nullptr, 0);
+  const HBITMAP section = CreateDIBSection(screen, &info, DIB_RGB_COLORS, bits, nullptr, 0);
   ReleaseDC(nullptr, screen);
-  return bitmap;
+  return section;
+}
+
+std::int64_t pixelCount(int width, int height) {
+  return std::int64_t{width} * height;
+}
+
+bool memoryServes(std::int64_t capacity, std::int64_t count) {
+  constexpr std::int64_t kMostWaste = 8;
+  return count <= capacity && count >= capacity / kMostWaste;
+}
+
+// Surfaces of ordinary pages that were given up: with a change of the document or the mode the
+// next ones are wanted at once. One for each pane.
+PixelSurface* spares[2] = {};
+constexpr std::int64_t kMostPixelsOfSpare = 4 << 20;
+
+PixelSurface* takeSpare(int width, int height) {
+  for (PixelSurface*& spare : spares) {
+    if (spare != nullptr && resizePixelSurface(spare, width, height)) {
+      return std::exchange(spare, nullptr);
+    }
+  }
+  return nullptr;
+}
+
+// False when there is no room for one more.
+bool keepAsSpare(PixelSurface* surface) {
+  if (surface->bits == nullptr || surface->capacity > kMostPixelsOfSpare) return false;
+  const auto place = std::find(std::begin(spares), std::end(spares), nullptr);
+  if (place == std::end(spares)) return false;
+  *place = surface;
+  return true;
 }
 
 }  // namespace
 
 PixelSurface* createPixelSurface(int width, int height) {
-  if (width < 1 || height < 1) return nullptr;
-  const std::int64_t pixelCount = std::int64_t{width} * height;
-  if (pixelCount > std::numeric_limits<std::int32_t>::max() / 4) return nullptr;
+  if (width < 1 || height < 1 || pixelCount(width, height) > kMostPixels) return nullptr;
+  if (PixelSurface* spare = takeSpare(width, height)) return spare;
   auto* surface = new (std::nothrow) PixelSurface;
   if (surface == nullptr) return nullptr;
-  surface->bitmap = createSection(width, height, &surface->bits);
-  if (surface->bitmap != nullptr && surface->bits != nullptr) return surface;
+  const int rows = pixelCount(width, height) <= kMostPixelsWithRoom ? kRoom * height : height;
+  surface->section = createSection(width, rows, &surface->bits);
+  surface->capacity = pixelCount(width, rows);
+  surface->width = width;
+  surface->height = height;
+  if (surface->section != nullptr && surface->bits != nullptr) return surface;
   destroyPixelSurface(surface);
   return nullptr;
 }
 
+bool resizePixelSurface(PixelSurface* surface, int width, int height) {
+  if (width < 1 || height < 1) return false;
+  if (!memoryServes(surface->capacity, pixelCount(width, height))) return false;
+  surface->width = width;
+  surface->height = height;
+  return true;
+}
+
 void destroyPixelSurface(PixelSurface* surface) {
-  if (surface == nullptr) return;
-  if (surface->bitmap != nullptr) DeleteObject(surface->bitmap);
+  if (surface == nullptr || keepAsSpare(surface)) return;
+  if (surface->section != nullptr) DeleteObject(surface->section);
   delete surface;
 }
 
@@ -52,8 +114,11 @@ std::uint32_t* pixelsOf(PixelSurface* surface) {
   return static_cast<std::uint32_t*>(surface->bits);
 }
 
-HBITMAP bitmapOf(const PixelSurface* surface) {
-  return surface->bitmap;
+void copySurface(const PixelSurface* surface, HDC dc, int x, int y) {
+  const BITMAPINFO info = describe(surface->width, surface->height);
+  const auto width = static_cast<DWORD>(surface->width);
+  const auto height = static_cast<DWORD>(surface->height);
+  SetDIBitsToDevice(dc, x, y, width, height, 0, 0, 0, height, surface->bits, &info, DIB_RGB_COLORS);
 }
 
 }  // namespace quillmere::platform

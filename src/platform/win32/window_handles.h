@@ -2,11 +2,20 @@
 
 #include <windows.h>
 
+#include <string>
+#include <vector>
+
 namespace quillmere::platform {
 
 // Modeless dialogs in the order in which the message loop asks them.
 enum class ModelessDialog { Settings, Shortcuts, About, SecurityInfo, AddText, MarkUp };
 inline constexpr int kModelessDialogCount = 6;
+
+// One part of the status bar: what it is to show, and whether the bar has yet to get it.
+struct StatusPart {
+  std::u16string text;
+  bool waiting = false;
+};
 
 // The windows of this process; null before they are made and after they are gone. The main window
 // owns its children.
@@ -28,6 +37,8 @@ struct WindowHandles {
   HFONT headerFont = nullptr;  // of the panel headers; owned by the main window
   HWND dialogs[kModelessDialogCount] = {};
   void (*layoutChildren)() = nullptr;  // puts the children in their places
+  std::vector<StatusPart> statusParts;
+  std::vector<int> statusPartEdges;  // right ends in pixels
 };
 
 extern WindowHandles windowHandles;
