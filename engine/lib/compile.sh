@@ -9,7 +9,8 @@ engine_version() {
     return
   fi
   tag=$(git -C "$pdfium_dir" describe --tags --match 'chromium/*' --abbrev=0 2>/dev/null || true)
-  echo "0.0.${tag:+${tag#chromium/}}${tag:-0}.0" | sed 's/chromium\/.*\./0./'
+  tag=${tag#chromium/}
+  echo "0.0.${tag:-0}.0"
 }
 
 configure_target() {

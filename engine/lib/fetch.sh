@@ -21,7 +21,7 @@ update_lists() {
   say "Reading Debian's source lists"
   mkdir -p "$dir/lists/partial" "$dir/cache/archives/partial"
   "$engine_dir/source_list.py" >"$dir/debian.sources" || fail "$(source_hint)"
-  if ! apt_private apt-get -qq update >"$dir/log" 2>&1; then
+  if ! apt_private apt-get -qq -o APT::Update::Error-Mode=any update >"$dir/log" 2>&1; then
     tail -n 5 "$dir/log" >&2
     fail "Debian's source lists could not be read; is there a network?" "$(source_hint)"
   fi
