@@ -217,8 +217,9 @@ Result onLeftDoubleClick(WPARAM, LPARAM lParam) {
   return 0;
 }
 
-Result onLeftUp(WPARAM, LPARAM) {
-  releaseLeft();
+Result onLeftUp(WPARAM, LPARAM lParam) {
+  const ClientPoint point = pointOf(lParam);
+  releaseLeft(point.x, point.y);
   return 0;
 }
 

@@ -115,7 +115,9 @@ void movePointer(int x, int y) {
 }
 
 // What ended a drag before its button came up has kept the mouse.
-void releaseLeft() {
+void releaseLeft(int x, int y) {
+  // The movement to the place of the release may have got lost; the text up to there was meant.
+  moveTextSelection(x, y);
   loseCapture();
   platform::releaseMouse();
 }

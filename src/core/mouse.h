@@ -21,7 +21,7 @@ void pressLeft(int x, int y);
 void pressMiddle(int x, int y);
 void doubleClickLeft(int x, int y);
 void movePointer(int x, int y);
-void releaseLeft();
+void releaseLeft(int x, int y);
 void releaseMiddle();
 
 // Makes the pane active; the rows of the menu to show there, none outside pages.

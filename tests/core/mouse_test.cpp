@@ -47,9 +47,21 @@ TEST_F(MouseTest, ALeftDragSelectsText) {
   pressLeft(from.x, from.y);
   EXPECT_TRUE(standIn().window.mouseCaptured);
   movePointer(to.x, to.y);
-  releaseLeft();
+  releaseLeft(to.x, to.y);
   EXPECT_TRUE(hasTextSelection(0));
   EXPECT_FALSE(standIn().window.mouseCaptured);
+}
+
+TEST_F(MouseTest, TheSelectionReachesToWhereTheButtonCameUp) {
+  open();
+  const Place from = letter(0, 0);
+  const Place before = letter(0, 2);
+  const Place to = letter(0, 3);
+  pressLeft(from.x, from.y);
+  movePointer(before.x, before.y);
+  releaseLeft(to.x, to.y);
+  copySelection();
+  EXPECT_EQ(standIn().clipboard, u"Page");
 }
 
 TEST_F(MouseTest, ADoubleClickSelectsAWord) {
@@ -71,7 +83,7 @@ TEST_F(MouseTest, ShiftTurnsALeftDragIntoPanning) {
   EXPECT_TRUE(session.panes[0].shiftPan);
   movePointer(place.x + 25, place.y);
   EXPECT_EQ(session.panes[0].panX, before + 25);
-  releaseLeft();
+  releaseLeft(place.x + 25, place.y);
   EXPECT_FALSE(session.panes[0].shiftPan);
   EXPECT_FALSE(hasTextSelection(0));
 }
@@ -115,7 +127,7 @@ TEST_F(MouseTest, TheDividerIsTakenBeforeThePanes) {
   const int divider = dividerX();
   pressLeft(divider, 300);
   movePointer(divider + 50, 300);
-  releaseLeft();
+  releaseLeft(divider + 50, 300);
   EXPECT_EQ(dividerX(), divider + 50);
   EXPECT_EQ(session.activePane, 0);
 }
@@ -124,7 +136,7 @@ TEST_F(MouseTest, APressMakesItsPaneActive) {
   open();
   setViewMode(ViewMode::IndependentPages);
   pressLeft(900, 300);
-  releaseLeft();
+  releaseLeft(900, 300);
   EXPECT_EQ(session.activePane, 1);
   pressMiddle(100, 300);
   releaseMiddle();
@@ -148,7 +160,7 @@ TEST_F(MouseTest, AQuickSecondPressCountsLikeTheFirst) {
   const int divider = dividerX();
   doubleClickLeft(divider, 300);
   movePointer(divider + 50, 300);
-  releaseLeft();
+  releaseLeft(divider + 50, 300);
   EXPECT_EQ(dividerX(), divider + 50);
 
   standIn().shiftDown = true;
@@ -162,7 +174,7 @@ TEST_F(MouseTest, BesideThePlaceholderNothingOpens) {
   session.placeholderRect[0] = {400, 300, 600, 330};
   for (const Place& place : {Place{399, 310}, Place{600, 310}, Place{500, 299}, Place{500, 330}}) {
     pressLeft(place.x, place.y);
-    releaseLeft();
+    releaseLeft(place.x, place.y);
   }
   EXPECT_THAT(standIn().openDialogs, IsEmpty());
 }
@@ -235,7 +247,7 @@ TEST_F(MouseTest, TheMouseWithoutADocumentIsHarmless) {
     for (int x : {-10, 0, 250, 499, 500, 501, 502, 999, 5000}) {
       pressLeft(x, 300);
       movePointer(x + 10, 310);
-      releaseLeft();
+      releaseLeft(x + 10, 310);
       doubleClickLeft(x, 300);
       pressMiddle(x, 300);
       movePointer(x - 10, 290);

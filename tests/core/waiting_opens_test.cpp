@@ -91,7 +91,7 @@ TEST_F(WaitingOpensTest, AnInterruptedSelectionGivesTheMouseBack) {
   ASSERT_TRUE(standIn().window.mouseCaptured);
   goToPage(0, 1, false);
   ASSERT_FALSE(session.selection.dragging);
-  releaseLeft();
+  releaseLeft(400, 300);
   EXPECT_FALSE(standIn().window.mouseCaptured);
 }
 

@@ -101,7 +101,8 @@ void drag(Reader& reader) {
   }
   const std::uint8_t end = reader.next() % 8;
   if (end == 0) return;  // the button stays down for what follows
-  end == 1 ? loseCapture() : middle ? releaseMiddle() : releaseLeft();
+  const int endX = reader.within(width);
+  end == 1 ? loseCapture() : middle ? releaseMiddle() : releaseLeft(endX, y);
   standIn().shiftDown = false;
 }
 
