@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "driver/inside_request.h"
 #include "driver/wait.h"
 
 namespace quillmere::e2e {
@@ -71,6 +72,15 @@ DWORD buttonFlag(Button button, bool down) {
   return down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP;
 }
 
+// Moves the pointer and lets the window there take note, since a pointer that comes into a window
+// makes the desktop forget keys that are held. The window.
+HWND arriveAt(POINT place) {
+  movePointer(place);
+  const HWND window = GetAncestor(WindowFromPoint(place), GA_ROOT);
+  inputIsHandled(window);
+  return window;
+}
+
 }  // namespace
 
 void holdKeys(unsigned modifiers) {
@@ -108,6 +118,7 @@ void releaseButton(POINT place, Button button) {
 }
 
 void click(POINT place, Button button, unsigned modifiers) {
+  arriveAt(place);
   holdKeys(modifiers);
   pressButton(place, button);
   releaseButton(place, button);
@@ -120,9 +131,11 @@ void doubleClick(POINT place) {
 }
 
 void drag(POINT from, POINT to, Button button, unsigned modifiers) {
+  const HWND window = arriveAt(from);
   holdKeys(modifiers);
   pressButton(from, button);
   for (int step = 1; step <= kDragSteps; ++step) {
+    inputIsHandled(window);
     movePointer({from.x + (to.x - from.x) * step / kDragSteps,
                  from.y + (to.y - from.y) * step / kDragSteps});
   }
@@ -131,9 +144,14 @@ void drag(POINT from, POINT to, Button button, unsigned modifiers) {
 }
 
 void turnWheel(POINT place, int delta, unsigned modifiers) {
+  arriveAt(place);
   holdKeys(modifiers);
   sendMouse(place, MOUSEEVENTF_WHEEL, static_cast<DWORD>(delta));
   releaseKeys(modifiers);
+}
+
+bool inputIsHandled(HWND window) {
+  return eventually([&] { return askInside(window, InsideRequest::InputWaits, 0) == L"0"; });
 }
 
 bool bringToFront(HWND window) {

@@ -23,10 +23,15 @@ void pressButton(POINT place, Button button = Button::Left);
 void releaseButton(POINT place, Button button = Button::Left);
 void click(POINT place, Button button = Button::Left, unsigned modifiers = kNone);
 void doubleClick(POINT place);
-// Goes from one place to the other in small steps with the button held.
+// Goes from one place to the other in small steps with the button held, and waits for each step to
+// be handled: a movement that is being handled swallows the next one.
 void drag(POINT from, POINT to, Button button = Button::Left, unsigned modifiers = kNone);
 // `delta` in wheel units, 120 for a notch away from the person.
 void turnWheel(POINT place, int delta, unsigned modifiers = kNone);
+
+// Waits until the program of the window has handled all keys and mouse events; false when it does
+// not come to that. What is sent or posted to a window overtakes input that still waits.
+bool inputIsHandled(HWND window);
 
 // Puts the window in front and gives it the keyboard; false when that did not come about.
 bool bringToFront(HWND window);

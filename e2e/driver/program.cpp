@@ -4,6 +4,7 @@
 
 #include <thread>
 
+#include "driver/input.h"
 #include "driver/inside_request.h"
 #include "driver/wait.h"
 
@@ -94,6 +95,12 @@ void terminateOwners(const wchar_t* className) {
     TerminateProcess(process, 1);
     CloseHandle(process);
   }
+}
+
+void deliverPath(HWND window, const std::wstring& path) {
+  COPYDATASTRUCT data{kOpenFileTag, static_cast<DWORD>((path.size() + 1) * sizeof(wchar_t)),
+                      const_cast<wchar_t*>(path.c_str())};
+  SendMessageW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
 }
 
 }  // namespace
@@ -250,6 +257,7 @@ std::vector<std::wstring> treeItems(HWND window, HWND tree) {
 }
 
 void dropFiles(HWND window, POINT client, const std::vector<std::wstring>& paths) {
+  inputIsHandled(window);
   std::wstring list;
   for (const std::wstring& path : paths) {
     list += path;
@@ -259,16 +267,17 @@ void dropFiles(HWND window, POINT client, const std::vector<std::wstring>& paths
 }
 
 void sendPath(HWND window, const std::wstring& path) {
-  COPYDATASTRUCT data{kOpenFileTag, static_cast<DWORD>((path.size() + 1) * sizeof(wchar_t)),
-                      const_cast<wchar_t*>(path.c_str())};
-  SendMessageW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
+  inputIsHandled(window);
+  deliverPath(window, path);
 }
 
 void sendPathAndReturn(HWND window, const std::wstring& path) {
-  std::thread([window, path] { sendPath(window, path); }).detach();
+  inputIsHandled(window);
+  std::thread([window, path] { deliverPath(window, path); }).detach();
 }
 
 void runCommand(HWND window, int id) {
+  inputIsHandled(window);
   PostMessageW(window, WM_COMMAND, MAKEWPARAM(id, 0), 0);
 }
 

@@ -144,13 +144,6 @@ bool Scenario::becomesChecked(int id) const {
   return eventually([&] { return menuItem(window, id).checked; });
 }
 
-bool Scenario::keysAreDone() const {
-  press(VK_F6);
-  if (!becomesChecked(302)) return false;
-  press(VK_F5);
-  return becomesChecked(301);
-}
-
 POINT Scenario::onScreen(int x, int y) const {
   POINT place{x, y};
   ClientToScreen(window, &place);

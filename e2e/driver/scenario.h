@@ -43,9 +43,6 @@ class Scenario : public ::testing::Test {
   ::testing::AssertionResult boxSays(const std::wstring& text, WORD key = VK_RETURN) const;
   // The menu item's check mark or greying, waited for.
   bool becomesChecked(int id) const;
-  // Waits until the keys pressed so far have been handled, shown by going to two pages beside each
-  // other and back to one. A drop or a handed-over path, which is sent, would overtake them.
-  bool keysAreDone() const;
   // A client place of the window on the screen.
   POINT onScreen(int x, int y) const;
   Picture client() const { return captureClient(window); }

@@ -97,6 +97,9 @@ void serve(HWND window, InsideRequest request, LPARAM detail, InsideBlock& block
     case InsideRequest::StatusText:
       answer(block, statusText(window, static_cast<WPARAM>(detail)));
       break;
+    case InsideRequest::InputWaits:
+      answer(block, HIWORD(GetQueueStatus(QS_INPUT)) != 0 ? L"1" : L"0");
+      break;
   }
 }
 

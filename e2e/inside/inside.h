@@ -20,6 +20,8 @@ enum class InsideRequest : WPARAM {
   DescribeTree = 3,
   // lParam: the part of the status bar. Answer: its text.
   StatusText = 4,
+  // Answer: "1" while keys or mouse events wait in the queue of the window's thread, else "0".
+  InputWaits = 5,
 };
 
 struct InsideBlock {

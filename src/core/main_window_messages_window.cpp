@@ -230,8 +230,9 @@ Result onMiddleDown(WPARAM, LPARAM lParam) {
   return 0;
 }
 
-Result onMiddleUp(WPARAM, LPARAM) {
-  releaseMiddle();
+Result onMiddleUp(WPARAM, LPARAM lParam) {
+  const ClientPoint point = pointOf(lParam);
+  releaseMiddle(point.x, point.y);
   return 0;
 }
 

@@ -78,6 +78,12 @@ bool pressToSelect(int x, int y) {
 constexpr bool (*kLeftPressHandlers[])(int x, int y) = {pressSplitter, pressPlaceholder, pressToPan,
                                                         pressLink, pressToSelect};
 
+// The last movement before a release may have got lost; what was drawn up to there was meant.
+void moveToRelease(int x, int y) {
+  moveDragPan(x, y);
+  moveTextSelection(x, y);
+}
+
 bool aboveStatusBar(int y) {
   return y >= 0 && y < pageAreaBottom();
 }
@@ -116,13 +122,13 @@ void movePointer(int x, int y) {
 
 // What ended a drag before its button came up has kept the mouse.
 void releaseLeft(int x, int y) {
-  // The movement to the place of the release may have got lost; the text up to there was meant.
-  moveTextSelection(x, y);
+  moveToRelease(x, y);
   loseCapture();
   platform::releaseMouse();
 }
 
-void releaseMiddle() {
+void releaseMiddle(int x, int y) {
+  moveToRelease(x, y);
   endDragPan();
 }
 

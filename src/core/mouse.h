@@ -22,7 +22,7 @@ void pressMiddle(int x, int y);
 void doubleClickLeft(int x, int y);
 void movePointer(int x, int y);
 void releaseLeft(int x, int y);
-void releaseMiddle();
+void releaseMiddle(int x, int y);
 
 // Makes the pane active; the rows of the menu to show there, none outside pages.
 std::vector<MenuRow> releaseRight(int x, int y);

@@ -102,7 +102,7 @@ void drag(Reader& reader) {
   const std::uint8_t end = reader.next() % 8;
   if (end == 0) return;  // the button stays down for what follows
   const int endX = reader.within(width);
-  end == 1 ? loseCapture() : middle ? releaseMiddle() : releaseLeft(endX, y);
+  end == 1 ? loseCapture() : middle ? releaseMiddle(endX, y) : releaseLeft(endX, y);
   standIn().shiftDown = false;
 }
 
