@@ -67,7 +67,7 @@ bool findLiteral(FPDF_PAGE page, int pageIndex, const std::u16string& text, std:
   return false;
 }
 
-bool findOnPage(FPDF_PAGE page, int pageIndex, const SearchJob& job, std::size_t limit,
+bool findOnPage(FPDF_PAGE page, int pageIndex, SearchJob& job, std::size_t limit,
                 std::vector<FindResult>& results) {
   if (session.find.regexMode) return FindRegexPage(page, pageIndex, job.pattern, limit, results);
   return findLiteral(page, pageIndex, job.text, limit, results);
@@ -103,7 +103,7 @@ bool paneSearched(int pane) {
   return session.viewMode != ViewMode::TwoDocuments || pane == session.activePane;
 }
 
-void searchShownPages(const SearchJob& job, std::vector<FindResult>& results) {
+void searchShownPages(SearchJob& job, std::vector<FindResult>& results) {
   std::vector<std::int32_t> searched;
   for (int pane = 0; pane < 2; ++pane) {
     const PaneSlot& slot = session.panes[pane];
@@ -117,7 +117,7 @@ void searchShownPages(const SearchJob& job, std::vector<FindResult>& results) {
 }
 
 // True when the cap was reached.
-bool searchAllPages(const SearchJob& job, std::vector<FindResult>& results) {
+bool searchAllPages(SearchJob& job, std::vector<FindResult>& results) {
   const PaneSlot& shown = session.panes[session.activePane];
   const FPDF_DOCUMENT document = documentOf(session.activePane);
   const std::int32_t pageCount = pageCountOf(session.activePane);
@@ -260,7 +260,7 @@ bool FindCompilePattern(const std::u16string& text, FindPattern& regex) {
   return false;
 }
 
-bool FindRegexPage(FPDF_PAGE page, int pageIndex, const FindPattern& regex, std::size_t limit,
+bool FindRegexPage(FPDF_PAGE page, int pageIndex, FindPattern& regex, std::size_t limit,
                    std::vector<FindResult>& results) {
   const TextPageHandle textPage(FPDFText_LoadPage(page));
   if (!textPage) return false;

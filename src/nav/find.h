@@ -40,7 +40,7 @@ std::u16string findStatus();
 bool FindCompilePattern(const std::u16string& text, FindPattern& regex);
 
 // Appends the page's hits; 0 for no limit, which counts the whole list. True when it was reached.
-bool FindRegexPage(FPDF_PAGE page, int pageIndex, const FindPattern& regex, std::size_t limit,
+bool FindRegexPage(FPDF_PAGE page, int pageIndex, FindPattern& regex, std::size_t limit,
                    std::vector<FindResult>& results);
 
 // What is painted over a pane: where hits stand, in pixels from the pane's top left corner.

@@ -4,10 +4,13 @@
 #define BOOST_REGEX_MAX_STATE_COUNT 4000000
 #include <boost/regex.hpp>
 
+#include <algorithm>
 #include <cstddef>
 #include <exception>
 #include <iterator>
 #include <locale>
+
+#include "platform/process.h"
 
 namespace quillmere {
 
@@ -175,6 +178,25 @@ std::u16string withLibraryEscapes(std::u16string_view text) {
   return result;
 }
 
+// Takes the time that passes from what a pattern has left. One search is bounded by its states;
+// time bounds the thousands of searches that a document can ask for.
+class MatchingTime {
+ public:
+  explicit MatchingTime(FindPattern& pattern)
+      : left_(pattern.millisecondsLeft), before_(platform::monotonicMilliseconds()) {}
+
+  bool usedUp() {
+    const std::uint64_t now = platform::monotonicMilliseconds();
+    left_ -= std::min(now - before_, left_);
+    before_ = now;
+    return left_ == 0;
+  }
+
+ private:
+  std::uint64_t& left_;
+  std::uint64_t before_;
+};
+
 }  // namespace
 
 struct FindPattern::Compiled {
@@ -194,19 +216,22 @@ bool compilePattern(std::u16string_view text, FindPattern& pattern) {
   } catch (const std::exception&) {
     return false;
   }
+  pattern.millisecondsLeft = kMatchingMilliseconds;
   return true;
 }
 
-PatternOutcome findMatches(const FindPattern& pattern, std::u16string_view text, std::size_t limit,
+PatternOutcome findMatches(FindPattern& pattern, std::u16string_view text, std::size_t limit,
                            std::vector<PatternMatch>& matches) {
   const auto flags =
       boost::regex_constants::match_single_line | boost::regex_constants::match_not_dot_newline;
   std::size_t appended = 0;
+  MatchingTime time(pattern);
   try {
     const Iterator end;
     const UnitPointer first(text.data());
     const UnitPointer last(text.data() + text.size());
     for (Iterator match(first, last, pattern.compiled->expression, flags); match != end; ++match) {
+      if (time.usedUp()) return PatternOutcome::TooComplex;
       const auto& whole = (*match)[0];
       if (whole.first == whole.second) continue;
       matches.push_back({static_cast<std::size_t>(whole.first.get() - text.data()),
@@ -216,7 +241,7 @@ PatternOutcome findMatches(const FindPattern& pattern, std::u16string_view text,
   } catch (const std::exception&) {
     return PatternOutcome::TooComplex;
   }
-  return PatternOutcome::Done;
+  return time.usedUp() ? PatternOutcome::TooComplex : PatternOutcome::Done;
 }
 
 }  // namespace quillmere

@@ -34,15 +34,19 @@ struct FindPattern {
     void operator()(Compiled* compiled) const;
   };
   std::unique_ptr<Compiled, Deleter> compiled;  // null before a compilation succeeded
+  std::uint64_t millisecondsLeft = 0;           // for matching, over all texts together
 };
+
+// Time that a pattern may take for all the texts it is matched against.
+inline constexpr std::uint64_t kMatchingMilliseconds = 10000;
 
 // False when the text is no regular expression; `pattern` is then empty.
 bool compilePattern(std::u16string_view text, FindPattern& pattern);
 
 // Appends every match with at least one unit, from left to right and not overlapping, until `limit`
-// of them were appended; 0 for no limit. Matching that grows beyond bounds is given up, so that no
-// pattern can hang the program or exhaust its stack.
-PatternOutcome findMatches(const FindPattern& pattern, std::u16string_view text, std::size_t limit,
+// of them were appended; 0 for no limit. Matching that grows beyond bounds, or uses up the
+// pattern's time, is given up, so that no pattern can hang the program or exhaust its stack.
+PatternOutcome findMatches(FindPattern& pattern, std::u16string_view text, std::size_t limit,
                            std::vector<PatternMatch>& matches);
 
 }  // namespace quillmere

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/stand_in.h"
+
 namespace quillmere::test {
 namespace {
 
@@ -51,6 +53,17 @@ TEST(FindPatternTest, UnderstandsTheCommonConstructs) {
       {u"\\u12", u"u12", {u"u12"}},
       {u"\\x4", u"x4", {u"x4"}},
       {u"(?<w>\\w)\\k<w>", u"aab", {u"aa"}},
+      {u"[\\b]", u"a\bb", {u"\b"}},
+      {u"a{2}", u"aaa", {u"aa"}},
+      {u"\\{a\\}", u"{a}", {u"{a}"}},
+      {u"[{]", u"{", {u"{"}},
+      {u"[\\d-]+", u"1-2x", {u"1-2"}},
+      {u"\\cJ", u"a\nb", {u"\n"}},
+      {u"\\0", std::u16string(u"a\0b", 3), {std::u16string(1, u'\0')}},
+      {u"\\/\\-", u"a/-b", {u"/-"}},
+      {u"ab*?c|abbd", u"abbd abc", {u"abbd", u"abc"}},
+      {u"(a)|b\\1", u"a", {u"a"}},
+      {u"(?=(a+))a*b\\1", u"baaabac", {u"aba"}},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(matchesOf(c.pattern, c.text), c.found)
@@ -97,6 +110,12 @@ TEST(FindPatternTest, WhatIsNoExpressionIsRefused) {
   }
 }
 
+TEST(FindPatternTest, ABraceAloneStandsForItself) {
+  EXPECT_EQ(matchesOf(u"{", u"a{b"), Texts{u"{"});
+  EXPECT_EQ(matchesOf(u"a{x", u"a{x"), Texts{u"a{x"});
+  EXPECT_EQ(matchesOf(u"}", u"a}b"), Texts{u"}"});
+}
+
 TEST(FindPatternTest, MatchingThatExplodesIsGivenUp) {
   for (const std::u16string_view text : {u"(a+)+$", u"(a|aa)+$", u"((a+)+)+b", u"(a*)*c"}) {
     FindPattern pattern;
@@ -118,8 +137,25 @@ TEST(FindPatternTest, ALongPatternDoesNotWidenTheBound) {
 }
 
 TEST(FindPatternTest, DeeplyNestedGroupsAreRefused) {
-  FindPattern pattern;
-  EXPECT_FALSE(compilePattern(std::u16string(5000, u'(') + std::u16string(5000, u')'), pattern));
+  for (const std::size_t depth : {500u, 5000u, 15000u}) {
+    FindPattern pattern;
+    EXPECT_FALSE(
+        compilePattern(std::u16string(depth, u'(') + u"a" + std::u16string(depth, u')'), pattern))
+        << depth;
+  }
+}
+
+TEST(FindPatternTest, GroupsMayBeNestedAHundredTimes) {
+  const std::u16string pattern = std::u16string(100, u'(') + u"a" + std::u16string(100, u')');
+  EXPECT_EQ(matchesOf(pattern, u"bab"), Texts{u"a"});
+}
+
+TEST(FindPatternTest, APatternAsLongAsTheFieldAllowsIsFound) {
+  const std::u16string word(29000, u'w');
+  EXPECT_EQ(matchesOf(word, u"a" + word + u"b"), Texts{word});
+  std::u16string alternatives;
+  while (alternatives.size() < 30000) alternatives += u"ab|";
+  EXPECT_EQ(matchesOf(alternatives + u"c", u"xcab"), (Texts{u"c", u"ab"}));
 }
 
 TEST(FindPatternTest, ALongTextDoesNotExhaustTheStack) {
@@ -135,6 +171,32 @@ TEST(FindPatternTest, AMatchOfAMillionUnitsEndsOneWayOrTheOther) {
   std::vector<PatternMatch> matches;
   EXPECT_EQ(findMatches(pattern, std::u16string(1000000, u'a'), 0, matches),
             PatternOutcome::TooComplex);
+}
+
+TEST(FindPatternTest, TheTimeOfAPatternIsUsedUpByAllItsTexts) {
+  FindPattern pattern;
+  ASSERT_TRUE(compilePattern(u"a", pattern));
+  std::vector<PatternMatch> matches;
+  platform::resetStandIn();
+  platform::standIn().clockStep = static_cast<std::uint32_t>(kMatchingMilliseconds / 4);
+  EXPECT_EQ(findMatches(pattern, u"a", 0, matches), PatternOutcome::Done);
+  EXPECT_EQ(findMatches(pattern, u"ba", 0, matches), PatternOutcome::TooComplex);
+  EXPECT_EQ(matches.size(), 2u);
+  ASSERT_TRUE(compilePattern(u"a", pattern));
+  EXPECT_EQ(findMatches(pattern, u"b", 0, matches), PatternOutcome::Done);
+  platform::resetStandIn();
+}
+
+TEST(FindPatternTest, TimeEndsAPageWithManyMatchesToo) {
+  FindPattern pattern;
+  ASSERT_TRUE(compilePattern(u"a", pattern));
+  std::vector<PatternMatch> matches;
+  platform::resetStandIn();
+  platform::standIn().clockStep = static_cast<std::uint32_t>(kMatchingMilliseconds / 10);
+  EXPECT_EQ(findMatches(pattern, std::u16string(100, u'a'), 0, matches),
+            PatternOutcome::TooComplex);
+  EXPECT_EQ(matches.size(), 9u);
+  platform::resetStandIn();
 }
 
 TEST(FindPatternTest, HitsBeforeMatchingWasGivenUpStand) {

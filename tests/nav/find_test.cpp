@@ -70,6 +70,19 @@ TEST_F(FindTest, SteppingNeverWrapsAround) {
   EXPECT_EQ(pane(0).currentPage, 2);
 }
 
+TEST_F(FindTest, SteppingOnTheLastHitComesBackToItsPage) {
+  ASSERT_TRUE(openLines({"x", "none", "x", "none"}));
+  type(u"x");
+  FindStep(1);
+  FindStep(1);
+  goToPage(0, 3, false);
+  FindStep(1);
+  EXPECT_EQ(pane(0).currentPage, 2);
+  EXPECT_EQ(bar().status, u"2 of 2");
+  ASSERT_EQ(pane(0).backHistory.size(), 2u);
+  EXPECT_EQ(pane(0).backHistory[1].page, 3);
+}
+
 TEST_F(FindTest, AStepToAnotherPageCanBeUndone) {
   ASSERT_TRUE(openLines({"x", "none", "x"}));
   type(u"x");
@@ -233,6 +246,54 @@ TEST_F(FindTest, ABookIsSearchedOnBothPages) {
   EXPECT_EQ(hitPages(), (Pages{0, 0, 1}));
 }
 
+TEST_F(FindTest, StepsOnTheRightPageOfABookStayOnTheirHit) {
+  ASSERT_TRUE(openLines({"none", "none", "x", "x", "none"}));
+  setViewMode(ViewMode::Book);
+  setActivePane(1);
+  type(u"x");
+  FindStep(1);
+  EXPECT_EQ(pane(1).currentPage, 2);
+  EXPECT_EQ(bar().status, u"1 of 2");
+  FindStep(1);
+  EXPECT_EQ(pane(0).currentPage, 2);
+  EXPECT_EQ(pane(1).currentPage, 3);
+  EXPECT_EQ(bar().status, u"2 of 2");
+  ASSERT_EQ(pane(0).backHistory.size(), 1u);
+  EXPECT_EQ(pane(0).backHistory[0].page, 1);
+  EXPECT_TRUE(pane(1).backHistory.empty());
+  FindStep(-1);
+  EXPECT_EQ(pane(1).currentPage, 2);
+  EXPECT_EQ(bar().status, u"1 of 2");
+}
+
+TEST_F(FindTest, ABookKeepsItsFirstPageOnTheLeftForAHitThere) {
+  ASSERT_TRUE(openLines({"x", "none", "none", "none"}));
+  setViewMode(ViewMode::Book);
+  goToPage(0, 2, false);
+  setActivePane(1);
+  type(u"x");
+  FindStep(1);
+  EXPECT_EQ(pane(0).currentPage, 0);
+  EXPECT_EQ(pane(1).currentPage, 1);
+  EXPECT_EQ(bar().status, u"1 of 1");
+  FindStep(1);
+  EXPECT_EQ(pane(0).currentPage, 0);
+}
+
+TEST_F(FindTest, ABookShowsAHitOnItsLastPageOnTheRight) {
+  for (const int active : {0, 1}) {
+    ASSERT_TRUE(openLines({"none", "none", "none", "none", "x"}));
+    setViewMode(ViewMode::Book);
+    setActivePane(active);
+    type(u"x");
+    FindStep(1);
+    EXPECT_EQ(pane(0).currentPage, 3) << active;
+    EXPECT_EQ(pane(1).currentPage, 4) << active;
+    EXPECT_EQ(bar().status, u"1 of 1") << active;
+    setViewMode(ViewMode::SinglePage);
+  }
+}
+
 TEST_F(FindTest, ASinglePageNeverSearchesThePaneThatIsHidden) {
   ASSERT_TRUE(openLines({"x", "x"}));
   setViewMode(ViewMode::Book);
@@ -251,6 +312,27 @@ TEST_F(FindTest, TwoDocumentsSearchTheActiveOne) {
   EXPECT_EQ(find().results.size(), 3u);
   EXPECT_TRUE(findHitQuads(0).empty());
   EXPECT_EQ(findHitQuads(1).size(), 3u);
+}
+
+TEST_F(FindTest, OnlyTheActivePaneOfTwoShowsHits) {
+  setViewMode(ViewMode::TwoDocuments);
+  ASSERT_TRUE(open(buildPdf({pageWith({"x x"})}), 0, u"C:\\left.pdf"));
+  ASSERT_TRUE(open(buildPdf({pageWith({"x x"})}), 1, u"C:\\right.pdf"));
+  for (const int active : {0, 1}) {
+    setActivePane(active);
+    type(u"x");
+    EXPECT_EQ(findHitQuads(active).size(), 2u);
+    EXPECT_TRUE(findHitQuads(1 - active).empty());
+  }
+}
+
+TEST_F(FindTest, BothPanesOfOneDocumentShowTheirHits) {
+  ASSERT_TRUE(openLines({"x", "x x"}));
+  setViewMode(ViewMode::IndependentPages);
+  goToPage(1, 1, false);
+  type(u"x");
+  EXPECT_EQ(findHitQuads(0).size(), 1u);
+  EXPECT_EQ(findHitQuads(1).size(), 2u);
 }
 
 TEST_F(FindTest, TurningTheOtherDocumentLeavesTheHitsAlone) {
@@ -320,6 +402,206 @@ TEST_F(FindTest, APageWithoutTextHasNoHits) {
     FindInDocument();
     EXPECT_EQ(hitPages(), Pages{1});
   }
+}
+
+// Three pages: text on the first and the last, and one in the middle that is none.
+std::string pdfWithABrokenPage() {
+  PdfFile file;
+  const int catalog = file.reserve();
+  const int pages = file.reserve();
+  const int content = file.addStream(textContent("x marks"));
+  const std::string page =
+      "<< /Type /Page /MediaBox [0 0 612 792] /Parent " + PdfFile::reference(pages) +
+      " /Contents " + PdfFile::reference(content) +
+      " /Resources << /Font << /F1 << /Type /Font /Subtype /Type1 /BaseFont /Helvetica >> >> >> >>";
+  const int first = file.add(page);
+  const int broken = file.add("(no page)");
+  const int last = file.add(page);
+  file.set(pages, "<< /Type /Pages /Count 3 /Kids [" + PdfFile::reference(first) + " " +
+                      PdfFile::reference(broken) + " " + PdfFile::reference(last) + "] >>");
+  file.set(catalog, "<< /Type /Catalog /Pages " + PdfFile::reference(pages) + " >>");
+  return file.finish(catalog);
+}
+
+TEST_F(FindTest, APageThatCannotBeLoadedIsPassedOver) {
+  ASSERT_TRUE(open(pdfWithABrokenPage()));
+  ASSERT_EQ(pageCountOf(0), 3);
+  for (const bool regex : {false, true}) {
+    goToPage(0, 0, false);
+    chooseFindMode(regex);
+    type(u"x");
+    FindInDocument();
+    EXPECT_EQ(hitPages(), (Pages{0, 2}));
+    EXPECT_EQ(bar().status, u"1 of 2");
+    EXPECT_TRUE(platform::standIn().boxes.empty());
+    FindStep(1);
+    EXPECT_EQ(pane(0).currentPage, 2);
+  }
+}
+
+TEST_F(FindTest, ThePageThatCannotBeLoadedMayBeTheOneShown) {
+  ASSERT_TRUE(open(pdfWithABrokenPage()));
+  goToPage(0, 1, false);
+  ASSERT_FALSE(pane(0).page);
+  for (const bool regex : {false, true}) {
+    chooseFindMode(regex);
+    type(u"x");
+    FindInVisiblePages();
+    EXPECT_EQ(bar().status, u"0 on page");
+  }
+  FindStep(1);
+  EXPECT_EQ(bar().status, u"1 of 2");
+  EXPECT_EQ(pane(0).currentPage, 0);
+}
+
+TEST_F(FindTest, WithoutATextPageThereAreNoHits) {
+  FindPattern pattern;
+  ASSERT_TRUE(FindCompilePattern(u"x", pattern));
+  std::vector<FindResult> results;
+  EXPECT_FALSE(FindRegexPage(nullptr, 0, pattern, 1, results));
+  EXPECT_TRUE(results.empty());
+  EXPECT_FALSE(find().badPattern);
+}
+
+TEST_F(FindTest, WithoutATextPageNothingIsPaintedOrScrolled) {
+  ASSERT_TRUE(openLines({"x"}));
+  type(u"x");
+  FindStep(1);
+  pane(0).zoomMode = kCustomFit;
+  pane(0).panY = -700;
+  pane(0).textPage.reset();
+  EXPECT_TRUE(findHitQuads(0).empty());
+  FindStep(1);
+  EXPECT_EQ(pane(0).panY, -700);
+  EXPECT_EQ(bar().status, u"1 of 1");
+}
+
+TEST_F(FindTest, ADocumentWithoutPagesHasNoHits) {
+  openInActive(zeroPagePdf());
+  for (const bool regex : {false, true}) {
+    chooseFindMode(regex);
+    type(u"x");
+    FindStep(1);
+    EXPECT_EQ(bar().status, u"No results");
+    FindStep(-1);
+  }
+}
+
+TEST_F(FindTest, FiftyThousandPiecesOfTextAreOnePage) {
+  PdfPage page;
+  page.height = 5000;
+  page.content = "BT /F1 4 Tf 6 TL 20 4900 Td\n";
+  for (int line = 0; line < 500; ++line) {
+    for (int i = 0; i < 99; ++i) page.content += "(ab) Tj 5.5 0 Td\n";
+    page.content += "(q) Tj -544.5 -6 Td\n";
+  }
+  page.content += "ET\n";
+  ASSERT_TRUE(open(buildPdf({page})));
+  for (const bool regex : {false, true}) {
+    chooseFindMode(regex);
+    type(u"q");
+    FindInDocument();
+    EXPECT_EQ(bar().status, u"1 of 500");
+    for (int i = 0; i < 3; ++i) FindStep(1);
+    EXPECT_EQ(bar().status, u"4 of 500");
+    EXPECT_FALSE(findHitQuads(0).empty());
+  }
+}
+
+// What a hit covers, in page points: one box for each line that it stands on.
+struct Box {
+  double left;
+  double right;
+  double bottom;
+  double top;
+};
+std::vector<Box> boxesOf(int pane, const FindResult& hit) {
+  std::vector<Box> boxes;
+  const FPDF_TEXTPAGE text = session.panes[pane].textPage.get();
+  const int count = FPDFText_CountRects(text, hit.start, hit.count);
+  for (int i = 0; i < count; ++i) {
+    Box box{};
+    EXPECT_TRUE(FPDFText_GetRect(text, i, &box.left, &box.top, &box.right, &box.bottom));
+    boxes.push_back(box);
+  }
+  return boxes;
+}
+
+// A word that a hyphen parts at a line's end, with text behind it.
+std::string hyphenatedPdf() {
+  PdfPage page;
+  page.content =
+      textContent("an exam-", 72, 700, 20, "F3") + textContent("ple behind", 72, 670, 20, "F3");
+  return buildPdf({page});
+}
+
+TEST_F(FindTest, AHyphenAtALinesEndCountsAsOneCharacter) {
+  constexpr double kAdvance = 12;  // of a Courier letter of 20 points
+  ASSERT_TRUE(open(hyphenatedPdf()));
+  for (const bool regex : {false, true}) {
+    chooseFindMode(regex);
+    type(u"behind");
+    FindInDocument();
+    ASSERT_EQ(find().results.size(), 1u) << regex;
+    EXPECT_EQ(find().results[0].start, 12);
+    EXPECT_EQ(find().results[0].count, 6);
+    const std::vector<Box> boxes = boxesOf(0, find().results[0]);
+    ASSERT_EQ(boxes.size(), 1u);
+    EXPECT_NEAR(boxes[0].left, 72 + 4 * kAdvance, 2) << regex;
+    EXPECT_NEAR(boxes[0].right, 72 + 10 * kAdvance, 2) << regex;
+    EXPECT_GT(boxes[0].bottom, 660);
+    EXPECT_LT(boxes[0].top, 690);
+  }
+}
+
+TEST_F(FindTest, APatternSeesTheHyphenAsOneUnitInsideTheWord) {
+  ASSERT_TRUE(open(hyphenatedPdf()));
+  chooseFindMode(true);
+  for (const char16_t* pattern : {u"exam.ple", u"exam\\uFFFEple", u"exam\uFFFEple"}) {
+    type(pattern);
+    FindInDocument();
+    ASSERT_EQ(find().results.size(), 1u);
+    EXPECT_EQ(find().results[0].start, 3);
+    EXPECT_EQ(find().results[0].count, 8);
+    const std::vector<Box> boxes = boxesOf(0, find().results[0]);
+    ASSERT_EQ(boxes.size(), 2u);
+    EXPECT_GT(boxes[0].bottom, 690);
+    EXPECT_LT(boxes[1].top, 690);
+    EXPECT_EQ(findHitQuads(0).size(), 2u);
+  }
+  type(u"example");
+  FindInDocument();
+  EXPECT_EQ(bar().status, u"No results");
+}
+
+TEST_F(FindTest, TheTimeForAPatternIsThatOfTheWholeDocument) {
+  for (const auto& [pages, status] :
+       {std::pair(90, u"No results"), std::pair(110, u"Bad pattern")}) {
+    ASSERT_TRUE(open(manyPagesPdf(pages)));
+    chooseFindMode(true);
+    type(u"absent");
+    platform::standIn().clockStep = 100;
+    FindInDocument();
+    platform::standIn().clockStep = 0;
+    EXPECT_EQ(bar().status, status) << pages;
+  }
+}
+
+TEST_F(FindTest, HitsFoundBeforeTheTimeWasUpStand) {
+  std::vector<std::string> lines(110, "nothing");
+  lines[3] = "needle";
+  lines[109] = "needle";
+  ASSERT_TRUE(openLines(lines));
+  chooseFindMode(true);
+  type(u"needle");
+  platform::standIn().clockStep = 100;
+  FindInDocument();
+  EXPECT_EQ(bar().status, u"Bad pattern");
+  EXPECT_EQ(hitPages(), Pages{3});
+  EXPECT_EQ(pane(0).currentPage, 3);
+  platform::standIn().clockStep = 0;
+  FindInDocument();
+  EXPECT_EQ(bar().status, u"1 of 2");
 }
 
 TEST_F(FindTest, NothingFoundSaysSo) {
