@@ -1,5 +1,7 @@
 #include "nav/find_bar.h"
 
+#include <iterator>
+#include <span>
 #include <string>
 
 #include "core/commands.h"
@@ -26,6 +28,54 @@ TEST_F(FindBarTest, ControlsStandInARowThatGrowsWithTheBar) {
     EXPECT_LE(right, width);
     EXPECT_EQ(right, width - 4);
   }
+}
+
+TEST_F(FindBarTest, EveryControlStandsInItsPlace) {
+  using enum FindControlKind;
+  const struct {
+    int id;
+    FindControlKind kind;
+    std::u16string text;
+    int x;
+    int width;
+  } rows[] = {
+      {418, FirstRadio, u"Find", 10, 48},   {419, Radio, u"RegEx", 62, 62},
+      {424, Separator, u"", 132, 2},        {415, Check, u"Match case", 142, 94},
+      {421, Check, u"Whole word", 244, 96}, {417, Separator, u"", 348, 2},
+      {416, Label, u"Search:", 358, 50},    {410, Edit, u"", 414, 402},
+      {411, Button, u"\u25B2", 818, 28},    {412, Button, u"\u25BC", 848, 28},
+      {413, CentredLabel, u"", 878, 90},    {414, Button, u"\u00D7", 972, 24},
+  };
+  const std::span<const FindControl> controls = findBarControls();
+  ASSERT_EQ(controls.size(), std::size(rows));
+  for (std::size_t i = 0; i < std::size(rows); ++i) {
+    const FindControlPlace place = placeOf(controls[i], 1000);
+    EXPECT_EQ(controls[i].id, rows[i].id);
+    EXPECT_EQ(controls[i].kind, rows[i].kind) << rows[i].id;
+    EXPECT_EQ(controls[i].text, rows[i].text) << rows[i].id;
+    EXPECT_EQ(place.x, rows[i].x) << rows[i].id;
+    EXPECT_EQ(place.width, rows[i].width) << rows[i].id;
+    EXPECT_EQ(place.y, 6) << rows[i].id;
+    EXPECT_EQ(place.height, 22) << rows[i].id;
+  }
+}
+
+TEST_F(FindBarTest, ABarTooNarrowForItsFieldHidesIt) {
+  for (const FindControl& control : findBarControls()) {
+    EXPECT_GE(placeOf(control, 100).width, 0) << control.id;
+    if (control.id == kFindField) {
+      EXPECT_EQ(placeOf(control, 100).width, 0);
+    }
+  }
+}
+
+TEST_F(FindBarTest, TheBarGrowsWithTheDensityOfTheScreen) {
+  session.dpi = 192;
+  const FindControlPlace field = placeOf(findBarControls()[7], 2000);
+  EXPECT_EQ(field.x, 828);
+  EXPECT_EQ(field.y, 12);
+  EXPECT_EQ(field.width, 804);
+  EXPECT_EQ(field.height, 44);
 }
 
 TEST_F(FindBarTest, OnlyTheFieldTakesTheRoomOfAWiderBar) {

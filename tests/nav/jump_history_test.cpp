@@ -3,6 +3,7 @@
 #include "core/keys.h"
 #include "core/mouse.h"
 #include "nav/nav_test.h"
+#include "view/geometry.h"
 #include "view/selection.h"
 #include "view/zoom.h"
 
@@ -96,13 +97,22 @@ TEST_F(JumpHistoryTest, ARecordedPlaceIsKeptInSight) {
 TEST_F(JumpHistoryTest, ABookSharesOneHistory) {
   ASSERT_TRUE(open(simplePdf(9)));
   setViewMode(ViewMode::Book);
-  PushJump(1);
-  goToPage(0, 4, false);
-  EXPECT_TRUE(pane(1).backHistory.empty());
-  ASSERT_TRUE(JumpBack(1));
-  EXPECT_EQ(pane(0).currentPage, 0);
-  EXPECT_EQ(pane(1).currentPage, 1);
-  EXPECT_TRUE(pane(1).page);
+  for (const int from : {0, 1}) {
+    PushJump(from);
+    goToPage(0, 4, false);
+    EXPECT_TRUE(pane(1).backHistory.empty());
+    ASSERT_TRUE(JumpBack(1 - from));
+    EXPECT_EQ(pane(0).currentPage, 0);
+    EXPECT_EQ(pane(1).currentPage, 1);
+    EXPECT_TRUE(pane(1).page);
+    ASSERT_TRUE(JumpForward(from));
+    EXPECT_EQ(pane(0).currentPage, 4);
+    EXPECT_EQ(pane(1).currentPage, 5);
+    EXPECT_TRUE(pane(1).forwardHistory.empty());
+    ASSERT_TRUE(JumpBack(from));
+    EXPECT_EQ(pane(0).currentPage, 0);
+    EXPECT_EQ(pane(1).currentPage, 1);
+  }
 }
 
 TEST_F(JumpHistoryTest, ABookWithoutANextPageEmptiesTheRightPane) {
@@ -140,6 +150,33 @@ TEST_F(JumpHistoryTest, SideButtonsActOnThePaneUnderThePointer) {
   EXPECT_EQ(pane(1).currentPage, 0);
   pressSideButton(900, true);
   EXPECT_EQ(pane(1).currentPage, 5);
+}
+
+TEST_F(JumpHistoryTest, SideButtonsOutsideThePanesActOnTheActiveOne) {
+  ASSERT_TRUE(open(simplePdf(9)));
+  session.navigationPanelVisible = true;
+  setViewMode(ViewMode::IndependentPages);
+  const int places[] = {10, dividerX()};
+  for (const int active : {0, 1}) {
+    setActivePane(active);
+    for (const int x : places) {
+      ASSERT_EQ(paneAt(x), -1);
+      jump(active, 5);
+      pressSideButton(x, false);
+      EXPECT_EQ(pane(active).currentPage, 0) << active << " at " << x;
+      pressSideButton(x, true);
+      EXPECT_EQ(pane(active).currentPage, 5) << active << " at " << x;
+      pressSideButton(x, false);
+    }
+    EXPECT_EQ(session.activePane, active);
+  }
+}
+
+TEST_F(JumpHistoryTest, ARecordOfADocumentThatLostItsPagesIsIgnored) {
+  openInActive(zeroPagePdf());
+  RestoreJump(0, {0, 0, 0, 1, kActualSize});
+  EXPECT_FALSE(pane(0).page);
+  EXPECT_EQ(pane(0).zoomMode, kFitPage);
 }
 
 TEST_F(JumpHistoryTest, WithoutADocumentNothingHappens) {
