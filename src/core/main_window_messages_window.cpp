@@ -304,6 +304,12 @@ Result onTreeSelection(const NMTREEVIEWW& change) {
   return 0;
 }
 
+// The rows below one come when it is expanded for the first time.
+Result onTreeExpanding(const NMTREEVIEWW& change) {
+  if (change.action == TVE_EXPAND) FillTreeEntry(static_cast<std::int32_t>(change.itemNew.lParam));
+  return 0;
+}
+
 // A click on the row that is selected already leads there again.
 Result onTreeClick() {
   const HWND tree = windowHandles.bookmarksTree;
@@ -330,6 +336,9 @@ Result onNotify(WPARAM, LPARAM lParam) {
   }
   if (header->code == TVN_SELCHANGEDW) {
     return onTreeSelection(*reinterpret_cast<const NMTREEVIEWW*>(lParam));
+  }
+  if (header->code == TVN_ITEMEXPANDINGW) {
+    return onTreeExpanding(*reinterpret_cast<const NMTREEVIEWW*>(lParam));
   }
   return header->code == static_cast<UINT>(NM_CLICK) ? onTreeClick() : std::nullopt;
 }

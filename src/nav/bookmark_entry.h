@@ -13,6 +13,7 @@ namespace quillmere {
 // look-up can make PDFium walk the document's page tree.
 struct BookmarkEntry {
   std::int32_t kind = 0;   // 0 for a bookmark
+  std::int32_t level = 1;  // of its row, from 1; what lies below it follows with higher levels
   std::int32_t page = -1;  // zero-based target; -1 without a destination
   bool hasY = false;
   double y = 0;  // vertical target in page points
@@ -21,13 +22,13 @@ struct BookmarkEntry {
   bool resolved = false;             // page and y are known
 };
 
+inline constexpr double kNoBookmarkY = 1e18;
+
 // The nodes once more, in the order of the tree, with their rows.
 struct BookmarkOrderEntry {
   std::int32_t page = -1;
-  double y = 0;  // kNoBookmarkY without a vertical target
-  platform::TreeRow row = platform::kNoTreeRow;
+  double y = kNoBookmarkY;                       // likewise without a vertical target
+  platform::TreeRow row = platform::kNoTreeRow;  // kNoTreeRow until what holds it was expanded
 };
-
-inline constexpr double kNoBookmarkY = 1e18;
 
 }  // namespace quillmere

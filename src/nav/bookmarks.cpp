@@ -1,5 +1,6 @@
 #include "nav/bookmarks.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <unordered_set>
@@ -16,7 +17,7 @@ namespace quillmere {
 namespace {
 
 // Tree controls walk their rows recursively; what lies deeper stands beside its parent.
-constexpr int kDeepestLevel = 200;
+constexpr std::int32_t kDeepestLevel = 200;
 constexpr int kTargetDistance = 24;  // pixels from the pane's top edge to the target
 
 std::u16string titleOf(FPDF_BOOKMARK bookmark) {
@@ -58,8 +59,9 @@ std::optional<double> targetY(FPDF_DEST destination) {
   return topOfView(destination);
 }
 
-BookmarkEntry entryOf(FPDF_BOOKMARK bookmark) {
+BookmarkEntry entryOf(FPDF_BOOKMARK bookmark, std::int32_t level) {
   BookmarkEntry entry;
+  entry.level = level;
   entry.title = titleOf(bookmark);
   entry.bookmark = bookmark;
   return entry;
@@ -77,25 +79,57 @@ void resolve(FPDF_DOCUMENT document, BookmarkEntry& entry) {
   }
 }
 
-platform::TreeRow appendEntry(platform::TreeRow parent, BookmarkEntry entry) {
-  const auto index = static_cast<std::int32_t>(session.bookmarks.size());
-  const platform::TreeRow row = platform::appendTreeRow(parent, entry.title, index);
-  session.bookmarkOrder.push_back({-1, kNoBookmarkY, row});
-  session.bookmarks.push_back(std::move(entry));
-  return row;
+bool isEntry(std::int32_t index) {
+  return index >= 0 && static_cast<std::size_t>(index) < session.bookmarks.size();
+}
+
+std::int32_t levelOf(std::size_t index) {
+  return index < session.bookmarks.size() ? session.bookmarks[index].level : 0;
+}
+
+// Rows for the entries of one level, from `first` on as far as they have the same parent.
+void addRows(platform::TreeRow parent, std::size_t first) {
+  const std::int32_t level = levelOf(first);
+  platform::TreePlace place{parent, platform::kNoTreeRow};
+  for (std::size_t i = first; level > 0 && levelOf(i) >= level; ++i) {
+    if (levelOf(i) > level) continue;
+    const bool expandable = levelOf(i + 1) > level;
+    place.previous = platform::insertTreeRow(
+        place, {session.bookmarks[i].title, static_cast<std::int32_t>(i), expandable});
+    session.bookmarkOrder[i].row = place.previous;
+  }
+}
+
+// An outline can be deeper than the call stack, so the levels that wait stand in a list.
+void readOutline(FPDF_BOOKMARK first) {
+  struct Waiting {
+    FPDF_BOOKMARK next;
+    std::int32_t level;
+  };
+  const FPDF_DOCUMENT document = documentOf(session.activePane);
+  std::unordered_set<FPDF_BOOKMARK> seen;
+  std::vector<Waiting> waiting{{first, 1}};
+  while (!waiting.empty()) {
+    const Waiting here = waiting.back();
+    waiting.pop_back();
+    if (here.next == nullptr || !seen.insert(here.next).second) continue;
+    session.bookmarks.push_back(entryOf(here.next, here.level));
+    waiting.push_back({FPDFBookmark_GetNextSibling(document, here.next), here.level});
+    waiting.push_back(
+        {FPDFBookmark_GetFirstChild(document, here.next), std::min(here.level + 1, kDeepestLevel)});
+  }
+  session.bookmarkOrder.resize(session.bookmarks.size());
 }
 
 void fillUnderHeadings(FPDF_BOOKMARK first) {
-  const platform::TreeRow bookmarks =
-      platform::appendTreeRow(platform::kNoTreeRow, u"Bookmarks", -1);
+  const platform::TreeRow bookmarks = platform::insertTreeRow({}, {u"Bookmarks", -1, true});
   if (first == nullptr) {
-    platform::appendTreeRow(bookmarks, u"(no bookmarks)", -1);
+    platform::insertTreeRow({bookmarks, platform::kNoTreeRow}, {u"(no bookmarks)", -1, false});
   } else {
     AddBookmarkLevel(bookmarks, first);
   }
   platform::expandTreeRow(bookmarks);
-  const platform::TreeRow markups = platform::appendTreeRow(platform::kNoTreeRow, u"Markups", -1);
-  platform::showTreeRowExpandable(markups);
+  platform::insertTreeRow({platform::kNoTreeRow, bookmarks}, {u"Markups", -1, true});
 }
 
 void fillTree(FPDF_DOCUMENT document) {
@@ -130,26 +164,20 @@ void ClearNavigationTree() {
   session.bookmarkOrder.clear();
 }
 
-// An outline can be deeper than the call stack, so the levels that wait stand in a list.
 void AddBookmarkLevel(platform::TreeRow parent, FPDF_BOOKMARK first) {
-  struct Waiting {
-    platform::TreeRow parent;
-    FPDF_BOOKMARK next;
-    int level;
-  };
-  const FPDF_DOCUMENT document = documentOf(session.activePane);
-  std::unordered_set<FPDF_BOOKMARK> seen;
-  std::vector<Waiting> waiting{{parent, first, 1}};
-  while (!waiting.empty()) {
-    const Waiting here = waiting.back();
-    waiting.pop_back();
-    if (here.next == nullptr || !seen.insert(here.next).second) continue;
-    const platform::TreeRow row = appendEntry(here.parent, entryOf(here.next));
-    const bool deepest = here.level == kDeepestLevel;
-    waiting.push_back({here.parent, FPDFBookmark_GetNextSibling(document, here.next), here.level});
-    waiting.push_back({deepest ? here.parent : row, FPDFBookmark_GetFirstChild(document, here.next),
-                       deepest ? here.level : here.level + 1});
-  }
+  const std::size_t firstIndex = session.bookmarks.size();
+  readOutline(first);
+  addRows(parent, firstIndex);
+}
+
+void FillTreeEntry(std::int32_t index) {
+  if (!isEntry(index)) return;
+  const auto parent = static_cast<std::size_t>(index);
+  const std::size_t first = parent + 1;
+  const platform::TreeRow row = session.bookmarkOrder[parent].row;
+  if (row == platform::kNoTreeRow || levelOf(first) <= levelOf(parent)) return;
+  if (session.bookmarkOrder[first].row != platform::kNoTreeRow) return;
+  addRows(row, first);
 }
 
 void ResolveBookmarks() {
@@ -163,7 +191,7 @@ void ResolveBookmarks() {
 }
 
 void JumpToTreeEntry(std::int32_t index) {
-  if (index < 0 || static_cast<std::size_t>(index) >= session.bookmarks.size()) return;
+  if (!isEntry(index)) return;
   resolve(documentOf(session.activePane), session.bookmarks[static_cast<std::size_t>(index)]);
   const BookmarkEntry entry = session.bookmarks[static_cast<std::size_t>(index)];
   if (entry.page < 0) return;

@@ -9,15 +9,20 @@
 // The navigation tree: the outline of the active pane's document.
 namespace quillmere {
 
-// Empties the tree and fills it from the outline of the active pane's document.
+// Empties the tree and fills it from the outline of the active pane's document. Rows that a person
+// has to expand others for come when they are expanded.
 void RebuildNavigationTree();
 
 // Empties the tree.
 void ClearNavigationTree();
 
-// Appends `first` and its following siblings below a row, each with all that lies below it. An
-// outline that refers back to itself is shown once.
+// Adds `first` and its following siblings to the list of entries, each with all that lies below it,
+// and shows them as the rows of `parent`. An outline that refers back to itself is shown once.
 void AddBookmarkLevel(platform::TreeRow parent, FPDF_BOOKMARK first);
+
+// Adds the rows right below an entry's row, which is about to be expanded. Without effect when they
+// are there, for an entry with none, and for an entry that has no row itself.
+void FillTreeEntry(std::int32_t index);
 
 // Looks up where every entry leads, and notes it in the list in tree order.
 void ResolveBookmarks();

@@ -80,7 +80,7 @@ void OpenFindBar() {
 void CloseFindBar() {
   if (!session.findBarVisible) return;
   FindClear();
-  platform::focusMainWindow();
+  platform::focusMainWindow();  // before the bar goes, as hiding what has the focus moves it too
   showBar(false);
 }
 

@@ -17,12 +17,22 @@ void endTreeUpdate();
 
 void clearTree();
 
-// Appends a row below `parent`. `entry` comes back when the row is chosen; -1 for a row that leads
-// nowhere.
-TreeRow appendTreeRow(TreeRow parent, const std::u16string& text, std::int32_t entry);
+// What a row shows and stands for.
+struct TreeRowContent {
+  std::u16string text;
+  std::int32_t entry = -1;  // comes back when the row is chosen; -1 for a row that leads nowhere
+  bool expandable = false;  // has rows below it, even if there are none yet
+};
 
-// Shows that the row has rows below it although there are none yet.
-void showTreeRowExpandable(TreeRow row);
+// Where a row goes: behind the row `previous` of the same parent; kNoTreeRow for the first place.
+// Naming the last row is what keeps long levels quick, as no control then looks for it.
+struct TreePlace {
+  TreeRow parent = kNoTreeRow;
+  TreeRow previous = kNoTreeRow;
+};
+
+TreeRow insertTreeRow(const TreePlace& place, const TreeRowContent& content);
+
 void expandTreeRow(TreeRow row);
 
 }  // namespace quillmere::platform

@@ -1,5 +1,6 @@
 #include "nav/bookmarks.h"
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -20,10 +21,39 @@ class BookmarksTest : public NavTest {
   }
 
   static std::vector<platform::StandInTreeRow>& rows() { return platform::standIn().treeRows; }
+  static const platform::StandInTreeRow& row(std::int32_t entry) {
+    return rows().at(session.bookmarkOrder.at(static_cast<std::size_t>(entry)).row - 1);
+  }
+
+  // Expands every row that can be, those that come with it too.
+  static void expandAll() {
+    for (std::size_t i = 0; i < rows().size(); ++i) {
+      if (rows()[i].content.expandable) FillTreeEntry(rows()[i].content.entry);
+    }
+  }
+
+  // Texts of the rows as they stand below each other, indented by level.
   static std::vector<std::u16string> texts() {
+    std::map<platform::TreeRow, std::vector<platform::TreeRow>> rowsOf;
+    for (std::size_t i = 0; i < rows().size(); ++i) {
+      std::vector<platform::TreeRow>& siblings = rowsOf[rows()[i].place.parent];
+      EXPECT_EQ(rows()[i].place.previous,
+                siblings.empty() ? platform::kNoTreeRow : siblings.back());
+      siblings.push_back(i + 1);
+    }
     std::vector<std::u16string> result;
-    for (const auto& row : rows()) result.push_back(row.text);
+    appendTexts(rowsOf, platform::kNoTreeRow, u"", result);
     return result;
+  }
+
+ private:
+  static void appendTexts(std::map<platform::TreeRow, std::vector<platform::TreeRow>>& rowsOf,
+                          platform::TreeRow parent, const std::u16string& indentation,
+                          std::vector<std::u16string>& result) {
+    for (const platform::TreeRow row : rowsOf[parent]) {
+      result.push_back(indentation + rows()[row - 1].content.text);
+      appendTexts(rowsOf, row, indentation + u" ", result);
+    }
   }
 };
 
@@ -31,29 +61,26 @@ using Texts = std::vector<std::u16string>;
 
 TEST_F(BookmarksTest, TheTreeShowsTheOutlineInOrder) {
   ASSERT_TRUE(openWith({{u"One", "", {{u"Inner", "", {}}}}, {u"Two", "", {}}}));
-  EXPECT_EQ(texts(), (Texts{u"One", u"Inner", u"Two"}));
-  EXPECT_EQ(rows()[0].parent, platform::kNoTreeRow);
-  EXPECT_EQ(rows()[1].parent, 1u);
-  EXPECT_EQ(rows()[2].parent, platform::kNoTreeRow);
+  expandAll();
+  EXPECT_EQ(texts(), (Texts{u"One", u" Inner", u"Two"}));
   EXPECT_EQ(platform::standIn().treeUpdates, 0);
 }
 
 TEST_F(BookmarksTest, WithHeadingsBothGroupsHaveARoot) {
   session.settings.markupsUnderBookmarks = false;
   ASSERT_TRUE(openWith({{u"One", "", {}}}));
-  EXPECT_EQ(texts(), (Texts{u"Bookmarks", u"One", u"Markups"}));
+  EXPECT_EQ(texts(), (Texts{u"Bookmarks", u" One", u"Markups"}));
   EXPECT_TRUE(rows()[0].expanded);
-  EXPECT_EQ(rows()[1].parent, 1u);
-  EXPECT_TRUE(rows()[2].expandable);
-  EXPECT_EQ(rows()[2].parent, platform::kNoTreeRow);
+  EXPECT_FALSE(rows()[1].content.expandable);
+  EXPECT_TRUE(rows()[2].content.expandable);
 }
 
 TEST_F(BookmarksTest, ADocumentWithoutAnOutlineSaysSoUnderTheHeading) {
   session.settings.markupsUnderBookmarks = false;
   ASSERT_TRUE(openWith({}));
-  EXPECT_EQ(texts(), (Texts{u"Bookmarks", u"(no bookmarks)", u"Markups"}));
+  EXPECT_EQ(texts(), (Texts{u"Bookmarks", u" (no bookmarks)", u"Markups"}));
   goToPage(0, 2, false);
-  JumpToTreeEntry(rows()[1].entry);
+  JumpToTreeEntry(rows()[1].content.entry);
   EXPECT_EQ(pane(0).currentPage, 2);
   EXPECT_TRUE(pane(0).backHistory.empty());
 }
@@ -170,32 +197,84 @@ TEST_F(BookmarksTest, TheTreeFollowsTheActiveDocument) {
   EXPECT_EQ(texts(), Texts{u"Right"});
 }
 
+TEST_F(BookmarksTest, RowsBelowAnotherComeWhenItIsExpanded) {
+  ASSERT_TRUE(openWith({{u"A", "", {{u"B", "", {{u"C", "", {}}}}, {u"D", "", {}}}},
+                        {u"E", "", {{u"F", pageDestination(3), {}}}}}));
+  EXPECT_EQ(texts(), (Texts{u"A", u"E"}));
+  EXPECT_TRUE(row(0).content.expandable);
+  FillTreeEntry(0);
+  EXPECT_EQ(texts(), (Texts{u"A", u" B", u" D", u"E"}));
+  EXPECT_TRUE(row(1).content.expandable);
+  EXPECT_FALSE(row(3).content.expandable);
+  FillTreeEntry(4);
+  FillTreeEntry(1);
+  EXPECT_EQ(texts(), (Texts{u"A", u" B", u"  C", u" D", u"E", u" F"}));
+  JumpToTreeEntry(row(5).content.entry);
+  EXPECT_EQ(pane(0).currentPage, 2);
+  EXPECT_EQ(platform::standIn().treeUpdates, 0);
+}
+
+TEST_F(BookmarksTest, ExpandingAgainAddsNoRows) {
+  ASSERT_TRUE(openWith({{u"A", "", {{u"B", "", {}}}}, {u"C", "", {}}}));
+  for (const std::int32_t index : {0, 0, 1, 2, -1, 3}) FillTreeEntry(index);
+  EXPECT_EQ(texts(), (Texts{u"A", u" B", u"C"}));
+}
+
+TEST_F(BookmarksTest, AnEntryWithoutARowOfItsOwnIsNotFilled) {
+  ASSERT_TRUE(openWith({{u"A", "", {{u"B", "", {{u"C", "", {}}}}}}}));
+  FillTreeEntry(1);
+  EXPECT_EQ(texts(), Texts{u"A"});
+}
+
 TEST_F(BookmarksTest, ADeepOutlineIsShownWhole) {
   PdfOutlineItem item{u"level", "", {}};
   for (int level = 1; level < 60; ++level) item = PdfOutlineItem{u"level", "", {item}};
   ASSERT_TRUE(openWith({item}));
-  EXPECT_EQ(rows().size(), 60u);
-  EXPECT_EQ(rows()[59].parent, 59u);
+  expandAll();
+  ASSERT_EQ(rows().size(), 60u);
+  EXPECT_EQ(texts().back(), std::u16string(59, u' ') + u"level");
 }
 
 TEST_F(BookmarksTest, LevelsBeyondWhatATreeCanHoldStandSideBySide) {
   PdfOutlineItem item{u"level", "", {}};
   for (int level = 1; level < 1000; ++level) item = PdfOutlineItem{u"level", "", {item}};
   ASSERT_TRUE(openWith({item}));
+  expandAll();
   ASSERT_EQ(rows().size(), 1000u);
-  EXPECT_EQ(rows()[199].parent, 199u);
-  EXPECT_EQ(rows()[200].parent, 199u);
-  EXPECT_EQ(rows()[999].parent, 199u);
+  const Texts shown = texts();
+  EXPECT_EQ(shown[198], std::u16string(198, u' ') + u"level");
+  for (const std::size_t at : {199u, 200u, 999u}) {
+    EXPECT_EQ(shown[at], std::u16string(199, u' ') + u"level") << at;
+  }
 }
 
 TEST_F(BookmarksTest, AWideOutlineIsShownWhole) {
   ASSERT_TRUE(openWith(std::vector<PdfOutlineItem>(10000, {u"entry", pageDestination(2), {}})));
   EXPECT_EQ(rows().size(), 10000u);
+  EXPECT_EQ(texts().size(), 10000u);
   EXPECT_EQ(session.bookmarks.back().page, 1);
 }
 
-// An outline whose second item names the first one as its next sibling and as its child.
-std::string cyclicOutlinePdf() {
+// `branches` chains, each of them `levels` deep.
+std::vector<PdfOutlineItem> chains(int branches, int levels) {
+  PdfOutlineItem chain{u"leaf", pageDestination(2), {}};
+  for (int level = 1; level < levels; ++level) chain = PdfOutlineItem{u"node", "", {chain}};
+  return std::vector<PdfOutlineItem>(static_cast<std::size_t>(branches), chain);
+}
+
+TEST_F(BookmarksTest, OfALargeNestedOutlineOnlyTheFirstLevelHasRows) {
+  ASSERT_TRUE(openWith(chains(167, 60)));
+  EXPECT_EQ(session.bookmarks.size(), 10020u);
+  EXPECT_EQ(rows().size(), 167u);
+  expandAll();
+  EXPECT_EQ(rows().size(), 10020u);
+  EXPECT_EQ(texts().back(), std::u16string(59, u' ') + u"leaf");
+  EXPECT_EQ(session.bookmarks.back().page, 1);
+}
+
+// One page and an outline of the items that are given, by "{item N}", N from 1; the first one is
+// the first of the outline.
+std::string outlinePdf(const std::vector<std::string>& items) {
   PdfFile file;
   const int catalog = file.reserve();
   const int pages = file.reserve();
@@ -203,40 +282,73 @@ std::string cyclicOutlinePdf() {
                             PdfFile::reference(pages) + " >>");
   file.set(pages, "<< /Type /Pages /Count 1 /Kids [" + PdfFile::reference(page) + "] >>");
   const int outlines = file.reserve();
-  const int first = file.reserve();
-  const int second = file.reserve();
-  file.set(outlines, "<< /First " + PdfFile::reference(first) + " /Last " +
-                         PdfFile::reference(second) + " /Count 2 >>");
-  file.set(first, "<< /Title (first) /Parent " + PdfFile::reference(outlines) + " /Next " +
-                      PdfFile::reference(second) + " >>");
-  file.set(second, "<< /Title (second) /Parent " + PdfFile::reference(outlines) + " /Next " +
-                       PdfFile::reference(first) + " /First " + PdfFile::reference(first) +
-                       " /Last " + PdfFile::reference(second) + " /Count 1 >>");
+  file.set(outlines, "<< /First " + PdfFile::reference(outlines + 1) + " >>");
+  for (std::string item : items) {
+    for (std::size_t at = item.find("{item "); at != std::string::npos; at = item.find("{item ")) {
+      const std::size_t end = item.find('}', at);
+      const int number = std::stoi(item.substr(at + 6, end - at - 6));
+      item.replace(at, end + 1 - at, PdfFile::reference(outlines + number));
+    }
+    file.add("<< " + item + " >>");
+  }
   file.set(catalog, "<< /Type /Catalog /Pages " + PdfFile::reference(pages) + " /Outlines " +
                         PdfFile::reference(outlines) + " >>");
   return file.finish(catalog);
 }
 
 TEST_F(BookmarksTest, AnOutlineThatRefersBackToItselfEnds) {
-  ASSERT_TRUE(open(cyclicOutlinePdf()));
+  ASSERT_TRUE(open(outlinePdf(
+      {"/Title (first) /Next {item 2}", "/Title (second) /Next {item 1} /First {item 1}"})));
+  expandAll();
   EXPECT_EQ(texts(), (Texts{u"first", u"second"}));
 }
 
-TEST_F(BookmarksTest, DestinationsThatPointNowhereDoNothing) {
-  ASSERT_TRUE(openWith({{u"beyond", "/Dest [99 /Fit]", {}},
-                        {u"number", "/Dest 7", {}},
-                        {u"name", "/Dest (missing)", {}},
-                        {u"null", "/Dest [null /XYZ 0 0 0]", {}}}));
-  goToPage(0, 2, false);
-  for (std::int32_t index = 0; index < 4; ++index) {
-    const std::int32_t page = session.bookmarks[static_cast<std::size_t>(index)].page;
-    JumpToTreeEntry(index);
-    EXPECT_TRUE(pane(0).page);
-    if (page < 0) {
-      EXPECT_EQ(pane(0).currentPage, 2);
-    }
-    goToPage(0, 2, false);
+TEST_F(BookmarksTest, AnItemThatIsItsOwnChildIsShownOnce) {
+  ASSERT_TRUE(open(outlinePdf({"/Title (own child) /First {item 1} /Next {item 2}",
+                               "/Title (own sibling) /Next {item 2}"})));
+  expandAll();
+  EXPECT_EQ(texts(), (Texts{u"own child", u"own sibling"}));
+}
+
+// Each of forty items has the next two as its children, so there are a million millions of ways
+// through the outline.
+TEST_F(BookmarksTest, ItemsSharedByManyParentsAreShownOnce) {
+  std::vector<std::string> items;
+  for (int i = 1; i <= 40; ++i) {
+    std::string item = "/Title (" + std::to_string(i) + ")";
+    if (i < 40) item += " /First {item " + std::to_string(i + 1) + "}";
+    if (i < 39) item += " /Next {item " + std::to_string(i + 2) + "}";
+    items.push_back(item);
   }
+  ASSERT_TRUE(open(outlinePdf(items)));
+  expandAll();
+  EXPECT_EQ(rows().size(), 40u);
+}
+
+TEST_F(BookmarksTest, DestinationsThatPointNowhereDoNothing) {
+  ASSERT_TRUE(openWith({{u"name", "/Dest (missing)", {}},
+                        {u"no page", "/Dest [null /XYZ 0 0 0]", {}},
+                        {u"not a page", "/Dest [(text) /Fit]", {}},
+                        {u"below the first", "/Dest [-1 /Fit]", {}},
+                        {u"empty", "/Dest []", {}},
+                        {u"number", "/Dest 7", {}},
+                        {u"no object", "/Dest [9999 0 R /Fit]", {}},
+                        {u"no destination", "/A << /S /GoTo >>", {}},
+                        {u"another file", "/A << /S /Launch /F (x.exe) >>", {}}}));
+  goToPage(0, 2, false);
+  for (std::int32_t index = 0; index < 9; ++index) {
+    JumpToTreeEntry(index);
+    EXPECT_EQ(pane(0).currentPage, 2) << index;
+    EXPECT_TRUE(pane(0).backHistory.empty()) << index;
+  }
+}
+
+TEST_F(BookmarksTest, APageBeyondTheEndMeansTheLastOne) {
+  ASSERT_TRUE(openWith({{u"beyond", "/Dest [99 /Fit]", {}}}));
+  goToPage(0, 2, false);
+  JumpToTreeEntry(0);
+  EXPECT_EQ(pane(0).currentPage, 4);
+  EXPECT_EQ(pane(0).backHistory.size(), 1u);
 }
 
 }  // namespace

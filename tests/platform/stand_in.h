@@ -91,12 +91,10 @@ struct StandInWindow {
   int closeRequests = 0;
 };
 
-// A row of the navigation tree; its number is its place in the list, counted from 1.
+// A row of the navigation tree; its number counts from 1 in the order in which rows came.
 struct StandInTreeRow {
-  TreeRow parent = kNoTreeRow;
-  std::u16string text;
-  std::int32_t entry = -1;
-  bool expandable = false;
+  TreePlace place;
+  TreeRowContent content;
   bool expanded = false;
 };
 

@@ -16,13 +16,9 @@ void clearTree() {
   standIn().treeRows.clear();
 }
 
-TreeRow appendTreeRow(TreeRow parent, const std::u16string& text, std::int32_t entry) {
-  standIn().treeRows.push_back({parent, text, entry});
+TreeRow insertTreeRow(const TreePlace& place, const TreeRowContent& content) {
+  standIn().treeRows.push_back({place, content});
   return standIn().treeRows.size();
-}
-
-void showTreeRowExpandable(TreeRow row) {
-  standIn().treeRows.at(row - 1).expandable = true;
 }
 
 void expandTreeRow(TreeRow row) {

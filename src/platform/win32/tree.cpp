@@ -18,6 +18,13 @@ HTREEITEM itemOf(TreeRow row) {
   return reinterpret_cast<HTREEITEM>(row);
 }
 
+// Past the subclass that watches the tree's keys: on its way through that, a message can take ten
+// times as long as the row itself.
+LRESULT sendToControl(UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto control = reinterpret_cast<WNDPROC>(GetClassLongPtrW(tree(), GCLP_WNDPROC));
+  return CallWindowProcW(control, tree(), message, wParam, lParam);
+}
+
 }  // namespace
 
 void beginTreeUpdate() {
@@ -34,25 +41,16 @@ void clearTree() {
   if (tree() != nullptr) TreeView_DeleteAllItems(tree());
 }
 
-TreeRow appendTreeRow(TreeRow parent, const std::u16string& text, std::int32_t entry) {
+TreeRow insertTreeRow(const TreePlace& place, const TreeRowContent& content) {
   if (tree() == nullptr) return kNoTreeRow;
   TVINSERTSTRUCTW insert{};
-  insert.hParent = parent == kNoTreeRow ? TVI_ROOT : itemOf(parent);
-  insert.hInsertAfter = TVI_LAST;
-  insert.item.mask = TVIF_TEXT | TVIF_PARAM;
-  insert.item.pszText = const_cast<wchar_t*>(wide(text));
-  insert.item.lParam = entry;
-  return static_cast<TreeRow>(
-      SendMessageW(tree(), TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
-}
-
-void showTreeRowExpandable(TreeRow row) {
-  if (tree() == nullptr) return;
-  TVITEMW item{};
-  item.mask = TVIF_HANDLE | TVIF_CHILDREN;
-  item.hItem = itemOf(row);
-  item.cChildren = 1;
-  SendMessageW(tree(), TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+  insert.hParent = place.parent == kNoTreeRow ? TVI_ROOT : itemOf(place.parent);
+  insert.hInsertAfter = place.previous == kNoTreeRow ? TVI_FIRST : itemOf(place.previous);
+  insert.item.mask = TVIF_TEXT | TVIF_PARAM | TVIF_CHILDREN;
+  insert.item.pszText = const_cast<wchar_t*>(wide(content.text));
+  insert.item.lParam = content.entry;
+  insert.item.cChildren = content.expandable ? 1 : 0;
+  return static_cast<TreeRow>(sendToControl(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
 }
 
 void expandTreeRow(TreeRow row) {

@@ -1,0 +1,138 @@
+#include "platform/tree.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/win32/window_handles.h"
+
+namespace quillmere::platform {
+namespace {
+
+constexpr wchar_t kClassName[] = L"QuillmereTreeSuiteWindow";
+
+// Adds two rows below the one that is expanded for the first time.
+LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto* header = reinterpret_cast<const NMHDR*>(lParam);
+  if (message == WM_NOTIFY && header->code == TVN_ITEMEXPANDINGW) {
+    const auto& change = *reinterpret_cast<const NMTREEVIEWW*>(lParam);
+    const auto parent = reinterpret_cast<TreeRow>(change.itemNew.hItem);
+    const TreeRow first = insertTreeRow({parent, kNoTreeRow}, {u"first", 10, false});
+    insertTreeRow({parent, first}, {u"second", 11, false});
+    return 0;
+  }
+  return DefWindowProcW(window, message, wParam, lParam);
+}
+
+class TreeWindows : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_TREEVIEW_CLASSES};
+    InitCommonControlsEx(&controls);
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = windowProcedure;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
+    windowClass.lpszClassName = kClassName;
+    RegisterClassW(&windowClass);
+  }
+
+  void SetUp() override {
+    const HINSTANCE instance = GetModuleHandleW(nullptr);
+    windowHandles.main = CreateWindowExW(0, kClassName, L"", WS_OVERLAPPEDWINDOW, 0, 0, 300, 400,
+                                         nullptr, nullptr, instance, nullptr);
+    windowHandles.bookmarksTree = CreateWindowExW(
+        0, WC_TREEVIEWW, L"", WS_CHILD | WS_VISIBLE | TVS_HASBUTTONS | TVS_LINESATROOT, 0, 0, 200,
+        300, windowHandles.main, nullptr, instance, nullptr);
+    ShowWindow(windowHandles.main, SW_SHOWNORMAL);
+  }
+
+  void TearDown() override {
+    DestroyWindow(windowHandles.main);
+    windowHandles = {};
+  }
+
+  static HWND tree() { return windowHandles.bookmarksTree; }
+
+  static TVITEMW itemOf(HTREEITEM row, std::wstring& text) {
+    text.assign(100, L'\0');
+    TVITEMW item{};
+    item.mask = TVIF_TEXT | TVIF_PARAM | TVIF_CHILDREN;
+    item.hItem = row;
+    item.pszText = text.data();
+    item.cchTextMax = static_cast<int>(text.size());
+    SendMessageW(tree(), TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    text.resize(text.find(L'\0'));
+    return item;
+  }
+
+  // The rows of one level: text and entry, with a plus sign where there are rows below.
+  static std::vector<std::wstring> level(HTREEITEM first) {
+    std::vector<std::wstring> rows;
+    for (HTREEITEM row = first; row != nullptr; row = TreeView_GetNextSibling(tree(), row)) {
+      std::wstring text;
+      const TVITEMW item = itemOf(row, text);
+      rows.push_back((item.cChildren != 0 ? L"+" : L"") + text + L" " +
+                     std::to_wstring(item.lParam));
+    }
+    return rows;
+  }
+};
+
+using Rows = std::vector<std::wstring>;
+
+TEST_F(TreeWindows, RowsStandBehindTheOnesThatTheyFollow) {
+  beginTreeUpdate();
+  const TreeRow one = insertTreeRow({}, {u"one", 1, false});
+  const TreeRow three = insertTreeRow({kNoTreeRow, one}, {u"three", 3, true});
+  insertTreeRow({kNoTreeRow, one}, {u"two", 2, false});
+  insertTreeRow({}, {u"zero", -1, false});
+  insertTreeRow({three, kNoTreeRow}, {u"below", 4, false});
+  endTreeUpdate();
+  EXPECT_EQ(level(TreeView_GetRoot(tree())), (Rows{L"zero -1", L"one 1", L"two 2", L"+three 3"}));
+  EXPECT_EQ(level(TreeView_GetChild(tree(), reinterpret_cast<HTREEITEM>(three))), Rows{L"below 4"});
+  EXPECT_TRUE(IsWindowVisible(tree()));
+}
+
+TEST_F(TreeWindows, ARowIsFilledWhileTheKeyboardExpandsIt) {
+  const TreeRow row = insertTreeRow({}, {u"row", 0, true});
+  const auto item = reinterpret_cast<HTREEITEM>(row);
+  TreeView_SelectItem(tree(), item);
+  EXPECT_EQ(TreeView_GetChild(tree(), item), nullptr);
+  SendMessageW(tree(), WM_KEYDOWN, VK_RIGHT, 0);
+  EXPECT_EQ(level(TreeView_GetChild(tree(), item)), (Rows{L"first 10", L"second 11"}));
+  EXPECT_EQ(TreeView_GetNextVisible(tree(), item), TreeView_GetChild(tree(), item));
+  SendMessageW(tree(), WM_KEYDOWN, VK_DOWN, 0);
+  EXPECT_EQ(TreeView_GetSelection(tree()), TreeView_GetChild(tree(), item));
+}
+
+TEST_F(TreeWindows, ARowIsExpandedByTheProgram) {
+  const TreeRow row = insertTreeRow({}, {u"row", -1, true});
+  insertTreeRow({row, kNoTreeRow}, {u"below", 1, false});
+  expandTreeRow(row);
+  const auto item = reinterpret_cast<HTREEITEM>(row);
+  EXPECT_NE(TreeView_GetItemState(tree(), item, TVIS_EXPANDED) & TVIS_EXPANDED, 0u);
+}
+
+TEST_F(TreeWindows, AClearedTreeHasNoRows) {
+  insertTreeRow({}, {u"row", 0, false});
+  clearTree();
+  EXPECT_EQ(TreeView_GetCount(tree()), 0u);
+}
+
+TEST_F(TreeWindows, WithoutATreeNothingHappens) {
+  const HWND kept = windowHandles.bookmarksTree;
+  windowHandles.bookmarksTree = nullptr;
+  beginTreeUpdate();
+  EXPECT_EQ(insertTreeRow({}, {u"row", 0, false}), kNoTreeRow);
+  expandTreeRow(kNoTreeRow);
+  clearTree();
+  endTreeUpdate();
+  windowHandles.bookmarksTree = kept;
+}
+
+}  // namespace
+}  // namespace quillmere::platform
