@@ -1,0 +1,170 @@
+// A document of any content is searched, and moved through by its outline, its links and its
+// histories. The first line is the search: one character whose bits say how, then the text in
+// UTF-8. The document follows.
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "core/open.h"
+#include "nav/bookmarks.h"
+#include "nav/find.h"
+#include "nav/find_bar.h"
+#include "nav/jump_history.h"
+#include "nav/links.h"
+#include "platform/find_bar.h"
+#include "platform/text.h"
+#include "sound_session.h"
+#include "store/working_documents.h"
+#include "support/engine.h"
+#include "view/geometry.h"
+#include "view/modes.h"
+#include "view/navigation.h"
+#include "view/render.h"
+
+namespace {
+
+using namespace quillmere;
+using fuzz::require;
+
+constexpr int kPages = 4;     // that are looked at
+constexpr int kJumps = 60;    // along the outline, and back
+constexpr int kGridStep = 8;  // pixels between the places that are asked for a link
+
+enum HowBit : unsigned {
+  kRegex = 1,
+  kMatchCase = 2,
+  kWholeWord = 4,
+  kMode = 8
+};  // two bits of mode
+
+struct Search {
+  unsigned how = 0;
+  std::u16string text;
+};
+
+// Takes the search off the front of the bytes.
+Search takeSearch(std::string_view& bytes) {
+  const std::string_view line = bytes.substr(0, bytes.find('\n'));
+  bytes.remove_prefix(std::min(line.size() + 1, bytes.size()));
+  if (line.empty()) return {};
+  return {static_cast<unsigned char>(line[0]), platform::fromUtf8(line.substr(1))};
+}
+
+void requireSoundHits() {
+  const FindState& find = session.find;
+  const auto count = static_cast<std::int32_t>(find.results.size());
+  require(find.currentIndex >= -1 && find.currentIndex < count, "a current hit that is none");
+  require((find.currentIndex == -1) == find.results.empty(), "hits without a current one");
+  require(!find.wholeDocument || count <= 1000, "more hits than the cap");
+  const FindResult* before = nullptr;
+  for (const FindResult& hit : find.results) {
+    require(hit.count > 0 && hit.start >= 0, "a hit of nothing");
+    require(hit.page >= 0 && hit.page < pageCountOf(session.activePane), "a hit on no page");
+    require(before == nullptr || before->page < hit.page ||
+                (before->page == hit.page && before->start < hit.start),
+            "hits out of order");
+    before = &hit;
+  }
+}
+
+void showHits() {
+  requireSoundHits();
+  for (int pane = 0; pane < 2; ++pane) findHitQuads(pane);
+}
+
+void searchWith(const Search& search, bool regex) {
+  chooseFindMode(regex);
+  chooseMatchCase((search.how & kMatchCase) != 0);
+  chooseWholeWord((search.how & kWholeWord) != 0);
+  platform::setFindFieldText(search.text);
+  FindInVisiblePages();
+  showHits();
+  for (const int direction : {1, 1, 1, -1, 1}) {
+    FindStep(direction);
+    showHits();
+  }
+  for (int page = 0; page < std::min(pageCountOf(0), kPages); ++page) {
+    goToPage(0, page, false);
+    showHits();
+  }
+}
+
+// At every rotation, with the current hit scrolled to.
+void turnAround() {
+  for (std::uint32_t turns = 0; turns < 4; ++turns) {
+    session.panes[0].documentRotation = turns;
+    layoutAndRender(0);
+    setActivePane(0);
+    FindScrollToCurrent(0);
+    showHits();
+    const PanePoint corner = pageToPane(0, 0, 0);
+    paneToPage(0, corner.x, corner.y);
+  }
+  session.panes[0].documentRotation = 0;
+}
+
+void followOutline() {
+  ResolveBookmarks();
+  const auto count = static_cast<std::int32_t>(session.bookmarks.size());
+  for (std::int32_t index = 0; index < count; ++index) FillTreeEntry(index);
+  for (const BookmarkOrderEntry& entry : session.bookmarkOrder) {
+    require(entry.row != platform::kNoTreeRow, "a bookmark without a row");
+  }
+  for (std::int32_t index = 0; index < std::min(count, kJumps); ++index) JumpToTreeEntry(index);
+}
+
+void followLinksOf(int page) {
+  goToPage(0, page, false);
+  for (int y = 0; y < 240; y += kGridStep) {
+    for (int x = 0; x < 320; x += kGridStep) {
+      if (FollowLink(0, LinkAtPoint(0, x, y))) goToPage(0, page, false);
+    }
+  }
+}
+
+void followLinks() {
+  for (int page = 0; page < std::min(pageCountOf(0), kPages); ++page) followLinksOf(page);
+  require(platform::standIn().processes.empty(), "a link that started a program");
+  for (const std::u16string& address : platform::standIn().openedWithSystem) {
+    const std::u16string start = platform::toLower(address.substr(0, 8));
+    require(start == u"https://" || start.starts_with(u"http://") || start.starts_with(u"mailto:"),
+            "an address of another kind");
+  }
+}
+
+void goBackAndForth() {
+  for (int i = 0; i < kJumps && JumpBack(session.activePane); ++i) fuzz::requireSoundSession();
+  for (int i = 0; i < kJumps && JumpForward(session.activePane); ++i) {
+    fuzz::requireSoundSession();
+  }
+}
+
+void use(const Search& search) {
+  session.findBarVisible = true;
+  setViewMode(static_cast<ViewMode>(search.how / kMode % 4));
+  const bool regex = (search.how & kRegex) != 0;
+  searchWith(search, regex);
+  turnAround();
+  followOutline();
+  followLinks();
+  goBackAndForth();
+  searchWith(search, !regex);
+  fuzz::requireSoundSession();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  test::startEngine();
+  platform::resetStandIn();
+  std::string_view bytes = fuzz::textOf(data, size);
+  const Search search = takeSearch(bytes);
+  platform::putFile(fuzz::kPath, bytes);
+  fuzz::prepareSession(false);
+  platform::standIn().findBar.onFieldChanged = findFieldChanged;
+  if (openDocument(&fuzz::kPath, 0, kWorkingDocsLeaveAlone, true, nullptr)) use(search);
+  resetSession();
+  return 0;
+}

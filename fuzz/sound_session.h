@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "core/session.h"
+#include "platform/stand_in.h"
+#include "support/session_invariants.h"
+
+// What targets that open a file share.
+namespace quillmere::fuzz {
+
+inline const std::u16string kPath = u"C:\\fuzz.pdf";
+
+// A fresh session over the files that there are, in a small window; every question is answered.
+inline void prepareSession(bool viewer) {
+  resetSession();
+  session.viewerRole = viewer;
+  platform::standIn().window.client = {320, 240};
+  platform::standIn().chooseAnswer = [](const platform::ShownBox&) {
+    return platform::BoxAnswer::Ok;
+  };
+}
+
+inline void require(bool holds, const char* what) {
+  if (holds) return;
+  std::fprintf(stderr, "%s\n", what);
+  std::abort();
+}
+
+inline void requireSoundSession() {
+  const std::string broken = test::brokenInvariant();
+  require(broken.empty(), broken.c_str());
+}
+
+inline std::string_view textOf(const std::uint8_t* data, std::size_t size) {
+  return {reinterpret_cast<const char*>(data), size};
+}
+
+}  // namespace quillmere::fuzz
