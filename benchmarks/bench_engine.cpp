@@ -33,36 +33,22 @@ void walkPages(FPDF_DOCUMENT document) {
   for (int i = 0; i < count; ++i) PageHandle(FPDF_LoadPage(document, i));
 }
 
-template <typename Work>
-void forEachTextPage(FPDF_DOCUMENT document, Work work) {
+std::size_t extractText(FPDF_DOCUMENT document) {
   const int count = FPDF_GetPageCount(document);
+  std::size_t units = 0;
+  std::vector<unsigned short> buffer;
   for (int i = 0; i < count; ++i) {
     const PageHandle page(FPDF_LoadPage(document, i));
     const TextPageHandle text(FPDFText_LoadPage(page.get()));
-    work(text.get());
+    const int length = FPDFText_CountChars(text.get());
+    buffer.resize(static_cast<std::size_t>(length) + 1);
+    units += static_cast<std::size_t>(FPDFText_GetText(text.get(), 0, length, buffer.data()));
   }
-}
-
-std::size_t extractText(FPDF_DOCUMENT document) {
-  std::size_t units = 0;
-  std::vector<unsigned short> buffer;
-  forEachTextPage(document, [&](FPDF_TEXTPAGE text) {
-    const int count = FPDFText_CountChars(text);
-    buffer.resize(static_cast<std::size_t>(count) + 1);
-    units += static_cast<std::size_t>(FPDFText_GetText(text, 0, count, buffer.data()));
-  });
   return units;
 }
 
-std::size_t searchText(FPDF_DOCUMENT document) {
-  constexpr unsigned short kWord[] = {'f', 'u', 'n', 'c', 't', 'i', 'o', 'n', 0};
-  std::size_t hits = 0;
-  forEachTextPage(document, [&](FPDF_TEXTPAGE text) {
-    const FPDF_SCHHANDLE search = FPDFText_FindStart(text, kWord, 0, 0);
-    while (FPDFText_FindNext(search)) ++hits;
-    FPDFText_FindClose(search);
-  });
-  return hits;
+void searchText(FPDF_DOCUMENT document) {
+  searchPlain(document, u"function");
 }
 
 template <typename Work>

@@ -28,4 +28,24 @@ void loadPlainPage(PlainView& view, int index, bool withText) {
   if (withText) view.textPage.reset(FPDFText_LoadPage(view.page.get()));
 }
 
+int searchPlainPage(FPDF_PAGE page, const std::u16string& text) {
+  const TextPageHandle textPage(FPDFText_LoadPage(page));
+  const FPDF_SCHHANDLE search =
+      FPDFText_FindStart(textPage.get(), reinterpret_cast<FPDF_WIDESTRING>(text.c_str()), 0, 0);
+  int hits = 0;
+  while (FPDFText_FindNext(search)) ++hits;
+  FPDFText_FindClose(search);
+  return hits;
+}
+
+int searchPlain(FPDF_DOCUMENT document, const std::u16string& text) {
+  const int count = FPDF_GetPageCount(document);
+  int hits = 0;
+  for (int i = 0; i < count; ++i) {
+    const PageHandle page(FPDF_LoadPage(document, i));
+    hits += searchPlainPage(page.get(), text);
+  }
+  return hits;
+}
+
 }  // namespace quillmere::bench

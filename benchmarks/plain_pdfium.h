@@ -1,5 +1,6 @@
 #pragma once
 
+#include <fpdf_text.h>
 #include <fpdfview.h>
 
 #include <memory>
@@ -38,5 +39,9 @@ struct PlainView {
 
 bool openPlain(PlainView& view, const std::string& path);
 void loadPlainPage(PlainView& view, int index, bool withText);
+
+// The number of hits on a page, or on all pages of a document, which are loaded for it one by one.
+int searchPlainPage(FPDF_PAGE page, const std::u16string& text);
+int searchPlain(FPDF_DOCUMENT document, const std::u16string& text);
 
 }  // namespace quillmere::bench

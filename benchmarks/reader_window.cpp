@@ -2,11 +2,13 @@
 
 #include "core/main_window.h"
 #include "core/open_requests.h"
+#include "core/session.h"
 #include "platform/main_window.h"
 #include "platform/profile.h"
 #include "platform/text.h"
 #include "platform/win32/window_handles.h"
 #include "reader_window.h"
+#include "samples.h"
 #include "store/data_folder.h"
 #include "store/onboarding.h"
 #include "store/working_documents.h"
@@ -37,6 +39,23 @@ void fitToClientArea(PlainPicture& picture, HDC window) {
   PatBlt(picture.dc, 0, 0, client.width, client.height, WHITENESS);
 }
 
+// Notes when a page is painted for the first time.
+struct FirstPaint {
+  Stopwatch watch;
+  double milliseconds = 0;  // 0 before
+};
+FirstPaint* firstPaint = nullptr;
+WNDPROC readerProcedure = nullptr;
+
+LRESULT CALLBACK watchingProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const LRESULT result = CallWindowProcW(readerProcedure, window, message, wParam, lParam);
+  if (message == WM_PAINT && firstPaint != nullptr && firstPaint->milliseconds == 0 &&
+      session.panes[0].pageBitmap) {
+    firstPaint->milliseconds = firstPaint->watch.milliseconds();
+  }
+  return result;
+}
+
 }  // namespace
 
 void prepareSettings() {
@@ -46,6 +65,8 @@ void prepareSettings() {
 
 bool showReader() {
   if (!registerMainWindowClass() || !createMainWindow()) return false;
+  readerProcedure = reinterpret_cast<WNDPROC>(SetWindowLongPtrW(
+      windowHandles.main, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(watchingProcedure)));
   showMainWindow(SW_SHOWNORMAL);
   handleMessages();
   return true;
@@ -67,6 +88,15 @@ bool openAndPaint(const std::string& path) {
   const bool opened = openRequested(platform::fromUtf8(path), 0, kWorkingDocsToHead, true);
   paintNow();
   return opened;
+}
+
+OpenTimes timeOpening(const std::string& path) {
+  FirstPaint first;
+  firstPaint = &first;
+  openAndPaint(path);
+  const double whole = first.watch.milliseconds();
+  firstPaint = nullptr;
+  return {first.milliseconds, whole};
 }
 
 void paintNow() {

@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Runs the benchmark programs and prints their table.
 
-Usage: scripts/with-desktop benchmarks/table.py [--brief] DOCUMENT...
+Usage: scripts/with-desktop benchmarks/table.py [--brief] FOLDER DOCUMENT...
+FOLDER holds what bench_documents wrote.
 
 The programs print one line a measurement ("pair ROW DOCUMENT OURS THEIRS" or "value ROW DOCUMENT
 NUMBER", with tabs between); what a row means and its limit stand here.
@@ -24,6 +25,7 @@ Row = collections.namedtuple("Row", "key title unit limit")
 # In the order of the table. The limit is of the ratio ours / theirs; None where none is set.
 RATIOS = [
     Row("open", "open to first painted page / PDFium load + page + render", "ms", 1.5),
+    Row("open-whole", "open until the program answers again / the same", "ms", None),
     Row("page-turn", "page turn to painted / PDFium page + text page + render", "ms", 1.1),
     Row("zoom-step", "zoom step to painted / PDFium render", "ms", 1.1),
     Row("rotation", "rotation to painted / PDFium render", "ms", 1.1),
@@ -32,9 +34,15 @@ RATIOS = [
     Row("mode-renders", "renders of a mode change / renders needed", "", 1.0),
     Row("mode-loads", "page loads of a mode change / page loads needed", "", 1.0),
     Row("pan-repaint", "one move of a drag pan, painted / one copy of the client area", "ms", 4.0),
+    Row("find-literal", "find in the whole document / PDFium page + text page + find", "ms", 1.1),
+    Row("find-regex", "the same with a regular expression / the same PDFium calls", "ms", 1.1),
+    Row("find-keystroke", "a keystroke in the find bar / PDFium text page + find", "ms", 1.2),
+    Row("find-page", "its search of the shown page alone / the same", "ms", None),
     Row("memory", "peak working set after open / plain PDFium window", "MiB", 1.3),
     Row("turning-memory", "working set after 500 pages there and back / after 100", "MiB", 1.1),
     Row("plain-turning-memory", "the same with PDFium's calls alone", "MiB", None),
+    Row("find-memory", "working set after five whole searches / after the first", "MiB", 1.1),
+    Row("plain-find-memory", "the same with PDFium's calls alone", "MiB", None),
     Row("start", "start to painted window / empty Win32 window", "ms", None),
     Row("start-memory", "peak working set after start / empty Win32 window", "MiB", None),
     Row("start-with-document", "start to painted document / plain PDFium window", "ms", None),
@@ -51,11 +59,26 @@ COUNTS = [
     Row("pan-engine-calls", "calls into PDFium during 200 moves of a drag pan", "", 0),
 ]
 
+TIMES = [
+    Row("outline-fill", "first fill of the tree with an outline of 10,000 entries", "ms", 300),
+]
+
 ENGINE = [
     Row("engine-first-page", "engine: open and render page 1, Windows build / native", "ms", None),
     Row("engine-walk", "engine: load every page, Windows build / native", "ms", None),
     Row("engine-text", "engine: text of every page, Windows build / native", "ms", None),
     Row("engine-search", "engine: search every page, Windows build / native", "ms", None),
+]
+
+# What a search in the reader (under Wine, its document open) needs beside a new process of another
+# program (native).
+FIND_PEERS = [
+    ("find in the whole document, Wine / pdfgrep, native",
+     ["pdfgrep", "-c", "-i", "-F", "eigenvalue", "{document}"], 0.25),
+    ("find in the whole document, Wine / pdftotext, native",
+     ["pdftotext", "{document}", "{out}.txt"], 0.5),
+    ("find in the whole document, Wine / mutool's text, native",
+     ["mutool", "draw", "-q", "-F", "txt", "-o", "{out}.txt", "{document}"], 1.0),
 ]
 
 # What a new process of our engine, built natively, needs beside a new process of another program.
@@ -139,6 +162,27 @@ def milliseconds(command):
     return (time.perf_counter() - start) * 1000
 
 
+def measure_find(samples, document, repetitions):
+    progress(f"Searching {document.name}")
+    samples.take(wine("bench_find", "--plain", windows_path(document)))
+    with tempfile.TemporaryDirectory() as folder:
+        for _ in range(repetitions):
+            ours = Samples()
+            ours.take(wine("bench_find", windows_path(document)))
+            for key, pairs in ours.pairs.items():
+                samples.pairs[key].extend(pairs)
+            search = statistics.median(pair[0] for pair in ours.pairs["find-literal", document.name])
+            for title, command, _ in FIND_PEERS:
+                theirs = [part.format(document=document, out=f"{folder}/out") for part in command]
+                samples.pairs[title, document.name].append((search, milliseconds(theirs)))
+
+
+def measure_outlines(samples, made):
+    progress("Filling the tree")
+    for name in "outline-flat.pdf", "outline-deep.pdf":
+        samples.take(wine("bench_outline", windows_path(made / name)))
+
+
 def measure_peers(samples, document, repetitions):
     progress(f"Other programs with {document.name}")
     with tempfile.TemporaryDirectory() as folder:
@@ -187,6 +231,15 @@ def count_lines(rows, samples):
                 yield line(row.title, document, "", most, None, "", row.limit, most <= row.limit)
 
 
+def time_lines(rows, samples):
+    for row in rows:
+        for (key, document), values in samples.values.items():
+            if key == row.key:
+                time = statistics.median(values)
+                yield [row.title, document, "", f"{time:.4g} {row.unit}", f"{row.limit:g}",
+                       "ok" if time <= row.limit else "over"]
+
+
 def print_table(lines):
     header = ["what", "document", "ratio", "medians", "limit", ""]
     widths = [max(len(row[i]) for row in [header, *lines]) for i in range(len(header))]
@@ -197,16 +250,22 @@ def print_table(lines):
 
 
 def main():
-    arguments = sys.argv[1:]
-    brief = "--brief" in arguments
-    documents = [pathlib.Path(argument) for argument in arguments if argument != "--brief"]
+    arguments = [argument for argument in sys.argv[1:] if argument != "--brief"]
+    repetitions = 1 if "--brief" in sys.argv else 3
+    made, *manuals = map(pathlib.Path, arguments)
+    documents = [*manuals, made / "small.pdf"]
     samples = Samples()
     measure_reader(samples, documents)
+    for document in manuals:
+        measure_find(samples, document, repetitions)
+    measure_outlines(samples, made)
     measure_processes(samples, documents)
-    measure_engine(samples, documents, 1 if brief else 3)
-    measure_peers(samples, documents[0], 1 if brief else 3)
+    measure_engine(samples, documents, repetitions)
+    measure_peers(samples, documents[0], repetitions)
     print_table([
         *ratio_lines(RATIOS, samples),
+        *ratio_lines([Row(title, title, "ms", limit) for title, _, limit in FIND_PEERS], samples),
+        *time_lines(TIMES, samples),
         *difference_lines(DIFFERENCES, samples),
         *count_lines(COUNTS, samples),
         *ratio_lines(ENGINE, samples),
