@@ -120,6 +120,7 @@ void createLeftPanel() {
 void place(HWND window, const PaneRect& rect, bool visible) {
   if (window == nullptr) return;
   const bool shown = visible && !rect.empty();
+  if (!shown && GetFocus() == window) SetFocus(windowHandles.main);
   SetWindowPos(window, nullptr, rect.left, rect.top, std::max(rect.width(), 0),
                std::max(rect.height(), 0),
                SWP_NOZORDER | SWP_NOACTIVATE | (shown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));

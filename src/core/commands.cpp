@@ -4,6 +4,7 @@
 
 #include "core/close.h"
 #include "core/command_actions.h"
+#include "core/keys.h"
 #include "core/open_requests.h"
 #include "core/session.h"
 #include "nav/find_bar.h"
@@ -109,26 +110,37 @@ void comesLater() {
 constexpr bool kRefused = true;
 constexpr bool kGreyed = true;
 
-// Id, text, refused in a viewer, greyed in a viewer, enabled, checked, handler.
+constexpr Accelerator plain(std::uint16_t key) {
+  return {key, false, false};
+}
+constexpr Accelerator ctrl(std::uint16_t key) {
+  return {key, true, false};
+}
+constexpr Accelerator ctrlShift(std::uint16_t key) {
+  return {key, true, true};
+}
+
+// Id, text, refused in a viewer, greyed in a viewer, enabled, checked, handler, accelerator.
 constexpr Command kCommands[] = {
-    {kCmdOpen, u"&Open...\tCtrl+O", false, false, nullptr, nullptr, openFiles},
+    {kCmdOpen, u"&Open...\tCtrl+O", false, false, nullptr, nullptr, openFiles, ctrl('O')},
     {kCmdOpenInViewer, u"Open in Separate &Viewer", false, kGreyed, documentOpen, nullptr,
      openInSeparateViewer},
     {kCmdNewBinder, u"Add &New Binder...", false, false, nullptr, nullptr, comesLater},
     {kCmdExistingBinder, u"Add &Existing Binder...", false, false, nullptr, nullptr, comesLater},
     {kCmdPreviousInFolder, u"&Previous in Folder\tCtrl+[", false, false, documentOpen, nullptr,
-     stepBackInFolder},
+     stepBackInFolder, ctrl(kKeyLeftBracket)},
     {kCmdNextInFolder, u"&Next in Folder\tCtrl+]", false, false, documentOpen, nullptr,
-     stepOnInFolder},
-    {kCmdSave, u"&Save\tCtrl+S", kRefused, kGreyed, nullptr, nullptr, SaveCommand},
-    {kCmdSaveAs, u"Save &As...\tCtrl+Shift+S", kRefused, kGreyed, nullptr, nullptr, comesLater},
+     stepOnInFolder, ctrl(kKeyRightBracket)},
+    {kCmdSave, u"&Save\tCtrl+S", kRefused, kGreyed, nullptr, nullptr, SaveCommand, ctrl('S')},
+    {kCmdSaveAs, u"Save &As...\tCtrl+Shift+S", kRefused, kGreyed, nullptr, nullptr, comesLater,
+     ctrlShift('S')},
     {kCmdSaveAll, u"Save A&ll", false, kGreyed, nullptr, nullptr, saveAllDocuments},
     {kCmdDiscardAll, u"&Discard All...", false, kGreyed, nullptr, nullptr, discardAllDocuments},
-    {kCmdPrint, u"&Print...\tCtrl+P", false, false, nullptr, nullptr, comesLater},
-    {kCmdClose, u"&Close\tCtrl+W", false, false, nullptr, nullptr, closeActive},
+    {kCmdPrint, u"&Print...\tCtrl+P", false, false, nullptr, nullptr, comesLater, ctrl('P')},
+    {kCmdClose, u"&Close\tCtrl+W", false, false, nullptr, nullptr, closeActive, ctrl('W')},
     {kCmdExit, u"E&xit", false, false, nullptr, nullptr, platform::closeMainWindow},
 
-    {kCmdFind, u"&Find...\tCtrl+F", false, false, nullptr, nullptr, OpenFindBar},
+    {kCmdFind, u"&Find...\tCtrl+F", false, false, nullptr, nullptr, OpenFindBar, ctrl('F')},
     {kCmdCopy, u"&Copy\tCtrl+C", false, false, textSelected, nullptr, copySelection},
     {kCmdPaste, u"&Paste\tCtrl+V", false, false, findBarShown, nullptr, pasteIntoFindField},
     {kCmdSelectAll, u"Select &All\tCtrl+A", false, false, nullptr, nullptr, selectWholePage},
@@ -137,7 +149,8 @@ constexpr Command kCommands[] = {
      comesLater},
     {kCmdInsertBelow, u"Insert Document &Below...", kRefused, kGreyed, nullptr, nullptr,
      comesLater},
-    {kCmdMarkUp, u"&Mark Up...\tCtrl+M", kRefused, kGreyed, nullptr, nullptr, comesLater},
+    {kCmdMarkUp, u"&Mark Up...\tCtrl+M", kRefused, kGreyed, nullptr, nullptr, comesLater,
+     ctrl('M')},
     {kCmdFlatten, u"Flatten &Annotations...", kRefused, kGreyed, nullptr, nullptr, comesLater},
     {kCmdRemoveAnnotations, u"Remove All A&nnotations...", kRefused, kGreyed, nullptr, nullptr,
      comesLater},
@@ -155,9 +168,9 @@ constexpr Command kCommands[] = {
     {kCmdEditText, u"&Edit Text Object...", kRefused, kGreyed, nullptr, nullptr, comesLater},
 
     {kCmdBookmarksPanel, u"&Bookmarks Panel\tF2", false, false, nullptr, navigationShown,
-     toggleNavigationPanel},
+     toggleNavigationPanel, plain(kKeyF2)},
     {kCmdBindersPanel, u"Bin&ders Panel\tF3", false, false, nullptr, bindersShown,
-     toggleBinderPanel},
+     toggleBinderPanel, plain(kKeyF3)},
     {kCmdAnnotationPanel, u"Anno&tation Panel\tF4", kRefused, kGreyed, inSinglePage, stampsShown,
      toggleStampPanel},
     {kCmdGroupMarkups, u"&Group Markups Under Bookmarks", false, false, nullptr, markupsGrouped,
@@ -172,20 +185,22 @@ constexpr Command kCommands[] = {
      chooseZoomMode<kActualSize>},
     {kCmdCustomFit, u"&Custom Fit\tC", false, false, nullptr, zoomModeIs<kCustomFit>,
      chooseZoomMode<kCustomFit>},
-    {kCmdPanScroll, u"Pa&n Scroll\tCtrl+N", false, false, nullptr, panScrolls, togglePanScroll},
+    {kCmdPanScroll, u"Pa&n Scroll\tCtrl+N", false, false, nullptr, panScrolls, togglePanScroll,
+     ctrl('N')},
     {kCmdEqualPanes, u"&Equal Panes\tCtrl+\\", false, false, besideEachOther, nullptr,
-     equalizePanes},
+     equalizePanes, ctrl(kKeyBackslash)},
     {kCmdRefreshFromSource, u"&Refresh from Source", false, false, nullptr, nullptr,
      refreshFromSource},
 
     {kCmdSinglePage, u"&Single Page\tF5", false, false, nullptr, viewModeIs<ViewMode::SinglePage>,
-     chooseViewMode<ViewMode::SinglePage>},
+     chooseViewMode<ViewMode::SinglePage>, plain(kKeyF5)},
     {kCmdBook, u"&Book\tF6", false, false, nullptr, viewModeIs<ViewMode::Book>,
-     chooseViewMode<ViewMode::Book>},
+     chooseViewMode<ViewMode::Book>, plain(kKeyF6)},
     {kCmdIndependentPages, u"&Independent Pages\tF7", false, false, nullptr,
-     viewModeIs<ViewMode::IndependentPages>, chooseViewMode<ViewMode::IndependentPages>},
+     viewModeIs<ViewMode::IndependentPages>, chooseViewMode<ViewMode::IndependentPages>,
+     plain(kKeyF7)},
     {kCmdTwoDocuments, u"&Two Documents\tF8", false, false, nullptr,
-     viewModeIs<ViewMode::TwoDocuments>, chooseViewMode<ViewMode::TwoDocuments>},
+     viewModeIs<ViewMode::TwoDocuments>, chooseViewMode<ViewMode::TwoDocuments>, plain(kKeyF8)},
 
     {kCmdUserGuide, u"&User Guide", false, false, nullptr, nullptr, openUserGuide},
     {kCmdShortcuts, u"&Shortcuts...", false, false, nullptr, nullptr, comesLater},

@@ -7,6 +7,13 @@
 
 namespace quillmere {
 
+// A key with its modifiers, as the accelerator table holds it.
+struct Accelerator {
+  std::uint16_t key = 0;  // virtual key code; 0 for none
+  bool control = false;
+  bool shift = false;
+};
+
 // One command: what it is called, when it can be had, what it does.
 struct Command {
   std::uint32_t id;
@@ -16,6 +23,8 @@ struct Command {
   bool (*enabled)();     // null for always
   bool (*checked)();     // null for never
   void (*run)();
+  // The resource APPACCEL has the same keys, since the system reads them from there.
+  Accelerator accelerator{};
 };
 
 // Every command but the recent documents, whose ids are a range.

@@ -5,6 +5,7 @@
 #include "core/close.h"
 #include "core/product.h"
 #include "core/session.h"
+#include "core/waiting_opens.h"
 #include "integration/viewers.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
@@ -36,11 +37,16 @@ void offerToCloseViewers() {
 bool settleBeforeClose() {
   if (session.viewerRole) return true;
   forgetWorkingDocuments();
+  beginDocumentWork();
   offerToCloseViewers();
-  return true;
+  const bool wantedAgain = !session.waitingOpens.empty();
+  endDocumentWork();
+  return !wantedAgain;
 }
 
 void tearDown() {
+  // A window that is closed below a question leaves nobody to open these.
+  session.waitingOpens.clear();
   SaveSettings();
   SaveCurrentView(session.activePane);
   closeAllDocuments();

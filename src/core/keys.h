@@ -19,7 +19,6 @@ enum Key : std::uint32_t {
   kKeyUp = 0x26,
   kKeyRight = 0x27,
   kKeyDown = 0x28,
-  kKeyDelete = 0x2E,
   kKeyA = 'A',
   kKeyC = 'C',
   kKeyF = 'F',
@@ -30,9 +29,18 @@ enum Key : std::uint32_t {
   kKeyW = 'W',
   kKeyPadPlus = 0x6B,
   kKeyPadMinus = 0x6D,
+  kKeyF2 = 0x71,
+  kKeyF3 = 0x72,
   kKeyF4 = 0x73,
+  kKeyF5 = 0x74,
+  kKeyF6 = 0x75,
+  kKeyF7 = 0x76,
+  kKeyF8 = 0x77,
   kKeyMainPlus = 0xBB,
   kKeyMainMinus = 0xBD,
+  kKeyLeftBracket = 0xDB,
+  kKeyBackslash = 0xDC,
+  kKeyRightBracket = 0xDD,
 };
 
 // Handles a key that no accelerator took, with the modifiers as the keyboard has them. False when

@@ -47,10 +47,6 @@ struct OpenJob {
 
 enum class StepResult { Next, Opened, Stopped };
 
-bool inTwoDocuments() {
-  return session.viewMode == ViewMode::TwoDocuments;
-}
-
 void showError(const std::u16string& text) {
   platform::showMessageBox(text, kProductTitle, BoxButtons::Ok, BoxIcon::Error);
 }
@@ -90,7 +86,7 @@ void keepPendingPlacements(FPDF_DOCUMENT document, bool& dirty) {
 
 bool inactivePaneChanged(int pane) {
   const PaneSlot& slot = session.panes[pane];
-  return slot.dirty || (slot.documentRotation & 3) != 0 || anyPageRotationPending(pane) ||
+  return slot.dirty || documentRotationPending(slot) || anyPageRotationPending(pane) ||
          placementsPending(slot.document.get());
 }
 
@@ -240,8 +236,11 @@ void adoptSharedDocument(DocumentHandle document, const std::u16string& path) {
   session.active.path = path;
   session.active.dirty = false;
   session.active.pageRotations.clear();
-  session.panes[0].documentRotation = 0;
-  session.panes[1].documentRotation = 0;
+  for (PaneSlot& pane : session.panes) {
+    pane.documentRotation = 0;
+    // Turns of a document that this pane had beside another one are not turns of this document.
+    pane.pageRotations.clear();
+  }
   clearJumpHistories();
   LoadPlacements(session.active.document.get());
 }
@@ -249,10 +248,6 @@ void adoptSharedDocument(DocumentHandle document, const std::u16string& path) {
 void showFirstPages() {
   session.panes[0].currentPage = 0;
   if (session.viewMode != ViewMode::SinglePage) session.panes[1].currentPage = 0;
-  if (session.viewMode == ViewMode::Book && session.settings.bookRevertToFit) {
-    session.panes[0].zoomMode = kFitPage;
-    session.panes[1].zoomMode = kFitPage;
-  }
   goToPage(0, 0, false);
   if (session.viewMode == ViewMode::IndependentPages) goToPage(1, 0, false);
 }

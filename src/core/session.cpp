@@ -14,15 +14,9 @@ SessionState session;
 
 namespace {
 
-constexpr std::uint32_t kQuarterTurnBits = 3;
-
 bool anyPending(const PageRotations& rotations) {
   return std::any_of(rotations.begin(), rotations.end(),
                      [](const auto& entry) { return (entry.second & kQuarterTurnBits) != 0; });
-}
-
-bool rotationPending(const PaneSlot& pane) {
-  return (pane.documentRotation & kQuarterTurnBits) != 0;
 }
 
 bool anyPlacementPending() {
@@ -34,15 +28,19 @@ bool anyPlacementPending() {
   return false;
 }
 
-bool inTwoDocuments() {
-  return session.viewMode == ViewMode::TwoDocuments;
-}
-
 }  // namespace
 
 void resetSession() {
   std::destroy_at(&session);
   std::construct_at(&session);
+}
+
+bool inTwoDocuments() {
+  return session.viewMode == ViewMode::TwoDocuments;
+}
+
+bool documentRotationPending(const PaneSlot& pane) {
+  return (pane.documentRotation & kQuarterTurnBits) != 0;
 }
 
 FPDF_DOCUMENT documentOf(int pane) {
@@ -76,10 +74,11 @@ bool hasUnsavedChanges() {
   if (dirtyOf(pane)) return true;
   if (placementsPending(document)) return true;
   if (inTwoDocuments()) {
-    return rotationPending(session.panes[pane]) || anyPending(session.panes[pane].pageRotations);
+    return documentRotationPending(session.panes[pane]) ||
+           anyPending(session.panes[pane].pageRotations);
   }
-  return rotationPending(session.panes[0]) || anyPending(session.active.pageRotations) ||
-         rotationPending(session.panes[1]);
+  return documentRotationPending(session.panes[0]) || anyPending(session.active.pageRotations) ||
+         documentRotationPending(session.panes[1]);
 }
 
 bool placementsPending(FPDF_DOCUMENT document) {

@@ -154,6 +154,7 @@ void resetSession();
 
 // Where the document of a pane lives depends on the mode alone: in the pane itself in TwoDocuments,
 // in `session.active` otherwise. Everybody goes through these five.
+bool inTwoDocuments();
 FPDF_DOCUMENT documentOf(int pane);
 std::int32_t& pageCountOf(int pane);
 std::u16string& pathOf(int pane);
@@ -169,6 +170,10 @@ bool hasUnsavedChanges();
 // True when `document` has placements that its annotations lack.
 bool placementsPending(FPDF_DOCUMENT document);
 
+// Rotations are counted in quarter turns clockwise; whole turns count as none.
+inline constexpr std::uint32_t kQuarterTurnBits = 3;
+// True when the pane's document as a whole has pending quarter turns.
+bool documentRotationPending(const PaneSlot& pane);
 // True when a page of the pane's document has pending quarter turns.
 bool anyPageRotationPending(int pane);
 

@@ -12,7 +12,6 @@ namespace quillmere {
 
 namespace {
 
-constexpr std::uint32_t kQuarterTurnBits = 3;
 constexpr int kReferenceDpi = 96;
 
 bool sideways(std::uint32_t quarterTurns) {

@@ -194,7 +194,7 @@ void turnPageKeepingPan(int pane, std::int32_t index, bool forward) {
   loadPane(pane, index);
   if (!slot.page) {
     freePaneBitmap(pane);
-    platform::invalidateMainWindow(false);
+    notePageShown(pane);
     return;
   }
   const double height = paneRect(pane).height();

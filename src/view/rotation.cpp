@@ -16,12 +16,6 @@ namespace quillmere {
 
 namespace {
 
-constexpr std::uint32_t kQuarterTurnBits = 3;
-
-bool inTwoDocuments() {
-  return session.viewMode == ViewMode::TwoDocuments;
-}
-
 // Whether what is shown in `other` belongs to the document of `pane`.
 bool sameDocument(int pane, int other) {
   return pane == other || !inTwoDocuments();
@@ -112,7 +106,7 @@ void rotatePage(int pane) {
 }
 
 void commitRotations(int pane) {
-  const bool documentTurned = (session.panes[pane].documentRotation & kQuarterTurnBits) != 0;
+  const bool documentTurned = documentRotationPending(session.panes[pane]);
   if (session.viewerRole || (!documentTurned && !anyPageRotationPending(pane))) return;
   if (writeTurns(pane)) dirtyOf(pane) = true;
   for (int each = 0; each < 2; ++each) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/command_ids.h"
+#include "core/commands.h"
 
 namespace quillmere::test {
 namespace {
@@ -70,6 +71,19 @@ TEST_F(AcceleratorsTest, EveryKeyHasItsCommandAndThereIsNoOther) {
     EXPECT_EQ(commandOf(row.key, row.modifiers), row.command) << row.key << ' ' << row.modifiers;
   }
   EXPECT_EQ(rows_.size(), std::size(keys));
+}
+
+TEST_F(AcceleratorsTest, TheTableOfCommandsNamesTheSameKeys) {
+  std::size_t named = 0;
+  for (const Command& command : allCommands()) {
+    const Accelerator& accelerator = command.accelerator;
+    if (accelerator.key == 0) continue;
+    ++named;
+    const int modifiers = (accelerator.control ? FCONTROL : 0) | (accelerator.shift ? FSHIFT : 0);
+    EXPECT_EQ(commandOf(accelerator.key, static_cast<BYTE>(modifiers)),
+              static_cast<int>(command.id));
+  }
+  EXPECT_EQ(named, rows_.size());
 }
 
 }  // namespace

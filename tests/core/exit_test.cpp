@@ -1,10 +1,14 @@
 #include "core/exit.h"
 
+#include <fpdfview.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "core/open_requests.h"
+#include "core/startup.h"
 #include "store/data_folder.h"
 #include "store/working_documents.h"
+#include "support/pdf_builder.h"
 #include "support/session_test.h"
 
 namespace quillmere::test {
@@ -48,6 +52,32 @@ TEST_F(ExitTest, NoLeavesTheViewersOpen) {
   standIn().boxAnswers = {BoxAnswer::No};
   EXPECT_TRUE(settleBeforeClose());
   EXPECT_THAT(standIn().windowsAskedToClose, IsEmpty());
+}
+
+TEST_F(ExitTest, AFileHandedOverDuringTheQuestionIsOpenedAndTheWindowStays) {
+  viewersRun();
+  const std::u16string path = putPdf(u"late.pdf", simplePdf(1));
+  standIn().boxAnswers = {BoxAnswer::No, BoxAnswer::No};
+  standIn().onBox = [&](const platform::ShownBox&) { openHandedOver(path); };
+  EXPECT_FALSE(settleBeforeClose());
+  EXPECT_EQ(session.active.path, path);
+  standIn().onBox = {};
+  EXPECT_TRUE(settleBeforeClose());
+}
+
+TEST_F(ExitTest, AWindowThatIsClosedBelowAQuestionOpensNothingAnyMore) {
+  const std::u16string first = putPdf(u"first.pdf", simplePdf(1));
+  const std::u16string second = putPdf(u"second.pdf", simplePdf(2));
+  openRequested(first, 0, kWorkingDocsToHead, true);
+  session.active.dirty = true;
+  standIn().boxAnswers = {BoxAnswer::Cancel};
+  standIn().onBox = [&](const platform::ShownBox&) {
+    openHandedOver(second);
+    tearDown();
+  };
+  openRequested(second, 0, kWorkingDocsToHead, true);
+  EXPECT_EQ(session.active.document, nullptr);
+  FPDF_InitLibrary();  // ended by the window that was closed
 }
 
 TEST_F(ExitTest, AViewerClosesWithoutAWord) {

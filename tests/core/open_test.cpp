@@ -7,6 +7,7 @@
 #include "store/working_documents.h"
 #include "support/pdf_builder.h"
 #include "support/session_test.h"
+#include "view/modes.h"
 #include "view/navigation.h"
 
 namespace quillmere::test {
@@ -490,6 +491,14 @@ TEST_F(OpenTest, AFailedOpenJoinsNothing) {
   standIn().boxAnswers = {BoxAnswer::Ok};
   EXPECT_FALSE(open(putPdf(u"bad.pdf", garbageFile()), {.workingDocsMode = kWorkingDocsToHead}));
   EXPECT_THAT(session.settings.recentFiles, ElementsAre(u"C:\\bad.pdf"));
+}
+
+TEST_F(OpenTest, TurnsOfADocumentThatIsGoneNeverReachALaterOne) {
+  openTwo();
+  session.panes[0].pageRotations[1] = 1;
+  setViewMode(ViewMode::SinglePage);
+  opened(u"later.pdf");
+  EXPECT_TRUE(session.panes[0].pageRotations.empty());
 }
 
 }  // namespace

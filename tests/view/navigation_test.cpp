@@ -1,5 +1,7 @@
 #include "view/navigation.h"
 
+#include <fpdf_edit.h>
+
 #include "view/geometry.h"
 #include "view/modes.h"
 #include "view/view_test.h"
@@ -284,6 +286,16 @@ TEST_F(PanScrollTest, ATurnShowsTheNewPageEverywhere) {
   ASSERT_TRUE(panScrollTurn(0));
   EXPECT_FALSE(session.selection.active);
   EXPECT_EQ(window().statusTexts[2], u"\t\tPage 3 of 10  ");
+}
+
+TEST_F(PanScrollTest, ATurnToAPageThatIsNotThereShowsItsNumberAndNothingOfTheOneBefore) {
+  session.selection = {true, 0, 1, 4, false};
+  while (FPDF_GetPageCount(documentOf(0)) > 4) FPDFPage_Delete(documentOf(0), 4);
+  pane(0).panY = -500.0f;
+  ASSERT_TRUE(panScrollTurn(0));
+  EXPECT_EQ(pane(0).page, nullptr);
+  EXPECT_FALSE(session.selection.active);
+  EXPECT_EQ(window().statusTexts[2], u"\t\tPage 5 of 10  ");
 }
 
 TEST_F(PanScrollTest, NothingPrecedesTheFirstPageOrFollowsTheLast) {
