@@ -22,6 +22,7 @@
 #include "view/modes.h"
 #include "view/navigation.h"
 #include "view/render.h"
+#include "view/zoom.h"
 
 namespace {
 
@@ -30,7 +31,7 @@ using fuzz::require;
 
 constexpr int kPages = 4;     // that are looked at
 constexpr int kJumps = 60;    // along the outline, and back
-constexpr int kGridStep = 8;  // pixels between the places that are asked for a link
+constexpr int kGridStep = 6;  // pixels between the rows of places that are asked for a link
 
 enum HowBit : unsigned {
   kRegex = 1,
@@ -117,14 +118,16 @@ void followOutline() {
 
 void followLinksOf(int page) {
   goToPage(0, page, false);
-  for (int y = 0; y < 240; y += kGridStep) {
-    for (int x = 0; x < 320; x += kGridStep) {
+  const PaneRect pane = paneRect(0);
+  for (int y = pane.top; y < pane.bottom; y += kGridStep) {
+    for (int x = pane.left; x < pane.right; x += 3 * kGridStep) {
       if (FollowLink(0, LinkAtPoint(0, x, y))) goToPage(0, page, false);
     }
   }
 }
 
 void followLinks() {
+  setZoomMode(0, kFitPage);
   for (int page = 0; page < std::min(pageCountOf(0), kPages); ++page) followLinksOf(page);
   require(platform::standIn().processes.empty(), "a link that started a program");
   for (const std::u16string& address : platform::standIn().openedWithSystem) {
