@@ -32,5 +32,25 @@ TEST_F(HighResolution, PanelsAndMarginsGrowAndThePageFillsItsPane) {
   ASSERT_TRUE(pageTextBecomes(L"L:1  R:1  of 1"));
 }
 
+class AnotherScreen : public Scenario {};
+
+TEST_F(AnotherScreen, OfOtherDensityLaysTheWindowOutAnew) {
+  startWith(markedPdf(1, kLetter.width, kLetter.height));
+  const HWND header = childOf(window, 422);
+  const HWND tree = childOf(window, 401);
+  const auto widthOf = [](HWND child) { return windowRect(child).right - windowRect(child).left; };
+  const int dpi = static_cast<int>(GetDpiForSystem());
+  const LONG width = widthOf(tree);
+  changeDensity(window, 2 * dpi);
+  EXPECT_EQ(windowRect(header).bottom - windowRect(header).top, dip(2 * 22));
+  EXPECT_EQ(widthOf(tree), 2 * width);
+  RECT area = pageArea();
+  area.left = 2 * width + dip(2 * 3);
+  EXPECT_TRUE(pageBecomes(area, fitPage(area, kLetter)));
+  changeDensity(window, dpi);
+  EXPECT_EQ(widthOf(tree), width);
+  EXPECT_TRUE(pageBecomes(pageArea(), fitPage(pageArea(), kLetter)));
+}
+
 }  // namespace
 }  // namespace quillmere::e2e

@@ -175,7 +175,8 @@ TEST_F(Modes, TheDividerIsDraggedAndPutBackInTheMiddle) {
   drag(onScreen(left.right, middle), onScreen(left.right + 100, middle));
   EXPECT_TRUE(pixelBecomes(left.right + 100, left.top + 2, kDivider));
   const RECT wider{left.left, left.top, left.right + 100, left.bottom};
-  const RECT inside{wider.left + 4, wider.top + 4, wider.right - 4, wider.bottom - 4};
+  const RECT inside{wider.left + dip(5), wider.top + dip(5), wider.right - dip(5),
+                    wider.bottom - dip(5)};
   EXPECT_TRUE(pageBecomes(inside, clipped(fitPage(wider, kPage), inside)));
   press(VK_OEM_5, kCtrl);
   EXPECT_TRUE(pixelBecomes(left.right, left.top + 2, kDivider));

@@ -6,7 +6,7 @@ namespace quillmere::e2e {
 namespace {
 
 constexpr Size kPage{300, 400};
-constexpr int kStep = 60;  // pixels of an arrow key or a notch of the wheel
+constexpr int kStepLength = 60;  // at 96 DPI, of an arrow key or a notch of the wheel
 
 class Navigation : public Scenario {
  protected:
@@ -24,6 +24,7 @@ class Navigation : public Scenario {
   }
   int paneHeight() const { return pageArea().bottom - pageArea().top; }
 
+  const int kStep = dip(kStepLength);
   RECT home{};
 };
 
@@ -58,7 +59,7 @@ TEST_F(Navigation, GoingBackLandsOnTheBottomOfThePageBefore) {
   press(VK_PRIOR);
   ASSERT_TRUE(pageTextBecomes(L"Page 1 of 3"));
   RECT bottom = top;
-  OffsetRect(&bottom, 0, area.bottom - 8 - bottom.bottom);
+  OffsetRect(&bottom, 0, area.bottom - dip(8) - bottom.bottom);
   EXPECT_TRUE(pageBecomes(area, clipped(bottom, area)));
   press(VK_HOME);
   press(VK_NEXT);
@@ -83,10 +84,11 @@ TEST_F(Navigation, ArrowsPanBySixtyPixels) {
 TEST_F(Navigation, PanningKeepsEightyPixelsInThePane) {
   startAtActualSize(1);
   for (int i = 0; i < 20; ++i) press(VK_UP);
-  EXPECT_TRUE(movedBy(0, paneHeight() - 80 - home.top));
+  EXPECT_TRUE(movedBy(0, paneHeight() - dip(80) - home.top));
   for (int i = 0; i < 30; ++i) press(VK_RIGHT);
   const RECT area = pageArea();
-  EXPECT_TRUE(pageBecomes(area, {area.left, area.bottom - 80, area.left + 80, area.bottom}));
+  EXPECT_TRUE(
+      pageBecomes(area, {area.left, area.bottom - dip(80), area.left + dip(80), area.bottom}));
 }
 
 TEST_F(Navigation, PanScrollTurnsThePageThatWasPannedPast) {
@@ -108,7 +110,7 @@ TEST_F(Navigation, WithoutPanScrollPanningNeverTurns) {
   press('N', kCtrl);
   ASSERT_TRUE(eventually([&] { return !menuItem(window, 209).checked; }));
   for (int i = 0; i < 15; ++i) press(VK_DOWN);
-  EXPECT_TRUE(movedBy(0, -(home.bottom - 80)));
+  EXPECT_TRUE(movedBy(0, -(home.bottom - dip(80))));
   EXPECT_TRUE(pageTextBecomes(L"Page 1 of 3"));
 }
 
@@ -135,11 +137,13 @@ TEST_F(Navigation, AHighResolutionWheelScrollsByItsShareAndTurnsByFullNotches) {
   startAtActualSize(3);
   const POINT place = middleOf(pageArea());
   turnWheel(place, 40);
-  EXPECT_TRUE(movedBy(0, 20));
+  EXPECT_TRUE(movedBy(0, kStep / 3));
   turnWheel(place, -60, kShift);
   turnWheel(place, 20);
-  EXPECT_TRUE(movedBy(0, 30));
+  EXPECT_TRUE(movedBy(0, kStep / 2));
   EXPECT_TRUE(pageTextBecomes(L"Page 1 of 3"));
+  turnWheel(place, -60, kShift);
+  EXPECT_TRUE(pageTextBecomes(L"Page 2 of 3"));
 }
 
 TEST_F(Navigation, TheWheelZoomsAroundThePointer) {
@@ -206,6 +210,28 @@ TEST_F(Navigation, PlainKeysReachThePanels) {
   EXPECT_TRUE(eventually([&] { return focusOf(window) == window; }));
 }
 
+TEST_F(Navigation, APanelThatIsHiddenGivesTheKeyboardBackToThePage) {
+  startWith(coloredPdf(2));
+  press('N');
+  const HWND bookmarks = childOf(window, 401);
+  ASSERT_TRUE(eventually([&] { return focusOf(window) == bookmarks; }));
+  press(VK_F2);
+  EXPECT_TRUE(eventually([&] { return focusOf(window) == window; }));
+  press(VK_NEXT);
+  EXPECT_TRUE(pageTextBecomes(L"Page 2 of 2"));
+}
+
+TEST_F(Navigation, ShiftShowsTheHandWithoutAMovement) {
+  startAtActualSize(1);
+  movePointer(middleOf(home));
+  ASSERT_TRUE(inputIsHandled(window));
+  const std::wstring arrow = cursorOf(window);
+  holdKeys(kShift);
+  EXPECT_TRUE(eventually([&] { return cursorOf(window) != arrow; }));
+  releaseKeys(kShift);
+  EXPECT_TRUE(eventually([&] { return cursorOf(window) == arrow; }));
+}
+
 TEST_F(Navigation, F4TogglesTheAnnotationPanelAmongSinglePagesOnly) {
   startWith(coloredPdf(2));
   const HWND panel = childOf(window, 402);
@@ -213,7 +239,7 @@ TEST_F(Navigation, F4TogglesTheAnnotationPanelAmongSinglePagesOnly) {
   EXPECT_TRUE(eventually([&] { return IsWindowVisible(panel) != FALSE; }));
   EXPECT_TRUE(becomesChecked(601));
   RECT area = pageArea();
-  area.right -= 180 + 3;
+  area.right -= dip(180) + dip(3);
   EXPECT_TRUE(pageBecomes(area, fitPage(area, kPage)));
   EXPECT_TRUE(pixelBecomes(area.right + 1, area.top + 5, kSplitter));
   press(VK_F6);

@@ -20,28 +20,33 @@ TEST_F(Painting, AFittedPageLiesInTheMiddleWithAShadowAtRightAndBottomOnly) {
   ASSERT_TRUE(pageBecomes(area, page));
   EXPECT_TRUE(zoomTextBecomes(percent(fitPageZoom(area, kLetter))));
   const Picture shown = client();
-  EXPECT_TRUE(shown.filled({page.left, page.top + 70, page.right, page.bottom}, kPaper));
+  const int shadow = dip(4);
+  EXPECT_TRUE(
+      shown.filled({page.left, (page.top + page.bottom) / 2, page.right, page.bottom}, kPaper));
   EXPECT_EQ(shown.at(page.left + 5, page.top + 5), kRed);
-  EXPECT_TRUE(shown.filled({page.right, page.top + 4, page.right + 4, page.bottom + 4}, kShadow));
-  EXPECT_TRUE(shown.filled({page.left + 4, page.bottom, page.right, page.bottom + 4}, kShadow));
+  EXPECT_TRUE(shown.filled(
+      {page.right, page.top + shadow, page.right + shadow, page.bottom + shadow}, kShadow));
+  EXPECT_TRUE(
+      shown.filled({page.left + shadow, page.bottom, page.right, page.bottom + shadow}, kShadow));
   EXPECT_TRUE(shown.filled({area.left, area.top, page.left, area.bottom}, kBackground));
   EXPECT_TRUE(shown.filled({area.left, area.top, area.right, page.top}, kBackground));
-  EXPECT_TRUE(shown.filled({page.right, area.top, area.right, page.top + 4}, kBackground));
-  EXPECT_TRUE(shown.filled({page.right + 4, area.top, area.right, area.bottom}, kBackground));
-  EXPECT_TRUE(shown.filled({area.left, page.bottom, page.left + 4, area.bottom}, kBackground));
-  EXPECT_TRUE(shown.filled({area.left, page.bottom + 4, area.right, area.bottom}, kBackground));
+  EXPECT_TRUE(shown.filled({page.right, area.top, area.right, page.top + shadow}, kBackground));
+  EXPECT_TRUE(shown.filled({page.right + shadow, area.top, area.right, area.bottom}, kBackground));
+  EXPECT_TRUE(shown.filled({area.left, page.bottom, page.left + shadow, area.bottom}, kBackground));
+  EXPECT_TRUE(
+      shown.filled({area.left, page.bottom + shadow, area.right, area.bottom}, kBackground));
 }
 
 TEST_F(Painting, ThePanelSplittersHaveTheirColour) {
   start();
   const RECT area = pageArea();
-  EXPECT_TRUE(pixelBecomes(area.left - 3, area.top + 10, kSplitter));
+  EXPECT_TRUE(pixelBecomes(area.left - dip(3), area.top + 10, kSplitter));
   const Picture shown = client();
-  EXPECT_TRUE(shown.filled({area.left - 3, area.top, area.left, area.bottom}, kSplitter));
+  EXPECT_TRUE(shown.filled({area.left - dip(3), area.top, area.left, area.bottom}, kSplitter));
   const RECT bar = windowRect(childOf(window, 423));
   POINT belowBar{bar.left, bar.top};
   ScreenToClient(window, &belowBar);
-  EXPECT_TRUE(shown.filled({0, belowBar.y - 3, area.left, belowBar.y}, kSplitter));
+  EXPECT_TRUE(shown.filled({0, belowBar.y - dip(3), area.left, belowBar.y}, kSplitter));
 }
 
 TEST_F(Painting, TheActivePaneHasAFrameAndADividerStandsBetween) {
@@ -54,17 +59,19 @@ TEST_F(Painting, TheActivePaneHasAFrameAndADividerStandsBetween) {
   const Picture shown = client();
   EXPECT_TRUE(shown.filled({left.right, left.top, right.left, left.bottom}, kDivider));
   const auto expectFrame = [&](RECT pane, std::uint32_t color) {
-    EXPECT_TRUE(shown.filled({pane.left + 1, pane.top + 1, pane.right - 1, pane.top + 4}, color));
-    EXPECT_TRUE(
-        shown.filled({pane.left + 1, pane.bottom - 4, pane.right - 1, pane.bottom - 1}, color));
-    EXPECT_TRUE(shown.filled({pane.left + 1, pane.top + 4, pane.left + 4, pane.bottom - 4}, color));
-    EXPECT_TRUE(
-        shown.filled({pane.right - 4, pane.top + 4, pane.right - 1, pane.bottom - 4}, color));
+    const RECT outer{pane.left + dip(1), pane.top + dip(1), pane.right - dip(1),
+                     pane.bottom - dip(1)};
+    const RECT inner{outer.left + dip(3), outer.top + dip(3), outer.right - dip(3),
+                     outer.bottom - dip(3)};
+    EXPECT_TRUE(shown.filled({outer.left, outer.top, outer.right, inner.top}, color));
+    EXPECT_TRUE(shown.filled({outer.left, inner.bottom, outer.right, outer.bottom}, color));
+    EXPECT_TRUE(shown.filled({outer.left, outer.top, inner.left, outer.bottom}, color));
+    EXPECT_TRUE(shown.filled({inner.right, outer.top, outer.right, outer.bottom}, color));
   };
   expectFrame(left, kFrame);
   expectFrame(right, kBackground);
   EXPECT_EQ(shown.at(left.left, left.top), kBackground);
-  EXPECT_EQ(shown.at(left.left + 4, left.top + 4), kBackground);
+  EXPECT_EQ(shown.at(left.left + dip(1) + dip(3), left.top + dip(1) + dip(3)), kBackground);
 }
 
 TEST_F(Painting, ResizingFitsThePageAnew) {

@@ -117,7 +117,7 @@ TEST_F(Settings, HiddenPanelsLeaveTheirRoomToThePage) {
   startWith(coloredPdf(1));
   RECT area = pageArea();
   EXPECT_EQ(area.left, 0);
-  area.right -= 180 + 3;
+  area.right -= dip(180) + dip(3);
   EXPECT_TRUE(pageBecomes(area, fitPage(area, kPage)));
 }
 

@@ -41,7 +41,7 @@ TEST_F(Viewer, ShowsTheBookmarksOfADocumentThatHasSomeInANarrowerPanel) {
   options.outline.push_back({u"Chapter", test::pageDestination(1), {}});
   const std::string bytes = test::buildPdf({test::PdfPage{}}, options);
   start(L"--viewer " + inQuotes(makeFile(L"book.pdf", bytes)));
-  EXPECT_TRUE(eventually([&] { return pageArea().left == 152 + 3; }));
+  EXPECT_TRUE(eventually([&] { return pageArea().left == dip(152) + dip(3); }));
   EXPECT_TRUE(IsWindowVisible(childOf(window, 401)));
   EXPECT_FALSE(IsWindowVisible(childOf(window, 420)));
 }
@@ -78,8 +78,8 @@ TEST_F(Viewer, EachStandsBesideTheMainWindowAndAStepFurtherThanTheLast) {
   ASSERT_NE(first, nullptr);
   EXPECT_TRUE(shows(first, L"a file.pdf"));
   const int step = GetSystemMetrics(SM_CYCAPTION);
-  const int width = 600;  // the least; 65% of 900 is less
-  const int height = 630;
+  const int width = dip(600);  // the least; 65% of 900 is less
+  const int height = std::max(630, dip(480));
   const RECT wanted{main.right + 2 * step - width, main.top - step, main.right + 2 * step,
                     main.top - step + height};
   EXPECT_EQ(windowRect(first), wanted);

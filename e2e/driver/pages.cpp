@@ -23,7 +23,7 @@ const PageColor& colorOf(int page) {
 }
 
 constexpr float kFitMargin = 0.96f;
-constexpr float kVerticalMargin = 8;
+constexpr int kVerticalMargin = 8;  // at 96 DPI
 
 float limited(double zoom) {
   return static_cast<float>(std::max(std::min(zoom, 5.0), 0.2));
@@ -44,6 +44,10 @@ RECT pageAt(RECT pane, Size page, float zoom, float panX, float panY) {
 }
 
 }  // namespace
+
+int dip(int length) {
+  return MulDiv(length, static_cast<int>(GetDpiForSystem()), 96);
+}
 
 std::string coloredPdf(int pages, double width, double height) {
   std::vector<test::PdfPage> list;
@@ -93,8 +97,9 @@ RECT fitPage(RECT pane, Size page) {
 
 RECT placedPage(RECT pane, Size page, float zoom) {
   const double height = static_cast<double>(zoom) * page.height;
-  const bool fits = heightOf(pane) - 2 * kVerticalMargin >= height;
-  const auto panY = fits ? static_cast<float>((heightOf(pane) - height) / 2) : kVerticalMargin;
+  const auto margin = static_cast<float>(dip(kVerticalMargin));
+  const bool fits = heightOf(pane) - dip(2 * kVerticalMargin) >= height;
+  const auto panY = fits ? static_cast<float>((heightOf(pane) - height) / 2) : margin;
   return pageAt(pane, page, zoom,
                 static_cast<float>((widthOf(pane) - static_cast<double>(zoom) * page.width) / 2),
                 panY);

@@ -20,6 +20,9 @@ std::string markedPdf(int pages, double width, double height, const std::string&
                       double baseline = 200);
 inline constexpr double kCourierAdvance = 14.4;  // points, at 24 points
 
+// A length that is given at 96 DPI, in pixels of this desktop.
+int dip(int length);
+
 struct Size {
   double width;
   double height;

@@ -11,8 +11,6 @@
 namespace quillmere::e2e {
 namespace {
 
-constexpr ULONG_PTR kOpenFileTag = 0x514D4F31;  // "QMO1"
-
 std::vector<Program>& started() {
   static std::vector<Program> programs;
   return programs;
@@ -98,9 +96,8 @@ void terminateOwners(const wchar_t* className) {
 }
 
 void deliverPath(HWND window, const std::wstring& path) {
-  COPYDATASTRUCT data{kOpenFileTag, static_cast<DWORD>((path.size() + 1) * sizeof(wchar_t)),
-                      const_cast<wchar_t*>(path.c_str())};
-  SendMessageW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
+  sendCopyData(window, kOpenFileTag, path.c_str(),
+               static_cast<DWORD>((path.size() + 1) * sizeof(wchar_t)));
 }
 
 }  // namespace
@@ -266,6 +263,11 @@ void dropFiles(HWND window, POINT client, const std::vector<std::wstring>& paths
   askInside(window, InsideRequest::DropFiles, MAKELPARAM(client.x, client.y), list);
 }
 
+void sendCopyData(HWND window, ULONG_PTR tag, const void* bytes, DWORD size) {
+  COPYDATASTRUCT data{tag, size, const_cast<void*>(bytes)};
+  SendMessageW(window, WM_COPYDATA, 0, reinterpret_cast<LPARAM>(&data));
+}
+
 void sendPath(HWND window, const std::wstring& path) {
   inputIsHandled(window);
   deliverPath(window, path);
@@ -279,6 +281,14 @@ void sendPathAndReturn(HWND window, const std::wstring& path) {
 void runCommand(HWND window, int id) {
   inputIsHandled(window);
   PostMessageW(window, WM_COMMAND, MAKEWPARAM(id, 0), 0);
+}
+
+void changeDensity(HWND window, int dpi) {
+  askInside(window, InsideRequest::ChangeDensity, dpi);
+}
+
+std::wstring cursorOf(HWND window) {
+  return askInside(window, InsideRequest::Cursor, 0);
 }
 
 }  // namespace quillmere::e2e

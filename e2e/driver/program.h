@@ -61,10 +61,17 @@ std::vector<MenuItem> describeMenu(HWND window, HMENU menu);
 // "depth|selected|text" for each item.
 std::vector<std::wstring> treeItems(HWND window, HWND tree);
 void dropFiles(HWND window, POINT client, const std::vector<std::wstring>& paths);
+// Copy-data with this tag, as any program may send it.
+constexpr ULONG_PTR kOpenFileTag = 0x514D4F31;  // "QMO1"
+void sendCopyData(HWND window, ULONG_PTR tag, const void* bytes, DWORD size);
 // What a second launch sends.
 void sendPath(HWND window, const std::wstring& path);
 // The same from a sender that does not wait until the box that may follow is answered.
 void sendPathAndReturn(HWND window, const std::wstring& path);
 void runCommand(HWND window, int id);
+// Tells the window that its screen has another density now.
+void changeDensity(HWND window, int dpi);
+// The picture of the pointer while it is over the window, for comparing.
+std::wstring cursorOf(HWND window);
 
 }  // namespace quillmere::e2e

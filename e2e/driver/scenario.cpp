@@ -159,7 +159,7 @@ RECT Scenario::pageArea() const {
     const HWND tree = childOf(window, id);
     if (tree == nullptr || !IsWindowVisible(tree)) continue;
     RECT rect = windowRect(tree);
-    area.left = rect.right - rect.left + 3;
+    area.left = rect.right - rect.left + dip(3);
   }
   return area;
 }
@@ -172,7 +172,7 @@ RECT Scenario::leftPane() const {
 
 RECT Scenario::rightPane() const {
   RECT pane = pageArea();
-  pane.left = leftPane().right + 2;
+  pane.left = leftPane().right + dip(2);
   return pane;
 }
 

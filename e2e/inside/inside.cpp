@@ -97,6 +97,16 @@ void serve(HWND window, InsideRequest request, LPARAM detail, InsideBlock& block
     case InsideRequest::StatusText:
       answer(block, statusText(window, static_cast<WPARAM>(detail)));
       break;
+    case InsideRequest::Cursor:
+      answer(block, std::to_wstring(reinterpret_cast<ULONG_PTR>(GetCursor())));
+      break;
+    case InsideRequest::ChangeDensity: {
+      RECT place{};
+      GetWindowRect(window, &place);
+      SendMessageW(window, WM_DPICHANGED, MAKEWPARAM(detail, detail),
+                   reinterpret_cast<LPARAM>(&place));
+      break;
+    }
     case InsideRequest::InputWaits:
       answer(block, HIWORD(GetQueueStatus(QS_INPUT)) != 0 ? L"1" : L"0");
       break;

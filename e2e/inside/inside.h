@@ -22,6 +22,10 @@ enum class InsideRequest : WPARAM {
   StatusText = 4,
   // Answer: "1" while keys or mouse events wait in the queue of the window's thread, else "0".
   InputWaits = 5,
+  // Answer: the handle of the pointer's picture as a number.
+  Cursor = 8,
+  // lParam: the density that the window's screen now has; the window keeps its place.
+  ChangeDensity = 9,
 };
 
 struct InsideBlock {
