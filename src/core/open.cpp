@@ -260,7 +260,7 @@ StepResult openForBothPanes(OpenJob& job) {
   if (!document) return reportLoadFailure(FPDF_GetLastError());
   adoptSharedDocument(std::move(document), job.displayPath);
   showFirstPages();
-  platform::updateMainWindow();  // the reader has the page before a long outline is read
+  platform::updatePages();  // the reader has the page before a long outline is read
   RebuildNavigationTree();
   return StepResult::Next;
 }

@@ -3,6 +3,7 @@
 #include <fpdf_text.h>
 #include <fpdfview.h>
 
+#include <cstddef>
 #include <memory>
 #include <type_traits>
 
@@ -23,5 +24,28 @@ struct TextPageCloser {
 using DocumentHandle = std::unique_ptr<std::remove_pointer_t<FPDF_DOCUMENT>, DocumentCloser>;
 using PageHandle = std::unique_ptr<std::remove_pointer_t<FPDF_PAGE>, PageCloser>;
 using TextPageHandle = std::unique_ptr<std::remove_pointer_t<FPDF_TEXTPAGE>, TextPageCloser>;
+
+// The text page of an open page. It is loaded when it is first asked for, since showing a page does
+// not need it.
+class TextOfPage {
+ public:
+  // From now on that of another page, which it must not outlive; null for none.
+  void reset(FPDF_PAGE page = nullptr) {
+    textPage_.reset();
+    unread_ = page;
+  }
+  // Null without a page, and when loading failed.
+  FPDF_TEXTPAGE get() const {
+    if (unread_ != nullptr) textPage_.reset(FPDFText_LoadPage(unread_));
+    unread_ = nullptr;
+    return textPage_.get();
+  }
+  explicit operator bool() const { return get() != nullptr; }
+  bool operator==(std::nullptr_t) const { return get() == nullptr; }
+
+ private:
+  mutable TextPageHandle textPage_;
+  mutable FPDF_PAGE unread_ = nullptr;
+};
 
 }  // namespace quillmere

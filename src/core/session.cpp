@@ -114,7 +114,7 @@ void loadPane(int pane, std::int32_t index) {
   closePanePage(pane);
   slot.currentPage = std::clamp(index, 0, last);
   slot.page.reset(FPDF_LoadPage(document, slot.currentPage));
-  if (slot.page) slot.textPage.reset(FPDFText_LoadPage(slot.page.get()));
+  slot.textPage.reset(slot.page.get());
 }
 
 void clearJumpHistories(int pane) {

@@ -50,13 +50,12 @@ std::u16string literalText(const std::u16string& text) {
 }
 
 // Appends the page's hits. True when the list then holds `limit` hits or more.
-bool findLiteral(FPDF_PAGE page, int pageIndex, const std::u16string& text, std::size_t limit,
-                 std::vector<FindResult>& results) {
-  const TextPageHandle textPage(FPDFText_LoadPage(page));
-  if (!textPage) return false;
+bool findLiteral(FPDF_TEXTPAGE textPage, int pageIndex, const std::u16string& text,
+                 std::size_t limit, std::vector<FindResult>& results) {
+  if (textPage == nullptr) return false;
   const std::u16string wanted = literalText(text);
   const SearchHandle search(FPDFText_FindStart(
-      textPage.get(), reinterpret_cast<FPDF_WIDESTRING>(wanted.c_str()), literalFlags(), 0));
+      textPage, reinterpret_cast<FPDF_WIDESTRING>(wanted.c_str()), literalFlags(), 0));
   while (FPDFText_FindNext(search.get())) {
     const int start = FPDFText_GetSchResultIndex(search.get());
     const int count = FPDFText_GetSchCount(search.get());
@@ -70,7 +69,17 @@ bool findLiteral(FPDF_PAGE page, int pageIndex, const std::u16string& text, std:
 bool findOnPage(FPDF_PAGE page, int pageIndex, SearchJob& job, std::size_t limit,
                 std::vector<FindResult>& results) {
   if (session.find.regexMode) return FindRegexPage(page, pageIndex, job.pattern, limit, results);
-  return findLiteral(page, pageIndex, job.text, limit, results);
+  const TextPageHandle textPage(FPDFText_LoadPage(page));
+  return findLiteral(textPage.get(), pageIndex, job.text, limit, results);
+}
+
+// A shown page has its text read already, which is most of the work of a keystroke.
+void findOnShownPage(const PaneSlot& slot, SearchJob& job, std::vector<FindResult>& results) {
+  if (session.find.regexMode) {
+    FindRegexPage(slot.page.get(), slot.currentPage, job.pattern, kNoLimit, results);
+  } else {
+    findLiteral(slot.textPage.get(), slot.currentPage, job.text, kNoLimit, results);
+  }
 }
 
 // Nothing to search for, or nothing to search in.
@@ -111,7 +120,7 @@ void searchShownPages(SearchJob& job, std::vector<FindResult>& results) {
       continue;
     }
     searched.push_back(slot.currentPage);
-    findOnPage(slot.page.get(), slot.currentPage, job, kNoLimit, results);
+    findOnShownPage(slot, job, results);
     if (session.find.badPattern) return;
   }
 }

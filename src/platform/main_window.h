@@ -21,12 +21,15 @@ PixelSize mainWindowClientSize();
 // Outer height of the status bar; 0 without one.
 int statusBarHeight();
 
+// Invalid pages are painted first: a caption takes long to draw.
 void setMainWindowTitle(const std::u16string& title);
 
 // Repaints the whole client area, with or without erasing first.
 void invalidateMainWindow(bool erase);
 // Repaints at once what is invalid.
 void updateMainWindow();
+// The same without the child windows.
+void updatePages();
 
 // Right edges of the status bar's parts in pixels, -1 for "to the end"; `count` of them.
 void setStatusParts(const int* rightEdges, int count);

@@ -217,11 +217,11 @@ void setViewMode(ViewMode mode) {
   }
 
   if (hideStamps) platform::layoutMainWindow();
+  platform::invalidateMainWindow(true);
   if (documentOf(session.activePane) != documentBefore) RebuildNavigationTree();
   refreshMenus();
   refreshTitle();
   refreshStatus();
-  platform::invalidateMainWindow(true);
 }
 
 void saveBookOverride() {

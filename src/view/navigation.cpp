@@ -138,9 +138,9 @@ std::int32_t lastPage(int pane) {
 void notePageShown(int pane) {
   if (session.findBarVisible) FindSyncToPage(pane);
   clearTextSelection();
+  platform::invalidateMainWindow(false);
   refreshTitle();
   refreshStatus();
-  platform::invalidateMainWindow(false);
 }
 
 void turnPageByKey(int pane, PageKey key) {

@@ -46,6 +46,10 @@ void updateMainWindow() {
   if (mainWindow()) ++mainWindow()->updates;
 }
 
+void updatePages() {
+  updateMainWindow();
+}
+
 void setStatusParts(const int* rightEdges, int count) {
   if (mainWindow()) mainWindow()->statusRightEdges.assign(rightEdges, rightEdges + count);
 }

@@ -186,6 +186,26 @@ TEST_F(MainWindowWindows, InvalidatingPaintsOnUpdateAlone) {
   EXPECT_EQ(windowMessages[WM_PAINT], 2);
 }
 
+TEST_F(MainWindowWindows, PagesArePaintedWithoutTheChildren) {
+  setStatusText(0, u"x");
+  invalidateMainWindow(false);
+  InvalidateRect(windowHandles.statusBar, nullptr, FALSE);
+  childMessages.clear();
+  updatePages();
+  EXPECT_EQ(windowMessages[WM_PAINT], 1);
+  EXPECT_EQ(childMessages[WM_PAINT], 0);
+}
+
+TEST_F(MainWindowWindows, PagesArePaintedBeforeACaptionThatChanges) {
+  setMainWindowTitle(u"One");
+  EXPECT_EQ(windowMessages[WM_PAINT], 0);
+  invalidateMainWindow(false);
+  setMainWindowTitle(u"One");
+  EXPECT_EQ(windowMessages[WM_PAINT], 0);
+  setMainWindowTitle(u"Two");
+  EXPECT_EQ(windowMessages[WM_PAINT], 1);
+}
+
 TEST_F(MainWindowWindows, TheRebuildIsPostedAndTheCloseIsSent) {
   postBinderTreeRebuild();
   MSG message{};
@@ -229,6 +249,7 @@ TEST(NoMainWindowWindows, WithoutAWindowEveryCallIsHarmless) {
   setMainWindowTitle(u"x");
   invalidateMainWindow(true);
   updateMainWindow();
+  updatePages();
   setStatusParts(&edge, 1);
   setStatusText(0, u"x");
   placeZoomSlider(0, 0, 1, 1);

@@ -8,12 +8,8 @@
 namespace quillmere::platform {
 
 std::u16string findFieldText() {
-  const HWND field = windowHandles.findField;
-  if (field == nullptr) return {};
-  std::u16string text(static_cast<std::size_t>(GetWindowTextLengthW(field)) + 1, u'\0');
-  const int length = GetWindowTextW(field, wideBuffer(text), static_cast<int>(text.size()));
-  text.resize(static_cast<std::size_t>(length));
-  return text;
+  return windowHandles.findField == nullptr ? std::u16string()
+                                            : windowText(windowHandles.findField);
 }
 
 void setFindFieldText(const std::u16string& text) {
@@ -32,7 +28,8 @@ void insertIntoFindField(const std::u16string& text) {
 }
 
 void setFindStatus(const std::u16string& text) {
-  if (windowHandles.findStatus != nullptr) SetWindowTextW(windowHandles.findStatus, wide(text));
+  const HWND label = windowHandles.findStatus;
+  if (label != nullptr && windowText(label) != text) SetWindowTextW(label, wide(text));
 }
 
 void enableFindOptions(bool enabled) {

@@ -22,13 +22,6 @@ HWND mainWindow() {
   return windowHandles.main;
 }
 
-std::u16string windowText(HWND window) {
-  std::u16string text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, u'\0');
-  const int length = GetWindowTextW(window, wideBuffer(text), static_cast<int>(text.size()));
-  text.resize(static_cast<std::size_t>(length));
-  return text;
-}
-
 constexpr UINT_PTR kStatusTextSubclass = 0x51;
 
 void giveStatusText(HWND bar, std::size_t index) {
@@ -36,6 +29,16 @@ void giveStatusText(HWND bar, std::size_t index) {
   StatusPart& part = windowHandles.statusParts[index];
   if (!std::exchange(part.waiting, false)) return;
   SendMessageW(bar, SB_SETTEXTW, index, reinterpret_cast<LPARAM>(wide(part.text)));
+}
+
+// Without asking the bar, which takes longer.
+RECT statusPartPlace(HWND bar, std::size_t index) {
+  RECT place{};
+  GetClientRect(bar, &place);
+  const std::vector<int>& edges = windowHandles.statusPartEdges;
+  if (index > 0) place.left = edges[index - 1];
+  if (edges[index] >= 0) place.right = edges[index];
+  return place;
 }
 
 LRESULT CALLBACK statusTextProcedure(HWND bar, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
@@ -56,6 +59,13 @@ RECT clientRect() {
 
 }  // namespace
 
+std::u16string windowText(HWND window) {
+  std::u16string text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, u'\0');
+  const int length = GetWindowTextW(window, wideBuffer(text), static_cast<int>(text.size()));
+  text.resize(static_cast<std::size_t>(length));
+  return text;
+}
+
 bool mainWindowExists() {
   return mainWindow() != nullptr;
 }
@@ -75,6 +85,7 @@ int statusBarHeight() {
 
 void setMainWindowTitle(const std::u16string& title) {
   if (mainWindow() == nullptr || windowText(mainWindow()) == title) return;
+  updatePages();
   SetWindowTextW(mainWindow(), wide(title));
 }
 
@@ -85,6 +96,11 @@ void invalidateMainWindow(bool erase) {
 
 void updateMainWindow() {
   if (mainWindow() != nullptr) UpdateWindow(mainWindow());
+}
+
+void updatePages() {
+  if (mainWindow() == nullptr) return;
+  RedrawWindow(mainWindow(), nullptr, nullptr, RDW_UPDATENOW | RDW_NOCHILDREN);
 }
 
 void setStatusParts(const int* rightEdges, int count) {
@@ -106,9 +122,11 @@ void setStatusText(int part, const std::u16string& text) {
   StatusPart& wanted = windowHandles.statusParts[index];
   if (wanted.text == text) return;
   wanted = {text, true};
-  SetWindowSubclass(bar, statusTextProcedure, kStatusTextSubclass, 0);
-  RECT place{};
-  SendMessageW(bar, SB_GETRECT, index, reinterpret_cast<LPARAM>(&place));
+  if (windowHandles.statusTextsHeldBy != bar) {
+    SetWindowSubclass(bar, statusTextProcedure, kStatusTextSubclass, 0);
+    windowHandles.statusTextsHeldBy = bar;
+  }
+  const RECT place = statusPartPlace(bar, index);
   InvalidateRect(bar, &place, FALSE);
 }
 

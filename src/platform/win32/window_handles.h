@@ -37,11 +37,15 @@ struct WindowHandles {
   HFONT headerFont = nullptr;  // of the panel headers; owned by the main window
   HWND dialogs[kModelessDialogCount] = {};
   void (*layoutChildren)() = nullptr;  // puts the children in their places
+  HWND statusTextsHeldBy = nullptr;    // the status bar, once it takes its texts when it is painted
   std::vector<StatusPart> statusParts;
   std::vector<int> statusPartEdges;  // right ends in pixels
 };
 
 extern WindowHandles windowHandles;
+
+// The text of a window of this process.
+std::u16string windowText(HWND window);
 
 // Posted to the main window; rebuilds the binder tree.
 inline constexpr UINT kBinderTreeRebuildMessage = WM_APP + 1;
