@@ -1,8 +1,8 @@
 #include "core/session.h"
 
-#include <fpdf_edit.h>
 #include <gtest/gtest.h>
 
+#include "core/document_loader.h"
 #include "support/pdf_builder.h"
 #include "support/session_test.h"
 
@@ -37,19 +37,90 @@ Placement writtenPlacement(std::int32_t annotIndex) {
   return placement;
 }
 
+void expectRestingView(const PaneSlot& slot) {
+  EXPECT_EQ(slot.currentPage, 0);
+  EXPECT_EQ(slot.zoom, 1.0f);
+  EXPECT_EQ(slot.panX, 0);
+  EXPECT_EQ(slot.panY, 0);
+  EXPECT_EQ(slot.zoomMode, kFitPage);
+  EXPECT_EQ(slot.documentRotation, 0u);
+  EXPECT_TRUE(slot.pageRotations.empty());
+  EXPECT_FALSE(slot.shiftPan);
+  EXPECT_EQ(slot.pageBitmap, nullptr);
+  EXPECT_EQ(slot.pageBitmapWidth, 0);
+  EXPECT_EQ(slot.pageBitmapHeight, 0);
+}
+
+void expectNothingOpenIn(const PaneSlot& slot) {
+  EXPECT_EQ(slot.document, nullptr);
+  EXPECT_EQ(slot.page, nullptr);
+  EXPECT_EQ(slot.textPage, nullptr);
+  EXPECT_EQ(slot.pageCount, 0);
+  EXPECT_EQ(slot.path, u"");
+  EXPECT_FALSE(slot.dirty);
+  EXPECT_TRUE(slot.backHistory.empty());
+  EXPECT_TRUE(slot.forwardHistory.empty());
+}
+
 TEST_F(SessionStateTest, AFreshSessionIsASinglePageWithNothingOpen) {
+  EXPECT_FALSE(session.viewerRole);
+  EXPECT_TRUE(session.ownsPrimaryName);
+  EXPECT_EQ(session.documentWork, 0);
+  EXPECT_TRUE(session.waitingOpens.empty());
   EXPECT_EQ(session.viewMode, ViewMode::SinglePage);
   EXPECT_EQ(session.activePane, 0);
-  EXPECT_EQ(session.selectedPlacementPage, -1);
-  EXPECT_EQ(session.placementDocument, nullptr);
-  for (int pane : {0, 1}) {
-    EXPECT_EQ(session.panes[pane].currentPage, 0);
-    EXPECT_EQ(session.panes[pane].zoom, 1.0f);
-    EXPECT_EQ(session.panes[pane].panX, 0);
-    EXPECT_EQ(session.panes[pane].panY, 0);
-    EXPECT_EQ(session.lastPaneWidth[pane], -1);
+  EXPECT_TRUE(session.documentKeptBuffer.empty());
+  for (const PaneSlot& slot : session.panes) {
+    expectRestingView(slot);
+    expectNothingOpenIn(slot);
   }
+  EXPECT_EQ(session.active.document, nullptr);
+  EXPECT_EQ(session.active.pageCount, 0);
+  EXPECT_EQ(session.active.path, u"");
+  EXPECT_FALSE(session.active.dirty);
+  EXPECT_TRUE(session.active.pageRotations.empty());
   EXPECT_FALSE(hasUnsavedChanges());
+}
+
+TEST_F(SessionStateTest, AFreshSessionHasNothingSelectedFoundOrPlaced) {
+  EXPECT_TRUE(session.placements.empty());
+  EXPECT_EQ(session.placementDocument, nullptr);
+  EXPECT_EQ(session.selectedPlacementPage, -1);
+  EXPECT_EQ(session.selectedPlacementIndex, -1);
+  EXPECT_TRUE(session.documentBinders.empty());
+  EXPECT_TRUE(session.bookmarks.empty());
+  EXPECT_TRUE(session.bookmarkOrder.empty());
+  EXPECT_FALSE(session.selection.active);
+  EXPECT_FALSE(session.selection.dragging);
+  EXPECT_EQ(session.selection.pane, -1);
+  EXPECT_EQ(session.find.query, u"");
+  EXPECT_TRUE(session.find.results.empty());
+  EXPECT_EQ(session.find.currentIndex, -1);
+  EXPECT_FALSE(session.find.regexMode || session.find.matchCase || session.find.wholeWord);
+  EXPECT_TRUE(session.binderLibrary.empty());
+  EXPECT_TRUE(session.shelfIndex.empty());
+  EXPECT_TRUE(session.unavailableFiles.empty());
+}
+
+TEST_F(SessionStateTest, AFreshSessionHasBarePanesWithACentredDivider) {
+  EXPECT_FALSE(session.panScrollEnabled);
+  EXPECT_FALSE(session.navigationPanelVisible);
+  EXPECT_FALSE(session.binderPanelVisible);
+  EXPECT_FALSE(session.stampPanelVisible);
+  EXPECT_FALSE(session.findBarVisible);
+  EXPECT_EQ(session.paneDividerPosition, 0);
+  EXPECT_EQ(session.leftPanelWidth, 190);
+  EXPECT_EQ(session.stampPanelWidth, 180);
+  EXPECT_EQ(session.leftPanelSplit, 0.5f);
+  EXPECT_EQ(session.dpi, 96);
+  EXPECT_FALSE(session.bookOverrideActive);
+  for (int pane : {0, 1}) {
+    EXPECT_EQ(session.lastPaneWidth[pane], -1);
+    EXPECT_EQ(session.bookOverrideZoom[pane], 1.0f);
+    EXPECT_EQ(session.bookOverrideZoomMode[pane], kFitPage);
+    EXPECT_TRUE(session.bookOverridePane[pane].empty());
+    EXPECT_TRUE(session.placeholderRect[pane].empty());
+  }
 }
 
 TEST_F(SessionStateTest, WithoutADocumentEveryModeHasNone) {
@@ -214,19 +285,6 @@ TEST_F(SessionStateTest, APageIsOpenedWithItsText) {
   EXPECT_EQ(FPDFText_GetUnicode(session.panes[0].textPage.get(), 5), static_cast<unsigned>('2'));
 }
 
-// Text that is added before somebody asks for the text is found in it.
-TEST_F(SessionStateTest, ThePagesTextIsReadWhenItIsAskedFor) {
-  openInActive(simplePdf(1));
-  loadPane(0, 0);
-  PaneSlot& slot = session.panes[0];
-  const FPDF_PAGEOBJECT added = FPDFPageObj_NewTextObj(documentOf(0), "Helvetica", 12);
-  FPDFText_SetText(added, reinterpret_cast<FPDF_WIDESTRING>(u"more"));
-  FPDFPageObj_Transform(added, 1, 0, 0, 1, 72, 100);
-  FPDFPage_InsertObject(slot.page.get(), added);
-  const std::size_t length = std::string("Page 1\r\nmore").size();
-  EXPECT_EQ(FPDFText_CountChars(slot.textPage.get()), static_cast<int>(length));
-}
-
 TEST_F(SessionStateTest, AnIndexOutsideTheDocumentIsClamped) {
   openInActive(simplePdf(3));
   loadPane(0, -7);
@@ -340,6 +398,29 @@ TEST_F(SessionStateTest, ResettingClosesEverythingInEveryMode) {
     EXPECT_EQ(session.panes[pane].document, nullptr);
     EXPECT_EQ(session.panes[pane].page, nullptr);
     EXPECT_EQ(session.panes[pane].textPage, nullptr);
+  }
+}
+
+// A document that was read whole reads from its kept bytes until it has closed.
+TEST_F(SessionStateTest, KeptBytesOutliveTheDocumentThatReadsFromThem) {
+  session.viewerRole = true;
+  const std::u16string path = putPdf(u"kept.pdf", simplePdf(3));
+  session.active.document = loadDocumentFile(path);
+  ASSERT_NE(session.active.document, nullptr);
+  ASSERT_EQ(session.documentKeptBuffer.size(), 1u);
+  session.active.pageCount = 3;
+  loadPane(0, 2);
+  loadPane(1, 0);
+  resetSession();
+  EXPECT_TRUE(session.documentKeptBuffer.empty());
+
+  // Members go in the reverse of their order in the record.
+  const auto place = [](const auto& member) { return reinterpret_cast<std::uintptr_t>(&member); };
+  EXPECT_LT(place(session.documentKeptBuffer), place(session.active.document));
+  EXPECT_LT(place(session.active.document), place(session.panes[0]));
+  for (const PaneSlot& slot : session.panes) {
+    EXPECT_LT(place(slot.document), place(slot.page));
+    EXPECT_LT(place(slot.page), place(slot.textPage));
   }
 }
 
