@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/session_test.h"
+
 namespace quillmere::test {
 namespace {
 
@@ -140,6 +142,53 @@ TEST(WindowPlacementTest, TheWorkAreaAlsoLimitsAViewerWithoutMainWindow) {
   EXPECT_FALSE(placement.positioned);
   EXPECT_EQ(placement.width, 680);
   EXPECT_EQ(placement.height, 560);
+}
+
+// The same screens seen at both densities: lengths of the program's own grow, those of other
+// windows and of the screen are given in its pixels anyway.
+class WindowPlacementAtDensityTest : public SessionTest {};
+
+TEST_F(WindowPlacementAtDensityTest, WindowsAreAsLargeToTheEye) {
+  const struct {
+    std::int32_t dpi, mainWidth, mainHeight, viewerWidth, viewerHeight;
+  } rows[] = {{96, 1100, 800, 740, 720}, {144, 1650, 1200, 1110, 1080}};
+  for (const auto& row : rows) {
+    session.dpi = row.dpi;
+    const InitialPlacement main = mainWindowInitialPlacement();
+    EXPECT_EQ(main.width, row.mainWidth);
+    EXPECT_EQ(main.height, row.mainHeight);
+    const InitialPlacement viewer = viewerInitialPlacement(alone({0, 0, 2880, 1560}));
+    EXPECT_EQ(viewer.width, row.viewerWidth);
+    EXPECT_EQ(viewer.height, row.viewerHeight);
+  }
+}
+
+TEST_F(WindowPlacementAtDensityTest, MinimumAndFreePartOfTheWorkAreaGrow) {
+  const struct {
+    std::int32_t dpi, minimumWidth, minimumHeight, limitedWidth, limitedHeight;
+  } rows[] = {{96, 600, 480, 1160, 960}, {144, 900, 720, 1140, 940}};
+  for (const auto& row : rows) {
+    session.dpi = row.dpi;
+    const InitialPlacement small = viewerInitialPlacement(beside({0, 0, 500, 400}));
+    EXPECT_EQ(small.width, row.minimumWidth);
+    EXPECT_EQ(small.height, row.minimumHeight);
+    const InitialPlacement limited =
+        viewerInitialPlacement(beside({0, 0, 2400, 1800}, 0, {0, 0, 1200, 1000}));
+    EXPECT_EQ(limited.width, row.limitedWidth);
+    EXPECT_EQ(limited.height, row.limitedHeight);
+  }
+}
+
+TEST_F(WindowPlacementAtDensityTest, SharesOfTheMainWindowAreOfItsRealSize) {
+  for (const std::int32_t dpi : {96, 144}) {
+    session.dpi = dpi;
+    const InitialPlacement placement =
+        viewerInitialPlacement(beside({100, 100, 1700, 1100}, 0, {0, 0, 2880, 1560}));
+    EXPECT_EQ(placement.width, 1040);
+    EXPECT_EQ(placement.height, 900);
+    EXPECT_EQ(placement.x, 1700 + 46 - 1040);
+    EXPECT_EQ(placement.y, 77);
+  }
 }
 
 }  // namespace

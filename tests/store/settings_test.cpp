@@ -90,6 +90,40 @@ TEST_F(SettingsTest, PanelSizesComeBack) {
   EXPECT_FLOAT_EQ(session.leftPanelSplit, 0.333f);
 }
 
+TEST_F(SettingsTest, PanelSizesAreThoseOfThisScreenAndTheFileHasThemAt96PixelsAnInch) {
+  const struct {
+    std::int32_t dpi, nav, stamp, divider;
+  } rows[] = {
+      {96, 190, 181, 640}, {120, 238, 226, 800}, {144, 285, 272, 960}, {192, 380, 362, 1280}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.dpi);
+    putIni(u"[Panels]\nNavWidth=190\nStampWidth=181\nPaneDivPos=640\nLeftPanelSplitBp=333\n");
+    resetSession();
+    session.dpi = row.dpi;
+    LoadSettings();
+    EXPECT_EQ(session.leftPanelWidth, row.nav);
+    EXPECT_EQ(session.stampPanelWidth, row.stamp);
+    EXPECT_EQ(session.paneDividerPosition, row.divider);
+    EXPECT_FLOAT_EQ(session.leftPanelSplit, 0.333f);
+    SaveSettings();
+    EXPECT_EQ(iniValue(u"Panels", u"NavWidth"), u"190");
+    EXPECT_EQ(iniValue(u"Panels", u"StampWidth"), u"181");
+    EXPECT_EQ(iniValue(u"Panels", u"PaneDivPos"), u"640");
+    EXPECT_EQ(iniValue(u"Panels", u"LeftPanelSplitBp"), u"333");
+  }
+}
+
+TEST_F(SettingsTest, AWidthThatWasDraggedOnADenseScreenIsSavedAt96PixelsAnInch) {
+  session.dpi = 144;
+  session.leftPanelWidth = 300;
+  session.stampPanelWidth = 240;
+  session.paneDividerPosition = 750;
+  SaveSettings();
+  EXPECT_EQ(iniValue(u"Panels", u"NavWidth"), u"200");
+  EXPECT_EQ(iniValue(u"Panels", u"StampWidth"), u"160");
+  EXPECT_EQ(iniValue(u"Panels", u"PaneDivPos"), u"500");
+}
+
 TEST_F(SettingsTest, ThePanelSplitIsSavedToTheNearestThousandth) {
   session.leftPanelSplit = 0.6786f;
   SaveSettings();

@@ -84,6 +84,29 @@ TEST_F(DividerTest, InANarrowWindowTheLeftLimitWins) {
   EXPECT_EQ(dragTo(500), 150);
 }
 
+TEST_F(DividerTest, BandAndLimitsGrowWithTheScreensDensity) {
+  const struct {
+    std::int32_t dpi;
+    int bandStart, bandEnd;  // the first pixel that grabs, and the first that no longer does
+    int least, most;
+  } rows[] = {{96, 499, 503, 343, 848}, {144, 498, 505, 515, 772}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.dpi);
+    session.dpi = 96;
+    session.leftPanelWidth = 190;
+    session.navigationPanelVisible = false;
+    session.paneDividerPosition = 0;
+    changeDensity(row.dpi);
+    EXPECT_FALSE(onDivider(row.bandStart - 1));
+    EXPECT_TRUE(onDivider(row.bandStart));
+    EXPECT_TRUE(onDivider(row.bandEnd - 1));
+    EXPECT_FALSE(onDivider(row.bandEnd));
+    session.navigationPanelVisible = true;
+    EXPECT_EQ(dragTo(-900), row.least);
+    EXPECT_EQ(dragTo(3000), row.most);
+  }
+}
+
 TEST_F(DividerTest, MovesWithoutADragDoNothing) {
   moveDividerDrag(300);
   endDividerDrag();

@@ -1,7 +1,9 @@
 #include "view/geometry.h"
 
+#include "view/navigation.h"
 #include "view/render.h"
 #include "view/view_test.h"
+#include "view/zoom.h"
 
 namespace quillmere::test {
 namespace {
@@ -351,6 +353,44 @@ TEST_F(GeometryTest, AllLengthsGrowWithTheScreensDensity) {
   pane(0).zoomMode = kActualSize;
   layoutPane(0, false, 0);  // 778 - 24 is less than the page's height
   EXPECT_FLOAT_EQ(pane(0).panY, 12.0f);
+}
+
+TEST_F(GeometryTest, PanelsAndDividerKeepTheirPlaceToTheEyeOnAnotherScreen) {
+  session.leftPanelWidth = 190;
+  session.stampPanelWidth = 181;
+  session.paneDividerPosition = 400;
+  changeDensity(144);
+  EXPECT_EQ(session.dpi, 144);
+  EXPECT_EQ(session.leftPanelWidth, 285);
+  EXPECT_EQ(session.stampPanelWidth, 272);  // 271.5 rounds up
+  EXPECT_EQ(session.paneDividerPosition, 600);
+  changeDensity(96);
+  EXPECT_EQ(session.leftPanelWidth, 190);
+  EXPECT_EQ(session.stampPanelWidth, 181);
+  EXPECT_EQ(session.paneDividerPosition, 400);
+}
+
+TEST_F(GeometryTest, ACentredDividerStaysCentredOnAnotherScreen) {
+  session.viewMode = ViewMode::IndependentPages;
+  changeDensity(144);
+  EXPECT_EQ(session.paneDividerPosition, 0);
+  EXPECT_EQ(dividerX(), 500);
+}
+
+TEST_F(GeometryTest, ActualSizeOfAPageFarWiderThanThePaneIsCentredUntilTheUserPans) {
+  openAndShow(simplePdf(1, 5000, 300));
+  window().client.width = 200;
+  setZoomMode(0, kActualSize);
+  EXPECT_FLOAT_EQ(pane(0).panX, -2400.0f);
+  renderPane(0);
+  EXPECT_FLOAT_EQ(pane(0).panX, -2400.0f);
+
+  // A place that no pan of the user's leaves in force.
+  pane(0).panX = -4990.0f;
+  renderPane(0);
+  EXPECT_FLOAT_EQ(pane(0).panX, -4990.0f);
+  panByKey(0, ArrowKey::Left);
+  EXPECT_FLOAT_EQ(pane(0).panX, -4920.0f);  // 80 pixels of the page stay in view
 }
 
 }  // namespace

@@ -126,6 +126,29 @@ TEST_F(LeftPanelTest, TheBarMovesTheShareOfBothParts) {
   EXPECT_FLOAT_EQ(session.leftPanelSplit, 0.95f);
 }
 
+TEST_F(LeftPanelTest, PartsGrowWithTheScreensDensity) {
+  changeDensity(144);
+  const LeftPanelParts parts = leftPanelParts();
+  EXPECT_EQ(parts.bookmarksHeader, (PaneRect{0, 0, 285, 33}));
+  EXPECT_EQ(parts.bookmarksTree, (PaneRect{0, 33, 285, 389}));
+  EXPECT_EQ(parts.bar, (PaneRect{0, 389, 285, 394}));
+  EXPECT_EQ(parts.bindersHeader, (PaneRect{0, 394, 285, 427}));
+  EXPECT_EQ(parts.bindersTree, (PaneRect{0, 427, 285, 778}));
+  EXPECT_FALSE(onLeftSplitter(282));
+  EXPECT_TRUE(onLeftSplitter(283));
+  EXPECT_TRUE(onLeftSplitter(291));
+  EXPECT_FALSE(onLeftSplitter(292));
+}
+
+TEST_F(LeftPanelTest, LimitsOfTheWidthGrowWithTheScreensDensityAndTheShareDoesNot) {
+  session.dpi = 144;
+  window().client.width = 1000;
+  EXPECT_EQ(dragFrom190To(10), 225);
+  EXPECT_EQ(dragFrom190To(900), 400);  // 40% of 1000
+  window().client.width = 3000;
+  EXPECT_EQ(dragFrom190To(2000), 750);
+}
+
 TEST_F(LeftPanelTest, MovesWithoutADragDoNothing) {
   movePanelWidthDrag(300);
   EXPECT_EQ(session.leftPanelWidth, 190);

@@ -84,6 +84,34 @@ TEST_F(PaintPlanTest, TheActivePaneIsFramedInModesWithTwoPanes) {
   EXPECT_EQ(other.content, (PaneRect{0, 0, 500, 50}));
 }
 
+TEST_F(PaintPlanTest, FrameShadowAndLinesGrowWithTheScreensDensity) {
+  openAndShow(simplePdf(1, 100, 50));
+  setView(0, 1.0f, 20.0f, 30.0f);
+  session.viewMode = ViewMode::Book;
+  session.dpi = 144;
+  const PanePlan plan = planPane(0, PaneRect{0, 0, 100, 50});
+  EXPECT_EQ(plan.content, (PaneRect{6, 6, 94, 44}));
+  EXPECT_THAT(plan.frame, testing::ElementsAre(PaneRect{2, 2, 98, 7}, PaneRect{2, 43, 98, 48},
+                                               PaneRect{2, 7, 7, 43}, PaneRect{93, 7, 98, 43}));
+  EXPECT_EQ(plan.bitmapX, 20);
+  EXPECT_EQ(plan.bitmapY, 30);
+  EXPECT_EQ(plan.shadow, (PaneRect{26, 36, 126, 86}));  // the page itself has its own size
+  EXPECT_EQ(planWindow().divider.rect, (PaneRect{500, 0, 503, 778}));
+}
+
+TEST_F(PaintPlanTest, SplittersGrowWithTheScreensDensity) {
+  session.navigationPanelVisible = true;
+  session.binderPanelVisible = true;
+  session.stampPanelVisible = true;
+  session.leftPanelWidth = 190;
+  session.stampPanelWidth = 180;
+  changeDensity(144);
+  const WindowPlan plan = planWindow();
+  EXPECT_EQ(plan.leftSplitter.rect, (PaneRect{285, 0, 290, 778}));
+  EXPECT_EQ(plan.leftPanelBar.rect, (PaneRect{0, 389, 285, 394}));
+  EXPECT_EQ(plan.stampSplitter.rect, (PaneRect{725, 0, 730, 778}));
+}
+
 TEST_F(PaintPlanTest, SinglePageHasNoFrame) {
   EXPECT_FALSE(planPane(0, paneRect(0)).framed);
 }

@@ -1,7 +1,9 @@
 #include "view/selection.h"
 
+#include <fpdf_edit.h>
 #include <fpdf_text.h>
 
+#include "core/mouse.h"
 #include "view/modes.h"
 #include "view/navigation.h"
 #include "view/view_test.h"
@@ -252,6 +254,47 @@ TEST_F(SelectionTest, APageWithoutTextHasNothingToSelect) {
   dropPaneView(0);
   selectAll(0);
   EXPECT_FALSE(session.selection.active);
+}
+
+TEST_F(SelectionTest, APageThatIsAPictureHasNothingToSelectAndShowsTheArrow) {
+  PdfPage page;
+  page.width = 600;
+  page.height = 800;
+  page.content = "q 500 0 0 700 50 50 cm BI /W 1 /H 1 /CS /G /BPC 8 ID \x80\nEI Q";
+  openAndShow(buildPdf({page}));
+  ASSERT_NE(pane(0).textPage, nullptr);
+  ASSERT_EQ(FPDFPage_CountObjects(pane(0).page.get()), 1);
+  selectAll(0);
+  EXPECT_FALSE(session.selection.active);
+  pressLeft(500, 389);
+  movePointer(600, 450);
+  releaseLeft(600, 450);
+  EXPECT_FALSE(hasTextSelection(0));
+  EXPECT_EQ(cursorAt(500, 389), CursorKind::Arrow);
+}
+
+// How far beside a character the pointer may be does not depend on the zoom, but on the screen.
+TEST_F(SelectionTest, ACharacterIsHitFromAFewPixelsAway) {
+  openText("Hello world");
+  const struct {
+    std::int32_t dpi;
+    float zoom;
+    double reach;  // beyond this no pixel hits, and the last one before it does
+  } rows[] = {{96, 1, 3}, {96, 4, 3}, {144, 1, 4.5}, {144, 4, 4.5}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(testing::Message() << row.dpi << " at " << row.zoom);
+    session.dpi = row.dpi;
+    setView(0, row.zoom, 0.0f, row.zoom > 1 ? -1200.0f : 0.0f);
+    const ClientPoint place = placeOf(0);
+    int hit = place.x;
+    while (charAtPoint(0, hit - 1, place.y) == 0) --hit;
+    double left = 0;
+    double ignored = 0;
+    FPDFText_GetCharBox(pane(0).textPage.get(), 0, &left, &ignored, &ignored, &ignored);
+    const double reached = pageToPane(0, left, 0).x - hit;
+    EXPECT_LE(reached, row.reach);
+    EXPECT_GT(reached, row.reach - 1);
+  }
 }
 
 TEST_F(SelectionTest, CopyNeedsASelectionWithBothEnds) {
