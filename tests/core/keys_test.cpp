@@ -107,6 +107,32 @@ TEST_F(KeysTest, ControlCWithoutASelectionDoesNothing) {
   EXPECT_EQ(pane().zoomMode, kFitPage);
 }
 
+TEST_F(KeysTest, CAloneLeavesASelectionUncopied) {
+  selectAll(0);
+  press(kKeyC);
+  EXPECT_EQ(standIn().clipboard, std::nullopt);
+  EXPECT_EQ(pane().zoomMode, kCustomFit);
+}
+
+TEST_F(KeysTest, ControlCCopiesASelectionOfThePaneThatIsNotActive) {
+  session.viewMode = ViewMode::IndependentPages;
+  selectAll(0);
+  press(kKeyTab);
+  ASSERT_EQ(session.activePane, 1);
+  pressWithControl(kKeyC);
+  EXPECT_EQ(standIn().clipboard, u"Page 6");
+}
+
+TEST_F(KeysTest, ArrowsPanFurtherOnADenserScreen) {
+  session.dpi = 144;
+  session.panScrollEnabled = false;
+  zoomFarIn();
+  press(kKeyLeft);
+  EXPECT_EQ(pane().panX, -410);
+  press(kKeyUp);
+  EXPECT_EQ(pane().panY, -410);
+}
+
 TEST_F(KeysTest, PlusAndMinusZoomWithAndWithoutControl) {
   for (const std::uint32_t plus : {kKeyPadPlus, kKeyMainPlus}) {
     for (const std::uint32_t minus : {kKeyPadMinus, kKeyMainMinus}) {
@@ -200,9 +226,17 @@ TEST_F(KeysTest, OtherKeysMeanNothing) {
 }
 
 TEST_F(KeysTest, VPastesOnlyWithControlIntoAVisibleFindBar) {
+  standIn().clipboard = u"word";
+  session.findBarVisible = true;
   EXPECT_FALSE(press(kKeyV));
+  EXPECT_EQ(standIn().findBar.field, u"");
+  EXPECT_TRUE(pressWithControl(kKeyV));
+  EXPECT_EQ(standIn().findBar.field, u"word");
+
+  standIn().clipboard = u"other";
+  session.findBarVisible = false;
   pressWithControl(kKeyV);
-  EXPECT_THAT(standIn().beeps, IsEmpty());
+  EXPECT_EQ(standIn().findBar.field, u"word");
 }
 
 TEST_F(KeysTest, KeysWithoutADocumentAreHarmless) {

@@ -122,6 +122,45 @@ TEST_F(MouseTest, LosingTheMouseEndsEveryDrag) {
   EXPECT_EQ(dividerX(), divider);
 }
 
+TEST_F(MouseTest, LosingTheMouseEndsTheDragsOfPanelsToo) {
+  open();
+  session.navigationPanelVisible = true;
+  session.binderPanelVisible = true;
+  session.stampPanelVisible = true;
+  const auto pressLoseAndMove = [](Place from) {
+    pressLeft(from.x, from.y);
+    EXPECT_TRUE(standIn().window.mouseCaptured);
+    standIn().window.mouseCaptured = false;
+    loseCapture();
+    movePointer(from.x + 60, from.y + 60);
+    releaseLeft(from.x + 60, from.y + 60);
+  };
+  pressLoseAndMove({191, 200});
+  EXPECT_EQ(session.leftPanelWidth, 190);
+  pressLoseAndMove({100, 390});
+  EXPECT_EQ(session.leftPanelSplit, 0.5f);
+  pressLoseAndMove({818, 300});
+  EXPECT_EQ(session.stampPanelWidth, 180);
+}
+
+// What was dragged so far stays, and the page is fitted to it.
+TEST_F(MouseTest, LosingTheMouseKeepsTheWidthsThatWereReached) {
+  open();
+  session.navigationPanelVisible = true;
+  session.stampPanelVisible = true;
+  refitPanes();
+  pressLeft(191, 200);
+  movePointer(221, 200);
+  loseCapture();
+  EXPECT_EQ(session.leftPanelWidth, 220);
+  EXPECT_EQ(session.lastPaneWidth[0], 1000 - 223 - 183);
+  pressLeft(818, 300);
+  movePointer(798, 300);
+  loseCapture();
+  EXPECT_EQ(session.stampPanelWidth, 200);
+  EXPECT_EQ(session.lastPaneWidth[0], 1000 - 223 - 203);
+}
+
 TEST_F(MouseTest, TheDividerIsTakenBeforeThePanes) {
   open();
   setViewMode(ViewMode::IndependentPages);
