@@ -3,11 +3,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "core/commands.h"
 #include "core/open.h"
+#include "nav/folder_step.h"
 #include "platform/text.h"
 #include "store/working_documents.h"
 #include "support/pdf_builder.h"
 #include "support/session_test.h"
+#include "view/modes.h"
 #include "view/navigation.h"
 
 namespace quillmere::test {
@@ -196,6 +199,10 @@ TEST_F(OpenRequestsTest, EveryRequestAsksTheShelf) {
         standIn().openDialogAnswers = {{path}};
         openWithDialog(0);
       },
+      [](const std::u16string& path) {
+        session.settings.recentFiles = {path};
+        runCommand(kCmdRecentFirst);
+      },
   };
   for (const auto& request : requests) {
     resetSession();
@@ -203,6 +210,26 @@ TEST_F(OpenRequestsTest, EveryRequestAsksTheShelf) {
     request(document_);
     expectCopyOpen();
   }
+}
+
+TEST_F(OpenRequestsTest, AStepToAShelvedDocumentAsksTheShelf) {
+  const std::u16string before = putPdf(u"a.pdf", simplePdf(5));
+  shelve(u"real.pdf", false);
+  ASSERT_TRUE(openRequested(before, 0, kWorkingDocsLeaveAlone, true));
+  StepInFolder(1);
+  expectCopyOpen();
+}
+
+// The file itself was asked for.
+TEST_F(OpenRequestsTest, RefreshingShowsTheFileThoughTheShelfHasACopy) {
+  shelve(u"real.pdf", true);
+  session.viewerRole = true;
+  ASSERT_TRUE(openDocument(&copy_, 0, kWorkingDocsLeaveAlone, false, &document_));
+  ASSERT_EQ(session.active.pageCount, 2);
+  refreshFromSource();
+  expectDocumentOpen();
+  EXPECT_EQ(session.shelfIndex.size(), 1u);
+  EXPECT_THAT(standIn().boxes, IsEmpty());
 }
 
 TEST_F(OpenRequestsTest, AChangedDocumentRaisesTheConflictQuestion) {

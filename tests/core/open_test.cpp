@@ -181,6 +181,35 @@ TEST_F(OpenTest, BookShowsTheSecondPageBesideTheFirst) {
   EXPECT_NE(session.panes[1].pageBitmap, nullptr);
 }
 
+TEST_F(OpenTest, AnotherFileOpensInTheBookThatIsShown) {
+  opened(u"a.pdf", 5);
+  setViewMode(ViewMode::Book);
+  goToPage(0, 3, false);
+  const std::u16string b = opened(u"b.pdf", 4);
+  EXPECT_EQ(session.viewMode, ViewMode::Book);
+  EXPECT_EQ(session.active.path, b);
+  EXPECT_EQ(session.active.pageCount, 4);
+  EXPECT_EQ(session.panes[0].currentPage, 0);
+  EXPECT_EQ(session.panes[1].currentPage, 1);
+  EXPECT_NE(session.panes[1].pageBitmap, nullptr);
+}
+
+TEST_F(OpenTest, ABookOpensAtFitPageWhenItRevertsAndInItsZoomModeOtherwise) {
+  for (const bool reverts : {true, false}) {
+    SCOPED_TRACE(reverts);
+    resetSession();
+    session.viewMode = ViewMode::Book;
+    session.settings.bookRevertToFit = reverts;
+    for (PaneSlot& slot : session.panes) slot.zoomMode = kActualSize;
+    opened(u"a.pdf", 3);
+    for (const PaneSlot& slot : session.panes) {
+      EXPECT_EQ(slot.zoomMode, reverts ? kFitPage : kActualSize);
+      // 498 pixels and more beside pages of 612 points, with a margin.
+      EXPECT_NEAR(slot.zoom, reverts ? 0.78f : 1.0f, 0.01f);
+    }
+  }
+}
+
 TEST_F(OpenTest, BookWithOnePageLeavesTheRightPaneEmpty) {
   session.viewMode = ViewMode::Book;
   opened(u"a.pdf", 1);
