@@ -303,27 +303,42 @@ TEST_F(TwoDocumentsOpenTest, ReopeningThePanesOwnFileLoadsItAfresh) {
   EXPECT_EQ(session.panes[1].pageCount, 1);
 }
 
-class CollapseTest : public TwoDocumentsOpenTest {};
-
-TEST_F(CollapseTest, TheFileOfTheOtherPaneIsNeverLoadedTwice) {
-  for (int pane : {0, 1}) {
-    SCOPED_TRACE(pane);
+class CollapseTest : public TwoDocumentsOpenTest {
+ protected:
+  // Both documents open, the one that stays with turns and edits of its own.
+  void openBoth(int closing) {
     resetSession();
     session.viewMode = ViewMode::TwoDocuments;
     ASSERT_TRUE(open(left_, 0));
     ASSERT_TRUE(open(right_, 1));
+    PaneSlot& staying = session.panes[1 - closing];
+    goToPage(1 - closing, 4, false);
+    goToPage(closing, 2, false);
+    staying.documentRotation = 3;
+    staying.pageRotations[1] = 2;
+    staying.dirty = true;
+    session.panes[closing].pageRotations[0] = 1;
+    fillHistories();
+  }
+
+  static void expectFirstPageOfTheTurnedDocumentIn(int pane) {
+    EXPECT_EQ(session.panes[pane].currentPage, 0);
+    EXPECT_NE(session.panes[pane].page, nullptr);
+    EXPECT_NE(session.panes[pane].pageBitmap, nullptr);
+    EXPECT_EQ(session.panes[pane].documentRotation, 3u);
+    EXPECT_TRUE(historiesEmpty(pane));
+  }
+};
+
+TEST_F(CollapseTest, TheFileOfTheOtherPaneIsNeverLoadedTwice) {
+  for (int pane : {0, 1}) {
+    SCOPED_TRACE(pane);
+    ASSERT_NO_FATAL_FAILURE(openBoth(pane));
     const int other = 1 - pane;
-    goToPage(other, 4, false);
-    goToPage(pane, 2, false);
     const FPDF_DOCUMENT kept = session.panes[other].document.get();
     const FPDF_PAGE keptPage = session.panes[other].page.get();
     const std::u16string keptPath = session.panes[other].path;
     const int keptCount = session.panes[other].pageCount;
-    session.panes[other].documentRotation = 3;
-    session.panes[other].pageRotations[1] = 2;
-    session.panes[other].dirty = true;
-    session.panes[pane].pageRotations[0] = 1;
-    fillHistories();
 
     ASSERT_TRUE(open(keptPath, pane, kWorkingDocsLeaveAlone, false));
     EXPECT_EQ(session.viewMode, ViewMode::IndependentPages);
@@ -336,12 +351,7 @@ TEST_F(CollapseTest, TheFileOfTheOtherPaneIsNeverLoadedTwice) {
     EXPECT_EQ(session.panes[other].page.get(), keptPage);
     EXPECT_EQ(session.panes[other].currentPage, 4);
     EXPECT_FALSE(historiesEmpty(other));
-
-    EXPECT_EQ(session.panes[pane].currentPage, 0);
-    EXPECT_NE(session.panes[pane].page, nullptr);
-    EXPECT_NE(session.panes[pane].pageBitmap, nullptr);
-    EXPECT_EQ(session.panes[pane].documentRotation, 3u);
-    EXPECT_TRUE(historiesEmpty(pane));
+    expectFirstPageOfTheTurnedDocumentIn(pane);
     for (const PaneSlot& slot : session.panes) EXPECT_THAT(slot.pageRotations, IsEmpty());
     EXPECT_EQ(session.panes[pane].path, u"");
     EXPECT_EQ(session.panes[other].path, u"");

@@ -21,6 +21,38 @@ class ModesTest : public ViewTest {
     goToPage(0, 2, false);
     return document;
   }
+
+  // The dirty document `document` of startIn stands where a mode has its document.
+  static void expectDocumentMovedTo(ViewMode mode, FPDF_DOCUMENT document) {
+    EXPECT_EQ(session.viewMode, mode);
+    EXPECT_EQ(documentOf(0), document);
+    EXPECT_EQ(pageCountOf(0), 10);
+    EXPECT_EQ(pathOf(0), u"C:\\active.pdf");
+    EXPECT_TRUE(dirtyOf(0));
+    const bool two = mode == ViewMode::TwoDocuments;
+    EXPECT_EQ(session.active.document == nullptr, two);
+    EXPECT_EQ(session.active.pageCount, two ? 0 : 10);
+    EXPECT_EQ(session.active.dirty, !two);
+    EXPECT_EQ(session.panes[0].document != nullptr, two);
+    EXPECT_EQ(session.panes[0].dirty, two);
+  }
+
+  // What the panes show in a mode whose left pane is on the third page.
+  static void expectPanesShownIn(ViewMode mode) {
+    EXPECT_EQ(pane(0).currentPage, 2);
+    EXPECT_NE(pane(0).pageBitmap, nullptr);
+    if (mode == ViewMode::Book) {
+      EXPECT_EQ(pane(1).currentPage, 3);
+    }
+    if (mode == ViewMode::Book || mode == ViewMode::IndependentPages) {
+      EXPECT_NE(pane(1).pageBitmap, nullptr);
+    }
+    if (mode == ViewMode::TwoDocuments) {
+      EXPECT_EQ(documentOf(1), nullptr);
+      EXPECT_EQ(pane(1).page, nullptr);
+      EXPECT_EQ(pane(1).currentPage, 0);
+    }
+  }
 };
 
 TEST_F(ModesTest, EveryModeCanFollowEveryOther) {
@@ -37,33 +69,10 @@ TEST_F(ModesTest, EveryModeCanFollowEveryOther) {
 
       setViewMode(to);
 
-      EXPECT_EQ(session.viewMode, to);
-      EXPECT_EQ(documentOf(0), document);
-      EXPECT_EQ(pageCountOf(0), 10);
-      EXPECT_EQ(pathOf(0), u"C:\\active.pdf");
-      EXPECT_TRUE(dirtyOf(0));
-      EXPECT_EQ(pane(0).currentPage, 2);
-      EXPECT_NE(pane(0).pageBitmap, nullptr);
+      expectDocumentMovedTo(to, document);
+      expectPanesShownIn(to);
       EXPECT_EQ(session.paneDividerPosition, 0);
       EXPECT_EQ(session.lastPaneWidth[0], to == ViewMode::SinglePage ? 1000 : 500);
-      const bool two = to == ViewMode::TwoDocuments;
-      EXPECT_EQ(session.active.document == nullptr, two);
-      EXPECT_EQ(session.active.pageCount, two ? 0 : 10);
-      EXPECT_EQ(session.active.dirty, !two);
-      EXPECT_EQ(session.panes[0].document != nullptr, two);
-      EXPECT_EQ(session.panes[0].dirty, two);
-      if (to == ViewMode::Book) {
-        EXPECT_EQ(pane(1).currentPage, 3);
-        EXPECT_NE(pane(1).pageBitmap, nullptr);
-      }
-      if (to == ViewMode::IndependentPages) {
-        EXPECT_NE(pane(1).pageBitmap, nullptr);
-      }
-      if (two) {
-        EXPECT_EQ(documentOf(1), nullptr);
-        EXPECT_EQ(pane(1).page, nullptr);
-        EXPECT_EQ(pane(1).currentPage, 0);
-      }
       EXPECT_GT(window().erasingInvalidations, erased);
     }
   }
