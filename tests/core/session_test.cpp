@@ -1,5 +1,6 @@
 #include "core/session.h"
 
+#include <fpdf_edit.h>
 #include <gtest/gtest.h>
 
 #include "core/document_loader.h"
@@ -283,6 +284,19 @@ TEST_F(SessionStateTest, APageIsOpenedWithItsText) {
   ASSERT_NE(session.panes[0].textPage, nullptr);
   EXPECT_EQ(FPDFText_CountChars(session.panes[0].textPage.get()), 6);
   EXPECT_EQ(FPDFText_GetUnicode(session.panes[0].textPage.get(), 5), static_cast<unsigned>('2'));
+}
+
+// Text that is added before somebody asks for the text is found in it.
+TEST_F(SessionStateTest, ThePagesTextIsReadWhenItIsAskedFor) {
+  openInActive(simplePdf(1));
+  loadPane(0, 0);
+  PaneSlot& slot = session.panes[0];
+  const FPDF_PAGEOBJECT added = FPDFPageObj_NewTextObj(documentOf(0), "Helvetica", 12);
+  FPDFText_SetText(added, reinterpret_cast<FPDF_WIDESTRING>(u"more"));
+  FPDFPageObj_Transform(added, 1, 0, 0, 1, 72, 100);
+  FPDFPage_InsertObject(slot.page.get(), added);
+  const std::size_t length = std::string("Page 1\r\nmore").size();
+  EXPECT_EQ(FPDFText_CountChars(slot.textPage.get()), static_cast<int>(length));
 }
 
 TEST_F(SessionStateTest, AnIndexOutsideTheDocumentIsClamped) {
