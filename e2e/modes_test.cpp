@@ -17,7 +17,7 @@ class Modes : public Scenario {
     return eventually([&] { return client().count(pane, kPlaceholder) > 100; });
   }
   bool paneIsActive(RECT pane) const {
-    return eventually([&] { return client().at(pane.left + 1, pane.top + 1) == kFrame; });
+    return eventually([&] { return client().at(pane.left + dip(1), pane.top + dip(1)) == kFrame; });
   }
   // One file in the left pane and one in the right.
   void openTwo() {
@@ -58,7 +58,8 @@ TEST_F(Modes, BookFitsEachPageIntoItsPane) {
   EXPECT_TRUE(pageTextBecomes(L"L:1  R:2  of 4"));
   const RECT left = leftPane();
   const RECT right = rightPane();
-  const RECT inside{left.left + 4, left.top + 4, left.right - 4, left.bottom - 4};
+  const RECT inside{left.left + dip(5), left.top + dip(5), left.right - dip(5),
+                    left.bottom - dip(5)};
   EXPECT_TRUE(pageBecomes(inside, clipped(fitPage(left, kPage), inside)));
   EXPECT_TRUE(pageBecomes(right, fitPage(right, kPage)));
   press(VK_NEXT);

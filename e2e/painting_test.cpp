@@ -55,7 +55,7 @@ TEST_F(Painting, TheActivePaneHasAFrameAndADividerStandsBetween) {
   ASSERT_TRUE(pageTextBecomes(L"L:1  R:2  of 2"));
   const RECT left = leftPane();
   const RECT right = rightPane();
-  ASSERT_TRUE(pixelBecomes(left.left + 1, left.top + 1, kFrame));
+  ASSERT_TRUE(pixelBecomes(left.left + dip(1), left.top + dip(1), kFrame));
   const Picture shown = client();
   EXPECT_TRUE(shown.filled({left.right, left.top, right.left, left.bottom}, kDivider));
   const auto expectFrame = [&](RECT pane, std::uint32_t color) {

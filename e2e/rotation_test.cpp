@@ -54,7 +54,7 @@ TEST_F(Rotation, IndependentPanesOfOneDocumentTurnTogether) {
   EXPECT_TRUE(turnedBy(1, rightPane()));
   press(VK_TAB);
   RECT inside = leftPane();
-  ASSERT_TRUE(pixelBecomes(rightPane().left + 1, 1, kFrame));
+  ASSERT_TRUE(pixelBecomes(rightPane().left + dip(1), dip(1), kFrame));
   EXPECT_TRUE(turnedBy(1, inside));
 }
 

@@ -22,7 +22,7 @@ const PageColor& colorOf(int page) {
   return kPageColors[static_cast<std::size_t>(page) % std::size(kPageColors)];
 }
 
-constexpr float kFitMargin = 0.96f;
+constexpr double kFitMargin = 0.96;
 constexpr int kVerticalMargin = 8;  // at 96 DPI
 
 float limited(double zoom) {
