@@ -16,17 +16,6 @@ class Modes : public Scenario {
   bool paneShowsPlaceholder(RECT pane) const {
     return eventually([&] { return client().count(pane, kPlaceholder) > 100; });
   }
-  bool paneIsActive(RECT pane) const {
-    return eventually([&] { return client().at(pane.left + dip(1), pane.top + dip(1)) == kFrame; });
-  }
-  // One file in the left pane and one in the right.
-  void openTwo() {
-    startWith(coloredPdf(1));
-    press(VK_F8);
-    ASSERT_TRUE(becomesChecked(304));
-    dropFiles(window, {rightPane().left + 50, 100}, {makeFile(L"two.pdf", coloredPdf(2))});
-    ASSERT_TRUE(titleBecomes(L"Quillmere - one.pdf | two.pdf"));
-  }
 };
 
 TEST_F(Modes, TheFunctionKeysChooseTheModes) {
@@ -141,7 +130,7 @@ TEST_F(Modes, ASecondFileAmongIndependentPagesSplitsTheWindow) {
 }
 
 TEST_F(Modes, TheFileOfTheOtherPaneFallsBackToIndependentPages) {
-  openTwo();
+  startWithTwo(coloredPdf(1), coloredPdf(2));
   dropFiles(window, {leftPane().left + 50, 100}, {scenarioFolder() + L"\\TWO.pdf"});
   EXPECT_TRUE(titleBecomes(L"Quillmere - two.pdf"));
   EXPECT_TRUE(becomesChecked(303));
@@ -149,7 +138,7 @@ TEST_F(Modes, TheFileOfTheOtherPaneFallsBackToIndependentPages) {
 }
 
 TEST_F(Modes, ClosingOneOfTwoDocumentsLeavesTheOther) {
-  openTwo();
+  startWithTwo(coloredPdf(1), coloredPdf(2));
   press(VK_TAB);
   ASSERT_TRUE(paneIsActive(rightPane()));
   press('W', kCtrl);
@@ -159,7 +148,7 @@ TEST_F(Modes, ClosingOneOfTwoDocumentsLeavesTheOther) {
 }
 
 TEST_F(Modes, LeavingTwoDocumentsKeepsTheLeftOne) {
-  openTwo();
+  startWithTwo(coloredPdf(1), coloredPdf(2));
   press(VK_F5);
   EXPECT_TRUE(titleBecomes(L"Quillmere - one.pdf"));
   EXPECT_TRUE(pageTextBecomes(L"Page 1 of 1"));

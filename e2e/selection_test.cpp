@@ -1,3 +1,4 @@
+#include "driver/clipboard.h"
 #include "driver/scenario.h"
 
 namespace quillmere::e2e {
@@ -22,25 +23,6 @@ class Selection : public Scenario {
     return onScreen(page.left + static_cast<int>(x),
                     page.top + static_cast<int>(kBaseline) - above);
   }
-  static bool openClipboard() {
-    return eventually([] { return OpenClipboard(nullptr) != FALSE; });
-  }
-  static bool clearClipboard() {
-    if (!openClipboard()) return false;
-    EmptyClipboard();
-    CloseClipboard();
-    return true;
-  }
-  static std::wstring clipboardText() {
-    if (!IsClipboardFormatAvailable(CF_UNICODETEXT) || !openClipboard()) return {};
-    std::wstring text;
-    if (const HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
-      text = static_cast<const wchar_t*>(GlobalLock(data));
-      GlobalUnlock(data);
-    }
-    CloseClipboard();
-    return text;
-  }
   static ::testing::AssertionResult copies(const std::wstring& wanted) {
     press('C', kCtrl);
     const std::wstring seen = settled(clipboardText, wanted);
@@ -50,27 +32,13 @@ class Selection : public Scenario {
   // Paper under the system's highlight colour at 130 of 255.
   static std::uint32_t selectedPaper() {
     const COLORREF highlight = GetSysColor(COLOR_HIGHLIGHT);
-    const auto mixed = [](unsigned channel) { return (channel * 130 + 255 * 125) / 255; };
-    return rgb(mixed(GetRValue(highlight)), mixed(GetGValue(highlight)),
-               mixed(GetBValue(highlight)));
-  }
-  static bool alike(std::uint32_t a, std::uint32_t b) {
-    for (int shift = 0; shift < 24; shift += 8) {
-      const int difference =
-          static_cast<int>((a >> shift) & 255) - static_cast<int>((b >> shift) & 255);
-      if (difference < -2 || difference > 2) return false;
-    }
-    return true;
+    return mixed(rgb(GetRValue(highlight), GetGValue(highlight), GetBValue(highlight)), 130,
+                 kPaper);
   }
   // Client pixels of the page that look selected.
   int selectedPixels() const {
-    const Picture shown = client();
-    const std::uint32_t wanted = selectedPaper();
-    int found = 0;
-    for (int y = page.top; y < pageArea().bottom; ++y) {
-      for (int x = page.left; x < page.right; ++x) found += alike(shown.at(x, y), wanted);
-    }
-    return found;
+    return client().countAlike({page.left, page.top, page.right, pageArea().bottom},
+                               selectedPaper());
   }
 
   RECT page{};

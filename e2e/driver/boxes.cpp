@@ -12,14 +12,6 @@ constexpr wchar_t kDialogClass[] = L"#32770";
 // Message boxes give their text this control id.
 constexpr int kBoxText = 0xFFFF;
 
-std::wstring controlText(HWND control) {
-  const auto length = static_cast<std::size_t>(SendMessageW(control, WM_GETTEXTLENGTH, 0, 0));
-  std::wstring text(length + 1, L'\0');
-  SendMessageW(control, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
-  text.resize(length);
-  return text;
-}
-
 std::vector<std::wstring> buttonsOf(HWND box) {
   std::vector<std::wstring> buttons;
   HWND child = nullptr;

@@ -66,10 +66,19 @@ DWORD buttonFlag(Button button, bool down) {
       return down ? MOUSEEVENTF_MIDDLEDOWN : MOUSEEVENTF_MIDDLEUP;
     case Button::Right:
       return down ? MOUSEEVENTF_RIGHTDOWN : MOUSEEVENTF_RIGHTUP;
+    case Button::Back:
+    case Button::Forward:
+      return down ? MOUSEEVENTF_XDOWN : MOUSEEVENTF_XUP;
     case Button::Left:
       break;
   }
   return down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP;
+}
+
+// Which of the side buttons it is.
+DWORD buttonData(Button button) {
+  if (button == Button::Back) return XBUTTON1;
+  return button == Button::Forward ? XBUTTON2 : 0;
 }
 
 // Moves the pointer and lets the window there take note, since a pointer that comes into a window
@@ -110,11 +119,11 @@ void movePointer(POINT place) {
 }
 
 void pressButton(POINT place, Button button) {
-  sendMouse(place, buttonFlag(button, true));
+  sendMouse(place, buttonFlag(button, true), buttonData(button));
 }
 
 void releaseButton(POINT place, Button button) {
-  sendMouse(place, buttonFlag(button, false));
+  sendMouse(place, buttonFlag(button, false), buttonData(button));
 }
 
 void click(POINT place, Button button, unsigned modifiers) {

@@ -8,7 +8,7 @@
 namespace quillmere::e2e {
 
 enum Modifiers : unsigned { kNone = 0, kShift = 1, kCtrl = 2, kAlt = 4 };
-enum class Button { Left, Middle, Right };
+enum class Button { Left, Middle, Right, Back, Forward };
 
 // A virtual key such as VK_NEXT or 'F', pressed and released.
 void press(WORD key, unsigned modifiers = kNone);

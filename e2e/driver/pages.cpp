@@ -4,8 +4,6 @@
 #include <iterator>
 #include <ostream>
 
-#include "support/pdf_builder.h"
-
 namespace quillmere::e2e {
 namespace {
 
@@ -22,6 +20,7 @@ const PageColor& colorOf(int page) {
   return kPageColors[static_cast<std::size_t>(page) % std::size(kPageColors)];
 }
 
+constexpr double kTextSize = 24;  // points
 constexpr double kFitMargin = 0.96;
 constexpr int kVerticalMargin = 8;  // at 96 DPI
 
@@ -52,14 +51,31 @@ int dip(int length) {
 std::string coloredPdf(int pages, double width, double height) {
   std::vector<test::PdfPage> list;
   for (int i = 0; i < pages; ++i) {
-    const PageColor& color = colorOf(i);
-    test::PdfPage page;
-    page.width = width;
-    page.height = height;
-    page.content = test::rectangleContent(0, 0, width, height, color.red, color.green, color.blue);
-    list.push_back(page);
+    list.push_back(coloredPage(i, {width, height}));
   }
   return test::buildPdf(list);
+}
+
+test::PdfPage coloredPage(int page, Size size) {
+  const PageColor& color = colorOf(page);
+  test::PdfPage result;
+  result.width = size.width;
+  result.height = size.height;
+  result.content =
+      test::rectangleContent(0, 0, size.width, size.height, color.red, color.green, color.blue);
+  return result;
+}
+
+test::PdfPage linedPage(const std::vector<std::string>& lines, Size size) {
+  test::PdfPage page;
+  page.width = size.width;
+  page.height = size.height;
+  double baseline = size.height - kFirstBaseline;
+  for (const std::string& line : lines) {
+    page.content += test::textContent(line, kLineLeft, baseline, kTextSize, "F3");
+    baseline -= kLineStep;
+  }
+  return page;
 }
 
 std::uint32_t pageColor(int page) {
@@ -103,6 +119,11 @@ RECT placedPage(RECT pane, Size page, float zoom) {
   return pageAt(pane, page, zoom,
                 static_cast<float>((widthOf(pane) - static_cast<double>(zoom) * page.width) / 2),
                 panY);
+}
+
+POINT placeOnPage(RECT page, float zoom, Size size, double x, double y) {
+  return {page.left + static_cast<LONG>(x * zoom),
+          page.top + static_cast<LONG>((size.height - y) * zoom)};
 }
 
 RECT clipped(RECT page, RECT pane) {

@@ -7,12 +7,29 @@
 #include <string>
 #include <vector>
 
+#include "support/pdf_builder.h"
+
 // Documents whose pages are told apart by their pixels, and where a page must lie in a pane.
 namespace quillmere::e2e {
+
+struct Size {
+  double width;
+  double height;
+};
 
 // Page i (from 0) is filled with pageColor(i), which no other of the six first pages has.
 std::string coloredPdf(int pages, double width = 300, double height = 400);
 std::uint32_t pageColor(int page);
+
+// One such page, to which annotations can be added.
+test::PdfPage coloredPage(int page, Size size);
+
+// A white page with lines of Courier, 24 points, that begin at 72 points from the left. The first
+// has its baseline 100 points from the top, each further one 50 below the one before.
+test::PdfPage linedPage(const std::vector<std::string>& lines, Size size);
+inline constexpr double kLineLeft = 72;        // points
+inline constexpr double kFirstBaseline = 100;  // points from the top
+inline constexpr double kLineStep = 50;        // points
 
 // A white page with a red square of 60 points in its top left corner and a line of Courier, 24
 // points, that begins at 72 points from the left with its baseline `baseline` points from the top.
@@ -23,11 +40,6 @@ inline constexpr double kCourierAdvance = 14.4;  // points, at 24 points
 // A length that is given at 96 DPI, in pixels of this desktop.
 int dip(int length);
 
-struct Size {
-  double width;
-  double height;
-};
-
 // Where Fit Page puts a page: within the pane less 4%, centred. Client pixels.
 RECT fitPage(RECT pane, Size page);
 // The zoom of Fit Page and Fit Width.
@@ -35,6 +47,8 @@ float fitPageZoom(RECT pane, Size page);
 float fitWidthZoom(RECT pane, Size page);
 // A page at this zoom, centred across; down centred when it fits, otherwise its top 8 pixels down.
 RECT placedPage(RECT pane, Size page, float zoom);
+// Client pixels of a place of the page, in points from its bottom left corner.
+POINT placeOnPage(RECT page, float zoom, Size size, double x, double y);
 // The visible part of a page.
 RECT clipped(RECT page, RECT pane);
 std::wstring percent(float zoom);

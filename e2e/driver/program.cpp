@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include <sstream>
 #include <thread>
 
 #include "driver/input.h"
@@ -178,6 +179,14 @@ std::wstring classOf(HWND window) {
   return {name, static_cast<std::size_t>(GetClassNameW(window, name, 256))};
 }
 
+std::wstring controlText(HWND control) {
+  const auto length = static_cast<std::size_t>(SendMessageW(control, WM_GETTEXTLENGTH, 0, 0));
+  std::wstring text(length + 1, L'\0');
+  SendMessageW(control, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+  text.resize(length);
+  return text;
+}
+
 std::vector<HWND> windowsOfClass(const wchar_t* className) {
   Search search{className, 0, {}};
   EnumWindows(collect, reinterpret_cast<LPARAM>(&search));
@@ -251,6 +260,19 @@ MenuItem menuItem(HWND window, int id) {
 std::vector<std::wstring> treeItems(HWND window, HWND tree) {
   return split(askInside(window, InsideRequest::DescribeTree, reinterpret_cast<LPARAM>(tree)),
                L'\n');
+}
+
+RECT treeRowOnScreen(HWND window, HWND tree, const std::wstring& text) {
+  RECT place{};
+  std::wistringstream(
+      askInside(window, InsideRequest::TreeRowPlace, reinterpret_cast<LPARAM>(tree), text)) >>
+      place.left >> place.top >> place.right >> place.bottom;
+  MapWindowPoints(tree, nullptr, reinterpret_cast<POINT*>(&place), 2);
+  return place;
+}
+
+std::wstring fontOf(HWND window, HWND control) {
+  return askInside(window, InsideRequest::DescribeFont, reinterpret_cast<LPARAM>(control));
 }
 
 void dropFiles(HWND window, POINT client, const std::vector<std::wstring>& paths) {

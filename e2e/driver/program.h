@@ -44,6 +44,8 @@ std::wstring inQuotes(const std::wstring& path);
 
 std::wstring titleOf(HWND window);
 std::wstring classOf(HWND window);
+// What a control of the program shows or holds.
+std::wstring controlText(HWND control);
 std::vector<HWND> windowsOfClass(const wchar_t* className);
 // A child of the window by its control id, at any depth.
 HWND childOf(HWND window, int id);
@@ -60,6 +62,10 @@ MenuItem menuItem(HWND window, int id);
 std::vector<MenuItem> describeMenu(HWND window, HMENU menu);
 // "depth|selected|text" for each item.
 std::vector<std::wstring> treeItems(HWND window, HWND tree);
+// Screen pixels of the text of the first row that reads so; empty when it is not to be seen.
+RECT treeRowOnScreen(HWND window, HWND tree, const std::wstring& text);
+// "face|height|weight" of a control's font.
+std::wstring fontOf(HWND window, HWND control);
 void dropFiles(HWND window, POINT client, const std::vector<std::wstring>& paths);
 // Copy-data with this tag, as any program may send it.
 constexpr ULONG_PTR kOpenFileTag = 0x514D4F31;  // "QMO1"

@@ -155,6 +155,10 @@ RECT Scenario::pageArea() const {
   GetClientRect(window, &area);
   const RECT bar = windowRect(statusBarOf(window));
   area.bottom -= bar.bottom - bar.top;
+  if (const HWND find = findBar(); IsWindowVisible(find)) {
+    const RECT rect = windowRect(find);
+    area.top += rect.bottom - rect.top;
+  }
   for (const int id : {401, 420}) {
     const HWND tree = childOf(window, id);
     if (tree == nullptr || !IsWindowVisible(tree)) continue;
@@ -162,6 +166,23 @@ RECT Scenario::pageArea() const {
     area.left = rect.right - rect.left + dip(3);
   }
   return area;
+}
+
+HWND Scenario::findBar() const {
+  return FindWindowExW(window, nullptr, L"QuillmereFindBar", nullptr);
+}
+
+bool Scenario::paneIsActive(RECT pane) const {
+  return eventually([&] { return client().at(pane.left + dip(1), pane.top + dip(1)) == kFrame; });
+}
+
+void Scenario::startWithTwo(const std::string& first, const std::string& second) {
+  startWith(first);
+  press(VK_F8);
+  ASSERT_TRUE(becomesChecked(304));
+  dropFiles(window, {rightPane().left + 50, 100}, {makeFile(L"two.pdf", second)});
+  ASSERT_TRUE(titleBecomes(L"Quillmere - one.pdf | two.pdf"));
+  ASSERT_TRUE(paneIsActive(leftPane()));
 }
 
 RECT Scenario::leftPane() const {

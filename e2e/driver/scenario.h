@@ -26,6 +26,8 @@ class Scenario : public ::testing::Test {
   void start(const std::wstring& rest = {});
   // Makes a file with these bytes and starts the program with it.
   void startWith(const std::string& bytes, const std::wstring& name = L"one.pdf");
+  // One file in the left pane, which is the active one, and "two.pdf" in the right one.
+  void startWithTwo(const std::string& first, const std::string& second);
   // Further programs may run beside; the keys go to the first one's window.
   void toFront() const;
 
@@ -46,11 +48,13 @@ class Scenario : public ::testing::Test {
   // A client place of the window on the screen.
   POINT onScreen(int x, int y) const;
   Picture client() const { return captureClient(window); }
-  // The client area without panels and status bar.
+  HWND findBar() const;
+  // The client area without panels, find bar and status bar.
   RECT pageArea() const;
   // The panes beside each other with the divider of 2 pixels in the middle.
   RECT leftPane() const;
   RECT rightPane() const;
+  bool paneIsActive(RECT pane) const;
   POINT middleOf(RECT area) const;
   void picture(const std::string& name) const;
 

@@ -3,6 +3,7 @@
 #include <gdiplus.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "driver/program.h"
 
@@ -11,6 +12,7 @@ namespace {
 
 constexpr std::uint32_t kColorBits = 0xFFFFFF;
 constexpr std::uint32_t kOutside = 0xFF000000;
+constexpr int kRounding = 2;  // in each channel
 
 // {557CF406-1A04-11D3-9A73-0000F81EF32E}
 constexpr CLSID kPngEncoder{
@@ -27,6 +29,23 @@ void startGdiplus() {
 }
 
 }  // namespace
+
+bool alike(std::uint32_t a, std::uint32_t b) {
+  for (int shift = 0; shift < 24; shift += 8) {
+    const int difference =
+        static_cast<int>((a >> shift) & 255) - static_cast<int>((b >> shift) & 255);
+    if (std::abs(difference) > kRounding) return false;
+  }
+  return true;
+}
+
+std::uint32_t mixed(std::uint32_t over, unsigned alpha, std::uint32_t below) {
+  const auto channel = [&](int shift) {
+    const unsigned sum = ((over >> shift) & 255) * alpha + ((below >> shift) & 255) * (255 - alpha);
+    return (sum + 127) / 255;
+  };
+  return rgb(channel(16), channel(8), channel(0));
+}
 
 std::uint32_t Picture::at(int x, int y) const {
   if (x < 0 || y < 0 || x >= width_ || y >= height_) return kOutside;
@@ -46,18 +65,35 @@ int Picture::count(RECT area, std::uint32_t color) const {
   return found;
 }
 
-RECT Picture::extent(std::uint32_t color) const {
-  RECT found{width_, height_, 0, 0};
-  for (int y = 0; y < height_; ++y) {
-    for (int x = 0; x < width_; ++x) {
-      if (at(x, y) != color) continue;
+template <typename Wanted>
+RECT Picture::extentWhere(RECT area, Wanted wanted) const {
+  RECT found{area.right, area.bottom, -1, -1};
+  for (int y = area.top; y < area.bottom; ++y) {
+    for (int x = area.left; x < area.right; ++x) {
+      if (!wanted(at(x, y))) continue;
       found.left = std::min<LONG>(found.left, x);
       found.top = std::min<LONG>(found.top, y);
       found.right = std::max<LONG>(found.right, x + 1);
       found.bottom = std::max<LONG>(found.bottom, y + 1);
     }
   }
-  return found.right == 0 ? RECT{} : found;
+  return found.right < 0 ? RECT{} : found;
+}
+
+RECT Picture::extent(std::uint32_t color) const {
+  return extentWhere({0, 0, width_, height_}, [&](std::uint32_t pixel) { return pixel == color; });
+}
+
+RECT Picture::extentAlike(RECT area, std::uint32_t color) const {
+  return extentWhere(area, [&](std::uint32_t pixel) { return alike(pixel, color); });
+}
+
+int Picture::countAlike(RECT area, std::uint32_t color) const {
+  int found = 0;
+  for (int y = area.top; y < area.bottom; ++y) {
+    for (int x = area.left; x < area.right; ++x) found += alike(at(x, y), color);
+  }
+  return found;
 }
 
 Picture capture(RECT screen) {

@@ -14,6 +14,11 @@ constexpr std::uint32_t rgb(unsigned r, unsigned g, unsigned b) {
   return r << 16 | g << 8 | b;
 }
 
+// Equal but for what mixing colours may round differently.
+bool alike(std::uint32_t a, std::uint32_t b);
+// A colour laid over another; `alpha` of 255 hides what lies below.
+std::uint32_t mixed(std::uint32_t over, unsigned alpha, std::uint32_t below);
+
 class Picture {
  public:
   Picture() = default;
@@ -29,12 +34,18 @@ class Picture {
   int count(RECT area, std::uint32_t color) const;
   // The smallest rectangle around all pixels of this colour; empty when there is none.
   RECT extent(std::uint32_t color) const;
+  // The same for the pixels of a rectangle that are like this colour, and how many these are.
+  RECT extentAlike(RECT area, std::uint32_t color) const;
+  int countAlike(RECT area, std::uint32_t color) const;
   bool operator==(const Picture&) const = default;
 
   std::uint32_t* row(int y) { return pixels_.data() + static_cast<std::size_t>(y) * width_; }
   const std::vector<std::uint32_t>& pixels() const { return pixels_; }
 
  private:
+  template <typename Wanted>
+  RECT extentWhere(RECT area, Wanted wanted) const;
+
   int width_ = 0;
   int height_ = 0;
   std::vector<std::uint32_t> pixels_;

@@ -36,6 +36,36 @@ std::wstring describeMenu(HWND window, HMENU menu, int depth) {
   return rows;
 }
 
+std::wstring treeRowText(HWND tree, HTREEITEM item) {
+  wchar_t text[512]{};
+  TVITEMW info{};
+  info.mask = TVIF_TEXT;
+  info.hItem = item;
+  info.pszText = text;
+  info.cchTextMax = ARRAYSIZE(text);
+  SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&info));
+  return text;
+}
+
+std::wstring treeRowPlace(HWND tree, const std::wstring& wanted) {
+  HTREEITEM item = TreeView_GetFirstVisible(tree);
+  while (item != nullptr && treeRowText(tree, item) != wanted) {
+    item = TreeView_GetNextVisible(tree, item);
+  }
+  RECT place{};
+  if (item == nullptr || !TreeView_GetItemRect(tree, item, &place, TRUE)) return {};
+  return std::to_wstring(place.left) + L' ' + std::to_wstring(place.top) + L' ' +
+         std::to_wstring(place.right) + L' ' + std::to_wstring(place.bottom);
+}
+
+std::wstring describeFont(HWND control) {
+  const auto font = reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0));
+  LOGFONTW look{};
+  if (GetObjectW(font, sizeof(look), &look) == 0) return {};
+  return look.lfFaceName + (L'|' + std::to_wstring(look.lfHeight)) + L'|' +
+         std::to_wstring(look.lfWeight);
+}
+
 std::wstring describeTreeItem(HWND tree, HTREEITEM item, int depth) {
   std::wstring rows;
   for (; item != nullptr; item = TreeView_GetNextSibling(tree, item)) {
@@ -109,6 +139,12 @@ void serve(HWND window, InsideRequest request, LPARAM detail, InsideBlock& block
     }
     case InsideRequest::InputWaits:
       answer(block, HIWORD(GetQueueStatus(QS_INPUT)) != 0 ? L"1" : L"0");
+      break;
+    case InsideRequest::TreeRowPlace:
+      answer(block, treeRowPlace(reinterpret_cast<HWND>(detail), {block.text, block.units}));
+      break;
+    case InsideRequest::DescribeFont:
+      answer(block, describeFont(reinterpret_cast<HWND>(detail)));
       break;
   }
 }

@@ -22,6 +22,11 @@ enum class InsideRequest : WPARAM {
   StatusText = 4,
   // Answer: "1" while keys or mouse events wait in the queue of the window's thread, else "0".
   InputWaits = 5,
+  // lParam: a tree view; text: what a row reads. Answer: the place of that text in client pixels,
+  // "left top right bottom", or nothing when the row is not to be seen.
+  TreeRowPlace = 6,
+  // lParam: a control. Answer: "face|height|weight" of its font.
+  DescribeFont = 7,
   // Answer: the handle of the pointer's picture as a number.
   Cursor = 8,
   // lParam: the density that the window's screen now has; the window keeps its place.
