@@ -175,3 +175,19 @@ extern "C" __declspec(dllexport) LRESULT CALLBACK
   }
   return CallNextHookEx(nullptr, code, wParam, lParam);
 }
+
+// For rundll32: appends a line, "FILE TEXT" being what stands behind the name of this function.
+extern "C" __declspec(dllexport) void CALLBACK
+    noteAddressW(HWND, HINSTANCE, const wchar_t* rest, int) {
+  const std::wstring line = rest;
+  const std::size_t blank = line.find(L' ');
+  if (blank == std::wstring::npos) return;
+  const HANDLE file = CreateFileW(line.substr(0, blank).c_str(), FILE_APPEND_DATA, FILE_SHARE_READ,
+                                  nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return;
+  const std::wstring address = line.substr(blank + 1) + L'\n';
+  const std::string bytes(address.begin(), address.end());
+  DWORD written = 0;
+  WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+  CloseHandle(file);
+}
