@@ -1,0 +1,280 @@
+#include "driver/scenario.h"
+
+#include <commctrl.h>
+
+#include <cstdlib>
+
+namespace quillmere::e2e {
+namespace {
+
+constexpr Size kPage{300, 400};
+constexpr int kPages = 6;
+constexpr int kDistance = 24;  // pixels from the pane's top edge to a target
+
+using test::pageDestination;
+using ::testing::ElementsAre;
+
+std::string outlinedPdf(const std::vector<test::PdfOutlineItem>& outline) {
+  std::vector<test::PdfPage> pages;
+  for (int i = 0; i < kPages; ++i) pages.push_back(coloredPage(i, kPage));
+  test::PdfOptions options;
+  options.outline = outline;
+  return test::buildPdf(pages, options);
+}
+
+const std::vector<test::PdfOutlineItem> kOutline{
+    {u"First", pageDestination(1), {}},
+    {u"Third", pageDestination(3), {{u"Fourth", pageDestination(4), {}}}, false},
+    {u"", pageDestination(5), {}},
+    {u"Nowhere", "", {}},
+};
+
+class Bookmarks : public Scenario {
+ protected:
+  void SetUp() override {
+    Scenario::SetUp();
+    setSetting(L"Navigation", L"MarkupGroupingDefault", L"2");
+  }
+  void startGrouped(bool underBookmarks, const std::string& bytes) {
+    setSetting(L"Navigation", L"MarkupsUnderBookmarks", underBookmarks ? L"1" : L"0");
+    startWith(bytes);
+  }
+  HWND tree() const { return childOf(window, 401); }
+  // "depth|text" for each row that was filled in.
+  std::vector<std::wstring> rows() const {
+    std::vector<std::wstring> rows = treeItems(window, tree());
+    for (std::wstring& row : rows) row.erase(row.find(L'|'), 2);
+    return rows;
+  }
+  bool rowSelected(const std::wstring& text) const {
+    return eventually([&] {
+      for (const std::wstring& row : treeItems(window, tree())) {
+        if (row.substr(row.find(L'|')) == L"|1|" + text) return true;
+      }
+      return false;
+    });
+  }
+  RECT rowPlace(const std::wstring& text) const {
+    RECT place{};
+    eventually([&] {
+      place = treeRowOnScreen(window, tree(), text);
+      return !IsRectEmpty(&place);
+    });
+    return place;
+  }
+  bool rowShown(const std::wstring& text) const {
+    const RECT place = rowPlace(text);
+    return IsRectEmpty(&place) == FALSE;
+  }
+  void clickRow(const std::wstring& text) {
+    const RECT place = rowPlace(text);
+    ASSERT_FALSE(IsRectEmpty(&place)) << ::testing::PrintToString(text);
+    clickAside({place.left + 4, (place.top + place.bottom) / 2});
+  }
+  // The button before a row's text opens and closes what stands below it.
+  void clickButtonOf(const std::wstring& text) {
+    const RECT place = rowPlace(text);
+    ASSERT_FALSE(IsRectEmpty(&place)) << ::testing::PrintToString(text);
+    clickAside({place.left - 10, (place.top + place.bottom) / 2});
+  }
+  // Two clicks below each other count as a double click here, so none stands below the one before.
+  void clickAside(POINT place) {
+    constexpr LONG kApart = 8;  // pixels
+    if (std::abs(place.x - lastX) < kApart) place.x += kApart;
+    lastX = place.x;
+    click(place);
+  }
+
+  LONG lastX = 0;
+
+  HTREEITEM itemAfterRoot(int count) const {
+    LRESULT item = SendMessageW(tree(), TVM_GETNEXTITEM, TVGN_ROOT, 0);
+    while (count-- > 0) item = SendMessageW(tree(), TVM_GETNEXTITEM, TVGN_NEXT, item);
+    return reinterpret_cast<HTREEITEM>(item);
+  }
+};
+
+TEST_F(Bookmarks, WithoutHeadingsTheOutlineIsTheTree) {
+  startGrouped(true, outlinedPdf(kOutline));
+  EXPECT_THAT(rows(), ElementsAre(L"0|First", L"0|Third", L"0|(untitled)", L"0|Nowhere"));
+  clickButtonOf(L"Third");
+  ASSERT_TRUE(rowShown(L"Fourth"));
+  EXPECT_THAT(rows(),
+              ElementsAre(L"0|First", L"0|Third", L"1|Fourth", L"0|(untitled)", L"0|Nowhere"));
+  runCommand(window, 214);
+  EXPECT_TRUE(eventually([&] { return !menuItem(window, 214).checked; }));
+  ASSERT_TRUE(rowShown(L"First"));
+  clickButtonOf(L"Third");
+  ASSERT_TRUE(rowShown(L"Fourth"));
+  EXPECT_THAT(rows(), ElementsAre(L"0|Bookmarks", L"1|First", L"1|Third", L"2|Fourth",
+                                  L"1|(untitled)", L"1|Nowhere", L"0|Markups"));
+  EXPECT_EQ(setting(L"Navigation", L"MarkupsUnderBookmarks"), L"0");
+}
+
+TEST_F(Bookmarks, WithHeadingsADocumentWithoutOutlineSaysSo) {
+  startGrouped(false, coloredPdf(2));
+  EXPECT_THAT(rows(), ElementsAre(L"0|Bookmarks", L"1|(no bookmarks)", L"0|Markups"));
+  press(VK_NEXT);
+  ASSERT_TRUE(pageTextBecomes(L"Page 2 of 2"));
+  for (const wchar_t* row : {L"(no bookmarks)", L"Bookmarks", L"Markups"}) {
+    clickRow(row);
+    EXPECT_TRUE(rowSelected(row));
+  }
+  EXPECT_TRUE(pageTextBecomes(L"Page 2 of 2"));
+  EXPECT_EQ(boxNow(program).window, nullptr);
+  runCommand(window, 105);
+  ASSERT_TRUE(titleBecomes(L"Quillmere"));
+  EXPECT_THAT(rows(), ElementsAre());
+}
+
+TEST_F(Bookmarks, AClickedRowLeadsToItsPageAndBackComesBack) {
+  startGrouped(false, outlinedPdf(kOutline));
+  press(VK_END);
+  ASSERT_TRUE(pageTextBecomes(L"Page 6 of 6"));
+  clickRow(L"Third");
+  EXPECT_TRUE(pageTextBecomes(L"Page 3 of 6"));
+  // Opening a row's children is no choice of the row.
+  clickButtonOf(L"Third");
+  clickRow(L"Fourth");
+  EXPECT_TRUE(pageTextBecomes(L"Page 4 of 6"));
+  clickRow(L"(untitled)");
+  EXPECT_TRUE(pageTextBecomes(L"Page 5 of 6"));
+  clickRow(L"Nowhere");
+  EXPECT_TRUE(rowSelected(L"Nowhere"));
+  EXPECT_TRUE(pageTextBecomes(L"Page 5 of 6"));
+  press(VK_TAB);
+  ASSERT_TRUE(eventually([&] { return focusOf(window) == window; }));
+  for (const wchar_t* page : {L"Page 4 of 6", L"Page 3 of 6", L"Page 6 of 6"}) {
+    press(VK_BACK);
+    EXPECT_TRUE(pageTextBecomes(page));
+  }
+}
+
+TEST_F(Bookmarks, AClickOnTheSelectedRowLeadsThereAgain) {
+  startGrouped(true, outlinedPdf(kOutline));
+  clickRow(L"Third");
+  ASSERT_TRUE(pageTextBecomes(L"Page 3 of 6"));
+  press(VK_TAB);
+  press(VK_END);
+  ASSERT_TRUE(pageTextBecomes(L"Page 6 of 6"));
+  EXPECT_TRUE(rowSelected(L"Third"));
+  clickRow(L"Third");
+  EXPECT_TRUE(pageTextBecomes(L"Page 3 of 6"));
+  // Once more on the page that is shown: nothing to come back from.
+  clickRow(L"Third");
+  press(VK_TAB);
+  press(VK_BACK);
+  EXPECT_TRUE(pageTextBecomes(L"Page 6 of 6"));
+}
+
+TEST_F(Bookmarks, OpeningARowsChildrenLeadsNowhere) {
+  startGrouped(true, outlinedPdf(kOutline));
+  press(VK_END);
+  ASSERT_TRUE(pageTextBecomes(L"Page 6 of 6"));
+  clickButtonOf(L"Third");
+  EXPECT_TRUE(rowShown(L"Fourth"));
+  EXPECT_TRUE(pageTextBecomes(L"Page 6 of 6"));
+}
+
+TEST_F(Bookmarks, KeysChooseRows) {
+  startGrouped(true, outlinedPdf(kOutline));
+  press(VK_END);
+  ASSERT_TRUE(pageTextBecomes(L"Page 6 of 6"));
+  press('N');
+  ASSERT_TRUE(eventually([&] { return focusOf(window) == tree(); }));
+  press(VK_DOWN);
+  EXPECT_TRUE(pageTextBecomes(L"Page 3 of 6"));
+  press(VK_DOWN);
+  EXPECT_TRUE(pageTextBecomes(L"Page 5 of 6"));
+  press(VK_HOME);
+  EXPECT_TRUE(pageTextBecomes(L"Page 1 of 6"));
+}
+
+TEST_F(Bookmarks, WhatFocusOrTheProgramSelectsLeadsNowhere) {
+  startGrouped(true, outlinedPdf(kOutline));
+  press(VK_END);
+  ASSERT_TRUE(pageTextBecomes(L"Page 6 of 6"));
+  press('N');
+  ASSERT_TRUE(eventually([&] { return focusOf(window) == tree(); }));
+  EXPECT_TRUE(rowSelected(L"First"));
+  SendMessageW(tree(), TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(itemAfterRoot(2)));
+  EXPECT_TRUE(rowSelected(L"(untitled)"));
+  EXPECT_TRUE(pageTextBecomes(L"Page 6 of 6"));
+  press(VK_TAB);
+  press(VK_PRIOR);
+  EXPECT_TRUE(pageTextBecomes(L"Page 5 of 6"));
+}
+
+TEST_F(Bookmarks, ATargetOnThePageComesToStandBelowThePanesTop) {
+  struct Target {
+    std::u16string title;
+    std::string entries;
+    int page;
+    double y;  // points from the page's bottom edge
+  };
+  const std::vector<Target> targets{
+      {u"Place", pageDestination(2, 250), 1, 250},
+      {u"Width", "/Dest [{page 3} /FitH 180]", 2, 180},
+      {u"Box width", "/Dest [{page 4} /FitBH 120]", 3, 120},
+      {u"Rectangle", "/Dest [{page 5} /FitR 10 20 200 300]", 4, 300},
+  };
+  std::vector<test::PdfOutlineItem> outline;
+  for (const Target& target : targets) outline.push_back({target.title, target.entries, {}});
+  outline.push_back({u"Whole", pageDestination(6), {}});
+  startGrouped(true, outlinedPdf(outline));
+  press('W');
+  const RECT area = pageArea();
+  const float zoom = fitWidthZoom(area, kPage);
+  const RECT unmoved = placedPage(area, kPage, zoom);
+  ASSERT_TRUE(pageBecomes(area, clipped(unmoved, area)));
+  for (const Target& target : targets) {
+    clickRow({target.title.begin(), target.title.end()});
+    RECT wanted = unmoved;
+    const double above = (kPage.height - target.y) * static_cast<double>(zoom);
+    OffsetRect(&wanted, 0, area.top + kDistance - static_cast<int>(above) - unmoved.top);
+    const int column = (wanted.left + wanted.right) / 2;
+    // The page's lower edge tells where the page stands to the pixel.
+    EXPECT_TRUE(eventually([&] {
+      const RECT page = pageOnScreen(client(), area);
+      const bool inPlace = wanted.bottom >= area.bottom
+                               ? page.bottom == area.bottom
+                               : std::abs(page.bottom - wanted.bottom) <= 1;
+      return inPlace && client().at(column, area.top + kDistance) == pageColor(target.page);
+    })) << ::testing::PrintToString(pageOnScreen(client(), area))
+        << ::testing::PrintToString(wanted);
+  }
+  clickRow(L"Whole");
+  EXPECT_TRUE(pageTextBecomes(L"Page 6 of 6"));
+  EXPECT_TRUE(pageBecomes(area, clipped(unmoved, area)));
+}
+
+TEST_F(Bookmarks, InTwoDocumentsTheTreeAndItsJumpsBelongToTheActivePane) {
+  setSetting(L"Navigation", L"MarkupsUnderBookmarks", L"1");
+  startWithTwo(outlinedPdf(kOutline), outlinedPdf({{u"Second", pageDestination(2), {}}}));
+  EXPECT_TRUE(eventually([&] { return rows().size() == 4; }));
+  press(VK_TAB);
+  ASSERT_TRUE(paneIsActive(rightPane()));
+  EXPECT_THAT(settled([&] { return rows(); }, std::vector<std::wstring>{L"0|Second"}),
+              ElementsAre(L"0|Second"));
+  clickRow(L"Second");
+  EXPECT_TRUE(pageTextBecomes(L"L:1/6  R:2/6"));
+}
+
+TEST_F(Bookmarks, AnIndependentPaneJumpsAloneAndABookAsAWhole) {
+  startGrouped(true, outlinedPdf(kOutline));
+  press(VK_F7);
+  press(VK_TAB);
+  ASSERT_TRUE(paneIsActive(rightPane()));
+  clickRow(L"Third");
+  EXPECT_TRUE(pageTextBecomes(L"L:1  R:3  of 6"));
+  press(VK_TAB);
+  press(VK_F6);
+  ASSERT_TRUE(becomesChecked(302));
+  click(onScreen(rightPane().left + 10, rightPane().top + 10));
+  ASSERT_TRUE(paneIsActive(rightPane()));
+  clickRow(L"(untitled)");
+  EXPECT_TRUE(pageTextBecomes(L"L:5  R:6  of 6"));
+}
+
+}  // namespace
+}  // namespace quillmere::e2e
