@@ -62,7 +62,7 @@ void comparePair(const char* row, const Subject& subject, int repetition, Ours o
   const bool oursFirst = repetition % 2 == 0;
   double theirTime = oursFirst ? 0 : timed(theirs);
   const BitmapSize before = shownSize(0);
-  const double ourTime = timed(ours);
+  const double ourTime = timePainting(ours).last;
   if (oursFirst) theirTime = timed(theirs);
   if (oursFirst || same(before, shownSize(0))) {
     reportPair(row, subject.name, ourTime, theirTime);
@@ -93,9 +93,9 @@ void compareOpening(Subject& subject) {
     }
     const bool oursFirst = i % 2 == 0;
     double theirTime = oursFirst ? 0 : timed(theirs);
-    const OpenTimes ourTimes = timeOpening(subject.path);
+    const PaintTimes ourTimes = timePainting([&] { openAndPaint(subject.path); });
     if (oursFirst) theirTime = timed(theirs);
-    reportPair("open", subject.name, ourTimes.painted, theirTime);
+    reportPair("open", subject.name, ourTimes.first, theirTime);
     reportPair("open-whole", subject.name, ourTimes.whole, theirTime);
   }
 }
@@ -106,11 +106,7 @@ void compareTurning(Subject& subject) {
   for (int i = 0; i < kTurns; ++i) {
     const int index = pageOfStep(i, session.active.pageCount - 1);
     comparePair(
-        "page-turn", subject, i,
-        [&] {
-          goToPage(0, index, false);
-          paintNow();
-        },
+        "page-turn", subject, i, [&] { goToPage(0, index, false); },
         [&] {
           loadPlainPage(subject.plain, index, true);
           renderLikeShown(subject.plain, 0);
@@ -130,10 +126,7 @@ void compareZoom(Subject& subject) {
   constexpr int kStepsInOneDirection = 3;
   for (int i = -2 * kStepsInOneDirection; i < kZoomSteps; ++i) {
     const bool in = (i + 2 * kStepsInOneDirection) / kStepsInOneDirection % 2 == 0;
-    const double ours = timed([&] {
-      in ? zoomIn(0) : zoomOut(0);
-      paintNow();
-    });
+    const double ours = timePainting([&] { in ? zoomIn(0) : zoomOut(0); }).last;
     const double theirs = timed([&] { renderLikeShown(subject.plain, 0); });
     if (i >= 0) reportPair("zoom-step", subject.name, ours, theirs);
     handleMessages();
@@ -143,10 +136,7 @@ void compareZoom(Subject& subject) {
 
 void compareRotation(Subject& subject) {
   for (int i = 0; i < kRotations; ++i) {
-    const double ours = timed([&] {
-      rotateDocument(0);
-      paintNow();
-    });
+    const double ours = timePainting([&] { rotateDocument(0); }).last;
     const double theirs = timed([&] { renderLikeShown(subject.plain, 0, (i + 1) % 4); });
     if (i >= 4) reportPair("rotation", subject.name, ours, theirs);
     handleMessages();
@@ -155,10 +145,7 @@ void compareRotation(Subject& subject) {
 
 // The pages and renders that each mode needs when it follows the one before it.
 double enterMode(ViewMode mode) {
-  const double time = timed([&] {
-    setViewMode(mode);
-    paintNow();
-  });
+  const double time = timePainting([&] { setViewMode(mode); }).last;
   handleMessages();
   return time;
 }

@@ -39,19 +39,19 @@ void fitToClientArea(PlainPicture& picture, HDC window) {
   PatBlt(picture.dc, 0, 0, client.width, client.height, WHITENESS);
 }
 
-// Notes when a page is painted for the first time.
-struct FirstPaint {
+// Notes when pages are painted.
+struct PaintWatch {
   Stopwatch watch;
-  double milliseconds = 0;  // 0 before
+  PaintTimes times;
 };
-FirstPaint* firstPaint = nullptr;
+PaintWatch* paintWatch = nullptr;
 WNDPROC readerProcedure = nullptr;
 
 LRESULT CALLBACK watchingProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   const LRESULT result = CallWindowProcW(readerProcedure, window, message, wParam, lParam);
-  if (message == WM_PAINT && firstPaint != nullptr && firstPaint->milliseconds == 0 &&
-      session.panes[0].pageBitmap) {
-    firstPaint->milliseconds = firstPaint->watch.milliseconds();
+  if (message == WM_PAINT && paintWatch != nullptr && session.panes[0].pageBitmap) {
+    paintWatch->times.last = paintWatch->watch.milliseconds();
+    if (paintWatch->times.first == 0) paintWatch->times.first = paintWatch->times.last;
   }
   return result;
 }
@@ -90,13 +90,14 @@ bool openAndPaint(const std::string& path) {
   return opened;
 }
 
-OpenTimes timeOpening(const std::string& path) {
-  FirstPaint first;
-  firstPaint = &first;
-  openAndPaint(path);
-  const double whole = first.watch.milliseconds();
-  firstPaint = nullptr;
-  return {first.milliseconds, whole};
+PaintTimes timePainting(const std::function<void()>& work) {
+  PaintWatch painting;
+  paintWatch = &painting;
+  work();
+  paintNow();
+  painting.times.whole = painting.watch.milliseconds();
+  paintWatch = nullptr;
+  return painting.times;
 }
 
 void paintNow() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 // The reader's real main window inside a benchmark program.
@@ -18,13 +19,13 @@ void handleMessages();
 // Opens a document and paints its first page. False when it does not open.
 bool openAndPaint(const std::string& path);
 
-// Milliseconds that an open takes until a page is painted for the first time, and until the program
-// handles messages again. No page may be shown before.
-struct OpenTimes {
-  double painted = 0;
-  double whole = 0;
+// Milliseconds from the start of some work and the painting that follows it to certain moments.
+struct PaintTimes {
+  double first = 0;  // a page was painted for the first time
+  double last = 0;   // pages were painted for the last time
+  double whole = 0;  // the program can handle messages again
 };
-OpenTimes timeOpening(const std::string& path);
+PaintTimes timePainting(const std::function<void()>& work);
 
 // Paints what is invalid of the main window itself, where the page is. Its children follow with the
 // messages that wait.
