@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Runs the benchmark programs and prints their table.
 
-Usage: scripts/with-desktop benchmarks/table.py [--brief] FOLDER DOCUMENT...
+Usage: scripts/with-desktop benchmarks/table.py [--brief] [--record] FOLDER DOCUMENT...
 FOLDER holds what bench_documents wrote.
 
 The programs print one line a measurement ("pair ROW DOCUMENT OURS THEIRS" or "value ROW DOCUMENT
@@ -10,6 +10,7 @@ NUMBER", with tabs between); what a row means and its limit stand here.
 
 import collections
 import pathlib
+import re
 import statistics
 import subprocess
 import sys
@@ -19,6 +20,7 @@ import time
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 WINDOWS = ROOT / "build/windows/bin"
 NATIVE = ROOT / "build/native/bin"
+NOTES = ROOT / "docs/speed.md"
 
 Row = collections.namedtuple("Row", "key title unit limit")
 
@@ -240,19 +242,29 @@ def time_lines(rows, samples):
                        "ok" if time <= row.limit else "over"]
 
 
-def print_table(lines):
+def table(lines):
     header = ["what", "document", "ratio", "medians", "limit", ""]
     widths = [max(len(row[i]) for row in [header, *lines]) for i in range(len(header))]
+    text = ""
     for row in [header, *lines]:
         cells = [cell.rjust(width) if i in (2, 3, 4) else cell.ljust(width)
                  for i, (cell, width) in enumerate(zip(row, widths))]
-        print("  ".join(cells).rstrip())
+        text += "  ".join(cells).rstrip() + "\n"
+    return text
+
+
+# The notes hold one table, between lines of three backquotes.
+def record(text):
+    notes = NOTES.read_text(encoding="utf-8")
+    replaced = re.sub(r"(?<=^```text\n).*?(?=^```$)", lambda _: text, notes, count=1,
+                      flags=re.DOTALL | re.MULTILINE)
+    NOTES.write_text(replaced, encoding="utf-8")
 
 
 def main():
-    arguments = [argument for argument in sys.argv[1:] if argument != "--brief"]
-    repetitions = 1 if "--brief" in sys.argv else 3
-    made, *manuals = map(pathlib.Path, arguments)
+    options = [argument for argument in sys.argv[1:] if argument.startswith("--")]
+    made, *manuals = [pathlib.Path(argument) for argument in sys.argv[1 + len(options):]]
+    repetitions = 1 if "--brief" in options else 3
     documents = [*manuals, made / "small.pdf"]
     samples = Samples()
     measure_reader(samples, documents)
@@ -262,7 +274,7 @@ def main():
     measure_processes(samples, documents)
     measure_engine(samples, documents, repetitions)
     measure_peers(samples, documents[0], repetitions)
-    print_table([
+    text = table([
         *ratio_lines(RATIOS, samples),
         *ratio_lines([Row(title, title, "ms", limit) for title, _, limit in FIND_PEERS], samples),
         *time_lines(TIMES, samples),
@@ -271,6 +283,9 @@ def main():
         *ratio_lines(ENGINE, samples),
         *ratio_lines([Row(title, title, "ms", None) for _, title, _ in PEERS], samples),
     ])
+    print(text, end="")
+    if "--record" in options:
+        record(text)
 
 
 if __name__ == "__main__":

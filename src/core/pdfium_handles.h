@@ -29,6 +29,10 @@ using TextPageHandle = std::unique_ptr<std::remove_pointer_t<FPDF_TEXTPAGE>, Tex
 // not need it.
 class TextOfPage {
  public:
+  TextOfPage() = default;
+  TextOfPage(const TextOfPage&) = delete;
+  TextOfPage& operator=(const TextOfPage&) = delete;
+
   // From now on that of another page, which it must not outlive; null for none.
   void reset(FPDF_PAGE page = nullptr) {
     textPage_.reset();
