@@ -108,7 +108,8 @@ void closeDocumentByPath(const std::u16string& path) {
     closeAllDocuments();
     return;
   }
-  const std::u16string closing = path;
+  // The path may be that of a pane, which loses it here.
+  const std::u16string closing = path;  // NOLINT(performance-unnecessary-copy-initialization)
   closePanesShowing(closing);
   forgetDocumentBinder(closing);
   FindClear();

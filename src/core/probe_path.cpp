@@ -52,7 +52,7 @@ ProbeResult probeNetworkPath(const std::u16string& path, std::uint32_t timeoutMi
   job->path = path;
   job->doneEvent = event;
   if (!platform::startDetachedThread(probeOnThread, job)) {
-    release(job);
+    job->references = 1;  // there is no thread to hold the other one
     release(job);
     return judgeNetworkQuery(platform::queryAttributes(path));
   }

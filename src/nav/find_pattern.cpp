@@ -83,7 +83,7 @@ class UnitTraits {
     if (unit >= u'A' && unit <= u'F') digit = unit - u'A' + 10;
     return digit < radix ? digit : -1;
   }
-  locale_type imbue(locale_type) { return {}; }
+  locale_type imbue(const locale_type&) { return {}; }
   locale_type getloc() const { return {}; }
 };
 

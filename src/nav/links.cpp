@@ -1,5 +1,6 @@
 #include "nav/links.h"
 
+#include <cstring>
 #include <string>
 
 #include "core/session.h"
@@ -40,7 +41,8 @@ std::string uriOf(FPDF_DOCUMENT document, FPDF_ACTION action) {
   if (size <= 1) return {};
   std::string uri(size, '\0');
   FPDFAction_GetURIPath(document, action, uri.data(), size);
-  return uri.c_str();
+  uri.resize(std::strlen(uri.c_str()));
+  return uri;
 }
 
 bool openAddress(FPDF_DOCUMENT document, FPDF_ACTION action) {

@@ -38,7 +38,7 @@ std::u16string GetAppDataFolder() {
 std::u16string GetIniPath() {
   const std::u16string folder = GetAppDataFolder();
   if (folder.empty()) return {};
-  const std::u16string path = boundedPath(folder + u"quillmere.ini");
+  std::u16string path = boundedPath(folder + u"quillmere.ini");
   if (!session.viewerRole) seedIniFile(path);
   return path;
 }

@@ -11,9 +11,7 @@ namespace quillmere {
 
 namespace {
 
-constexpr SettingType U32 = SettingType::Unsigned;
-constexpr SettingType I32 = SettingType::Signed;
-constexpr SettingType Bool = SettingType::Bool;
+using enum SettingType;
 
 constexpr SettingRange any() {
   return {};
@@ -47,7 +45,7 @@ template <std::size_t Modifiers>
 constexpr SettingRow wheelRow(const char16_t* key, WheelAction fallback) {
   return {u"MouseWheel",
           key,
-          U32,
+          Unsigned,
           static_cast<std::int32_t>(fallback),
           above(3, 0),
           [](const AppSettings& settings) {
@@ -62,47 +60,47 @@ using S = AppSettings;
 
 // clang-format off
 constexpr SettingRow kTable[] = {
-    row<&S::defaultZoomMode>(u"Defaults", u"ZoomMode", U32, 0, above(4, 0)),
-    row<&S::defaultPanScroll>(u"Defaults", u"PanScroll", U32, 1, above(2, 1)),
-    row<&S::defaultNavPane>(u"Defaults", u"NavPane", U32, 1, above(2, 1)),
-    row<&S::defaultStampPane>(u"Defaults", u"StampPane", U32, 0, above(2, 0)),
-    row<&S::defaultBindersPanel>(u"Defaults", u"BindersPanel", U32, 1, above(2, 1)),
+    row<&S::defaultZoomMode>(u"Defaults", u"ZoomMode", Unsigned, 0, above(4, 0)),
+    row<&S::defaultPanScroll>(u"Defaults", u"PanScroll", Unsigned, 1, above(2, 1)),
+    row<&S::defaultNavPane>(u"Defaults", u"NavPane", Unsigned, 1, above(2, 1)),
+    row<&S::defaultStampPane>(u"Defaults", u"StampPane", Unsigned, 0, above(2, 0)),
+    row<&S::defaultBindersPanel>(u"Defaults", u"BindersPanel", Unsigned, 1, above(2, 1)),
 
-    row<&S::lastZoomMode0>(u"LastUsed", u"ZoomMode0", U32, 0, above(3, 0)),
-    row<&S::lastZoomMode1>(u"LastUsed", u"ZoomMode1", U32, 0, above(3, 0)),
+    row<&S::lastZoomMode0>(u"LastUsed", u"ZoomMode0", Unsigned, 0, above(3, 0)),
+    row<&S::lastZoomMode1>(u"LastUsed", u"ZoomMode1", Unsigned, 0, above(3, 0)),
     row<&S::lastPanScroll>(u"LastUsed", u"PanScroll", Bool, 0),
 
     row<&S::checkUpdatesAuto>(u"Updates", u"CheckAuto", Bool, 1),
-    row<&S::lastUpdateCheckDate>(u"Updates", u"LastCheckDate", U32, 0, any(),
+    row<&S::lastUpdateCheckDate>(u"Updates", u"LastCheckDate", Unsigned, 0, any(),
                                  SettingSave::OnItsOwn),
 
-    row<&S::textDialogX>(u"TextDialog", u"X", I32, -1),
-    row<&S::textDialogY>(u"TextDialog", u"Y", I32, -1),
-    row<&S::textSizePt>(u"TextDialog", u"SizePt", I32, 12, within(4, 96)),
-    row<&S::textFontIndex>(u"TextDialog", u"FontIdx", U32, 0),
-    row<&S::textColorIndex>(u"TextDialog", u"ColorIdx", U32, 0),
+    row<&S::textDialogX>(u"TextDialog", u"X", Signed, -1),
+    row<&S::textDialogY>(u"TextDialog", u"Y", Signed, -1),
+    row<&S::textSizePt>(u"TextDialog", u"SizePt", Signed, 12, within(4, 96)),
+    row<&S::textFontIndex>(u"TextDialog", u"FontIdx", Unsigned, 0),
+    row<&S::textColorIndex>(u"TextDialog", u"ColorIdx", Unsigned, 0),
 
-    row<&S::highlightColorIndex>(u"Markup", u"HlColorIdx", U32, 0),
-    row<&S::strikeColorIndex>(u"Markup", u"StrikeColorIdx", U32, 6),
-    row<&S::highlightOpacity>(u"Markup", u"HlOpacity", I32, 100, within(20, 100)),
-    row<&S::markupDialogX>(u"Markup", u"DlgX", I32, -1),
-    row<&S::markupDialogY>(u"Markup", u"DlgY", I32, -1),
+    row<&S::highlightColorIndex>(u"Markup", u"HlColorIdx", Unsigned, 0),
+    row<&S::strikeColorIndex>(u"Markup", u"StrikeColorIdx", Unsigned, 6),
+    row<&S::highlightOpacity>(u"Markup", u"HlOpacity", Signed, 100, within(20, 100)),
+    row<&S::markupDialogX>(u"Markup", u"DlgX", Signed, -1),
+    row<&S::markupDialogY>(u"Markup", u"DlgY", Signed, -1),
 
     row<&S::stampAlphaEnabled>(u"StampImport", u"AlphaEnabled", Bool, 1),
-    row<&S::stampAlphaThreshold>(u"StampImport", u"AlphaThreshold", I32, 220, within(0, 255)),
+    row<&S::stampAlphaThreshold>(u"StampImport", u"AlphaThreshold", Signed, 220, within(0, 255)),
 
     row<&S::restoreView>(u"Binders", u"RestoreView", Bool, 1),
 
-    row<&S::markupGroupingDefault>(u"Navigation", u"MarkupGroupingDefault", U32, 1, above(2, 1)),
+    row<&S::markupGroupingDefault>(u"Navigation", u"MarkupGroupingDefault", Unsigned, 1, above(2, 1)),
     row<&S::markupsUnderBookmarks>(u"Navigation", u"MarkupsUnderBookmarks", Bool, 1),
 
-    row<&S::openTimeoutSeconds>(u"Network", u"OpenTimeoutSeconds", I32, 3, within(1, 60)),
+    row<&S::openTimeoutSeconds>(u"Network", u"OpenTimeoutSeconds", Signed, 3, within(1, 60)),
 
     row<&S::skipTrustAlwaysConfirm>(u"Security", u"SkipTrustAlwaysConfirm", Bool, 0),
     row<&S::bypassInternetWarning>(u"Security", u"BypassInternetWarning", Bool, 0),
 
     row<&S::recentFilesEnabled>(u"RecentFiles", u"Enabled", Bool, 1),
-    row<&S::recentFilesMaxEntries>(u"RecentFiles", u"MaxEntries", I32, 5, within(1, 20)),
+    row<&S::recentFilesMaxEntries>(u"RecentFiles", u"MaxEntries", Signed, 5, within(1, 20)),
 
     wheelRow<0>(u"NoModifier", WheelAction::VerticalScroll),
     wheelRow<1>(u"Shift", WheelAction::PageTurn),
@@ -113,18 +111,18 @@ constexpr SettingRow kTable[] = {
     row<&S::bookRevertToFit>(u"BookMode", u"RevertToFit", Bool, 1),
     row<&S::bookEqualizePanes>(u"BookMode", u"EqualizePanes", Bool, 1),
 
-    row<&S::windowX>(kWindowSection, u"X", I32, -1),
-    row<&S::windowY>(kWindowSection, u"Y", I32, -1),
-    row<&S::windowWidth>(kWindowSection, u"Width", I32, 1100),
-    row<&S::windowHeight>(kWindowSection, u"Height", I32, 800),
+    row<&S::windowX>(kWindowSection, u"X", Signed, -1),
+    row<&S::windowY>(kWindowSection, u"Y", Signed, -1),
+    row<&S::windowWidth>(kWindowSection, u"Width", Signed, 1100),
+    row<&S::windowHeight>(kWindowSection, u"Height", Signed, 800),
     row<&S::windowMaximised>(kWindowSection, u"Maximised", Bool, 0),
 
     row<&S::lastNavVisible>(u"Panels", u"NavVisible", Bool, 0),
     row<&S::lastStampVisible>(u"Panels", u"StampVisible", Bool, 0),
-    row<&S::navWidth>(u"Panels", u"NavWidth", I32, 190, within(150, 500)),
-    row<&S::stampWidth>(u"Panels", u"StampWidth", I32, 180, within(120, 400)),
-    row<&S::paneDivPos>(u"Panels", u"PaneDivPos", U32, 0),
-    row<&S::leftPanelSplitBp>(u"Panels", u"LeftPanelSplitBp", I32, 500, within(50, 950)),
+    row<&S::navWidth>(u"Panels", u"NavWidth", Signed, 190, within(150, 500)),
+    row<&S::stampWidth>(u"Panels", u"StampWidth", Signed, 180, within(120, 400)),
+    row<&S::paneDivPos>(u"Panels", u"PaneDivPos", Unsigned, 0),
+    row<&S::leftPanelSplitBp>(u"Panels", u"LeftPanelSplitBp", Signed, 500, within(50, 950)),
 
     row<&S::restoreOnLaunch>(u"Binders", u"RestoreOnLaunch", Bool, 1),
     row<&S::restoreOpenDocs>(u"Binders", u"RestoreOpenDocs", Bool, 1),

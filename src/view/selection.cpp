@@ -67,7 +67,7 @@ std::int32_t charAtPoint(int pane, int x, int y) {
   if (!slot.page || !slot.textPage) return -1;
   const PaneRect rect = paneRect(pane);
   const PagePoint point = paneToPage(pane, x - rect.left, y - rect.top);
-  const double tolerance = scaled(kHitTolerance) / slot.zoom;
+  const double tolerance = scaled(kHitTolerance) / static_cast<double>(slot.zoom);
   const int index =
       FPDFText_GetCharIndexAtPos(slot.textPage.get(), point.x, point.y, tolerance, tolerance);
   return std::max(index, -1);

@@ -37,7 +37,7 @@ std::u16string shownCount(int pane) {
 }  // namespace
 
 std::u16string titleText() {
-  const std::u16string base = session.viewerRole ? kViewerTitle : kProductTitle;
+  std::u16string base = session.viewerRole ? kViewerTitle : kProductTitle;
   const PaneSlot* panes = session.panes;
   if (!session.active.document && !panes[0].document && !panes[1].document) {
     return base;
