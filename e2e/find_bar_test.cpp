@@ -136,6 +136,24 @@ TEST_F(FindBar, ThePageLiesBelowItAndTakesItsRoomAgain) {
   EXPECT_EQ(inClient(childOf(window, 422)).top, 0);
 }
 
+TEST_F(FindBar, ThePanelMakesRoomWithoutLeavingTraces) {
+  test::PdfOptions options;
+  const std::u16string title(60, u'm');
+  options.outline.assign(60, {title, test::pageDestination(1), {}});
+  startWith(test::buildPdf({linedPage({}, kPage)}, options));
+  const HWND header = childOf(window, 423);
+  const std::uint32_t face = systemColor(COLOR_BTNFACE);
+  for (const bool opens : {true, false}) {
+    press(opens ? 'F' : VK_ESCAPE, opens ? kCtrl : kNone);
+    ASSERT_TRUE(eventually([&] { return barShown() == opens; }));
+    EXPECT_TRUE(eventually([&] {
+      RECT beside = inClient(header);
+      beside.left += 100;  // what its text leaves free
+      return client().filled(beside, face);
+    })) << opens;
+  }
+}
+
 TEST_F(FindBar, ItsCloseButtonAndEscapeOnThePageCloseIt) {
   startWithLines({"text"});
   openFindBar();

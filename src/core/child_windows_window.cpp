@@ -117,13 +117,15 @@ void createLeftPanel() {
   BuildBinderTree();
 }
 
+// Its old picture is not taken along: a neighbour with scroll bars that was placed before may have
+// drawn over it.
 void place(HWND window, const PaneRect& rect, bool visible) {
   if (window == nullptr) return;
   const bool shown = visible && !rect.empty();
   if (!shown && GetFocus() == window) SetFocus(windowHandles.main);
-  SetWindowPos(window, nullptr, rect.left, rect.top, std::max(rect.width(), 0),
-               std::max(rect.height(), 0),
-               SWP_NOZORDER | SWP_NOACTIVATE | (shown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
+  SetWindowPos(
+      window, nullptr, rect.left, rect.top, std::max(rect.width(), 0), std::max(rect.height(), 0),
+      SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS | (shown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
 }
 
 void layoutLeftPanel() {
