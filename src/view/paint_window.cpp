@@ -35,9 +35,8 @@ using FontHandle = std::unique_ptr<std::remove_pointer_t<HFONT>, ObjectDeleter>;
 using BitmapHandle = std::unique_ptr<std::remove_pointer_t<HBITMAP>, ObjectDeleter>;
 using DeviceContextHandle = std::unique_ptr<std::remove_pointer_t<HDC>, DeviceContextDeleter>;
 
-// The picture of the whole client area, for what is drawn over a page. It is kept while the window
-// has this size, since making it costs more than filling it. Without memory for it the window is
-// drawn on directly.
+// The picture of the whole client area. It is kept while the window has this size, since making it
+// costs more than filling it. Without memory for it the window is drawn on directly.
 struct BackBuffer {
   DeviceContextHandle dc;
   BitmapHandle bitmap;
@@ -80,14 +79,14 @@ PaneRect common(const PaneRect& a, const PaneRect& b) {
           std::min(a.bottom, b.bottom)};
 }
 
-// What is drawn once is not drawn over: a window without a picture of its whole would flicker.
-void keep(HDC dc, const PaneRect& rect) {
-  if (!rect.empty()) ExcludeClipRect(dc, rect.left, rect.top, rect.right, rect.bottom);
-}
-
-void fillAndKeep(HDC dc, const PaneRect& rect, Color color) {
-  fill(dc, rect, color);
-  keep(dc, rect);
+// Fills all of `area` but the part of it that something else covers.
+void fillAround(HDC dc, const PaneRect& area, const PaneRect& covered, Color color) {
+  const PaneRect hole = common(area, covered);
+  if (hole.empty()) return fill(dc, area, color);
+  fill(dc, {area.left, area.top, area.right, hole.top}, color);
+  fill(dc, {area.left, hole.top, hole.left, hole.bottom}, color);
+  fill(dc, {hole.right, hole.top, area.right, hole.bottom}, color);
+  fill(dc, {area.left, hole.bottom, area.right, area.bottom}, color);
 }
 
 PaneRect pageRect(const PaneSlot& slot, const PanePlan& plan) {
@@ -95,30 +94,9 @@ PaneRect pageRect(const PaneSlot& slot, const PanePlan& plan) {
           plan.bitmapY + slot.pageBitmapHeight};
 }
 
-// Copies the part of the page's picture that lies in `visible`.
-void copyPage(HDC dc, const PaneSlot& slot, const PanePlan& plan, const PaneRect& visible) {
-  if (visible.empty()) return;
-  const int unclipped = SaveDC(dc);
-  IntersectClipRect(dc, visible.left, visible.top, visible.right, visible.bottom);
+void drawPage(HDC dc, const PaneSlot& slot, const PanePlan& plan) {
+  fillAround(dc, plan.shadow, pageRect(slot, plan), kPageShadow);
   platform::copySurface(slot.pageBitmap.get(), dc, plan.bitmapX, plan.bitmapY);
-  RestoreDC(dc, unclipped);
-}
-
-// Draws with the pane's top left corner as the origin, what lies in front first.
-void drawGround(HDC dc, int pane, const PanePlan& plan) {
-  const PaneSlot& slot = session.panes[pane];
-  const int whole = SaveDC(dc);
-  if (plan.hasBitmap) {
-    const PaneRect page = common(pageRect(slot, plan), plan.content);
-    copyPage(dc, slot, plan, page);
-    keep(dc, page);
-    fillAndKeep(dc, common(plan.shadow, plan.content), kPageShadow);
-  }
-  if (plan.framed) {
-    for (const PaneRect& side : plan.frame) fillAndKeep(dc, side, kActiveFrameColor);
-  }
-  fill(dc, {0, 0, plan.rect.width(), plan.rect.height()}, kPaneBackground);
-  RestoreDC(dc, whole);
 }
 
 // The text's place is remembered for clicks, in client pixels.
@@ -139,7 +117,8 @@ void drawPlaceholder(HDC dc, int pane, const PanePlan& plan) {
 }
 
 // Hits stand under whatever rotation the page has, so they are filled as polygons.
-void drawFindHits(HDC dc, const std::vector<FindHitQuad>& hits) {
+void drawFindHits(HDC dc, int pane) {
+  const std::vector<FindHitQuad> hits = findHitQuads(pane);
   if (hits.empty()) return;
   Gdiplus::Graphics graphics(dc);
   graphics.SetSmoothingMode(Gdiplus::SmoothingModeNone);
@@ -156,7 +135,8 @@ void drawFindHits(HDC dc, const std::vector<FindHitQuad>& hits) {
   }
 }
 
-void drawSelection(HDC dc, const std::vector<PaneBox>& boxes) {
+void drawSelection(HDC dc, int pane) {
+  const std::vector<PaneBox> boxes = selectionBoxes(pane);
   if (boxes.empty()) return;
   const COLORREF highlight = GetSysColor(COLOR_HIGHLIGHT);
   Gdiplus::Graphics graphics(dc);
@@ -170,66 +150,58 @@ void drawSelection(HDC dc, const std::vector<PaneBox>& boxes) {
   }
 }
 
-// One pane with what is drawn over its ground.
-struct PanePicture {
-  PanePlan plan;
-  std::vector<FindHitQuad> hits;
-  std::vector<PaneBox> selection;
-
-  bool layered() const { return plan.showsPlaceholder || !hits.empty() || !selection.empty(); }
-};
-
-PanePicture pictureOf(int pane) {
-  PanePicture picture;
-  picture.plan = planPane(pane, paneRect(pane));
-  if (picture.plan.rect.empty()) return picture;
-  picture.hits = findHitQuads(pane);
-  picture.selection = selectionBoxes(pane);
-  return picture;
+// Draws with the pane's top left corner as the origin.
+void drawPaneContent(HDC dc, int pane, const PanePlan& plan) {
+  PaneSlot& slot = session.panes[pane];
+  if (plan.hasBitmap) {
+    drawPage(dc, slot, plan);
+  } else if (plan.showsPlaceholder) {
+    drawPlaceholder(dc, pane, plan);
+  }
+  drawFindHits(dc, pane);
+  drawSelection(dc, pane);
 }
 
-void paintPane(HDC dc, int pane, const PanePicture& picture) {
+void paintPane(HDC dc, int pane, const PaneRect& rect) {
   session.placeholderRect[pane] = {};
-  const PanePlan& plan = picture.plan;
-  if (plan.rect.empty()) return;
+  if (rect.empty()) return;
+  const PanePlan plan = planPane(pane, rect);
   const int saved = SaveDC(dc);
-  IntersectClipRect(dc, plan.rect.left, plan.rect.top, plan.rect.right, plan.rect.bottom);
-  SetViewportOrgEx(dc, plan.rect.left, plan.rect.top, nullptr);
-  drawGround(dc, pane, plan);
+  IntersectClipRect(dc, rect.left, rect.top, rect.right, rect.bottom);
+  SetViewportOrgEx(dc, rect.left, rect.top, nullptr);
+  const PaneRect covered =
+      plan.hasBitmap ? common(plan.content, pageRect(session.panes[pane], plan)) : PaneRect{};
+  fillAround(dc, {0, 0, rect.width(), rect.height()}, covered, kPaneBackground);
+
+  const int unclipped = SaveDC(dc);
   IntersectClipRect(dc, plan.content.left, plan.content.top, plan.content.right,
                     plan.content.bottom);
-  if (plan.showsPlaceholder) drawPlaceholder(dc, pane, plan);
-  drawFindHits(dc, picture.hits);
-  drawSelection(dc, picture.selection);
+  drawPaneContent(dc, pane, plan);
+  RestoreDC(dc, unclipped);
+
+  if (plan.framed) {
+    for (const PaneRect& side : plan.frame) fill(dc, side, kActiveFrameColor);
+  }
   RestoreDC(dc, saved);
-  keep(dc, plan.rect);
 }
 
-// What the window shows, in front first.
-struct WindowPicture {
-  WindowPlan plan;
-  PanePicture panes[2];
-
-  bool layered() const { return panes[0].layered() || panes[1].layered(); }
-};
-
-WindowPicture presentPicture() {
-  WindowPicture picture;
-  picture.plan = planWindow();
-  for (int pane = 0; pane < picture.plan.paneCount; ++pane) picture.panes[pane] = pictureOf(pane);
-  return picture;
+// The divider fills what lies between two panes.
+PaneRect coveredByPanes(const WindowPlan& plan) {
+  const PaneRect first = paneRect(0);
+  const PaneRect last = paneRect(plan.paneCount - 1);
+  if (first.empty() || last.empty()) return {};
+  return {first.left, first.top, last.right, last.bottom};
 }
 
-void paintInto(HDC dc, const WindowPicture& picture, int width, int height) {
-  const WindowPlan& plan = picture.plan;
-  const int whole = SaveDC(dc);
+void paintInto(HDC dc, int width, int height) {
+  const WindowPlan plan = planWindow();
+  fillAround(dc, {0, 0, width, height}, coveredByPanes(plan), kPaneBackground);
+  if (plan.paneCount == 1) session.placeholderRect[1] = {};
+  for (int pane = 0; pane < plan.paneCount; ++pane) paintPane(dc, pane, paneRect(pane));
   for (const FilledRect& line :
        {plan.divider, plan.leftSplitter, plan.leftPanelBar, plan.stampSplitter}) {
-    fillAndKeep(dc, line.rect, line.color);
+    fill(dc, line.rect, line.color);
   }
-  for (int pane = 0; pane < 2; ++pane) paintPane(dc, pane, picture.panes[pane]);
-  fill(dc, {0, 0, width, height}, kPaneBackground);
-  RestoreDC(dc, whole);
 }
 
 }  // namespace
@@ -240,9 +212,8 @@ void paintMainWindow() {
   const platform::PixelSize client = platform::mainWindowClientSize();
   const int width = std::max(client.width, 1);
   const int height = std::max(client.height, 1);
-  const WindowPicture picture = presentPicture();
-  const HDC buffer = picture.layered() ? backBufferFor(window, width, height) : window;
-  paintInto(buffer, picture, width, height);
+  const HDC buffer = backBufferFor(window, width, height);
+  paintInto(buffer, width, height);
   if (buffer != window) BitBlt(window, 0, 0, width, height, buffer, 0, 0, SRCCOPY);
   EndPaint(platform::windowHandles.main, &paint);
 }
