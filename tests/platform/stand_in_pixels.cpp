@@ -3,12 +3,23 @@
 #include <new>
 
 #include "platform/pixels.h"
+#include "stand_in_pixels.h"
 
 namespace quillmere::platform {
 
 struct PixelSurface {
   std::unique_ptr<std::uint32_t[]> pixels;
 };
+
+namespace {
+
+int made = 0;
+
+}  // namespace
+
+int surfacesMade() {
+  return made;
+}
 
 PixelSurface* createPixelSurface(int width, int height) {
   if (width < 1 || height < 1) return nullptr;
@@ -17,6 +28,7 @@ PixelSurface* createPixelSurface(int width, int height) {
   std::unique_ptr<std::uint32_t[]> pixels(new (std::nothrow)
                                               std::uint32_t[static_cast<std::size_t>(count)]());
   if (!pixels) return nullptr;
+  ++made;
   return new PixelSurface{std::move(pixels)};
 }
 
