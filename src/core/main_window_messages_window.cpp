@@ -6,7 +6,6 @@
 #include <shellapi.h>
 #include <windowsx.h>
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -157,13 +156,10 @@ Result onCommand(WPARAM wParam, LPARAM) {
 
 Result onCopyData(WPARAM, LPARAM lParam) {
   const auto* data = reinterpret_cast<const COPYDATASTRUCT*>(lParam);
-  if (data == nullptr || data->dwData != kOpenFileTag || data->lpData == nullptr ||
-      data->cbData < sizeof(char16_t)) {
-    return 0;
-  }
-  std::u16string path(static_cast<const char16_t*>(data->lpData), data->cbData / sizeof(char16_t));
-  path.resize(std::min(path.find(u'\0'), path.size()));
-  openHandedOver(path);
+  if (data == nullptr) return 0;
+  const auto path = handedOverPath(data->dwData, data->lpData, data->cbData);
+  if (!path) return 0;
+  openHandedOver(*path);
   return 1;
 }
 

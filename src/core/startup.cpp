@@ -1,5 +1,8 @@
 #include "core/startup.h"
 
+#include <algorithm>
+#include <cstring>
+
 #include "core/limits.h"
 #include "core/product.h"
 #include "core/session.h"
@@ -50,6 +53,15 @@ platform::WindowId waitForMainWindow() {
 }
 
 }  // namespace
+
+std::optional<std::u16string> handedOverPath(std::uintptr_t tag, const void* data,
+                                             std::size_t size) {
+  if (tag != kOpenFileTag || data == nullptr || size < sizeof(char16_t)) return std::nullopt;
+  std::u16string path(size / sizeof(char16_t), u'\0');
+  std::memcpy(path.data(), data, path.size() * sizeof(char16_t));
+  path.resize(std::min(path.find(u'\0'), path.size()));
+  return path;
+}
 
 LaunchArguments parseCommandLine(std::u16string_view commandLine) {
   LaunchArguments arguments;

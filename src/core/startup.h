@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -10,6 +11,11 @@ namespace quillmere {
 
 // Tag of the request by which one instance hands a path to another: 'Q' in the highest byte.
 inline constexpr std::uint32_t kOpenFileTag = 0x514D4F31;
+
+// The path in such a request of `size` bytes, up to its first zero unit, which may be missing;
+// nothing when the request is none.
+std::optional<std::u16string> handedOverPath(std::uintptr_t tag, const void* data,
+                                             std::size_t size);
 
 struct LaunchArguments {
   bool printChild = false;

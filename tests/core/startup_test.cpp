@@ -3,6 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <optional>
+#include <string>
+#include <string_view>
+
 #include "core/window_placement.h"
 #include "platform/profile.h"
 #include "store/data_folder.h"
@@ -294,6 +298,37 @@ TEST_F(ViewerSurroundingsTest, AMainWindowWithUnknownPlaceIsNoAnchor) {
 
 TEST_F(ViewerSurroundingsTest, WithoutAMainWindowThereIsNoAnchor) {
   EXPECT_EQ(viewerSurroundings().mainWindow, std::nullopt);
+}
+
+// Requests as another process may send them.
+
+std::optional<std::u16string> handedOver(std::u16string_view text) {
+  return handedOverPath(kOpenFileTag, text.data(), text.size() * sizeof(char16_t));
+}
+
+TEST(HandedOverPathTest, ThePathEndsAtItsFirstZeroOrWithTheRequest) {
+  using namespace std::string_view_literals;
+  EXPECT_EQ(handedOver(u"C:\\a.pdf\0"sv), u"C:\\a.pdf");
+  EXPECT_EQ(handedOver(u"C:\\a.pdf"sv), u"C:\\a.pdf");
+  EXPECT_EQ(handedOver(u"C:\\a.pdf\0\0\0"sv), u"C:\\a.pdf");
+  EXPECT_EQ(handedOver(u"C:\\a.pdf\0b"sv), u"C:\\a.pdf");
+  EXPECT_EQ(handedOver(u"\0"sv), u"");
+}
+
+TEST(HandedOverPathTest, HalfAUnitAtTheEndIsNotRead) {
+  const char bytes[] = {'a', 0, 'b'};
+  EXPECT_EQ(handedOverPath(kOpenFileTag, bytes, 3), u"a");
+  EXPECT_EQ(handedOverPath(kOpenFileTag, bytes + 1, 2), std::u16string(1, u'\x6200'));
+}
+
+TEST(HandedOverPathTest, WhatIsNoRequestHasNoPath) {
+  const std::u16string path = u"C:\\a.pdf";
+  const std::size_t size = path.size() * sizeof(char16_t);
+  EXPECT_EQ(handedOverPath(kOpenFileTag + 1, path.data(), size), std::nullopt);
+  EXPECT_EQ(handedOverPath(0, path.data(), size), std::nullopt);
+  EXPECT_EQ(handedOverPath(kOpenFileTag, nullptr, size), std::nullopt);
+  EXPECT_EQ(handedOverPath(kOpenFileTag, path.data(), 1), std::nullopt);
+  EXPECT_EQ(handedOverPath(kOpenFileTag, path.data(), 0), std::nullopt);
 }
 
 }  // namespace
