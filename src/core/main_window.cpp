@@ -67,14 +67,6 @@ void loadAcceleratorsAndIcons() {
   SendMessageW(windowHandles.main, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon()));
 }
 
-// A modeless dialog keeps its Tab and Enter; accelerators get what no dialog took.
-bool takenBeforeDispatch(MSG& message) {
-  for (const HWND dialog : windowHandles.dialogs) {
-    if (dialog != nullptr && IsDialogMessageW(dialog, &message)) return true;
-  }
-  return TranslateAcceleratorW(windowHandles.main, windowHandles.accelerators, &message) != 0;
-}
-
 }  // namespace
 
 bool registerMainWindowClass() {
@@ -105,6 +97,14 @@ void showMainWindow(int showCommand) {
   ShowWindow(windowHandles.main, maximised ? SW_SHOWMAXIMIZED : showCommand);
   UpdateWindow(windowHandles.main);
   loadAcceleratorsAndIcons();
+}
+
+// A modeless dialog keeps its Tab and Enter; accelerators get what no dialog took.
+bool takenBeforeDispatch(MSG& message) {
+  for (const HWND dialog : windowHandles.dialogs) {
+    if (dialog != nullptr && IsDialogMessageW(dialog, &message)) return true;
+  }
+  return TranslateAcceleratorW(windowHandles.main, windowHandles.accelerators, &message) != 0;
 }
 
 int runMessageLoop() {

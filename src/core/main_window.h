@@ -1,5 +1,7 @@
 #pragma once
 
+struct tagMSG;
+
 namespace quillmere {
 
 // The main window of this process, in the role that the session says. False when Windows refuses.
@@ -8,6 +10,10 @@ bool createMainWindow();
 
 // Shows the window, maximised when the settings say so.
 void showMainWindow(int showCommand);
+
+// Offers a message to the modeless dialogs, in their order, then to the accelerators. True when one
+// of them took it; then it is not dispatched.
+bool takenBeforeDispatch(tagMSG& message);
 
 // Runs until the process is told to quit; the result is its exit code.
 int runMessageLoop();
