@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+#include "core/session.h"
 #include "ui/modal_dialog.h"
 
 namespace quillmere::test {
@@ -99,6 +100,7 @@ class ModalDialogTest : public testing::Test {
   }
 
   void TearDown() override {
+    session.dpi = 96;
     DestroyWindow(script_.owner);
     MSG message;
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
@@ -220,6 +222,60 @@ TEST_F(ModalDialogTest, ItStandsInTheMiddleOfItsOwner) {
   EXPECT_EQ(client.bottom, 60);
   EXPECT_NEAR(outer.left + outer.right, owner.left + owner.right, 1);
   EXPECT_NEAR(outer.top + outer.bottom, owner.top + owner.bottom, 1);
+}
+
+// The frame is that of the dialog's screen, which here is another than the density says.
+TEST_F(ModalDialogTest, ItGrowsWithTheScreensDensity) {
+  session.dpi = 144;
+  RECT outer{};
+  RECT wanted{0, 0, 300, 90};
+  LOGFONTW font{};
+  run([&] {
+    GetWindowRect(dialog_.window, &outer);
+    AdjustWindowRectExForDpi(
+        &wanted, static_cast<DWORD>(GetWindowLongPtrW(dialog_.window, GWL_STYLE)), FALSE,
+        static_cast<DWORD>(GetWindowLongPtrW(dialog_.window, GWL_EXSTYLE)), 144);
+    GetObjectW(dialog_.font, sizeof(font), &font);
+    pressButton();
+  });
+  EXPECT_EQ(outer.right - outer.left, wanted.right - wanted.left);
+  EXPECT_EQ(outer.bottom - outer.top, wanted.bottom - wanted.top);
+
+  LOGFONTW fontAt96{};
+  session.dpi = 96;
+  run([&] {
+    GetObjectW(dialog_.font, sizeof(fontAt96), &fontAt96);
+    pressButton();
+  });
+  EXPECT_NEAR(font.lfHeight, fontAt96.lfHeight * 1.5, 1);
+}
+
+TEST_F(ModalDialogTest, TextStandsOnTheDialogsOwnBackground) {
+  HBRUSH brush = nullptr;
+  int mode = 0;
+  run([&] {
+    const HDC context = GetDC(dialog_.window);
+    SetBkMode(context, OPAQUE);
+    brush = reinterpret_cast<HBRUSH>(SendMessageW(dialog_.window, WM_CTLCOLORSTATIC,
+                                                  reinterpret_cast<WPARAM>(context),
+                                                  reinterpret_cast<LPARAM>(script_.button)));
+    mode = GetBkMode(context);
+    ReleaseDC(dialog_.window, context);
+    pressButton();
+  });
+  EXPECT_EQ(brush, GetSysColorBrush(COLOR_BTNFACE));
+  EXPECT_EQ(mode, TRANSPARENT);
+}
+
+TEST_F(ModalDialogTest, ADialogThatCannotBeMadeGivesTheCancelValueAndLeavesNoTrace) {
+  design_.className = L"";
+  EXPECT_EQ(run([] {}), kCancelled);
+  EXPECT_EQ(script_.timesCreated, 0);
+  EXPECT_EQ(dialog_.window, nullptr);
+  EXPECT_EQ(dialog_.owner, nullptr);
+  EXPECT_TRUE(IsWindowEnabled(script_.owner));
+  design_.className = kDialogClass;
+  EXPECT_EQ(run([&] { pressButton(); }), kAnswered);
 }
 
 TEST_F(ModalDialogTest, ControlsShareTheDialogsFontAndTheDefaultOneHasTheFocus) {
