@@ -56,6 +56,16 @@ TEST_F(ViewerRoleTest, ThePanelTakesFourFifthsOfItsWidthAndNoLessThan150) {
   }
 }
 
+TEST_F(ViewerRoleTest, TheLeastWidthOfThePanelGrowsWithTheScreensDensity) {
+  session.dpi = 144;
+  const std::pair<int, int> widths[] = {{500, 400}, {285, 228}, {240, 225}, {190, 225}};
+  for (const auto& [before, after] : widths) {
+    session.leftPanelWidth = before;
+    arrangeViewerPanels();
+    EXPECT_EQ(session.leftPanelWidth, after) << before;
+  }
+}
+
 TEST_F(ViewerRoleTest, ThePageIsFittedAnew) {
   open(simplePdf(1, 2000, 200));
   session.leftPanelWidth = 400;

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "view/geometry.h"
 #include "view/modes.h"
 #include "view/navigation.h"
@@ -41,6 +43,18 @@ TEST_F(WheelTest, ModifiersChooseTheActionThatTheSettingsGive) {
   setView(0, 2.0f, -50.0f, -100.0f);
   EXPECT_EQ(effectOfNotch(kWheelControl), Effect::Zoom);
   EXPECT_EQ(effectOfNotch(kBothModifiers), Effect::Horizontal);
+}
+
+TEST_F(WheelTest, AScrollGoesFurtherOnADenserScreen) {
+  const std::pair<std::int32_t, float> rows[] = {{96, 60.0f}, {144, 90.0f}};
+  for (const auto& [dpi, distance] : rows) {
+    session.dpi = dpi;
+    setView(0, 2.0f, -50.0f, -100.0f);
+    handleWheel(0, kPlain, -120, 100, 100);
+    EXPECT_FLOAT_EQ(pane(0).panY, -100.0f - distance);
+    handleWheel(0, kBothModifiers, 120, 100, 100);
+    EXPECT_FLOAT_EQ(pane(0).panX, -50.0f + distance);
+  }
 }
 
 TEST_F(WheelTest, EveryActionCanStandUnderEveryModifier) {
