@@ -21,6 +21,7 @@
 #include "core/fxcrt/span.h"
 #include "fpdfsdk/cpdfsdk_helpers.h"
 #include "quillmere_engine_version.h"
+#include "reach.h"
 
 namespace {
 
@@ -30,12 +31,7 @@ constexpr size_t kDeepestLevel = 1024;
 // a page; no sound one needs this many steps.
 constexpr int kMostSteps = 4 * CPDF_Document::kPageMaxNum;
 
-// Names a private member of another class: explicit instantiation may, and PDFium
-// offers no other way to the text of the object streams it has unpacked.
-template <typename Key, auto Member>
-struct Reach {
-  friend constexpr auto Reached(Key) { return Member; }
-};
+// PDFium offers no other way to the text of the object streams it has unpacked.
 struct ObjectStreamOf {
   friend constexpr auto Reached(ObjectStreamOf);
 };
@@ -124,30 +120,18 @@ class StampFinder {
   std::unordered_map<uint32_t, bool> streams_;
 };
 
-// Calls |visit| with the index and the dictionary of every page. The numbering
-// is that of FPDF_LoadPage(): a child that is no dictionary takes an index, a
-// node that lists itself does not.
+// A node of the page tree and the place of the next child to look at.
+struct Level {
+  RetainPtr<const CPDF_Dictionary> node;
+  RetainPtr<const CPDF_Array> kids;
+  size_t next = 0;
+};
+
+// Calls |visit| with the index and the dictionary of every page below |top|. The
+// numbering is that of FPDF_LoadPage(): a child that is no dictionary takes an
+// index, a node that lists itself does not.
 template <typename Visitor>
-void ForEachPage(const CPDF_Document& document, Visitor visit) {
-  struct Level {
-    RetainPtr<const CPDF_Dictionary> node;
-    RetainPtr<const CPDF_Array> kids;
-    size_t next = 0;
-  };
-
-  const CPDF_Dictionary* root = document.GetRoot();
-  RetainPtr<const CPDF_Dictionary> top = root ? root->GetDictFor("Pages") : nullptr;
-  if (!top) {
-    return;
-  }
-  const int page_count = document.GetPageCount();
-  if (!top->KeyExist("Kids")) {
-    if (page_count > 0) {
-      visit(0, *top);
-    }
-    return;
-  }
-
+void ForEachPageBelow(RetainPtr<const CPDF_Dictionary> top, int page_count, Visitor visit) {
   std::vector<Level> path;
   path.push_back({top, top->GetArrayFor("Kids")});
   int index = 0;
@@ -170,6 +154,23 @@ void ForEachPage(const CPDF_Document& document, Visitor visit) {
       RetainPtr<const CPDF_Array> kids = kid->GetArrayFor("Kids");
       path.push_back({std::move(kid), std::move(kids)});
     }
+  }
+}
+
+// The same for every page of the document; a root of the page tree without
+// children is itself the only page.
+template <typename Visitor>
+void ForEachPage(const CPDF_Document& document, Visitor visit) {
+  const CPDF_Dictionary* root = document.GetRoot();
+  RetainPtr<const CPDF_Dictionary> top = root ? root->GetDictFor("Pages") : nullptr;
+  if (!top) {
+    return;
+  }
+  const int page_count = document.GetPageCount();
+  if (top->KeyExist("Kids")) {
+    ForEachPageBelow(std::move(top), page_count, visit);
+  } else if (page_count > 0) {
+    visit(0, *top);
   }
 }
 

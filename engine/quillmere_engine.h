@@ -34,6 +34,26 @@ FPDF_EXPORT int FPDF_CALLCONV QuillmereEngine_FindStampPages(FPDF_DOCUMENT docum
                                                              int* pages,
                                                              int capacity);
 
+// Function: QuillmereEngine_ReleaseParsedObjects
+//          Give back the memory of what PDFium has read from a document's file
+//          and can read again: the raw data of streams, link annotations,
+//          embedded fonts, unpacked object streams and the lists of links.
+// Parameters:
+//          document    -   Handle to a document. May be NULL.
+// Return value:
+//          True if the memory was given back. False if |document| is NULL, was
+//          not loaded from a file, has a damaged cross-reference table, or can be
+//          seen to differ from its file; then nothing was dropped.
+// Comments:
+//          Call it only for a document in which nothing was edited since it was
+//          loaded: what is dropped comes back as the file has it. Edits that add
+//          objects or replace a stream's data are noticed, others are not.
+//          Pages, text pages, annotations, bookmarks and fonts that are still in
+//          use stay as they are. Handles of links, actions and destinations that
+//          were got before become invalid. Must not be called while a page is
+//          being rendered progressively.
+FPDF_EXPORT FPDF_BOOL FPDF_CALLCONV QuillmereEngine_ReleaseParsedObjects(FPDF_DOCUMENT document);
+
 // Function: QuillmereEngine_Version
 //          Get the version of the PDFium inside this library.
 // Parameters:

@@ -38,11 +38,11 @@ endif()
 
 configure_file(quillmere_engine_version.h.in quillmere_engine_version.h @ONLY)
 
-add_library(pdfium SHARED ${pdfium_sources} quillmere_engine.cpp)
+add_library(pdfium SHARED ${pdfium_sources} quillmere_engine.cpp release.cpp)
 # Compiling many files as one reads the headers once for all of them, which is
-# most of the work. Our own file keeps to itself.
+# most of the work. Our own files keep to themselves.
 set_target_properties(pdfium PROPERTIES UNITY_BUILD ${ENGINE_UNITY} UNITY_BUILD_BATCH_SIZE 24)
-set_source_files_properties(quillmere_engine.cpp PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+set_source_files_properties(quillmere_engine.cpp release.cpp PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 target_include_directories(pdfium PRIVATE ${PDFIUM_DIR} ${PDFIUM_DIR}/public ${DEPS_DIR}
   ${DEPS_DIR}/third_party/abseil-cpp ${DEPS_DIR}/third_party/icu/source/common
   ${CMAKE_CURRENT_BINARY_DIR})

@@ -54,7 +54,7 @@ recipe_key() {
   (
     cd "$engine_dir"
     cat versions.sh CMakeLists.txt cmake/* lib/compile.sh lib/licenses.sh exports.map \
-      heap.c heap_new.cpp unreached.cpp quillmere_engine.cpp ./*.h ./*.in
+      heap.c heap_new.cpp unreached.cpp quillmere_engine.cpp release.cpp ./*.h ./*.in
     source_identity
     "$(compiler_of "$1")" -dumpfullversion 2>/dev/null || true
     "$(compiler_of "$1")" -dumpmachine 2>/dev/null || true
