@@ -41,12 +41,17 @@ void report(const std::string& row, const std::string& name, const State& first,
   reportPair(row + "-handles", name, last.objects.handles, first.objects.handles);
 }
 
+// Both states are those of the same page, so that they differ by what was left behind alone.
 void measure(const std::string& row, const std::string& name, int pageCount,
              const std::function<void(int)>& show) {
-  const int last = pageCount - 1;
-  for (int i = 0; i < kFirstTurns; ++i) show(pageOfStep(i, std::min(kFirstTurns, last)));
+  const auto turn = [&](int turns, int farthest) {
+    const int last = std::min(farthest, pageCount - 1);
+    for (int i = 0; i < turns; ++i) show(pageOfStep(i, last));
+  };
+  turn(kFirstTurns, kFirstTurns);
   const State first = presentState();
-  for (int i = 0; i < 2 * kTurns; ++i) show(pageOfStep(i, std::min(kTurns, last)));
+  turn(2 * kTurns, kTurns);
+  turn(kFirstTurns, kFirstTurns);
   report(row, name, first, presentState());
 }
 

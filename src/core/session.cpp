@@ -6,6 +6,7 @@
 #include "core/commands.h"
 #include "nav/bookmarks.h"
 #include "nav/find.h"
+#include "view/page_memory.h"
 #include "view/status.h"
 
 namespace quillmere {
@@ -115,6 +116,7 @@ void loadPane(int pane, std::int32_t index) {
   slot.currentPage = std::clamp(index, 0, last);
   slot.page.reset(FPDF_LoadPage(document, slot.currentPage));
   slot.textPage.reset(slot.page.get());
+  notePageRead(pane);
 }
 
 void clearJumpHistories(int pane) {

@@ -63,8 +63,9 @@ struct PaneSlot {
   std::int32_t pageBitmapHeight = 0;
 
   DocumentHandle document;
-  PageHandle page;      // the open page; null when no page is loaded
-  TextOfPage textPage;  // null together with `page`, or when loading it failed
+  PageHandle page;             // the open page; null when no page is loaded
+  TextOfPage textPage;         // null together with `page`, or when loading it failed
+  std::int32_t pagesRead = 0;  // since memory was last given back
   std::int32_t pageCount = 0;
   std::u16string path;  // empty means none
   bool dirty = false;   // unsaved edits

@@ -1,0 +1,133 @@
+#include "view/page_memory.h"
+
+#include <fpdf_text.h>
+
+#include "nav/bookmarks.h"
+#include "view/navigation.h"
+#include "view/view_test.h"
+
+namespace quillmere::test {
+namespace {
+
+constexpr int kManyPages = 2 * kPagesBetweenReleases;
+
+// The text of the first page is changed in the file behind the open document's back, so that it
+// shows whether the page was read again.
+class PageMemoryTest : public ViewTest {
+ protected:
+  ~PageMemoryTest() override { resetSession(); }
+
+  void open(std::string bytes, int pages) {
+    bytes_ = std::move(bytes);
+    session.active.document.reset(FPDF_LoadMemDocument64(bytes_.data(), bytes_.size(), nullptr));
+    session.active.pageCount = pages;
+    ASSERT_NE(session.active.document, nullptr);
+    show(0, 0);
+    bytes_.replace(bytes_.find("(Page 1)"), 8, "(Page X)");
+  }
+
+  void open(int pages) { open(simplePdf(pages), pages); }
+
+  // Turns to other pages than the first until memory must have been given back, if it can be.
+  static void turnManyPages() {
+    const int last = session.active.pageCount - 1;
+    for (int i = 0; i < 2 * kPagesBetweenReleases; ++i) show(0, 1 + i % last);
+  }
+
+  static bool firstPageIsReadAgain() {
+    show(0, 0);
+    unsigned short text[16] = {};
+    FPDFText_GetText(pane(0).textPage.get(), 0, 6, text);
+    EXPECT_TRUE(text[5] == '1' || text[5] == 'X') << text[5];
+    return text[5] == 'X';
+  }
+
+  static std::vector<std::uint32_t> picture() {
+    const std::uint32_t* pixels = platform::pixelsOf(pane(0).pageBitmap.get());
+    const std::ptrdiff_t count = pane(0).pageBitmapWidth * pane(0).pageBitmapHeight;
+    return {pixels, pixels + count};
+  }
+
+ private:
+  std::string bytes_;
+};
+
+TEST_F(PageMemoryTest, APageIsKeptWhileFewOthersAreRead) {
+  open(kManyPages);
+  for (int page = 1; page < kPagesBetweenReleases / 2; ++page) show(0, page);
+  EXPECT_FALSE(firstPageIsReadAgain());
+}
+
+TEST_F(PageMemoryTest, APageIsReadAgainAfterManyOthers) {
+  open(kManyPages);
+  turnManyPages();
+  EXPECT_TRUE(firstPageIsReadAgain());
+}
+
+TEST_F(PageMemoryTest, AShortDocumentIsKeptWhole) {
+  open(kPagesBetweenReleases);
+  turnManyPages();
+  EXPECT_FALSE(firstPageIsReadAgain());
+}
+
+TEST_F(PageMemoryTest, AnEditedDocumentIsKeptWhole) {
+  open(kManyPages);
+  session.active.dirty = true;
+  turnManyPages();
+  EXPECT_FALSE(firstPageIsReadAgain());
+}
+
+TEST_F(PageMemoryTest, ADocumentWithATurnedPageIsKeptWhole) {
+  open(kManyPages);
+  session.active.pageRotations[7] = 1;
+  turnManyPages();
+  EXPECT_FALSE(firstPageIsReadAgain());
+}
+
+TEST_F(PageMemoryTest, ATurnedDocumentIsKeptWhole) {
+  open(kManyPages);
+  pane(1).documentRotation = 3;
+  turnManyPages();
+  EXPECT_FALSE(firstPageIsReadAgain());
+}
+
+TEST_F(PageMemoryTest, ADocumentWithPendingPlacementsIsKeptWhole) {
+  open(kManyPages);
+  session.placementDocument = session.active.document.get();
+  session.placements[3].emplace_back();
+  turnManyPages();
+  EXPECT_FALSE(firstPageIsReadAgain());
+}
+
+TEST_F(PageMemoryTest, MemoryIsGivenBackOnceTheChangesAreGone) {
+  open(kManyPages);
+  session.active.pageRotations[7] = 1;
+  turnManyPages();
+  session.active.pageRotations.clear();
+  show(0, 1);
+  EXPECT_TRUE(firstPageIsReadAgain());
+}
+
+TEST_F(PageMemoryTest, APageLooksTheSameWhenItIsReadAgain) {
+  open(kManyPages);
+  show(0, 5);
+  const std::vector<std::uint32_t> before = picture();
+  turnManyPages();
+  show(0, 5);
+  EXPECT_EQ(picture(), before);
+}
+
+TEST_F(PageMemoryTest, BookmarksLeadOnAfterManyPages) {
+  std::vector<PdfPage> pages(kManyPages);
+  for (PdfPage& page : pages) page.content = textContent("Page 1");
+  PdfOptions options;
+  options.outline = {{u"Near", pageDestination(2), {}}, {u"Far", pageDestination(41), {}}};
+  open(buildPdf(pages, options), kManyPages);
+  RebuildNavigationTree();
+  turnManyPages();
+  JumpToTreeEntry(1);
+  EXPECT_EQ(pane(0).currentPage, 40);
+}
+
+}  // namespace
+}  // namespace quillmere::test
