@@ -4,7 +4,7 @@
 // the document is closed.
 namespace quillmere {
 
-inline constexpr int kPagesBetweenReleases = 32;
+inline constexpr int kPagesBetweenReleases = 64;
 
 // Counts a page that the pane has read. Every so many pages, what PDFium read of the pages that
 // were left is given back, to be read again when it is needed. A document with changes that its
