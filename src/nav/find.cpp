@@ -14,6 +14,7 @@
 #include "platform/main_window.h"
 #include "platform/message_box.h"
 #include "view/navigation.h"
+#include "view/page_memory.h"
 
 namespace quillmere {
 
@@ -177,6 +178,7 @@ void FindInDocument() {
   std::vector<FindResult> results;
   const bool capped = patternUsable(job) && searchAllPages(job, results);
   keepResults(job, std::move(results), true, capped);
+  noteDocumentRead(session.activePane);
 
   const FindState& find = session.find;
   const int pane = session.activePane;

@@ -1,7 +1,7 @@
 #include "nav/find_pattern.h"
 
 // States that one search may visit before it is given up: a fraction of a second.
-#define BOOST_REGEX_MAX_STATE_COUNT 4000000
+#define BOOST_REGEX_MAX_STATE_COUNT 8000000
 #include <boost/regex.hpp>
 
 #include <algorithm>
@@ -178,6 +178,36 @@ std::u16string withLibraryEscapes(std::u16string_view text) {
   return result;
 }
 
+// Whether what follows "(" begins a group that ECMAScript knows.
+bool sharedGroup(std::u16string_view rest) {
+  if (rest.starts_with(u'*')) return false;
+  if (!rest.starts_with(u'?')) return true;
+  const std::u16string_view kind = rest.substr(1);
+  for (const std::u16string_view known : {u":", u"=", u"!", u"<=", u"<!"}) {
+    if (kind.starts_with(known)) return true;
+  }
+  return kind.size() > 1 && kind[0] == u'<' &&
+         (isLower(kind[1]) || isUpper(kind[1]) || kind[1] == u'_' || kind[1] == u'$');
+}
+
+// The library's own groups (recursion, atomic groups, options, verbs) are errors in ECMAScript.
+// Matching some of them goes down the stack with every unit of the text.
+bool hasForeignGroup(std::u16string_view text) {
+  bool inClass = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == u'\\') {
+      ++i;
+    } else if (text[i] == u'[') {
+      inClass = true;
+    } else if (text[i] == u']') {
+      inClass = false;
+    } else if (text[i] == u'(' && !inClass && !sharedGroup(text.substr(i + 1))) {
+      return true;
+    }
+  }
+  return false;
+}
+
 // Takes the time that passes from what a pattern has left. One search is bounded by its states;
 // time bounds the thousands of searches that a document can ask for.
 class MatchingTime {
@@ -209,6 +239,7 @@ void FindPattern::Deleter::operator()(Compiled* compiled) const {
 
 bool compilePattern(std::u16string_view text, FindPattern& pattern) {
   pattern.compiled.reset();
+  if (hasForeignGroup(text)) return false;
   const std::u16string source = withLibraryEscapes(text);
   try {
     pattern.compiled.reset(new FindPattern::Compiled{

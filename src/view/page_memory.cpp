@@ -24,11 +24,13 @@ bool sameAsFile(int pane) {
 }  // namespace
 
 void notePageRead(int pane) {
-  std::int32_t& pagesRead = session.panes[pane].pagesRead;
-  if (++pagesRead < kPagesBetweenReleases || pageCountOf(pane) <= kPagesBetweenReleases) return;
-  if (!sameAsFile(pane)) return;
+  if (++session.panes[pane].pagesRead >= kPagesBetweenReleases) noteDocumentRead(pane);
+}
+
+void noteDocumentRead(int pane) {
+  if (pageCountOf(pane) <= kPagesBetweenReleases || !sameAsFile(pane)) return;
   QuillmereEngine_ReleaseParsedObjects(documentOf(pane));
-  pagesRead = 0;
+  session.panes[pane].pagesRead = 0;
 }
 
 }  // namespace quillmere

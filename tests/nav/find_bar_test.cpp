@@ -177,6 +177,19 @@ TEST_F(FindBarTest, ChoosingRegExSearchesTheSameTextAsAPattern) {
   EXPECT_EQ(bar().status, u"2 on page");
 }
 
+// As a radio button reports it that merely gets the keyboard.
+TEST_F(FindBarTest, ChoosingTheModeThatStandsSearchesNothing) {
+  ASSERT_TRUE(open(simplePdf(3)));
+  OpenFindBar();
+  type(u"Page");
+  stepFromFindBar(1);
+  stepFromFindBar(1);
+  ASSERT_EQ(bar().status, u"2 of 3");
+  chooseFindMode(false);
+  EXPECT_EQ(bar().status, u"2 of 3");
+  EXPECT_EQ(session.panes[0].currentPage, 1);
+}
+
 TEST_F(FindBarTest, StepsGiveThePageTheKeyboardBack) {
   ASSERT_TRUE(open(simplePdf(2)));
   OpenFindBar();

@@ -110,6 +110,29 @@ TEST(FindPatternTest, WhatIsNoExpressionIsRefused) {
   }
 }
 
+TEST(FindPatternTest, GroupsThatOnlyTheLibraryKnowsAreRefused) {
+  for (const std::u16string_view text :
+       {u"(?>a)", u"(?R)", u"a(?1)", u"(?i)a", u"(?|a|b)", u"(?&n)", u"(?P<n>a)", u"(?'n'a)",
+        u"(?#a)", u"(?(1)a|b)", u"(*FAIL)", u"(?>[\\s\\S](?R)?)", u"(?", u"(?<"}) {
+    FindPattern pattern;
+    EXPECT_FALSE(compilePattern(text, pattern)) << std::string(text.begin(), text.end());
+  }
+}
+
+TEST(FindPatternTest, WhatLooksLikeAForeignGroupMayBeCharacters) {
+  EXPECT_EQ(matchesOf(u"\\(?", u"a(b"), (Texts{u"("}));
+  EXPECT_EQ(matchesOf(u"[(?>]+", u"a(?>b"), Texts{u"(?>"});
+  EXPECT_EQ(matchesOf(u"[\\](?R]+", u"a(?R]b"), Texts{u"(?R]"});
+  EXPECT_EQ(matchesOf(u"(?<word>b+)\\k<word>", u"abbbb"), Texts{u"bbbb"});
+}
+
+TEST(FindPatternTest, ALongRunThatFindsNothingOnADensePageIsNoReasonToGiveUp) {
+  FindPattern pattern;
+  ASSERT_TRUE(compilePattern(u"[\\s\\S]*b", pattern));
+  std::vector<PatternMatch> matches;
+  EXPECT_EQ(findMatches(pattern, std::u16string(3500, u'a'), 0, matches), PatternOutcome::Done);
+}
+
 TEST(FindPatternTest, ABraceAloneStandsForItself) {
   EXPECT_EQ(matchesOf(u"{", u"a{b"), Texts{u"{"});
   EXPECT_EQ(matchesOf(u"a{x", u"a{x"), Texts{u"a{x"});

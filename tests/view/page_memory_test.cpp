@@ -3,6 +3,8 @@
 #include <fpdf_text.h>
 
 #include "nav/bookmarks.h"
+#include "nav/find.h"
+#include "nav/find_bar.h"
 #include "view/navigation.h"
 #include "view/view_test.h"
 
@@ -51,6 +53,15 @@ class PageMemoryTest : public ViewTest {
  private:
   std::string bytes_;
 };
+
+TEST_F(PageMemoryTest, ASearchOfTheWholeDocumentKeepsNothingOfIt) {
+  open(kManyPages);
+  show(0, 1);
+  OpenFindBar();
+  platform::standIn().findBar.field = u"nothing like it";
+  FindInDocument();
+  EXPECT_TRUE(firstPageIsReadAgain());
+}
 
 TEST_F(PageMemoryTest, APageIsKeptWhileFewOthersAreRead) {
   open(kManyPages);
