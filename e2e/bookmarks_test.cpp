@@ -276,5 +276,24 @@ TEST_F(Bookmarks, AnIndependentPaneJumpsAloneAndABookAsAWhole) {
   EXPECT_TRUE(pageTextBecomes(L"L:5  R:6  of 6"));
 }
 
+TEST_F(Bookmarks, SixtyLevelsAreExpandedAtOnceAndClosed) {
+  constexpr int kLevels = 60;
+  test::PdfOutlineItem chain{u"Deepest", pageDestination(1), {}};
+  for (int level = kLevels - 1; level >= 1; --level) {
+    chain = {u"Level", pageDestination(1 + level % kPages), {chain}, false};
+  }
+  startGrouped(true, outlinedPdf({chain}));
+  press('N');
+  ASSERT_TRUE(eventually([&] { return focusOf(window) == tree(); }));
+  press(VK_HOME);
+  ASSERT_TRUE(rowSelected(L"Level"));
+  press(VK_MULTIPLY);
+  EXPECT_TRUE(eventually([&] { return rows().size() == kLevels; }));
+  EXPECT_EQ(rows().back(), std::to_wstring(kLevels - 1) + L"|Deepest");
+  press('W', kCtrl);
+  EXPECT_TRUE(titleBecomes(L"Quillmere"));
+  EXPECT_TRUE(eventually([&] { return rows().empty(); }));
+}
+
 }  // namespace
 }  // namespace quillmere::e2e

@@ -27,8 +27,8 @@ enum class PatternOutcome {
 // a reference to a group that took part in no match fails where ECMAScript takes it as empty, "[]"
 // and "[^]" are errors, "\s" knows the blanks of ASCII and U+00A0, U+2028, U+2029 and U+FEFF, "."
 // stops at U+000C and U+0085 too, "[[:alpha:]]", "[[.a.]]" and "[[=a=]]" are POSIX classes, and
-// possessive quantifiers are known. Groups that ECMAScript does not know are refused, and an escaped
-// character without a meaning there stands for itself.
+// possessive quantifiers are known. Groups that ECMAScript does not know are refused, and an
+// escaped character without a meaning there stands for itself.
 struct FindPattern {
   struct Compiled;
   struct Deleter {
