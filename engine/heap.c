@@ -39,10 +39,3 @@ static void __attribute__((constructor(101))) take_slot(void) {
 
 #define MI_TLS_SLOT heap_slot
 #include "static.c"
-
-// Memory that a picture took goes back to the system with the picture. By default
-// mimalloc waits for more to come and can keep it as long as the program runs; the
-// difference in time is too small to be seen.
-static void __attribute__((constructor(102))) give_back_at_once(void) {
-  mi_option_set(mi_option_decommit_delay, 0);
-}
