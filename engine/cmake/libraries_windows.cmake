@@ -24,7 +24,9 @@ set(harfbuzz_parts hb-blob hb-buffer hb-common hb-face hb-font hb-map hb-number 
 list(TRANSFORM harfbuzz_parts PREPEND ${HARFBUZZ_DIR}/src/)
 list(TRANSFORM harfbuzz_parts APPEND .cc)
 engine_library(harfbuzz ${harfbuzz_parts})
-set_target_properties(harfbuzz PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0)
+# The compiler fails on it at link time.
+set_target_properties(harfbuzz PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0
+  INTERPROCEDURAL_OPTIMIZATION OFF)
 target_include_directories(harfbuzz PUBLIC ${HARFBUZZ_DIR}/src)
 target_compile_options(harfbuzz PRIVATE -fno-rtti -fno-threadsafe-statics -Os)
 target_compile_definitions(harfbuzz PRIVATE HAVE_OT HB_NO_MMAP HB_LEAN HB_NO_LEGACY HB_NO_SHAPER
