@@ -344,6 +344,16 @@ Result onBinderTreeRebuild(WPARAM, LPARAM) {
   return 0;
 }
 
+Result onTitle(WPARAM, LPARAM) {
+  platform::showWaitingTitle();
+  return 0;
+}
+
+Result onTitleQuestion(WPARAM, LPARAM) {
+  platform::showWaitingTitle();
+  return std::nullopt;
+}
+
 constexpr MessageHandler kHandlers[] = {
     {WM_CREATE, onCreate},
     {WM_CLOSE, onClose},
@@ -374,7 +384,10 @@ constexpr MessageHandler kHandlers[] = {
     {WM_INITMENUPOPUP, onInitMenuPopup},
     {WM_HSCROLL, onHorizontalScroll},
     {WM_NOTIFY, onNotify},
+    {WM_GETTEXT, onTitleQuestion},
+    {WM_GETTEXTLENGTH, onTitleQuestion},
     {platform::kBinderTreeRebuildMessage, onBinderTreeRebuild},
+    {platform::kTitleMessage, onTitle},
 };
 
 }  // namespace

@@ -23,6 +23,8 @@ namespace {
 // A search of the whole document ends at this many hits.
 constexpr std::size_t kHitCap = 1000;
 constexpr std::size_t kNoLimit = 0;
+// Memory for so many pages is not worth the time that giving it back takes.
+constexpr int kSearchedPagesBetweenReleases = 400;
 
 struct SearchCloser {
   void operator()(FPDF_SCHHANDLE search) const { FPDFText_FindClose(search); }
@@ -136,6 +138,7 @@ bool searchAllPages(SearchJob& job, std::vector<FindResult>& results) {
     const PageHandle loaded(open ? nullptr : FPDF_LoadPage(document, index));
     const FPDF_PAGE page = open ? shown.page.get() : loaded.get();
     if (page != nullptr && findOnPage(page, index, job, kHitCap, results)) return true;
+    if ((index + 1) % kSearchedPagesBetweenReleases == 0) noteDocumentRead(session.activePane);
   }
   return false;
 }
@@ -191,6 +194,7 @@ void FindInDocument() {
 
 void FindClear() {
   FindState& find = session.find;
+  if (find.query.empty() && find.results.empty() && !find.badPattern) return;
   find.results.clear();
   find.currentIndex = -1;
   find.capped = false;

@@ -21,7 +21,8 @@ PixelSize mainWindowClientSize();
 // Outer height of the status bar; 0 without one.
 int statusBarHeight();
 
-// Invalid pages are painted first: a caption takes long to draw.
+// The caption follows once the current message is done and invalid pages are painted: it takes long
+// to draw.
 void setMainWindowTitle(const std::u16string& title);
 
 // Repaints the whole client area, with or without erasing first.
@@ -31,6 +32,9 @@ void updateMainWindow();
 // The same without the child windows.
 void updatePages();
 
+// Calls `fill` before the status bar is painted or asked for what it shows. Filling it takes longer
+// than many a change that it tells of, and the page comes first.
+void fillStatusBarLater(void (*fill)());
 // Right edges of the status bar's parts in pixels, -1 for "to the end"; `count` of them.
 void setStatusParts(const int* rightEdges, int count);
 void setStatusText(int part, const std::u16string& text);

@@ -12,7 +12,7 @@ inline constexpr int kPagesBetweenReleases = 64;
 // links, actions and destinations do not outlive this.
 void notePageRead(int pane);
 
-// The same after all pages of the pane's document were read one after the other.
+// The same after many pages of the pane's document were read one after the other.
 void noteDocumentRead(int pane);
 
 }  // namespace quillmere

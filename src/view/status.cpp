@@ -34,6 +34,19 @@ std::u16string shownCount(int pane) {
   return decimal(pageCountOf(pane));
 }
 
+void fillStatusBar() {
+  const auto edges = statusPartEdges(platform::mainWindowClientSize().width);
+  platform::setStatusParts(edges.data(), kStatusPartCount);
+  refreshVersionPart();
+  platform::setStatusText(kZoomPart, statusZoomText());
+  platform::setStatusText(kSliderPart, u"");
+  const PaneRect slider = zoomSliderPlace(platform::statusBarHeight());
+  platform::placeZoomSlider(slider.left, slider.top, slider.width(), slider.height());
+  const PaneSlot& pane = session.panes[session.activePane];
+  platform::setZoomSlider(sliderPositionOfZoom(pane.zoom), pane.page != nullptr);
+  platform::setStatusText(kPagePart, statusPageText());
+}
+
 }  // namespace
 
 std::u16string titleText() {
@@ -92,16 +105,7 @@ void refreshVersionPart() {
 }
 
 void refreshStatus() {
-  const auto edges = statusPartEdges(platform::mainWindowClientSize().width);
-  platform::setStatusParts(edges.data(), kStatusPartCount);
-  refreshVersionPart();
-  platform::setStatusText(kZoomPart, statusZoomText());
-  platform::setStatusText(kSliderPart, u"");
-  const PaneRect slider = zoomSliderPlace(platform::statusBarHeight());
-  platform::placeZoomSlider(slider.left, slider.top, slider.width(), slider.height());
-  const PaneSlot& pane = session.panes[session.activePane];
-  platform::setZoomSlider(sliderPositionOfZoom(pane.zoom), pane.page != nullptr);
-  platform::setStatusText(kPagePart, statusPageText());
+  platform::fillStatusBarLater(fillStatusBar);
 }
 
 }  // namespace quillmere

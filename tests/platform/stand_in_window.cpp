@@ -50,6 +50,10 @@ void updatePages() {
   updateMainWindow();
 }
 
+void fillStatusBarLater(void (*fill)()) {
+  if (mainWindow()) fill();
+}
+
 void setStatusParts(const int* rightEdges, int count) {
   if (mainWindow()) mainWindow()->statusRightEdges.assign(rightEdges, rightEdges + count);
 }

@@ -25,6 +25,7 @@ std::map<UINT, int> childMessages;
 LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   ++windowMessages[message];
   if (message == WM_CLOSE) return 0;
+  if (message == kTitleMessage || message == WM_GETTEXT) showWaitingTitle();
   return DefWindowProcW(window, message, wParam, lParam);
 }
 
@@ -95,13 +96,37 @@ TEST_F(MainWindowWindows, SizesAreThoseOfTheWindow) {
   EXPECT_GT(statusBarHeight(), 10);
 }
 
+std::wstring mainWindowText() {
+  wchar_t title[64] = {};
+  GetWindowTextW(windowHandles.main, title, 64);
+  return title;
+}
+
+bool handleTitleMessage() {
+  MSG message{};
+  if (!PeekMessageW(&message, windowHandles.main, kTitleMessage, kTitleMessage, PM_REMOVE)) {
+    return false;
+  }
+  DispatchMessageW(&message);
+  return true;
+}
+
 TEST_F(MainWindowWindows, TheTitleIsSetOnce) {
   setMainWindowTitle(u"Quillmere - Größe.pdf");
   setMainWindowTitle(u"Quillmere - Größe.pdf");
+  EXPECT_TRUE(handleTitleMessage());
+  setMainWindowTitle(u"Quillmere - Größe.pdf");
+  EXPECT_FALSE(handleTitleMessage());
   EXPECT_EQ(windowMessages[WM_SETTEXT], 1);
-  wchar_t title[64] = {};
-  GetWindowTextW(windowHandles.main, title, 64);
-  EXPECT_EQ(std::wstring(title), L"Quillmere - Größe.pdf");
+  EXPECT_EQ(mainWindowText(), L"Quillmere - Größe.pdf");
+}
+
+TEST_F(MainWindowWindows, AQuestionForTheTitleGetsTheNewest) {
+  setMainWindowTitle(u"One");
+  setMainWindowTitle(u"Two");
+  EXPECT_EQ(mainWindowText(), L"Two");
+  EXPECT_TRUE(handleTitleMessage());
+  EXPECT_EQ(windowMessages[WM_SETTEXT], 1);
 }
 
 TEST_F(MainWindowWindows, StatusPartsAndTextsAreSetOnlyWhereTheyChange) {
@@ -124,15 +149,42 @@ TEST_F(MainWindowWindows, StatusPartsAndTextsAreSetOnlyWhereTheyChange) {
   EXPECT_EQ(std::vector<int>(told, told + 4), std::vector<int>(edges, edges + 4));
 }
 
-TEST_F(MainWindowWindows, StatusTextsWaitForThePaintingOfTheBar) {
+int fillings = 0;
+
+void fillWithZoom() {
+  ++fillings;
   const int edge = -1;
   setStatusParts(&edge, 1);
-  setStatusText(0, u"  Zoom: 87%");
   setStatusText(0, u"  Zoom: 103%");
-  EXPECT_EQ(childMessages[SB_SETTEXTW], 0);
+  setZoomSlider(12, true);
+}
+
+TEST_F(MainWindowWindows, TheStatusBarIsFilledWhenItIsPainted) {
+  fillings = 0;
+  fillStatusBarLater(fillWithZoom);
+  fillStatusBarLater(fillWithZoom);
+  EXPECT_EQ(fillings, 0);
   UpdateWindow(windowHandles.statusBar);
-  EXPECT_EQ(childMessages[SB_SETTEXTW], 1);
+  EXPECT_EQ(fillings, 1);
   EXPECT_EQ(statusText(0), L"  Zoom: 103%");
+  UpdateWindow(windowHandles.statusBar);
+  EXPECT_EQ(fillings, 1);
+}
+
+TEST_F(MainWindowWindows, TheStatusBarIsFilledWhenItIsAsked) {
+  SendMessageW(windowHandles.zoomSlider, TBM_SETRANGE, FALSE, MAKELPARAM(0, 500));
+  const auto asks = {+[] { statusText(0); },
+                     +[] { SendMessageW(windowHandles.statusBar, SB_GETPARTS, 0, 0); },
+                     +[] { SendMessageW(windowHandles.zoomSlider, TBM_GETPOS, 0, 0); },
+                     +[] { SendMessageW(windowHandles.zoomSlider, WM_KEYDOWN, VK_F24, 0); }};
+  for (const auto ask : asks) {
+    fillings = 0;
+    fillStatusBarLater(fillWithZoom);
+    ask();
+    ask();
+    EXPECT_EQ(fillings, 1);
+  }
+  EXPECT_EQ(SendMessageW(windowHandles.zoomSlider, TBM_GETPOS, 0, 0), 12);
 }
 
 TEST_F(MainWindowWindows, TheSliderIsPlacedMovedAndEnabled) {
@@ -198,11 +250,16 @@ TEST_F(MainWindowWindows, PagesArePaintedWithoutTheChildren) {
 
 TEST_F(MainWindowWindows, PagesArePaintedBeforeACaptionThatChanges) {
   setMainWindowTitle(u"One");
-  EXPECT_EQ(windowMessages[WM_PAINT], 0);
   invalidateMainWindow(false);
-  setMainWindowTitle(u"One");
   EXPECT_EQ(windowMessages[WM_PAINT], 0);
+  EXPECT_EQ(windowMessages[WM_SETTEXT], 0);
+  handleTitleMessage();
+  EXPECT_EQ(windowMessages[WM_PAINT], 1);
+  EXPECT_EQ(windowMessages[WM_SETTEXT], 1);
   setMainWindowTitle(u"Two");
+  setMainWindowTitle(u"One");
+  invalidateMainWindow(false);
+  handleTitleMessage();
   EXPECT_EQ(windowMessages[WM_PAINT], 1);
 }
 
@@ -250,6 +307,7 @@ TEST(NoMainWindowWindows, WithoutAWindowEveryCallIsHarmless) {
   invalidateMainWindow(true);
   updateMainWindow();
   updatePages();
+  fillStatusBarLater(fillWithZoom);
   setStatusParts(&edge, 1);
   setStatusText(0, u"x");
   placeZoomSlider(0, 0, 1, 1);

@@ -2,14 +2,55 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
+#include <utility>
+
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
 
 namespace quillmere::platform {
 
+namespace {
+
+constexpr UINT_PTR kStatusSubclass = 0x52;
+
+// A label draws a new text the moment it gets it, which would hold up the key that was typed. This
+// one gets it when it is painted or asked for it.
+LRESULT CALLBACK statusProcedure(HWND label, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                 DWORD_PTR) {
+  const bool shows = message == WM_PAINT || message == WM_PRINTCLIENT || message == WM_GETTEXT ||
+                     message == WM_GETTEXTLENGTH;
+  if (shows && std::exchange(windowHandles.findStatusWaits, false)) {
+    SetWindowTextW(label, wide(windowHandles.findStatusText));
+  }
+  return DefSubclassProc(label, message, wParam, lParam);
+}
+
+void watchFindStatus(HWND label) {
+  if (std::exchange(windowHandles.watchedFindStatus, label) == label) return;
+  windowHandles.findStatusText.clear();
+  windowHandles.findStatusWaits = false;
+  SetWindowSubclass(label, statusProcedure, kStatusSubclass, 0);
+}
+
+// Past the subclasses, which have no say in the text: each of them asks the system for a property
+// with each message, and a search reads the field with each key.
+std::u16string textOfClass(HWND control) {
+  const auto procedure = reinterpret_cast<WNDPROC>(GetClassLongPtrW(control, GCLP_WNDPROC));
+  const LRESULT length = CallWindowProcW(procedure, control, WM_GETTEXTLENGTH, 0, 0);
+  std::u16string text(static_cast<std::size_t>(length) + 1, u'\0');
+  const LRESULT copied = CallWindowProcW(procedure, control, WM_GETTEXT, text.size(),
+                                         reinterpret_cast<LPARAM>(text.data()));
+  text.resize(static_cast<std::size_t>(copied));
+  return text;
+}
+
+}  // namespace
+
 std::u16string findFieldText() {
   return windowHandles.findField == nullptr ? std::u16string()
-                                            : windowText(windowHandles.findField);
+                                            : textOfClass(windowHandles.findField);
 }
 
 void setFindFieldText(const std::u16string& text) {
@@ -29,7 +70,11 @@ void insertIntoFindField(const std::u16string& text) {
 
 void setFindStatus(const std::u16string& text) {
   const HWND label = windowHandles.findStatus;
-  if (label != nullptr && windowText(label) != text) SetWindowTextW(label, wide(text));
+  if (label == nullptr) return;
+  watchFindStatus(label);
+  if (windowHandles.findStatusText == text) return;
+  windowHandles.findStatusText = text;
+  if (!std::exchange(windowHandles.findStatusWaits, true)) InvalidateRect(label, nullptr, TRUE);
 }
 
 void enableFindOptions(bool enabled) {

@@ -22,33 +22,39 @@ HWND mainWindow() {
   return windowHandles.main;
 }
 
-constexpr UINT_PTR kStatusTextSubclass = 0x51;
+constexpr UINT_PTR kStatusBarSubclass = 0x51;
 
-void giveStatusText(HWND bar, std::size_t index) {
-  if (index >= windowHandles.statusParts.size()) return;
-  StatusPart& part = windowHandles.statusParts[index];
-  if (!std::exchange(part.waiting, false)) return;
-  SendMessageW(bar, SB_SETTEXTW, index, reinterpret_cast<LPARAM>(wide(part.text)));
-}
-
-// Without asking the bar, which takes longer.
-RECT statusPartPlace(HWND bar, std::size_t index) {
-  RECT place{};
-  GetClientRect(bar, &place);
-  const std::vector<int>& edges = windowHandles.statusPartEdges;
-  if (index > 0) place.left = edges[index - 1];
-  if (edges[index] >= 0) place.right = edges[index];
-  return place;
-}
-
-LRESULT CALLBACK statusTextProcedure(HWND bar, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                     DWORD_PTR) {
-  if (message == WM_PAINT || message == WM_PRINTCLIENT) {
-    for (std::size_t i = 0; i < windowHandles.statusParts.size(); ++i) giveStatusText(bar, i);
-  } else if (message == SB_GETTEXTW || message == SB_GETTEXTLENGTHW) {
-    giveStatusText(bar, wParam);
+bool showsStatus(UINT message) {
+  switch (message) {
+    case WM_PAINT:
+    case WM_PRINTCLIENT:
+    case WM_KEYDOWN:
+    case WM_LBUTTONDOWN:
+    case SB_GETTEXTW:
+    case SB_GETTEXTLENGTHW:
+    case SB_GETPARTS:
+    case TBM_GETPOS:
+      return true;
+    default:
+      return false;
   }
-  return DefSubclassProc(bar, message, wParam, lParam);
+}
+
+// Of the status bar and of the slider in it, whose messages have numbers of their own.
+LRESULT CALLBACK statusBarProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                    UINT_PTR, DWORD_PTR) {
+  if (showsStatus(message)) {
+    if (const auto fill = std::exchange(windowHandles.fillStatusBar, nullptr)) fill();
+  }
+  return DefSubclassProc(window, message, wParam, lParam);
+}
+
+void watchStatusBar(HWND bar) {
+  if (std::exchange(windowHandles.watchedStatusBar, bar) == bar) return;
+  windowHandles.fillStatusBar = nullptr;
+  SetWindowSubclass(bar, statusBarProcedure, kStatusBarSubclass, 0);
+  if (windowHandles.zoomSlider == nullptr) return;
+  SetWindowSubclass(windowHandles.zoomSlider, statusBarProcedure, kStatusBarSubclass, 0);
 }
 
 RECT clientRect() {
@@ -84,9 +90,17 @@ int statusBarHeight() {
 }
 
 void setMainWindowTitle(const std::u16string& title) {
-  if (mainWindow() == nullptr || windowText(mainWindow()) == title) return;
+  if (mainWindow() == nullptr || windowHandles.title == title) return;
+  windowHandles.title = title;
+  if (std::exchange(windowHandles.titleWaits, true)) return;
+  PostMessageW(mainWindow(), kTitleMessage, 0, 0);
+}
+
+void showWaitingTitle() {
+  if (mainWindow() == nullptr || !std::exchange(windowHandles.titleWaits, false)) return;
+  if (windowText(mainWindow()) == windowHandles.title) return;
   updatePages();
-  SetWindowTextW(mainWindow(), wide(title));
+  SetWindowTextW(mainWindow(), wide(windowHandles.title));
 }
 
 void invalidateMainWindow(bool erase) {
@@ -103,6 +117,15 @@ void updatePages() {
   RedrawWindow(mainWindow(), nullptr, nullptr, RDW_UPDATENOW | RDW_NOCHILDREN);
 }
 
+void fillStatusBarLater(void (*fill)()) {
+  const HWND bar = windowHandles.statusBar;
+  if (bar == nullptr) return;
+  watchStatusBar(bar);
+  if (std::exchange(windowHandles.fillStatusBar, fill) == nullptr) {
+    InvalidateRect(bar, nullptr, FALSE);
+  }
+}
+
 void setStatusParts(const int* rightEdges, int count) {
   if (windowHandles.statusBar == nullptr) return;
   std::vector<int> wanted(rightEdges, rightEdges + count);
@@ -110,24 +133,17 @@ void setStatusParts(const int* rightEdges, int count) {
   SendMessageW(windowHandles.statusBar, SB_SETPARTS, static_cast<WPARAM>(count),
                reinterpret_cast<LPARAM>(wanted.data()));
   windowHandles.statusPartEdges = std::move(wanted);
-  windowHandles.statusParts.resize(static_cast<std::size_t>(count));
+  windowHandles.statusTexts.resize(static_cast<std::size_t>(count));
 }
 
-// A status bar may draw a text the moment it gets it. That must not hold up the page that the text
-// is about, so the text waits until the bar is painted itself, or asked.
 void setStatusText(int part, const std::u16string& text) {
   const HWND bar = windowHandles.statusBar;
   const auto index = static_cast<std::size_t>(part);
-  if (bar == nullptr || index >= windowHandles.statusParts.size()) return;
-  StatusPart& wanted = windowHandles.statusParts[index];
-  if (wanted.text == text) return;
-  wanted = {text, true};
-  if (windowHandles.statusTextsHeldBy != bar) {
-    SetWindowSubclass(bar, statusTextProcedure, kStatusTextSubclass, 0);
-    windowHandles.statusTextsHeldBy = bar;
-  }
-  const RECT place = statusPartPlace(bar, index);
-  InvalidateRect(bar, &place, FALSE);
+  if (bar == nullptr || index >= windowHandles.statusTexts.size()) return;
+  std::u16string& shown = windowHandles.statusTexts[index];
+  if (shown == text) return;
+  shown = text;
+  SendMessageW(bar, SB_SETTEXTW, index, reinterpret_cast<LPARAM>(wide(text)));
 }
 
 void placeZoomSlider(int x, int y, int width, int height) {

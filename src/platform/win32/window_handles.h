@@ -11,12 +11,6 @@ namespace quillmere::platform {
 enum class ModelessDialog { Settings, Shortcuts, About, SecurityInfo, AddText, MarkUp };
 inline constexpr int kModelessDialogCount = 6;
 
-// One part of the status bar: what it is to show, and whether the bar has yet to get it.
-struct StatusPart {
-  std::u16string text;
-  bool waiting = false;
-};
-
 // The windows of this process; null before they are made and after they are gone. The main window
 // owns its children.
 struct WindowHandles {
@@ -27,6 +21,9 @@ struct WindowHandles {
   HWND findBar = nullptr;
   HWND findField = nullptr;
   HWND findStatus = nullptr;
+  std::u16string findStatusText;
+  bool findStatusWaits = false;      // the label does not show it yet
+  HWND watchedFindStatus = nullptr;  // the one that is told of it so
   HWND findMatchCase = nullptr;
   HWND findWholeWord = nullptr;
   HWND stampPanel = nullptr;
@@ -37,8 +34,11 @@ struct WindowHandles {
   HFONT headerFont = nullptr;  // of the panel headers; owned by the main window
   HWND dialogs[kModelessDialogCount] = {};
   void (*layoutChildren)() = nullptr;  // puts the children in their places
-  HWND statusTextsHeldBy = nullptr;    // the status bar, once it takes its texts when it is painted
-  std::vector<StatusPart> statusParts;
+  std::u16string title;                // of the main window
+  bool titleWaits = false;             // it does not show it yet
+  void (*fillStatusBar)() = nullptr;   // called before the status bar shows anything next
+  HWND watchedStatusBar = nullptr;     // the one that is filled so
+  std::vector<std::u16string> statusTexts;
   std::vector<int> statusPartEdges;  // right ends in pixels
 };
 
@@ -49,5 +49,12 @@ std::u16string windowText(HWND window);
 
 // Posted to the main window; rebuilds the binder tree.
 inline constexpr UINT kBinderTreeRebuildMessage = WM_APP + 1;
+
+// Posted to the main window, which answers it, and a question for its text, with
+// showWaitingTitle().
+inline constexpr UINT kTitleMessage = WM_APP + 2;
+
+// Gives the main window the title that it has yet to get, after invalid pages.
+void showWaitingTitle();
 
 }  // namespace quillmere::platform
