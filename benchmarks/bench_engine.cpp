@@ -19,13 +19,14 @@
 namespace quillmere::bench {
 namespace {
 
-constexpr BitmapSize kFirstPageSize{800, 1000};
+constexpr BitmapSize kPageSize{800, 1000};
+constexpr int kDrawnPages = 100;
 
 void openAndRenderFirstPage(const std::string& path) {
   PlainView view;
   if (!openPlain(view, path)) return;
   loadPlainPage(view, 0, false);
-  view.bitmap = renderPlain(view.page.get(), kFirstPageSize);
+  renderPlain(view.page.get(), kPageSize);
 }
 
 void walkPages(FPDF_DOCUMENT document) {
@@ -51,6 +52,15 @@ void searchText(FPDF_DOCUMENT document) {
   searchPlain(document, u"function");
 }
 
+// So many of them, from all over the document.
+void drawPages(FPDF_DOCUMENT document) {
+  const int count = FPDF_GetPageCount(document);
+  const int step = count / kDrawnPages + 1;
+  for (int i = 0; i < count; i += step) {
+    renderPlain(PageHandle(FPDF_LoadPage(document, i)).get(), kPageSize);
+  }
+}
+
 template <typename Work>
 void timeOn(const std::string& path, const char* row, Work work) {
   const DocumentHandle document(FPDF_LoadDocument(path.c_str(), nullptr));
@@ -64,6 +74,7 @@ void timeDocument(const std::string& path) {
   openAndRenderFirstPage(path);
   reportValue("engine-first-page", documentName(path), watch.milliseconds());
   timeOn(path, "engine-walk", walkPages);
+  timeOn(path, "engine-draw", drawPages);
   timeOn(path, "engine-text", extractText);
   timeOn(path, "engine-search", searchText);
 }

@@ -4,7 +4,10 @@
 // Usage: bench_reader DOCUMENT...
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdio>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -24,10 +27,10 @@
 namespace quillmere::bench {
 namespace {
 
-constexpr int kOpens = 21;
+constexpr int kOpens = 40;
 constexpr int kTurns = 200;
 constexpr int kZoomSteps = 60;
-constexpr int kModeCycles = 15;
+constexpr int kModeCycles = 16;
 constexpr int kRotations = 40;
 constexpr int kPanMoves = 200;
 constexpr int kMiddlePage = 100;
@@ -69,20 +72,16 @@ void comparePair(const char* row, const Subject& subject, int repetition, Ours o
   }
 }
 
-void renderLikeShown(PlainView& view, int pane, int rotate = 0) {
-  view.bitmap = renderPlain(view.page.get(), shownSize(pane), rotate);
-}
-
 void compareOpening(Subject& subject) {
   BitmapSize size;
   for (int i = -1; i < kOpens; ++i) {
     closeAllDocuments();
-    subject.plain = PlainView{};
+    closePlain(subject.plain);
     handleMessages();
     const auto theirs = [&] {
       openPlain(subject.plain, subject.path);
       loadPlainPage(subject.plain, 0, false);
-      subject.plain.bitmap = renderPlain(subject.plain.page.get(), size);
+      renderView(subject.plain, size);
     };
     // The first time fills the caches of fonts and tells the size.
     if (i < 0) {
@@ -109,7 +108,7 @@ void compareTurning(Subject& subject) {
         "page-turn", subject, i, [&] { goToPage(0, index, false); },
         [&] {
           loadPlainPage(subject.plain, index, true);
-          renderLikeShown(subject.plain, 0);
+          renderView(subject.plain, shownSize(0));
         });
     handleMessages();
   }
@@ -122,75 +121,104 @@ void goToMiddle(Subject& subject) {
   handleMessages();
 }
 
-void compareZoom(Subject& subject) {
-  constexpr int kStepsInOneDirection = 3;
-  for (int i = -2 * kStepsInOneDirection; i < kZoomSteps; ++i) {
-    const bool in = (i + 2 * kStepsInOneDirection) / kStepsInOneDirection % 2 == 0;
-    const double ours = timePainting([&] { in ? zoomIn(0) : zoomOut(0); }).last;
-    const double theirs = timed([&] { renderLikeShown(subject.plain, 0); });
-    if (i >= 0) reportPair("zoom-step", subject.name, ours, theirs);
+// A step by itself, up to where what it changed waits to be painted, and with the repaint that
+// follows it.
+void reportStep(const std::string& row, const Subject& subject, const PaintTimes& ours,
+                double theirs) {
+  reportPair(row, subject.name, ours.work, theirs);
+  reportPair(row + "-painted", subject.name, ours.last, theirs);
+}
+
+// Steps that come back to where they began, over and over. The first cycle fills the caches and
+// tells the sizes, so that afterwards either side may come first.
+template <typename Ours, typename Theirs>
+void compareSteps(const char* row, const Subject& subject, int cycleLength, int steps, Ours ours,
+                  Theirs theirs) {
+  std::vector<BitmapSize> sizes;
+  for (int i = -cycleLength; i < steps; ++i) {
+    const int place = (i + cycleLength) % cycleLength;
+    const bool oursFirst = i < 0 || i % 2 == 0;
+    double theirTime = 0;
+    const auto timeTheirs = [&] {
+      theirTime = timed([&] { theirs(place, sizes[static_cast<std::size_t>(place)]); });
+    };
+    if (!oursFirst) timeTheirs();
+    const PaintTimes ourTimes = timePainting([&] { ours(place); });
+    if (i < 0) sizes.push_back(shownSize(0));
+    if (oursFirst) timeTheirs();
+    if (i >= 0) reportStep(row, subject, ourTimes, theirTime);
     handleMessages();
   }
+}
+
+void compareZoom(Subject& subject) {
+  constexpr int kStepsInOneDirection = 3;
+  compareSteps(
+      "zoom-step", subject, 2 * kStepsInOneDirection, kZoomSteps,
+      [](int place) { place < kStepsInOneDirection ? zoomIn(0) : zoomOut(0); },
+      [&](int, BitmapSize size) { renderView(subject.plain, size); });
   setZoomMode(0, kFitPage);
 }
 
 void compareRotation(Subject& subject) {
-  for (int i = 0; i < kRotations; ++i) {
-    const double ours = timePainting([&] { rotateDocument(0); }).last;
-    const double theirs = timed([&] { renderLikeShown(subject.plain, 0, (i + 1) % 4); });
-    if (i >= 4) reportPair("rotation", subject.name, ours, theirs);
+  compareSteps(
+      "rotation", subject, 4, kRotations, [](int) { rotateDocument(0); },
+      [&](int place, BitmapSize size) { renderView(subject.plain, size, (place + 1) % 4); });
+}
+
+constexpr ViewMode kModeCycle[] = {ViewMode::Book, ViewMode::IndependentPages,
+                                   ViewMode::TwoDocuments, ViewMode::SinglePage};
+
+// The page loads and renders that a mode needs when it follows the one before it in the cycle.
+void showPlainMode(ViewMode mode, Subject& subject, int index, BitmapSize left, BitmapSize right) {
+  if (mode == ViewMode::Book) loadPlainPage(subject.plainRight, index + 1, false);
+  const bool opensAgain = mode == ViewMode::TwoDocuments || mode == ViewMode::SinglePage;
+  if (opensAgain) loadPlainPage(subject.plain, index, false);
+  renderView(subject.plain, left);
+  if (!opensAgain) renderView(subject.plainRight, right);
+}
+
+// One time through the cycle, step by step in turns. `sizes` are those of both pages after each
+// step, as the cycle before left them.
+void compareModeCycle(Subject& subject, bool oursFirst, int index,
+                      std::vector<std::array<BitmapSize, 2>>& sizes) {
+  PaintTimes ours;
+  double theirs = 0;
+  EngineCalls calls;
+  EngineCalls needed;
+  for (std::size_t i = 0; i < std::size(kModeCycle); ++i) {
+    const ViewMode mode = kModeCycle[i];
+    const auto timeTheirs = [&] {
+      takeEngineCalls();
+      theirs += timed([&] { showPlainMode(mode, subject, index, sizes[i][0], sizes[i][1]); });
+      needed += takeEngineCalls();
+    };
+    if (!oursFirst) timeTheirs();
+    takeEngineCalls();
+    const PaintTimes change = timePainting([&] { setViewMode(mode); });
     handleMessages();
+    calls += takeEngineCalls();
+    sizes[i] = {shownSize(0), shownSize(1)};
+    if (oursFirst) timeTheirs();
+    ours.work += change.work;
+    ours.last += change.last;
   }
-}
-
-// The pages and renders that each mode needs when it follows the one before it.
-double enterMode(ViewMode mode) {
-  const double time = timePainting([&] { setViewMode(mode); }).last;
-  handleMessages();
-  return time;
-}
-
-double needsOf(ViewMode mode, Subject& subject) {
-  const int index = session.panes[0].currentPage;
-  return timed([&] {
-    switch (mode) {
-      case ViewMode::Book:
-        loadPlainPage(subject.plainRight, index + 1, true);
-        renderLikeShown(subject.plain, 0);
-        renderLikeShown(subject.plainRight, 1);
-        break;
-      case ViewMode::IndependentPages:
-        renderLikeShown(subject.plain, 0);
-        renderLikeShown(subject.plainRight, 1);
-        break;
-      default:
-        loadPlainPage(subject.plain, index, true);
-        renderLikeShown(subject.plain, 0);
-        break;
-    }
-  });
+  reportStep("mode-change", subject, ours, theirs);
+  reportPair("mode-renders", subject.name, calls.renders, needed.renders);
+  reportPair("mode-loads", subject.name, calls.pageLoads, needed.pageLoads);
 }
 
 void compareModes(Subject& subject) {
-  constexpr ViewMode kCycle[] = {ViewMode::Book, ViewMode::IndependentPages, ViewMode::TwoDocuments,
-                                 ViewMode::SinglePage};
   openPlain(subject.plainRight, subject.path);
-  takeEngineCalls();
-  for (int i = -1; i < kModeCycles; ++i) {
-    double ours = 0;
-    double theirs = 0;
-    for (const ViewMode mode : kCycle) {
-      ours += enterMode(mode);
-      const EngineCalls calls = takeEngineCalls();
-      theirs += needsOf(mode, subject);
-      const EngineCalls needed = takeEngineCalls();
-      if (i < 0) continue;
-      reportPair("mode-renders", subject.name, calls.renders, needed.renders);
-      reportPair("mode-loads", subject.name, calls.pageLoads, needed.pageLoads);
-    }
-    if (i >= 0) reportPair("mode-change", subject.name, ours, theirs);
+  const int index = session.panes[0].currentPage;
+  std::vector<std::array<BitmapSize, 2>> sizes;
+  for (const ViewMode mode : kModeCycle) {
+    setViewMode(mode);
+    handleMessages();
+    sizes.push_back({shownSize(0), shownSize(1)});
   }
-  subject.plainRight = PlainView{};
+  for (int i = 0; i < kModeCycles; ++i) compareModeCycle(subject, i % 2 == 0, index, sizes);
+  closePlain(subject.plainRight);
 }
 
 void comparePanning(Subject& subject) {

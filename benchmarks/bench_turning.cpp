@@ -74,7 +74,7 @@ int measurePlain(const std::string& path) {
   measure("plain-turning", documentName(path), FPDF_GetPageCount(view.document.get()),
           [&](int index) {
             loadPlainPage(view, index, true);
-            view.bitmap = renderPlain(view.page.get(), kPlainSize);
+            renderView(view, kPlainSize);
           });
   return 0;
 }

@@ -9,6 +9,14 @@ struct EngineCalls {
   int pageLoads = 0;
   int textPageLoads = 0;
   int renders = 0;
+
+  EngineCalls& operator+=(const EngineCalls& more) {
+    documentLoads += more.documentLoads;
+    pageLoads += more.pageLoads;
+    textPageLoads += more.textPageLoads;
+    renders += more.renders;
+    return *this;
+  }
 };
 
 // From here on these calls are counted. Once in a process.

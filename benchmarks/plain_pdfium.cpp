@@ -1,5 +1,7 @@
 #include "plain_pdfium.h"
 
+#include <cstddef>
+
 namespace quillmere::bench {
 
 void startPdfium() {
@@ -18,14 +20,26 @@ PlainBitmap renderPlain(FPDF_PAGE page, BitmapSize size, int rotate, void* pixel
 }
 
 bool openPlain(PlainView& view, const std::string& path) {
-  view = PlainView{};
+  closePlain(view);
   view.document.reset(FPDF_LoadDocument(path.c_str(), nullptr));
   return view.document != nullptr;
+}
+
+void closePlain(PlainView& view) {
+  view.textPage.reset();
+  view.page.reset();
+  view.document.reset();
 }
 
 void loadPlainPage(PlainView& view, int index, bool withText) {
   view.page.reset(FPDF_LoadPage(view.document.get(), index));
   if (withText) view.textPage.reset(FPDFText_LoadPage(view.page.get()));
+}
+
+void renderView(PlainView& view, BitmapSize size, int rotate) {
+  const auto count = static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height);
+  if (view.pixels.size() < count) view.pixels.resize(count);
+  renderPlain(view.page.get(), size, rotate, view.pixels.data());
 }
 
 int searchPlainPage(FPDF_PAGE page, const std::u16string& text) {

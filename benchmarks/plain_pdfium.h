@@ -3,9 +3,11 @@
 #include <fpdf_text.h>
 #include <fpdfview.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 #include "core/pdfium_handles.h"
 
@@ -34,11 +36,14 @@ struct PlainView {
   DocumentHandle document;
   PageHandle page;
   TextPageHandle textPage;
-  PlainBitmap bitmap;
+  std::vector<std::uint32_t> pixels;
 };
 
 bool openPlain(PlainView& view, const std::string& path);
+void closePlain(PlainView& view);
 void loadPlainPage(PlainView& view, int index, bool withText);
+// Into the same memory each time: fresh memory costs about as much as a rendering.
+void renderView(PlainView& view, BitmapSize size, int rotate = 0);
 
 // The number of hits on a page, or on all pages of a document, which are loaded for it one by one.
 int searchPlainPage(FPDF_PAGE page, const std::u16string& text);

@@ -94,6 +94,7 @@ PaintTimes timePainting(const std::function<void()>& work) {
   PaintWatch painting;
   paintWatch = &painting;
   work();
+  painting.times.work = painting.watch.milliseconds();
   paintNow();
   painting.times.whole = painting.watch.milliseconds();
   paintWatch = nullptr;

@@ -21,6 +21,7 @@ bool openAndPaint(const std::string& path);
 
 // Milliseconds from the start of some work and the painting that follows it to certain moments.
 struct PaintTimes {
+  double work = 0;   // the work was done, and what it changed waits to be painted
   double first = 0;  // a page was painted for the first time
   double last = 0;   // pages were painted for the last time
   double whole = 0;  // the program can handle messages again
