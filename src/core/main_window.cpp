@@ -48,7 +48,10 @@ LRESULT CALLBACK mainWindowProcedure(HWND window, UINT message, WPARAM wParam, L
     return row.message == message;
   });
   if (found != handlers.end()) {
-    if (const std::optional<LRESULT> result = found->handle(wParam, lParam)) return *result;
+    const std::optional<LRESULT> result = found->handle(wParam, lParam);
+    // Whoever sent the message from outside may look at the title once it is answered.
+    if (InSendMessage()) platform::showWaitingTitle();
+    if (result) return *result;
   }
   return DefWindowProcW(window, message, wParam, lParam);
 }
