@@ -35,6 +35,7 @@ void appendRows(HMENU menu, const std::vector<MenuRow>& rows) {
 
 void refillMenu(HMENU menu, const std::vector<MenuRow>& rows) {
   while (GetMenuItemCount(menu) > 0) DeleteMenu(menu, 0, MF_BYPOSITION);
+  windowHandles.menuItems.clear();
   appendRows(menu, rows);
 }
 
@@ -48,6 +49,7 @@ void installMenuBar() {
     AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(popup), platform::wide(entry.title));
   }
   SetMenu(windowHandles.main, bar);
+  windowHandles.menuItems.clear();
 }
 
 void refreshPopup(const void* popup) {

@@ -216,6 +216,17 @@ TEST_F(MainWindowWindows, MenuItemsAreCheckedAndEnabledByCommand) {
   EXPECT_TRUE(state() & MF_GRAYED);
   setMenuItem(kCommand, false, true);
   EXPECT_FALSE(state() & (MF_CHECKED | MF_GRAYED));
+  setMenuItem(kCommand, false, true);
+  setMenuItem(kCommand, false, false);
+  EXPECT_TRUE(state() & MF_GRAYED);
+}
+
+TEST_F(MainWindowWindows, MenuItemsMadeAnewGetTheirStateAgain) {
+  setMenuItem(kCommand, true, false);
+  SetMenu(windowHandles.main, createMenuBar());
+  windowHandles.menuItems.clear();
+  setMenuItem(kCommand, true, false);
+  EXPECT_TRUE(GetMenuState(GetMenu(windowHandles.main), kCommand, 0) & MF_CHECKED);
 }
 
 TEST_F(MainWindowWindows, ALayoutIsDoneByTheWindowThatOffersIt) {

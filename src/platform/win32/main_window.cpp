@@ -166,10 +166,14 @@ void setZoomSlider(int position, bool enabled) {
 }
 
 void setMenuItem(std::uint32_t command, bool checked, bool enabled) {
+  const MenuItemState wanted{checked, enabled};
+  const auto known = windowHandles.menuItems.find(command);
+  if (known != windowHandles.menuItems.end() && known->second == wanted) return;
   const HMENU menuBar = mainWindow() == nullptr ? nullptr : GetMenu(mainWindow());
   if (menuBar == nullptr) return;
   CheckMenuItem(menuBar, command, MF_BYCOMMAND | (checked ? MF_CHECKED : MF_UNCHECKED));
   EnableMenuItem(menuBar, command, MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED));
+  windowHandles.menuItems[command] = wanted;
 }
 
 void layoutMainWindow() {

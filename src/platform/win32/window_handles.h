@@ -2,7 +2,9 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace quillmere::platform {
@@ -10,6 +12,12 @@ namespace quillmere::platform {
 // Modeless dialogs in the order in which the message loop asks them.
 enum class ModelessDialog { Settings, Shortcuts, About, SecurityInfo, AddText, MarkUp };
 inline constexpr int kModelessDialogCount = 6;
+
+struct MenuItemState {
+  bool checked = false;
+  bool enabled = false;
+  bool operator==(const MenuItemState&) const = default;
+};
 
 // The windows of this process; null before they are made and after they are gone. The main window
 // owns its children.
@@ -34,10 +42,12 @@ struct WindowHandles {
   HFONT headerFont = nullptr;  // of the panel headers; owned by the main window
   HWND dialogs[kModelessDialogCount] = {};
   void (*layoutChildren)() = nullptr;  // puts the children in their places
-  std::u16string title;                // of the main window
-  bool titleWaits = false;             // it does not show it yet
-  void (*fillStatusBar)() = nullptr;   // called before the status bar shows anything next
-  HWND watchedStatusBar = nullptr;     // the one that is filled so
+  // What the items of the menu bar show, by command. Whoever makes items anew empties it.
+  std::unordered_map<std::uint32_t, MenuItemState> menuItems;
+  std::u16string title;               // of the main window
+  bool titleWaits = false;            // it does not show it yet
+  void (*fillStatusBar)() = nullptr;  // called before the status bar shows anything next
+  HWND watchedStatusBar = nullptr;    // the one that is filled so
   std::vector<std::u16string> statusTexts;
   std::vector<int> statusPartEdges;  // right ends in pixels
 };
