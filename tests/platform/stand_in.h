@@ -179,6 +179,9 @@ void resetStandIn();
 // Waits until no thread that the logic started is running. False after ten seconds.
 bool waitForDetachedThreads();
 
+// Stops counting those that run; one of them that ends later changes nothing.
+void forgetDetachedThreads();
+
 // How a volume ("C:", "Z:" or "\\\\server\\share") answers. C: is present at first, other drives
 // are missing (error 3), shares are not found on the network (error 53). Safe from any thread.
 enum class VolumeState {

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <chrono>
 #include <ctime>
+#include <memory>
 #include <mutex>
 #include <thread>
 
@@ -18,7 +19,8 @@ constexpr auto kPause = std::chrono::milliseconds(1);
 
 std::atomic<std::uint64_t> sleptMilliseconds{0};
 
-std::atomic<int> threadsRunning{0};
+// Held by each thread too, which may outlive the test that gave up on it.
+std::shared_ptr<std::atomic<int>> threadsRunning = std::make_shared<std::atomic<int>>(0);
 std::mutex sleepMutex;
 
 // Looks again and again. Threads that were to be woken through condition variables have been seen
@@ -44,7 +46,11 @@ void resetClock() {
 }
 
 bool waitForDetachedThreads() {
-  return waitUntil(kThreadPatience, [] { return threadsRunning == 0; });
+  return waitUntil(kThreadPatience, [] { return *threadsRunning == 0; });
+}
+
+void forgetDetachedThreads() {
+  threadsRunning = std::make_shared<std::atomic<int>>(0);
 }
 
 std::u16string executablePath() {
@@ -106,10 +112,10 @@ void closeEvent(Event* event) {
 
 bool startDetachedThread(void (*work)(void* context), void* context) {
   if (standIn().failThreads) return false;
-  ++threadsRunning;
-  std::thread([work, context] {
+  ++*threadsRunning;
+  std::thread([work, context, running = threadsRunning] {
     work(context);
-    --threadsRunning;
+    --*running;
   }).detach();
   return true;
 }

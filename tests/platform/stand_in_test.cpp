@@ -113,6 +113,17 @@ TEST_F(StandInTest, AResetReleasesThreadsThatWaitForASilentShare) {
   closeEvent(probe.done);
 }
 
+TEST_F(StandInTest, AForgottenThreadIsNotWaitedFor) {
+  setVolume(u"\\\\nas\\docs", VolumeState::Silent);
+  static Probe probe;  // the thread may still use it when the test is over
+  ASSERT_TRUE(startDetachedThread(runProbe, &probe));
+  forgetDetachedThreads();
+  EXPECT_TRUE(waitForDetachedThreads());
+  setVolume(u"\\\\nas\\docs", VolumeState::Present);
+  EXPECT_TRUE(waitForEvent(probe.done, kPatience));
+  EXPECT_TRUE(waitForDetachedThreads());
+}
+
 TEST_F(StandInTest, AFullDiskTakesWhatFitsAndFails) {
   standIn().diskFree = 3;
   EXPECT_FALSE(writeFile(u"C:\\a.txt", "12345", 5));
