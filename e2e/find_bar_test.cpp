@@ -106,14 +106,15 @@ TEST_F(FindBar, ItsControlsKeepTheirPlacesInAWindowOfAnySize) {
   SetWindowPos(window, nullptr, 0, 0, 900, 500, SWP_NOMOVE | SWP_NOZORDER);
   expectControlsInTheirPlaces();
   const LONG width = inClient(findBar()).right;
-  EXPECT_TRUE(pixelBecomes(width - 1, kBarHeight - 1, kBottomLine));
-  const Picture shown = client();
   const std::uint32_t face = systemColor(COLOR_BTNFACE);
-  EXPECT_TRUE(shown.filled({0, kBarHeight - 1, width, kBarHeight}, kBottomLine));
-  EXPECT_TRUE(shown.filled({0, 0, width, 6}, face));
-  EXPECT_TRUE(shown.filled({0, 28, width, kBarHeight - 1}, face));
+  const auto becomesFilled = [&](const RECT& area, std::uint32_t color) {
+    return eventually([&] { return client().filled(area, color); });
+  };
+  EXPECT_TRUE(becomesFilled({0, kBarHeight - 1, width, kBarHeight}, kBottomLine));
+  EXPECT_TRUE(becomesFilled({0, 0, width, 6}, face));
+  EXPECT_TRUE(becomesFilled({0, 28, width, kBarHeight - 1}, face));
   for (const LONG left : {8, 60, 140, 242, 356}) {
-    EXPECT_TRUE(shown.filled({left - 4, 0, left, kBarHeight - 1}, face)) << left;
+    EXPECT_TRUE(becomesFilled({left - 4, 0, left, kBarHeight - 1}, face)) << left;
   }
   // Labels have no colour of their own.
   EXPECT_TRUE(pixelBecomes(358, 6, face));
