@@ -34,6 +34,20 @@ TEST(PixelsWindows, RowsFollowEachOtherFromTheTopWithBlueFirst) {
   EXPECT_EQ(seenAt(surface.get(), 2, 1), 0x152535u);
 }
 
+TEST(PixelsWindows, TheMemoryOfAnOrdinaryPageServesAnySmallerOne) {
+  const PixelSurfaceHandle surface(createPixelSurface(400, 300));
+  ASSERT_TRUE(surface);
+  EXPECT_TRUE(resizePixelSurface(surface.get(), 4, 3));
+  EXPECT_TRUE(resizePixelSurface(surface.get(), 400, 300));
+}
+
+TEST(PixelsWindows, TheMemoryOfAHugePageIsNotKeptForASmallOne) {
+  const PixelSurfaceHandle surface(createPixelSurface(3000, 2000));
+  ASSERT_TRUE(surface);
+  EXPECT_TRUE(resizePixelSurface(surface.get(), 2000, 2000));
+  EXPECT_FALSE(resizePixelSurface(surface.get(), 400, 300));
+}
+
 TEST(PixelsWindows, ASurfaceTakesAnotherSizeOfAboutItsArea) {
   const PixelSurfaceHandle surface(createPixelSurface(40, 30));
   ASSERT_TRUE(surface);

@@ -51,15 +51,18 @@ std::int64_t pixelCount(int width, int height) {
   return std::int64_t{width} * height;
 }
 
+// The memory of an ordinary page is kept for any smaller one; from there on it goes back when most
+// of it would lie idle.
+constexpr std::int64_t kOrdinaryPixels = 4 << 20;
+constexpr std::int64_t kMostWaste = 8;
+
 bool memoryServes(std::int64_t capacity, std::int64_t count) {
-  constexpr std::int64_t kMostWaste = 8;
-  return count <= capacity && count >= capacity / kMostWaste;
+  return count <= capacity && (capacity <= kOrdinaryPixels || count >= capacity / kMostWaste);
 }
 
 // Surfaces of ordinary pages that were given up: with a change of the document or the mode the
 // next ones are wanted at once. One for each pane.
 PixelSurface* spares[2] = {};
-constexpr std::int64_t kMostPixelsOfSpare = 4 << 20;
 
 PixelSurface* takeSpare(int width, int height) {
   for (PixelSurface*& spare : spares) {
@@ -72,7 +75,7 @@ PixelSurface* takeSpare(int width, int height) {
 
 // False when there is no room for one more.
 bool keepAsSpare(PixelSurface* surface) {
-  if (surface->bits == nullptr || surface->capacity > kMostPixelsOfSpare) return false;
+  if (surface->bits == nullptr || surface->capacity > kOrdinaryPixels) return false;
   const auto place = std::find(std::begin(spares), std::end(spares), nullptr);
   if (place == std::end(spares)) return false;
   *place = surface;
