@@ -213,6 +213,72 @@ void TestDamagedTrees() {
   Check(StampPages(MakePdf(objects)).empty(), "a tree of doubled empty nodes");
 }
 
+std::string Form(const std::string& data, const std::string& resources) {
+  return "<< /Type /XObject /Subtype /Form /BBox [0 0 50 50] " + resources + " /Length " +
+         std::to_string(data.size()) + " >>\nstream\n" + data + "\nendstream";
+}
+
+std::string XObjects(const std::string& names) {
+  return "/Resources << /XObject << " + names + " >> >>";
+}
+
+// How many objects |document|'s only page holds, those of forms within forms too.
+int CountAllObjects(FPDF_DOCUMENT document) {
+  ScopedFPDFPage page(FPDF_LoadPage(document, 0));
+  std::vector<FPDF_PAGEOBJECT> waiting;
+  for (int i = 0; i < FPDFPage_CountObjects(page.get()); ++i) {
+    waiting.push_back(FPDFPage_GetObject(page.get(), i));
+  }
+  int count = 0;
+  while (!waiting.empty()) {
+    FPDF_PAGEOBJECT object = waiting.back();
+    waiting.pop_back();
+    ++count;
+    for (int i = 0; i < FPDFFormObj_CountObjects(object); ++i) {
+      waiting.push_back(FPDFFormObj_GetObject(object, i));
+    }
+  }
+  return count;
+}
+
+// A page that draws the form /A and then a box, with the forms from object 5 on.
+int CountWithForms(const std::string& names, const std::vector<std::string>& forms) {
+  std::vector<std::string> objects = {kCatalog, "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
+                                      Page("/Contents 4 0 R " + XObjects(names)),
+                                      Stream("/A Do 0 0 9 9 re f")};
+  objects.insert(objects.end(), forms.begin(), forms.end());
+  return CountAllObjects(Load(MakePdf(objects)).get());
+}
+
+void TestFormsInForms() {
+  // Two forms with a box each, one of them drawn twice by the other.
+  Check(CountWithForms("/A 5 0 R /B 6 0 R",
+                       {Form("/B Do /B Do 0 0 9 9 re f", ""), Form("0 0 9 9 re f", "")}) == 7,
+        "a form within a form, twice");
+  Check(CountWithForms("/A 5 0 R", {Form("/A Do 0 0 9 9 re f /A Do", "")}) == 3,
+        "a form that draws itself");
+  Check(CountWithForms("/A 5 0 R", {Form("/X Do 0 0 9 9 re f /X Do", XObjects("/X 5 0 R"))}) == 3,
+        "a form that draws itself by its own resources");
+  Check(CountWithForms("/A 5 0 R /B 6 0 R", {Form("/B Do /B Do 0 0 9 9 re f", ""),
+                                             Form("/A Do 0 0 9 9 re f", "")}) == 7,
+        "two forms that draw each other");
+
+  // Each form draws the next one sixteen times, a thousand million in all.
+  std::string names = "/A 5 0 R";
+  std::vector<std::string> forms;
+  for (int i = 0; i < 9; ++i) {
+    std::string next = " /F" + std::to_string(i) + " Do";
+    std::string data;
+    for (int times = 0; times < 16; ++times) {
+      data += next;
+    }
+    names += " /F" + std::to_string(i) + " " + std::to_string(6 + i) + " 0 R";
+    forms.push_back(Form(data, ""));
+  }
+  const int count = CountWithForms(names, forms);
+  Check(count > 100'000 && count < 1'100'000, "forms that multiply, got: " + std::to_string(count));
+}
+
 // Three pages with text, a form, an image with a mask, links, a stamp with an
 // appearance, and bookmarks. The second bookmark is a link annotation too, and the
 // third the dictionary of a page's content.
@@ -433,6 +499,7 @@ int main(int argc, char** argv) {
   TestPageAndText(argc > 1 ? argv[1] : ".");
   TestStamps();
   TestDamagedTrees();
+  TestFormsInForms();
   TestReleaseChangesNothing();
   TestReleaseGivesBack();
   TestReleaseRefuses();

@@ -36,6 +36,14 @@ else()
     "_windows\\.cpp$|/(code_point_view|cfx_windowsrenderdevice|cpdf_windowsrenderdevice|cpdf_scaledrenderbuffer)\\.cpp$")
 endif()
 
+include(cmake/changes.cmake)
+foreach(file IN LISTS changed_files)
+  if(file MATCHES "\\.cpp$")
+    list(REMOVE_ITEM pdfium_sources ${PDFIUM_DIR}/${file})
+    list(APPEND pdfium_sources ${CHANGED_DIR}/${file})
+  endif()
+endforeach()
+
 configure_file(quillmere_engine_version.h.in quillmere_engine_version.h @ONLY)
 
 add_library(pdfium SHARED ${pdfium_sources} quillmere_engine.cpp release.cpp)
@@ -43,7 +51,8 @@ add_library(pdfium SHARED ${pdfium_sources} quillmere_engine.cpp release.cpp)
 # most of the work. Our own files keep to themselves.
 set_target_properties(pdfium PROPERTIES UNITY_BUILD ${ENGINE_UNITY} UNITY_BUILD_BATCH_SIZE 24)
 set_source_files_properties(quillmere_engine.cpp release.cpp PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
-target_include_directories(pdfium PRIVATE ${PDFIUM_DIR} ${PDFIUM_DIR}/public ${DEPS_DIR}
+# A changed header stands before PDFium's own.
+target_include_directories(pdfium PRIVATE ${CHANGED_DIR} ${CMAKE_CURRENT_SOURCE_DIR} ${PDFIUM_DIR} ${PDFIUM_DIR}/public ${DEPS_DIR}
   ${DEPS_DIR}/third_party/abseil-cpp ${DEPS_DIR}/third_party/icu/source/common
   ${CMAKE_CURRENT_BINARY_DIR})
 # COMPONENT_BUILD makes PDFium's headers mark the public functions for export.

@@ -1,5 +1,8 @@
 // Files that are not what a reader hopes for: the user is told why, and the program goes on.
+#include <fpdf_text.h>
 #include <gtest/gtest.h>
+
+#include <string>
 
 #include "core/open.h"
 #include "core/open_requests.h"
@@ -146,6 +149,25 @@ TEST_F(BadInputTest, AHugePageOpensEvenWithoutMemoryForItsPicture) {
   walk();
   EXPECT_TRUE(open(putPdf(u"sound.pdf", simplePdf(1))));
   EXPECT_NE(session.panes[0].pageBitmap, nullptr);
+}
+
+int occurrences(FPDF_TEXTPAGE text, const std::u16string& word) {
+  const FPDF_SCHHANDLE search =
+      FPDFText_FindStart(text, reinterpret_cast<FPDF_WIDESTRING>(word.c_str()), 0, 0);
+  int count = 0;
+  while (FPDFText_FindNext(search)) ++count;
+  FPDFText_FindClose(search);
+  return count;
+}
+
+TEST_F(BadInputTest, FormsThatDrawThemselvesAreShownOnce) {
+  ASSERT_TRUE(open(putPdf(u"forms.pdf", formsThatDrawThemselvesPdf())));
+  EXPECT_NE(session.panes[0].pageBitmap, nullptr);
+  const FPDF_TEXTPAGE text = session.panes[0].textPage.get();
+  EXPECT_EQ(occurrences(text, u"ebb"), 1);
+  EXPECT_EQ(occurrences(text, u"flood"), 1);
+  EXPECT_EQ(occurrences(text, u"neap"), 2);
+  walk();
 }
 
 TEST_F(BadInputTest, APageWithoutExtentOpens) {

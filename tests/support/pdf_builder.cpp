@@ -357,4 +357,24 @@ std::string hugePagePdf(double width, double height) {
   return buildPdf({page});
 }
 
+std::string formsThatDrawThemselvesPdf() {
+  PdfFile file;
+  const int catalog = file.reserve();
+  const int pages = file.reserve();
+  const std::string form = "/Type /XObject /Subtype /Form /BBox [0 0 612 792]";
+  const std::string again = "1 0 0 1 0 -30 cm /Flood Do /Neap Do ";
+  const int flood = file.addStream(textContent("flood", 72, 600) + again + again, form);
+  const int neap = file.addStream(textContent("neap", 300, 600) + again + again, form);
+  const int content = file.addStream(textContent("ebb") + "/Flood Do ");
+  const int page = file.add(
+      "<< /Type /Page /MediaBox [0 0 612 792] /Parent " + PdfFile::reference(pages) +
+      " /Contents " + PdfFile::reference(content) +
+      " /Resources << /Font << /F1 << /Type /Font /Subtype /Type1 /BaseFont /Helvetica >> >> "
+      "/XObject << /Flood " +
+      PdfFile::reference(flood) + " /Neap " + PdfFile::reference(neap) + " >> >> >>");
+  file.set(pages, "<< /Type /Pages /Count 1 /Kids [" + PdfFile::reference(page) + "] >>");
+  file.set(catalog, "<< /Type /Catalog /Pages " + PdfFile::reference(pages) + " >>");
+  return file.finish(catalog);
+}
+
 }  // namespace quillmere::test

@@ -89,5 +89,8 @@ std::string zeroPagePdf();               // sound, with an empty page tree
 std::string passwordProtectedPdf();      // opens with a password alone
 std::string manyPagesPdf(int pages);     // pages share one content
 std::string hugePagePdf(double width = 1e6, double height = 1e6);
+// One page with "ebb" and a form with "flood", which draws itself and "neap", another form that
+// draws both again: followed all the way they would fill any memory.
+std::string formsThatDrawThemselvesPdf();
 
 }  // namespace quillmere::test
