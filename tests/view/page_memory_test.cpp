@@ -63,6 +63,20 @@ TEST_F(PageMemoryTest, ASearchOfTheWholeDocumentKeepsNothingOfIt) {
   EXPECT_TRUE(firstPageIsReadAgain());
 }
 
+TEST_F(PageMemoryTest, ALongSearchKeepsNothingForLongOnItsWay) {
+  // All pages have the same content, so that each shows whether it was read anew.
+  PdfPage page;
+  page.content = textContent("Page 1");
+  constexpr int kPages = 1000;
+  open(buildPdf(std::vector<PdfPage>(kPages, page)), kPages);
+  OpenFindBar();
+  platform::standIn().findBar.field = u"Page X";
+  FindInDocument();
+  ASSERT_FALSE(session.find.results.empty());
+  EXPECT_GT(session.find.results.front().page, 0);
+  EXPECT_EQ(session.find.results.back().page, kPages - 1);
+}
+
 TEST_F(PageMemoryTest, APageIsKeptWhileFewOthersAreRead) {
   open(kManyPages);
   for (int page = 1; page < kPagesBetweenReleases / 2; ++page) show(0, page);
