@@ -34,6 +34,13 @@ class FolderStep : public Scenario {
     EXPECT_EQ(title(), before);
     EXPECT_EQ(boxNow(program).window, nullptr);
   }
+  void expectWarning(const std::wstring& text) const {
+    press(kNextKey, kCtrl);
+    const Box box = waitForBox(program);
+    EXPECT_EQ(box.title, L"Quillmere");
+    EXPECT_EQ(box.text, text);
+    EXPECT_TRUE(answerBox(box, VK_RETURN));
+  }
 };
 
 TEST_F(FolderStep, TheKeysGoThroughTheFolderByNameAndStopAtItsEnds) {
@@ -96,6 +103,20 @@ TEST_F(FolderStep, BesideAnotherDocumentItsFileIsSkipped) {
   press(VK_END);
   EXPECT_TRUE(pageTextBecomes(L"L:1/1  R:2/2"));
   EXPECT_EQ(title(), L"Quillmere - a.pdf | b.pdf");
+}
+
+TEST_F(FolderStep, AFileAndAFolderThatAreGoneAreReported) {
+  putFiles({L"a.pdf", L"b.pdf"});
+  const std::wstring path = scenarioFolder() + L"\\a.pdf";
+  start(L"--viewer " + inQuotes(path));  // it leaves its file free
+  ASSERT_TRUE(titleBecomes(L"Quillmere - Viewer (Read-Only) - a.pdf"));
+  toFront();
+  ASSERT_TRUE(MoveFileW(path.c_str(), (scenarioFolder() + L"\\c.pdf").c_str()));
+  expectWarning(
+      L"Could not locate the current file in its folder.\nIt may have been renamed or moved.");
+  removeTree(scenarioFolder());
+  expectWarning(L"Could not read the folder.\nIt may have been moved or renamed.");
+  EXPECT_EQ(title(), L"Quillmere - Viewer (Read-Only) - a.pdf");
 }
 
 TEST_F(FolderStep, AmongIndependentPagesItSplitsTheWindow) {
