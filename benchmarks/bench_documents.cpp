@@ -14,15 +14,20 @@ using test::PdfPage;
 
 constexpr int kPages = 20;
 constexpr int kLines = 40;
+constexpr int kSameLetters = 75;  // a line
 constexpr int kOutlineEntries = 10000;
 constexpr int kChapters = 100;
+
+double lineY(int line) {
+  return 700 - 16.0 * line;
+}
 
 std::string pageContent(int page) {
   std::string content = test::rectangleContent(60, 730, 492, 3, 0.2, 0.3, 0.6);
   for (int line = 0; line < kLines; ++line) {
     const std::string text = "Page " + std::to_string(page) + ", line " + std::to_string(line) +
                              " of a small document that has a page of plain text to show.";
-    content += test::textContent(text, 60, 700 - 16.0 * line, 11);
+    content += test::textContent(text, 60, lineY(line), 11);
   }
   return content;
 }
@@ -31,6 +36,15 @@ std::vector<PdfPage> textPages() {
   std::vector<PdfPage> pages(kPages);
   for (int i = 0; i < kPages; ++i) pages[static_cast<std::size_t>(i)].content = pageContent(i + 1);
   return pages;
+}
+
+// Lines of a's, each of which another letter ends.
+std::vector<PdfPage> sameLetters() {
+  PdfPage page;
+  for (int line = 0; line < kLines; ++line) {
+    page.content += test::textContent(std::string(kSameLetters, 'a') + "b", 60, lineY(line), 11);
+  }
+  return {page};
 }
 
 PdfOutlineItem entry(int number) {
@@ -70,6 +84,7 @@ bool write(const std::string& path, const std::string& bytes) {
 bool writeAll(const std::string& folder) {
   const std::vector<PdfPage> pages = textPages();
   return write(folder + "/small.pdf", test::buildPdf(pages)) &&
+         write(folder + "/same-letters.pdf", test::buildPdf(sameLetters())) &&
          write(folder + "/outline-flat.pdf", test::buildPdf(pages, {flatOutline(), "", ""})) &&
          write(folder + "/outline-deep.pdf", test::buildPdf(pages, {deepOutline(), "", ""}));
 }

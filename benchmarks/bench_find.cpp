@@ -1,8 +1,9 @@
 // Times searches in the reader's real main window, each time beside PDFium's own calls for the same
 // pages, and tells what the process holds after the first search and after some more.
 //
-// Usage: bench_find DOCUMENT           in the reader's real main window
-//        bench_find --plain DOCUMENT   memory with PDFium's calls alone
+// Usage: bench_find DOCUMENT                 in the reader's real main window
+//        bench_find --bad-pattern DOCUMENT   there, with a pattern that explodes on a run of a's
+//        bench_find --plain DOCUMENT         memory with PDFium's calls alone
 
 #include <windows.h>
 
@@ -27,7 +28,10 @@ namespace {
 // Rare enough that the search does not end before the last page.
 constexpr const char16_t* kWord = u"eigenvalue";
 constexpr const char16_t* kPattern = u"[Ee]igenvalues?";
+// On a's that something else follows there is no end to the ways of sharing them out.
+constexpr const char16_t* kExplodingPattern = u"(a+)+$";
 constexpr int kSearches = 2;
+constexpr int kExplosions = 3;
 constexpr int kFurtherSearches = 4;
 constexpr int kKeystrokePage = 100;
 constexpr int kTypings = 6;
@@ -124,6 +128,31 @@ int measureReader(const std::string& path) {
   return 0;
 }
 
+// True when the search ended as it should.
+bool timeExplosion(const std::string& document) {
+  FindClear();
+  setField(kExplodingPattern);
+  const double time = timed([] {
+    stepFromFindBar(1);
+    handleMessages();
+  });
+  reportValue("find-bad-pattern", document, time);
+  return findStatus() == u"Bad pattern";
+}
+
+int measureExplosion(const std::string& path) {
+  prepareSettings();
+  if (!showReader() || !openAndPaint(path)) return 1;
+  OpenFindBar();
+  chooseFindMode(true);
+  for (int i = 0; i < kExplosions; ++i) {
+    if (!timeExplosion(documentName(path))) return 1;
+  }
+  closeAllDocuments();
+  closeReader();
+  return 0;
+}
+
 int measurePlain(const std::string& path) {
   startPdfium();
   PlainView view;
@@ -141,5 +170,6 @@ int measurePlain(const std::string& path) {
 int main(int argc, char** argv) {
   using namespace quillmere::bench;
   if (argc == 3 && std::strcmp(argv[1], "--plain") == 0) return measurePlain(argv[2]);
+  if (argc == 3 && std::strcmp(argv[1], "--bad-pattern") == 0) return measureExplosion(argv[2]);
   return argc == 2 ? measureReader(argv[1]) : 2;
 }

@@ -65,6 +65,7 @@ COUNTS = [
 ]
 
 TIMES = [
+    Row("find-bad-pattern", "from Enter to \"Bad pattern\", (a+)+$ on a page of a's", "ms", 1000),
     Row("outline-fill", "first fill of the tree with an outline of 10,000 entries", "ms", 300),
 ]
 
@@ -79,11 +80,17 @@ ENGINE = [
 # What a search in the reader (under Wine, its document open) needs beside a new process of another
 # program (native).
 FIND_PEERS = [
-    ("find in the whole document, Wine / pdfgrep, native",
+    ("find-literal", "find in the whole document, Wine / pdfgrep, native",
      ["pdfgrep", "-c", "-i", "-F", "eigenvalue", "{document}"], 0.25),
-    ("find in the whole document, Wine / pdftotext, native",
+    ("find-literal", "find in the whole document, Wine / pdftotext, native",
      ["pdftotext", "{document}", "{out}.txt"], 0.5),
-    ("find in the whole document, Wine / mutool's text, native",
+    ("find-literal", "find in the whole document, Wine / mutool's text, native",
+     ["mutool", "draw", "-q", "-F", "txt", "-o", "{out}.txt", "{document}"], 1.0),
+    ("find-regex", "find a regular expression, Wine / pdfgrep, native",
+     ["pdfgrep", "-c", "[Ee]igenvalues?", "{document}"], 0.25),
+    ("find-regex", "find a regular expression, Wine / pdftotext, native",
+     ["pdftotext", "{document}", "{out}.txt"], 0.5),
+    ("find-regex", "find a regular expression, Wine / mutool's text, native",
      ["mutool", "draw", "-q", "-F", "txt", "-o", "{out}.txt", "{document}"], 1.0),
 ]
 
@@ -183,10 +190,15 @@ def measure_find(samples, document, repetitions):
             ours.take(wine("bench_find", windows_path(document)))
             for key, pairs in ours.pairs.items():
                 samples.pairs[key].extend(pairs)
-            search = statistics.median(pair[0] for pair in ours.pairs["find-literal", document.name])
-            for title, command, _ in FIND_PEERS:
+            for row, title, command, _ in FIND_PEERS:
+                search = statistics.median(pair[0] for pair in ours.pairs[row, document.name])
                 theirs = [part.format(document=document, out=f"{folder}/out") for part in command]
                 samples.pairs[title, document.name].append((search, milliseconds(theirs)))
+
+
+def measure_bad_pattern(samples, made):
+    progress("Giving up a pattern")
+    samples.take(wine("bench_find", "--bad-pattern", windows_path(made / "same-letters.pdf")))
 
 
 def measure_outlines(samples, made):
@@ -286,13 +298,15 @@ def main():
     measure_reader(samples, documents)
     for document in manuals:
         measure_find(samples, document, repetitions)
+    measure_bad_pattern(samples, made)
     measure_outlines(samples, made)
     measure_processes(samples, documents)
     measure_engine(samples, documents, repetitions)
     measure_peers(samples, documents[0], repetitions)
     text = table([
         *ratio_lines(RATIOS, samples),
-        *ratio_lines([Row(title, title, "ms", limit) for title, _, limit in FIND_PEERS], samples),
+        *ratio_lines([Row(title, title, "ms", limit) for _, title, _, limit in FIND_PEERS],
+                     samples),
         *time_lines(TIMES, samples),
         *difference_lines(DIFFERENCES, samples),
         *count_lines(COUNTS, samples),
