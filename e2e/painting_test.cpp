@@ -37,6 +37,23 @@ TEST_F(Painting, AFittedPageLiesInTheMiddleWithAShadowAtRightAndBottomOnly) {
       shown.filled({area.left, page.bottom + shadow, area.right, area.bottom}, kBackground));
 }
 
+TEST_F(Painting, TheStatusBarsPartsFollowTheWindowsWidth) {
+  start();
+  for (const bool opened : {false, true}) {
+    if (opened) {
+      dropFiles(window, {dip(400), dip(100)}, {makeFile(L"one.pdf", coloredPdf(1))});
+      ASSERT_TRUE(pageTextBecomes(L"Page 1 of 1"));
+    }
+    for (const int width : {dip(800), dip(500), dip(1000)}) {
+      SetWindowPos(window, nullptr, 0, 0, width, dip(600), SWP_NOMOVE | SWP_NOZORDER);
+      const RECT client = clientOnScreen(window);
+      const int pageEdge = std::max<int>(dip(318), client.right - client.left - dip(220));
+      const std::vector<int> wanted{dip(88), dip(238), pageEdge, -1};
+      EXPECT_EQ(settled([&] { return statusParts(window); }, wanted), wanted) << width;
+    }
+  }
+}
+
 TEST_F(Painting, ThePanelSplittersHaveTheirColour) {
   start();
   const RECT area = pageArea();

@@ -309,6 +309,13 @@ void changeDensity(HWND window, int dpi) {
   askInside(window, InsideRequest::ChangeDensity, dpi);
 }
 
+std::vector<int> statusParts(HWND window) {
+  std::wistringstream text(askInside(window, InsideRequest::StatusParts, 0));
+  std::vector<int> edges;
+  for (int edge = 0; text >> edge;) edges.push_back(edge);
+  return edges;
+}
+
 std::wstring cursorOf(HWND window) {
   return askInside(window, InsideRequest::Cursor, 0);
 }

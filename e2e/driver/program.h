@@ -77,6 +77,8 @@ void sendPathAndReturn(HWND window, const std::wstring& path);
 void runCommand(HWND window, int id);
 // Tells the window that its screen has another density now.
 void changeDensity(HWND window, int dpi);
+// The right edges of the status bar's parts, in pixels; -1 for "to the end".
+std::vector<int> statusParts(HWND window);
 // The picture of the pointer while it is over the window, for comparing.
 std::wstring cursorOf(HWND window);
 

@@ -92,6 +92,16 @@ std::wstring statusText(HWND window, WPARAM part) {
   return text;
 }
 
+std::wstring statusParts(HWND window) {
+  const HWND bar = FindWindowExW(window, nullptr, STATUSCLASSNAMEW, nullptr);
+  int edges[16]{};
+  const LRESULT count =
+      SendMessageW(bar, SB_GETPARTS, ARRAYSIZE(edges), reinterpret_cast<LPARAM>(edges));
+  std::wstring text;
+  for (LRESULT i = 0; i < count; ++i) text += L' ' + std::to_wstring(edges[i]);
+  return text;
+}
+
 // The block belongs to the receiver from then on.
 void dropFiles(HWND window, LPARAM place, const wchar_t* paths, DWORD units) {
   const SIZE_T size = sizeof(DROPFILES) + (units + 1) * sizeof(wchar_t);
@@ -126,6 +136,9 @@ void serve(HWND window, InsideRequest request, LPARAM detail, InsideBlock& block
     }
     case InsideRequest::StatusText:
       answer(block, statusText(window, static_cast<WPARAM>(detail)));
+      break;
+    case InsideRequest::StatusParts:
+      answer(block, statusParts(window));
       break;
     case InsideRequest::Cursor:
       answer(block, std::to_wstring(reinterpret_cast<ULONG_PTR>(GetCursor())));

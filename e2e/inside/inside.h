@@ -31,6 +31,8 @@ enum class InsideRequest : WPARAM {
   Cursor = 8,
   // lParam: the density that the window's screen now has; the window keeps its place.
   ChangeDensity = 9,
+  // Answer: the right edges of the status bar's parts in pixels, each behind a blank.
+  StatusParts = 10,
 };
 
 struct InsideBlock {

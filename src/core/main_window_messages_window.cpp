@@ -288,7 +288,7 @@ Result onHorizontalScroll(WPARAM wParam, LPARAM lParam) {
   const auto slider = reinterpret_cast<HWND>(lParam);
   if (slider == nullptr || slider != windowHandles.zoomSlider) return std::nullopt;
   if (LOWORD(wParam) == TB_THUMBPOSITION || LOWORD(wParam) == TB_ENDTRACK) return 0;
-  zoomToSliderPosition(static_cast<int>(SendMessageW(slider, TBM_GETPOS, 0, 0)));
+  zoomToSliderPosition(platform::zoomSliderPosition());
   return 0;
 }
 

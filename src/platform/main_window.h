@@ -38,9 +38,10 @@ void fillStatusBarLater(void (*fill)());
 // Right edges of the status bar's parts in pixels, -1 for "to the end"; `count` of them.
 void setStatusParts(const int* rightEdges, int count);
 void setStatusText(int part, const std::u16string& text);
-// Place of the zoom slider inside the status bar, and its thumb.
+// Place of the zoom slider inside the status bar, whether it can be used, and its thumb.
 void placeZoomSlider(int x, int y, int width, int height);
-void setZoomSlider(int position, bool enabled);
+void enableZoomSlider(bool enabled);
+void setZoomSlider(int position);
 
 // Check mark and enabling of a menu bar item by its command id.
 void setMenuItem(std::uint32_t command, bool checked, bool enabled);

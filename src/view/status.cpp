@@ -42,8 +42,7 @@ void fillStatusBar() {
   platform::setStatusText(kSliderPart, u"");
   const PaneRect slider = zoomSliderPlace(platform::statusBarHeight());
   platform::placeZoomSlider(slider.left, slider.top, slider.width(), slider.height());
-  const PaneSlot& pane = session.panes[session.activePane];
-  platform::setZoomSlider(sliderPositionOfZoom(pane.zoom), pane.page != nullptr);
+  platform::setZoomSlider(sliderPositionOfZoom(session.panes[session.activePane].zoom));
   platform::setStatusText(kPagePart, statusPageText());
 }
 
@@ -104,7 +103,9 @@ void refreshVersionPart() {
   platform::setStatusText(kVersionPart, versionText());
 }
 
+// What can be used is known at once, before anything of it is painted.
 void refreshStatus() {
+  platform::enableZoomSlider(session.panes[session.activePane].page != nullptr);
   platform::fillStatusBarLater(fillStatusBar);
 }
 

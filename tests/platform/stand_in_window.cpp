@@ -66,10 +66,12 @@ void placeZoomSlider(int x, int y, int width, int height) {
   if (mainWindow()) mainWindow()->sliderPlace = {x, y, x + width, y + height};
 }
 
-void setZoomSlider(int position, bool enabled) {
-  if (!mainWindow()) return;
-  mainWindow()->sliderPosition = position;
-  mainWindow()->sliderEnabled = enabled;
+void enableZoomSlider(bool enabled) {
+  if (mainWindow()) mainWindow()->sliderEnabled = enabled;
+}
+
+void setZoomSlider(int position) {
+  if (mainWindow()) mainWindow()->sliderPosition = position;
 }
 
 void setMenuItem(std::uint32_t command, bool checked, bool enabled) {

@@ -156,7 +156,7 @@ void fillWithZoom() {
   const int edge = -1;
   setStatusParts(&edge, 1);
   setStatusText(0, u"  Zoom: 103%");
-  setZoomSlider(12, true);
+  setZoomSlider(12);
 }
 
 TEST_F(MainWindowWindows, TheStatusBarIsFilledWhenItIsPainted) {
@@ -175,6 +175,7 @@ TEST_F(MainWindowWindows, TheStatusBarIsFilledWhenItIsAsked) {
   SendMessageW(windowHandles.zoomSlider, TBM_SETRANGE, FALSE, MAKELPARAM(0, 500));
   const auto asks = {+[] { statusText(0); },
                      +[] { SendMessageW(windowHandles.statusBar, SB_GETPARTS, 0, 0); },
+                     +[] { SendMessageW(windowHandles.statusBar, WM_GETTEXTLENGTH, 0, 0); },
                      +[] { SendMessageW(windowHandles.zoomSlider, TBM_GETPOS, 0, 0); },
                      +[] { SendMessageW(windowHandles.zoomSlider, WM_KEYDOWN, VK_F24, 0); }};
   for (const auto ask : asks) {
@@ -185,6 +186,34 @@ TEST_F(MainWindowWindows, TheStatusBarIsFilledWhenItIsAsked) {
     EXPECT_EQ(fillings, 1);
   }
   EXPECT_EQ(SendMessageW(windowHandles.zoomSlider, TBM_GETPOS, 0, 0), 12);
+}
+
+TEST_F(MainWindowWindows, WhereTheUserMovedTheSliderIsKnownWhileTheBarWaits) {
+  SendMessageW(windowHandles.zoomSlider, TBM_SETRANGE, FALSE, MAKELPARAM(0, 500));
+  fillings = 0;
+  fillStatusBarLater(fillWithZoom);
+  SendMessageW(windowHandles.zoomSlider, TBM_SETPOS, TRUE, 15);
+  EXPECT_EQ(fillings, 1);
+  fillStatusBarLater(fillWithZoom);
+  EXPECT_EQ(zoomSliderPosition(), 15);
+  EXPECT_EQ(fillings, 1);
+  UpdateWindow(windowHandles.statusBar);
+  EXPECT_EQ(zoomSliderPosition(), 12);
+}
+
+TEST_F(MainWindowWindows, FillingTheBarPaintsNothingThatStaysAsItIs) {
+  placeZoomSlider(90, 2, 146, 18);
+  fillStatusBarLater(fillWithZoom);
+  UpdateWindow(windowHandles.statusBar);
+  UpdateWindow(windowHandles.zoomSlider);
+  childMessages.clear();
+  fillStatusBarLater(fillWithZoom);
+  EXPECT_FALSE(GetUpdateRect(windowHandles.zoomSlider, nullptr, FALSE));
+  RECT unpainted{};
+  EXPECT_TRUE(GetUpdateRect(windowHandles.statusBar, &unpainted, FALSE));
+  EXPECT_EQ(unpainted.right - unpainted.left, 1);
+  UpdateWindow(windowHandles.statusBar);
+  EXPECT_EQ(childMessages[SB_SETTEXTW], 0);
 }
 
 TEST_F(MainWindowWindows, TheSliderIsPlacedMovedAndEnabled) {
@@ -200,11 +229,14 @@ TEST_F(MainWindowWindows, TheSliderIsPlacedMovedAndEnabled) {
   childMessages.clear();
   placeZoomSlider(90, 2, 146, 18);
   EXPECT_EQ(childMessages[WM_WINDOWPOSCHANGING], 0);
-  for (int n = 0; n < 2; ++n) setZoomSlider(120, false);
+  for (int n = 0; n < 2; ++n) {
+    enableZoomSlider(false);
+    setZoomSlider(120);
+  }
   EXPECT_EQ(childMessages[TBM_SETPOS], 1);
   EXPECT_EQ(childMessages[WM_ENABLE], 1);
   EXPECT_FALSE(IsWindowEnabled(windowHandles.zoomSlider));
-  setZoomSlider(120, true);
+  enableZoomSlider(true);
   EXPECT_TRUE(IsWindowEnabled(windowHandles.zoomSlider));
   EXPECT_EQ(SendMessageW(windowHandles.zoomSlider, TBM_GETPOS, 0, 0), 120);
 }
@@ -322,7 +354,9 @@ TEST(NoMainWindowWindows, WithoutAWindowEveryCallIsHarmless) {
   setStatusParts(&edge, 1);
   setStatusText(0, u"x");
   placeZoomSlider(0, 0, 1, 1);
-  setZoomSlider(1, true);
+  enableZoomSlider(true);
+  setZoomSlider(1);
+  EXPECT_EQ(zoomSliderPosition(), 0);
   setMenuItem(kCommand, true, true);
   layoutMainWindow();
   refreshCursor();

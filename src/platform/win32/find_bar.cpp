@@ -6,6 +6,7 @@
 
 #include <utility>
 
+#include "platform/win32/class_procedure.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
 
@@ -37,11 +38,10 @@ void watchFindStatus(HWND label) {
 // Past the subclasses, which have no say in the text: each of them asks the system for a property
 // with each message, and a search reads the field with each key.
 std::u16string textOfClass(HWND control) {
-  const auto procedure = reinterpret_cast<WNDPROC>(GetClassLongPtrW(control, GCLP_WNDPROC));
-  const LRESULT length = CallWindowProcW(procedure, control, WM_GETTEXTLENGTH, 0, 0);
+  const LRESULT length = askClassOf(control, WM_GETTEXTLENGTH);
   std::u16string text(static_cast<std::size_t>(length) + 1, u'\0');
-  const LRESULT copied = CallWindowProcW(procedure, control, WM_GETTEXT, text.size(),
-                                         reinterpret_cast<LPARAM>(text.data()));
+  const LRESULT copied =
+      askClassOf(control, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
   text.resize(static_cast<std::size_t>(copied));
   return text;
 }

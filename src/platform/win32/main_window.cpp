@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/win32/class_procedure.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
 
@@ -28,12 +29,20 @@ bool showsStatus(UINT message) {
   switch (message) {
     case WM_PAINT:
     case WM_PRINTCLIENT:
+    case WM_GETTEXT:
+    case WM_GETTEXTLENGTH:
     case WM_KEYDOWN:
     case WM_LBUTTONDOWN:
+    case WM_MOUSEWHEEL:
+    case SB_GETTEXTA:
     case SB_GETTEXTW:
+    case SB_GETTEXTLENGTHA:
     case SB_GETTEXTLENGTHW:
     case SB_GETPARTS:
+    case SB_GETRECT:
     case TBM_GETPOS:
+    case TBM_SETPOS:
+    case TBM_GETTHUMBRECT:
       return true;
     default:
       return false;
@@ -92,8 +101,8 @@ int statusBarHeight() {
 void setMainWindowTitle(const std::u16string& title) {
   if (mainWindow() == nullptr || windowHandles.title == title) return;
   windowHandles.title = title;
-  if (std::exchange(windowHandles.titleWaits, true)) return;
-  PostMessageW(mainWindow(), kTitleMessage, 0, 0);
+  if (windowHandles.titleWaits) return;
+  windowHandles.titleWaits = PostMessageW(mainWindow(), kTitleMessage, 0, 0) != 0;
 }
 
 void showWaitingTitle() {
@@ -121,9 +130,10 @@ void fillStatusBarLater(void (*fill)()) {
   const HWND bar = windowHandles.statusBar;
   if (bar == nullptr) return;
   watchStatusBar(bar);
-  if (std::exchange(windowHandles.fillStatusBar, fill) == nullptr) {
-    InvalidateRect(bar, nullptr, FALSE);
-  }
+  if (std::exchange(windowHandles.fillStatusBar, fill) != nullptr) return;
+  // One pixel makes the bar paint; what is filled then invalidates what it changes.
+  constexpr RECT kPixel{0, 0, 1, 1};
+  InvalidateRect(bar, &kPixel, FALSE);
 }
 
 void setStatusParts(const int* rightEdges, int count) {
@@ -157,11 +167,20 @@ void placeZoomSlider(int x, int y, int width, int height) {
                SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void setZoomSlider(int position, bool enabled) {
+void enableZoomSlider(bool enabled) {
   const HWND slider = windowHandles.zoomSlider;
-  if (slider == nullptr) return;
-  if ((IsWindowEnabled(slider) != 0) != enabled) EnableWindow(slider, enabled);
-  if (SendMessageW(slider, TBM_GETPOS, 0, 0) == position) return;
+  if (slider == nullptr || (IsWindowEnabled(slider) != 0) == enabled) return;
+  EnableWindow(slider, enabled);
+}
+
+int zoomSliderPosition() {
+  const HWND slider = windowHandles.zoomSlider;
+  return slider == nullptr ? 0 : static_cast<int>(askClassOf(slider, TBM_GETPOS));
+}
+
+void setZoomSlider(int position) {
+  const HWND slider = windowHandles.zoomSlider;
+  if (slider == nullptr || zoomSliderPosition() == position) return;
   SendMessageW(slider, TBM_SETPOS, TRUE, position);
 }
 

@@ -62,7 +62,11 @@ inline constexpr UINT kBinderTreeRebuildMessage = WM_APP + 1;
 
 // Posted to the main window, which answers it, and a question for its text, with
 // showWaitingTitle().
-inline constexpr UINT kTitleMessage = WM_APP + 2;
+inline constexpr UINT kTitleMessage = WM_APP + 200;
+
+// Where the user moved the zoom slider to, also while the status bar waits to be filled with the
+// zoom of before.
+int zoomSliderPosition();
 
 // Gives the main window the title that it has yet to get, after invalid pages.
 void showWaitingTitle();
