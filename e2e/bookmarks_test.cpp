@@ -9,7 +9,6 @@ namespace {
 
 constexpr Size kPage{300, 400};
 constexpr int kPages = 6;
-constexpr int kDistance = 24;  // pixels from the pane's top edge to a target
 
 using test::pageDestination;
 using ::testing::ElementsAre;
@@ -226,12 +225,13 @@ TEST_F(Bookmarks, ATargetOnThePageComesToStandBelowThePanesTop) {
   const RECT area = pageArea();
   const float zoom = fitWidthZoom(area, kPage);
   const RECT unmoved = placedPage(area, kPage, zoom);
+  const int distance = dip(24);
   ASSERT_TRUE(pageBecomes(area, clipped(unmoved, area)));
   for (const Target& target : targets) {
     clickRow({target.title.begin(), target.title.end()});
     RECT wanted = unmoved;
     const double above = (kPage.height - target.y) * static_cast<double>(zoom);
-    OffsetRect(&wanted, 0, area.top + kDistance - static_cast<int>(above) - unmoved.top);
+    OffsetRect(&wanted, 0, area.top + distance - static_cast<int>(above) - unmoved.top);
     const int column = (wanted.left + wanted.right) / 2;
     // The page's lower edge tells where the page stands to the pixel.
     EXPECT_TRUE(eventually([&] {
@@ -239,7 +239,7 @@ TEST_F(Bookmarks, ATargetOnThePageComesToStandBelowThePanesTop) {
       const bool inPlace = wanted.bottom >= area.bottom
                                ? page.bottom == area.bottom
                                : std::abs(page.bottom - wanted.bottom) <= 1;
-      return inPlace && client().at(column, area.top + kDistance) == pageColor(target.page);
+      return inPlace && client().at(column, area.top + distance) == pageColor(target.page);
     })) << ::testing::PrintToString(pageOnScreen(client(), area))
         << ::testing::PrintToString(wanted);
   }

@@ -7,7 +7,6 @@ namespace quillmere::e2e {
 namespace {
 
 constexpr Size kPage{612, 792};
-constexpr int kBarHeight = 34;
 constexpr std::uint32_t kBottomLine = rgb(160, 160, 160);
 
 struct Row {
@@ -15,8 +14,8 @@ struct Row {
   const wchar_t* kind;
   DWORD type;  // the lowest bits of the style, which tell the kinds of a class apart
   const wchar_t* text;
-  int x;      // pixels; from the bar's right edge when negative
-  int width;  // pixels; what the bar has beyond it when negative
+  int x;      // pixels at 96 DPI; from the bar's right edge when negative
+  int width;  // pixels at 96 DPI; what the bar has beyond it when negative
 };
 
 constexpr Row kControls[] = {
@@ -33,6 +32,18 @@ constexpr Row kControls[] = {
     {413, L"Static", SS_CENTER, L"", -122, 90},
     {414, L"Button", BS_PUSHBUTTON, L"\u00D7", -28, 24},
 };
+
+int barHeight() {
+  return dip(34);
+}
+
+int controlTop() {
+  return dip(6);
+}
+
+int controlBottom() {
+  return controlTop() + dip(22);
+}
 
 std::uint32_t systemColor(int index) {
   const COLORREF color = GetSysColor(index);
@@ -61,12 +72,12 @@ class FindBar : public FindScenario {
   }
   void expectControlsInTheirPlaces() const {
     const int width = clientOnScreen(window).right - clientOnScreen(window).left;
-    EXPECT_EQ(settled([&] { return inClient(findBar()); }, RECT{0, 0, width, kBarHeight}),
-              (RECT{0, 0, width, kBarHeight}));
+    EXPECT_EQ(settled([&] { return inClient(findBar()); }, RECT{0, 0, width, barHeight()}),
+              (RECT{0, 0, width, barHeight()}));
     for (const Row& row : kControls) {
-      const LONG left = row.x < 0 ? width + row.x : row.x;
-      const LONG right = left + (row.width < 0 ? width + row.width : row.width);
-      const RECT wanted{left, 6, right, 28};
+      const LONG left = dip(row.x) + (row.x < 0 ? width : 0);
+      const LONG right = left + dip(row.width) + (row.width < 0 ? width : 0);
+      const RECT wanted{left, controlTop(), right, controlBottom()};
       EXPECT_EQ(settled([&] { return inClient(control(row.id)); }, wanted), wanted) << row.id;
     }
   }
@@ -103,22 +114,23 @@ TEST_F(FindBar, ItsControlsKeepTheirPlacesInAWindowOfAnySize) {
   toFront();
   openFindBar();
   expectControlsInTheirPlaces();
-  SetWindowPos(window, nullptr, 0, 0, 900, 500, SWP_NOMOVE | SWP_NOZORDER);
+  SetWindowPos(window, nullptr, 0, 0, dip(900), dip(500), SWP_NOMOVE | SWP_NOZORDER);
   expectControlsInTheirPlaces();
   const LONG width = inClient(findBar()).right;
   const std::uint32_t face = systemColor(COLOR_BTNFACE);
   const auto becomesFilled = [&](const RECT& area, std::uint32_t color) {
     return eventually([&] { return client().filled(area, color); });
   };
-  EXPECT_TRUE(becomesFilled({0, kBarHeight - 1, width, kBarHeight}, kBottomLine));
-  EXPECT_TRUE(becomesFilled({0, 0, width, 6}, face));
-  EXPECT_TRUE(becomesFilled({0, 28, width, kBarHeight - 1}, face));
-  for (const LONG left : {8, 60, 140, 242, 356}) {
-    EXPECT_TRUE(becomesFilled({left - 4, 0, left, kBarHeight - 1}, face)) << left;
+  EXPECT_TRUE(becomesFilled({0, barHeight() - 1, width, barHeight()}, kBottomLine));
+  EXPECT_TRUE(becomesFilled({0, 0, width, controlTop()}, face));
+  EXPECT_TRUE(becomesFilled({0, controlBottom(), width, barHeight() - 1}, face));
+  for (const LONG x : {8, 60, 140, 242, 356}) {
+    const LONG left = dip(x);
+    EXPECT_TRUE(becomesFilled({left - dip(4), 0, left, barHeight() - 1}, face)) << x;
   }
   // Labels have no colour of their own.
-  EXPECT_TRUE(pixelBecomes(358, 6, face));
-  EXPECT_TRUE(pixelBecomes(width - 122, 6, face));
+  EXPECT_TRUE(pixelBecomes(dip(358), controlTop(), face));
+  EXPECT_TRUE(pixelBecomes(width - dip(122), controlTop(), face));
 }
 
 TEST_F(FindBar, ThePageLiesBelowItAndTakesItsRoomAgain) {
@@ -126,8 +138,8 @@ TEST_F(FindBar, ThePageLiesBelowItAndTakesItsRoomAgain) {
   const RECT before = pageArea();
   openFindBar();
   const RECT below = pageArea();
-  EXPECT_EQ(below.top - before.top, kBarHeight);
-  EXPECT_EQ(inClient(childOf(window, 422)).top, kBarHeight);
+  EXPECT_EQ(below.top - before.top, barHeight());
+  EXPECT_EQ(inClient(childOf(window, 422)).top, barHeight());
   EXPECT_TRUE(pageBecomes(below, fitPage(below, kPage)));
   press(VK_ESCAPE);
   EXPECT_TRUE(keyboardGoesTo(0));
@@ -149,7 +161,7 @@ TEST_F(FindBar, ThePanelMakesRoomWithoutLeavingTraces) {
     ASSERT_TRUE(eventually([&] { return barShown() == opens; }));
     EXPECT_TRUE(eventually([&] {
       RECT beside = inClient(header);
-      beside.left += 100;  // what its text leaves free
+      beside.left += dip(100);  // what its text leaves free
       return client().filled(beside, face);
     })) << opens;
   }
@@ -199,6 +211,38 @@ TEST_F(FindBar, WithRegExChosenTabPassesTheGreyedBoxes) {
   goRound({kMatchCase}, kNone);
   press(VK_SPACE);
   EXPECT_TRUE(checkBecomes(kMatchCase, true));
+}
+
+TEST_F(FindBar, AClickOnTheMatcherThatStandsSearchesAgainAndItsKeyboardDoesNot) {
+  startWithLines({"quill quill quill"});
+  lookFor(L"quill");
+  press(VK_RETURN);
+  press(VK_RETURN);
+  ASSERT_TRUE(hitsBecome(L"2 of 3"));
+  openFindBar();
+  press(VK_RETURN);
+  ASSERT_TRUE(hitsBecome(L"2 of 3"));
+  clickControl(kField);
+  goRound({kWholeWord, kMatchCase, kLiteral}, kShift);
+  EXPECT_TRUE(hitsBecome(L"2 of 3"));
+  clickControl(kLiteral);
+  EXPECT_TRUE(hitsBecome(L"1 of 3"));
+}
+
+TEST_F(FindBar, ThePointerIsABeamOverItsFieldAlone) {
+  start();
+  toFront();
+  openFindBar();
+  const auto pointerOver = [&](int id) {
+    movePointer(middleOf(inClient(control(id))));
+    inputIsHandled(window);
+    return cursorOf(window);
+  };
+  const std::wstring arrow = pointerOver(kNext);
+  EXPECT_TRUE(eventually([&] { return pointerOver(kField) != arrow; }));
+  for (const int id : {kLiteral, kMatchCase, kHits, kClose}) {
+    EXPECT_TRUE(eventually([&] { return pointerOver(id) == arrow; })) << id;
+  }
 }
 
 TEST_F(FindBar, PastingTakesTheFirstLineAndEightyUnits) {

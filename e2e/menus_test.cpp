@@ -122,6 +122,7 @@ struct State {
   bool severalPages = false;
   bool selection = false;
   bool beside = false;
+  bool findBar = false;
 };
 
 bool enabled(Rule rule, const State& state) {
@@ -143,6 +144,7 @@ bool enabled(Rule rule, const State& state) {
     case Rule::SinglePageNotInViewer:
       return !state.beside && !state.viewer;
     case Rule::FindBar:
+      return state.findBar;
     case Rule::Never:
       return false;
   }
@@ -222,6 +224,16 @@ TEST_F(Menus, OfAOnePageDocument) {
   startWith(coloredPdf(1));
   State state;
   state.document = true;
+  expectMenuBar(state);
+}
+
+TEST_F(Menus, OfAWindowWithTheFindBar) {
+  start();
+  toFront();
+  press('F', kCtrl);
+  ASSERT_TRUE(eventually([&] { return IsWindowVisible(childOf(window, 404)) != FALSE; }));
+  State state;
+  state.findBar = true;
   expectMenuBar(state);
 }
 

@@ -85,8 +85,6 @@ void CloseFindBar() {
 }
 
 void chooseFindMode(bool regex) {
-  // A button that stands reports a click too when it merely gets the keyboard.
-  if (session.find.regexMode == regex) return;
   session.find.regexMode = regex;
   platform::enableFindOptions(!regex);
   searchAgain();

@@ -24,6 +24,7 @@ constexpr COLORREF kBottomLine = 0xA0A0A0;
 enum SubclassId : UINT_PTR { kTabSubclass = 1, kFieldSubclass = 2 };
 
 HFONT barFont = nullptr;
+bool keyboardComes = false;  // to a radio button, which reports that as a click
 
 struct ControlClass {
   const wchar_t* name;
@@ -90,6 +91,12 @@ LRESULT CALLBACK controlProcedure(HWND window, UINT message, WPARAM wParam, LPAR
   }
   if (message == WM_KEYDOWN && isRadio(window) && chooseNeighbour(window, wParam)) return 0;
   if (message == WM_CHAR && (wParam == VK_TAB || wParam == VK_ESCAPE)) return 0;
+  if (message == WM_SETFOCUS && isRadio(window)) {
+    keyboardComes = true;
+    DefSubclassProc(window, message, wParam, lParam);
+    keyboardComes = false;
+    return 0;
+  }
   return DefSubclassProc(window, message, wParam, lParam);
 }
 
@@ -157,7 +164,7 @@ void handleCommand(HWND bar, WORD id, WORD notification) {
     if (notification == EN_CHANGE) findFieldChanged();
     return;
   }
-  if (notification != BN_CLICKED) return;
+  if (notification != BN_CLICKED || keyboardComes) return;
   switch (id) {
     case kFindCloseButton:
       CloseFindBar();
