@@ -140,8 +140,13 @@ std::size_t numberLength(char16_t escape, std::u16string_view rest) {
 // Escapes that mean the same to ECMAScript and to the library.
 bool sharedEscape(char16_t escape, std::u16string_view rest) {
   if (escape == u'k') return rest.starts_with(u'<');
-  return isDigit(escape) || std::u16string_view(u"dDsSwWbBfnrtvc^$\\.*+?()[]{}|/-").find(escape) !=
+  return isDigit(escape) || std::u16string_view(u"dDsSwWbBfnrtv^$\\.*+?()[]{}|/-").find(escape) !=
                                 std::u16string_view::npos;
+}
+
+// A control character is named by a letter; "\c" before anything else is a backslash and a "c".
+bool isControl(char16_t escape, std::u16string_view rest) {
+  return escape == u'c' && !rest.empty() && (isLower(rest[0]) || isUpper(rest[0]));
 }
 
 // The unit as a number that the library takes for nothing else.
@@ -169,6 +174,11 @@ std::u16string withLibraryEscapes(std::u16string_view text) {
     if (const std::size_t length = numberLength(escape, rest); length > 0) {
       result += asNumber(rest.substr(0, length));
       i += length;
+    } else if (isControl(escape, rest)) {
+      result += asNumber(hexadecimal(rest[0] % 32));
+      ++i;
+    } else if (escape == u'c') {
+      result += u"\\\\c";
     } else if (sharedEscape(escape, rest)) {
       result.append({u'\\', escape});
     } else {
@@ -176,6 +186,12 @@ std::u16string withLibraryEscapes(std::u16string_view text) {
     }
   }
   return result;
+}
+
+// The library itself takes any text up to ">".
+bool isGroupName(std::u16string_view name) {
+  const auto inName = [](char16_t unit) { return isWord(unit) || unit == u'$' || unit > 0x7F; };
+  return !name.empty() && !isDigit(name[0]) && std::all_of(name.begin(), name.end(), inName);
 }
 
 // Whether what follows "(" begins a group that ECMAScript knows.
@@ -186,8 +202,7 @@ bool sharedGroup(std::u16string_view rest) {
   for (const std::u16string_view known : {u":", u"=", u"!", u"<=", u"<!"}) {
     if (kind.starts_with(known)) return true;
   }
-  return kind.size() > 1 && kind[0] == u'<' &&
-         (isLower(kind[1]) || isUpper(kind[1]) || kind[1] == u'_' || kind[1] == u'$');
+  return kind.starts_with(u'<') && isGroupName(kind.substr(1, kind.find(u'>') - 1));
 }
 
 // The library's own groups (recursion, atomic groups, options, verbs) are errors in ECMAScript.

@@ -24,11 +24,16 @@ enum class PatternOutcome {
 // A compiled regular expression over UTF-16 units, case-sensitive.
 //
 // The grammar is that of ECMAScript without flags, with these differences of the library behind it:
-// a reference to a group that took part in no match fails where ECMAScript takes it as empty, "[]"
-// and "[^]" are errors, "\s" knows the blanks of ASCII and U+00A0, U+2028, U+2029 and U+FEFF, "."
-// stops at U+000C and U+0085 too, "[[:alpha:]]", "[[.a.]]" and "[[=a=]]" are POSIX classes, and
-// possessive quantifiers are known. Groups that ECMAScript does not know are refused, and an
-// escaped character without a meaning there stands for itself.
+// - a reference to a group that took part in no match fails where ECMAScript takes it as empty, and
+//   a reference has one digit;
+// - a "]" that comes first in a class stands for itself, so that "[]" and "[^]" are errors;
+// - "[[:alpha:]]", "[[.a.]]" and "[[=a=]]" are POSIX classes;
+// - "\s" knows the blanks of ASCII and U+00A0, U+2028, U+2029 and U+FEFF, and "." stops at U+000C
+//   and U+0085 too;
+// - possessive quantifiers are known, and blanks may stand within the braces of "a{2}";
+// - what is looked for behind a place must have one length.
+// Groups that ECMAScript does not know are refused, and an escaped character without a meaning
+// there stands for itself.
 struct FindPattern {
   struct Compiled;
   struct Deleter {

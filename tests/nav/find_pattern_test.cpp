@@ -59,6 +59,10 @@ TEST(FindPatternTest, UnderstandsTheCommonConstructs) {
       {u"[{]", u"{", {u"{"}},
       {u"[\\d-]+", u"1-2x", {u"1-2"}},
       {u"\\cJ", u"a\nb", {u"\n"}},
+      {u"[\\cj-\\cM]+", u"a\n\rb", {u"\n\r"}},
+      {u"\\c1", u"\\c1 c1", {u"\\c1"}},
+      {u"\\c[a]", u"\\ca", {u"\\ca"}},
+      {u"(?<\u00E4_1>a)\\k<\u00E4_1>", u"aab", {u"aa"}},
       {u"\\0", std::u16string(u"a\0b", 3), {std::u16string(1, u'\0')}},
       {u"\\/\\-", u"a/-b", {u"/-"}},
       {u"ab*?c|abbd", u"abbd abc", {u"abbd", u"abc"}},
@@ -113,7 +117,8 @@ TEST(FindPatternTest, WhatIsNoExpressionIsRefused) {
 TEST(FindPatternTest, GroupsThatOnlyTheLibraryKnowsAreRefused) {
   for (const std::u16string_view text :
        {u"(?>a)", u"(?R)", u"a(?1)", u"(?i)a", u"(?|a|b)", u"(?&n)", u"(?P<n>a)", u"(?'n'a)",
-        u"(?#a)", u"(?(1)a|b)", u"(*FAIL)", u"(?>[\\s\\S](?R)?)", u"(?", u"(?<"}) {
+        u"(?#a)", u"(?(1)a|b)", u"(*FAIL)", u"(?>[\\s\\S](?R)?)", u"(?", u"(?<", u"(?<>a)",
+        u"(?<1>a)", u"(?<a b>a)", u"\\c[?(?>(?:.|\\s)(?R)?)", u"(?<a[>(?>(?:.|\\s)(?R)?))"}) {
     FindPattern pattern;
     EXPECT_FALSE(compilePattern(text, pattern)) << std::string(text.begin(), text.end());
   }
