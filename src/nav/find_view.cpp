@@ -65,9 +65,7 @@ bool touchesPane(const TextQuad& quad, const PaneRect& pane) {
 
 bool hitsShownIn(int pane) {
   const PaneSlot& slot = session.panes[pane];
-  if (!session.findBarVisible || session.find.results.empty() || !slot.page || !slot.textPage) {
-    return false;
-  }
+  if (!session.findBarVisible || session.find.results.empty() || !slot.page) return false;
   return session.viewMode != ViewMode::TwoDocuments || pane == session.activePane;
 }
 

@@ -1,5 +1,7 @@
 #include "nav/links.h"
 
+#include <fpdf_annot.h>
+
 #include <cstring>
 #include <string>
 
@@ -29,7 +31,16 @@ bool followDestination(int pane, FPDF_DEST destination) {
   return true;
 }
 
-// PDFium gives the destination inside the other file as if it were one of this document.
+bool hasDestinationItself(int pane, FPDF_LINK link) {
+  const FPDF_ANNOTATION annotation = FPDFLink_GetAnnot(session.panes[pane].page.get(), link);
+  if (annotation == nullptr) return false;
+  const bool has = FPDFAnnot_HasKey(annotation, "Dest") != 0;
+  FPDFPage_CloseAnnot(annotation);
+  return has;
+}
+
+// PDFium gives the destination of such an action, inside the other file, as if it were the link's
+// own and one of this document.
 bool leadsToAnotherFile(FPDF_ACTION action) {
   if (action == nullptr) return false;
   const unsigned long type = FPDFAction_GetType(action);
@@ -69,7 +80,7 @@ bool FollowLink(int pane, FPDF_LINK link) {
   const FPDF_DOCUMENT document = documentOf(pane);
   if (document == nullptr || link == nullptr) return false;
   const FPDF_ACTION action = FPDFLink_GetAction(link);
-  if (leadsToAnotherFile(action)) return false;
+  if (leadsToAnotherFile(action) && !hasDestinationItself(pane, link)) return false;
   if (const FPDF_DEST destination = FPDFLink_GetDest(document, link)) {
     return followDestination(pane, destination);
   }

@@ -116,6 +116,12 @@ TEST_F(LinksTest, EverythingElseIsRefusedWithoutAWord) {
   }
 }
 
+TEST_F(LinksTest, ADestinationOfTheLinksOwnComesBeforeItsAction) {
+  ASSERT_TRUE(openWithLink(pageDestination(4) + " /A << /S /GoToR /F (other.pdf) /D [1 /Fit] >>"));
+  EXPECT_TRUE(follow());
+  EXPECT_EQ(pane(0).currentPage, 3);
+}
+
 TEST_F(LinksTest, APressFollowsALinkInEveryMode) {
   for (const ViewMode mode :
        {ViewMode::SinglePage, ViewMode::Book, ViewMode::IndependentPages, ViewMode::TwoDocuments}) {
