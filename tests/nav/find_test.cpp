@@ -6,21 +6,12 @@
 #include "core/open_requests.h"
 #include "nav/jump_history.h"
 #include "nav/nav_test.h"
-#include "view/geometry.h"
-#include "view/render.h"
 
 namespace quillmere::test {
 namespace {
 
 class FindTest : public NavTest {
  protected:
-  // Page i carries lines[i].
-  bool openLines(const std::vector<std::string>& lines) {
-    std::vector<PdfPage> pages;
-    for (const std::string& line : lines) pages.push_back(pageWith({line}));
-    return open(buildPdf(pages));
-  }
-
   std::vector<int> hitPages() {
     std::vector<int> pages;
     for (const FindResult& hit : find().results) pages.push_back(hit.page);
@@ -314,27 +305,6 @@ TEST_F(FindTest, TwoDocumentsSearchTheActiveOne) {
   EXPECT_EQ(findHitQuads(1).size(), 3u);
 }
 
-TEST_F(FindTest, OnlyTheActivePaneOfTwoShowsHits) {
-  setViewMode(ViewMode::TwoDocuments);
-  ASSERT_TRUE(open(buildPdf({pageWith({"x x"})}), 0, u"C:\\left.pdf"));
-  ASSERT_TRUE(open(buildPdf({pageWith({"x x"})}), 1, u"C:\\right.pdf"));
-  for (const int active : {0, 1}) {
-    setActivePane(active);
-    type(u"x");
-    EXPECT_EQ(findHitQuads(active).size(), 2u);
-    EXPECT_TRUE(findHitQuads(1 - active).empty());
-  }
-}
-
-TEST_F(FindTest, BothPanesOfOneDocumentShowTheirHits) {
-  ASSERT_TRUE(openLines({"x", "x x"}));
-  setViewMode(ViewMode::IndependentPages);
-  goToPage(1, 1, false);
-  type(u"x");
-  EXPECT_EQ(findHitQuads(0).size(), 1u);
-  EXPECT_EQ(findHitQuads(1).size(), 2u);
-}
-
 TEST_F(FindTest, TurningTheOtherDocumentLeavesTheHitsAlone) {
   setViewMode(ViewMode::TwoDocuments);
   ASSERT_TRUE(open(simplePdf(2), 0, u"C:\\left.pdf"));
@@ -353,19 +323,6 @@ TEST_F(FindTest, ABlankInFrontOfAWholeWordEnds) {
   for (const char16_t* text : {u" a", u"  a", u" a b", u" "}) type(text);
   type(u" a");
   EXPECT_EQ(find().results.size(), 1u);
-}
-
-TEST_F(FindTest, StepsBringTheLastHitBackIntoView) {
-  ASSERT_TRUE(openLines({"x"}));
-  type(u"x");
-  FindStep(1);
-  pane(0).zoomMode = kCustomFit;
-  pane(0).panY = -700;
-  ASSERT_TRUE(findHitQuads(0).empty());
-  FindStep(1);
-  ASSERT_EQ(findHitQuads(0).size(), 1u);
-  EXPECT_GE(findHitQuads(0)[0].quad.corner[0].y, 24.0);
-  EXPECT_EQ(bar().status, u"1 of 1");
 }
 
 TEST_F(FindTest, APathThatComesDuringTheMessageWaits) {
@@ -463,19 +420,6 @@ TEST_F(FindTest, WithoutATextPageThereAreNoHits) {
   EXPECT_FALSE(find().badPattern);
 }
 
-TEST_F(FindTest, WithoutATextPageNothingIsPaintedOrScrolled) {
-  ASSERT_TRUE(openLines({"x"}));
-  type(u"x");
-  FindStep(1);
-  pane(0).zoomMode = kCustomFit;
-  pane(0).panY = -700;
-  pane(0).textPage.reset();
-  EXPECT_TRUE(findHitQuads(0).empty());
-  FindStep(1);
-  EXPECT_EQ(pane(0).panY, -700);
-  EXPECT_EQ(bar().status, u"1 of 1");
-}
-
 TEST_F(FindTest, ADocumentWithoutPagesHasNoHits) {
   openInActive(zeroPagePdf());
   for (const bool regex : {false, true}) {
@@ -506,72 +450,6 @@ TEST_F(FindTest, FiftyThousandPiecesOfTextAreOnePage) {
     EXPECT_EQ(bar().status, u"4 of 500");
     EXPECT_FALSE(findHitQuads(0).empty());
   }
-}
-
-// What a hit covers, in page points: one box for each line that it stands on.
-struct Box {
-  double left;
-  double right;
-  double bottom;
-  double top;
-};
-std::vector<Box> boxesOf(int pane, const FindResult& hit) {
-  std::vector<Box> boxes;
-  const FPDF_TEXTPAGE text = session.panes[pane].textPage.get();
-  const int count = FPDFText_CountRects(text, hit.start, hit.count);
-  for (int i = 0; i < count; ++i) {
-    Box box{};
-    EXPECT_TRUE(FPDFText_GetRect(text, i, &box.left, &box.top, &box.right, &box.bottom));
-    boxes.push_back(box);
-  }
-  return boxes;
-}
-
-// A word that a hyphen parts at a line's end, with text behind it.
-std::string hyphenatedPdf() {
-  PdfPage page;
-  page.content =
-      textContent("an exam-", 72, 700, 20, "F3") + textContent("ple behind", 72, 670, 20, "F3");
-  return buildPdf({page});
-}
-
-TEST_F(FindTest, AHyphenAtALinesEndCountsAsOneCharacter) {
-  constexpr double kAdvance = 12;  // of a Courier letter of 20 points
-  ASSERT_TRUE(open(hyphenatedPdf()));
-  for (const bool regex : {false, true}) {
-    chooseFindMode(regex);
-    type(u"behind");
-    FindInDocument();
-    ASSERT_EQ(find().results.size(), 1u) << regex;
-    EXPECT_EQ(find().results[0].start, 12);
-    EXPECT_EQ(find().results[0].count, 6);
-    const std::vector<Box> boxes = boxesOf(0, find().results[0]);
-    ASSERT_EQ(boxes.size(), 1u);
-    EXPECT_NEAR(boxes[0].left, 72 + 4 * kAdvance, 2) << regex;
-    EXPECT_NEAR(boxes[0].right, 72 + 10 * kAdvance, 2) << regex;
-    EXPECT_GT(boxes[0].bottom, 660);
-    EXPECT_LT(boxes[0].top, 690);
-  }
-}
-
-TEST_F(FindTest, APatternSeesTheHyphenAsOneUnitInsideTheWord) {
-  ASSERT_TRUE(open(hyphenatedPdf()));
-  chooseFindMode(true);
-  for (const char16_t* pattern : {u"exam.ple", u"exam\\uFFFEple", u"exam\uFFFEple"}) {
-    type(pattern);
-    FindInDocument();
-    ASSERT_EQ(find().results.size(), 1u);
-    EXPECT_EQ(find().results[0].start, 3);
-    EXPECT_EQ(find().results[0].count, 8);
-    const std::vector<Box> boxes = boxesOf(0, find().results[0]);
-    ASSERT_EQ(boxes.size(), 2u);
-    EXPECT_GT(boxes[0].bottom, 690);
-    EXPECT_LT(boxes[1].top, 690);
-    EXPECT_EQ(findHitQuads(0).size(), 2u);
-  }
-  type(u"example");
-  FindInDocument();
-  EXPECT_EQ(bar().status, u"No results");
 }
 
 TEST_F(FindTest, TheTimeForAPatternIsThatOfTheWholeDocument) {
@@ -629,73 +507,6 @@ TEST_F(FindTest, ClosingForgetsTheHits) {
   ASSERT_TRUE(open(simplePdf(1)));
   EXPECT_TRUE(find().results.empty());
   EXPECT_TRUE(find().query.empty());
-}
-
-TEST_F(FindTest, AHitInViewStaysWhereItIs) {
-  ASSERT_TRUE(openLines({"x"}));
-  type(u"x");
-  const float panY = pane(0).panY;
-  FindStep(1);
-  EXPECT_EQ(pane(0).panY, panY);
-}
-
-TEST_F(FindTest, AHitOutsideIsBroughtToTheMiddle) {
-  PdfPage page = pageWith({"top"});
-  page.content += textContent("bottom", 300, 40, 12);
-  ASSERT_TRUE(open(buildPdf({page})));
-  pane(0).zoomMode = kCustomFit;
-  pane(0).zoom = 3.0f;
-  layoutAndRender(0);
-  type(u"bottom");
-  FindStep(1);
-  const std::vector<FindHitQuad> quads = findHitQuads(0);
-  ASSERT_EQ(quads.size(), 1u);
-  const PaneRect rect = paneRect(0);
-  const auto& corner = quads[0].quad.corner;
-  EXPECT_NEAR((corner[0].x + corner[2].x) / 2, rect.width() * 0.5, 1.0);
-  EXPECT_NEAR((corner[0].y + corner[2].y) / 2, rect.height() * 0.5, 1.0);
-}
-
-TEST_F(FindTest, PaintedHitsTellWhichIsCurrent) {
-  ASSERT_TRUE(openLines({"x x x"}));
-  type(u"x");
-  FindStep(1);
-  FindStep(1);
-  const std::vector<FindHitQuad> quads = findHitQuads(0);
-  ASSERT_EQ(quads.size(), 3u);
-  EXPECT_FALSE(quads[0].current);
-  EXPECT_TRUE(quads[1].current);
-  EXPECT_FALSE(quads[2].current);
-}
-
-TEST_F(FindTest, HitsTurnWithThePage) {
-  ASSERT_TRUE(openLines({"wide text"}));
-  type(u"wide text");
-  for (std::uint32_t turns = 0; turns < 4; ++turns) {
-    pane(0).documentRotation = turns;
-    layoutAndRender(0);
-    const std::vector<FindHitQuad> quads = findHitQuads(0);
-    ASSERT_EQ(quads.size(), 1u);
-    const auto& corner = quads[0].quad.corner;
-    const double across = std::abs(corner[0].x - corner[2].x);
-    const double down = std::abs(corner[0].y - corner[2].y);
-    EXPECT_EQ(across > down, turns % 2 == 0) << turns;
-  }
-}
-
-TEST_F(FindTest, NothingIsPaintedWhileTheBarIsHidden) {
-  ASSERT_TRUE(openLines({"x"}));
-  type(u"x");
-  ASSERT_EQ(findHitQuads(0).size(), 1u);
-  session.findBarVisible = false;
-  EXPECT_TRUE(findHitQuads(0).empty());
-}
-
-TEST_F(FindTest, HitsOutsideThePaneAreNotPainted) {
-  ASSERT_TRUE(openLines({"x"}));
-  type(u"x");
-  pane(0).panY = -5000;
-  EXPECT_TRUE(findHitQuads(0).empty());
 }
 
 }  // namespace

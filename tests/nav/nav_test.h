@@ -15,6 +15,17 @@
 
 namespace quillmere::test {
 
+// A page with one line of text for each entry.
+inline PdfPage pageWith(const std::vector<std::string>& lines) {
+  PdfPage page;
+  double y = 750;
+  for (const std::string& line : lines) {
+    page.content += textContent(line, 72, y, 12);
+    y -= 14;
+  }
+  return page;
+}
+
 // Opens documents the way a user does and types into the find bar.
 class NavTest : public SessionTest {
  protected:
@@ -27,6 +38,13 @@ class NavTest : public SessionTest {
     return openDocument(&file, pane, kWorkingDocsLeaveAlone, false, nullptr);
   }
 
+  // Page i carries lines[i].
+  static bool openLines(const std::vector<std::string>& lines) {
+    std::vector<PdfPage> pages;
+    for (const std::string& line : lines) pages.push_back(pageWith({line}));
+    return open(buildPdf(pages));
+  }
+
   static void type(const std::u16string& text) {
     session.findBarVisible = true;
     platform::setFindFieldText(text);
@@ -36,16 +54,5 @@ class NavTest : public SessionTest {
   static PaneSlot& pane(int index) { return session.panes[index]; }
   static FindState& find() { return session.find; }
 };
-
-// A page with one line of text for each entry.
-inline PdfPage pageWith(const std::vector<std::string>& lines) {
-  PdfPage page;
-  double y = 750;
-  for (const std::string& line : lines) {
-    page.content += textContent(line, 72, y, 12);
-    y -= 14;
-  }
-  return page;
-}
 
 }  // namespace quillmere::test
