@@ -96,6 +96,20 @@ TEST_F(FindTest, ThePageThatIsLeftBringsItsHitBackWhenTheUserReturns) {
   EXPECT_EQ(find().currentIndex, 0);
 }
 
+TEST_F(FindTest, ShowingThePageOfTheCurrentHitAgainKeepsIt) {
+  for (const ViewMode mode : {ViewMode::SinglePage, ViewMode::Book}) {
+    ASSERT_TRUE(openLines({"x x", "none"}));
+    setViewMode(mode);
+    type(u"x");
+    FindInDocument();
+    FindStep(1);
+    ASSERT_EQ(bar().status, u"2 of 2");
+    goToPage(0, 0, false);
+    EXPECT_EQ(bar().status, u"2 of 2") << static_cast<int>(mode);
+    EXPECT_EQ(find().currentIndex, 1) << static_cast<int>(mode);
+  }
+}
+
 TEST_F(FindTest, HitsOfTypingFollowThePage) {
   ASSERT_TRUE(openLines({"x", "x x x"}));
   type(u"x");
@@ -197,6 +211,21 @@ TEST_F(FindTest, TheThousandthHitEndsTheSearchWithAMessage) {
               u"specific query.");
     EXPECT_EQ(box.title, u"Quillmere");
     EXPECT_EQ(box.icon, platform::BoxIcon::Information);
+  }
+}
+
+TEST_F(FindTest, TheThousandHitsAreThoseOfAllPagesTogether) {
+  for (const bool regex : {false, true}) {
+    ASSERT_TRUE(open(buildPdf({pageOfHits(600), pageOfHits(600)})));
+    chooseFindMode(regex);
+    platform::standIn().boxAnswers = {platform::BoxAnswer::Ok};
+    platform::standIn().boxes.clear();
+    type(u"q");
+    FindInDocument();
+    EXPECT_EQ(bar().status, u"1 of 1000+") << regex;
+    EXPECT_EQ(platform::standIn().boxes.size(), 1u) << regex;
+    ASSERT_EQ(find().results.size(), 1000u) << regex;
+    EXPECT_EQ(find().results.back().page, 1) << regex;
   }
 }
 

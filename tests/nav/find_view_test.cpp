@@ -58,6 +58,38 @@ TEST_F(FindViewTest, AHitOutsideIsBroughtToTheMiddle) {
   EXPECT_NEAR((corner[0].y + corner[2].y) / 2, rect.height() * 0.5, 1.0);
 }
 
+TEST_F(FindViewTest, AHitKeepsItsPlaceAsLongAsItsEdgesStandInsideTheMargin) {
+  PdfPage page;
+  page.content = textContent("x", 540, 700, 12);
+  ASSERT_TRUE(open(buildPdf({page})));
+  type(u"x");
+  FindInDocument();
+  pane(0).zoomMode = kCustomFit;
+  for (const int margin : {24, 36}) {
+    changeDensity(margin * 4);
+    pane(0).zoom = 1;
+    layoutAndRender(0);
+    const PaneRect rect = paneRect(0);
+    const Box box = boxesOf(0, find().results[0]).at(0);
+    for (const int distance : {margin, margin - 1}) {
+      // Where the page stands with the hit so far from one edge of the pane.
+      const float left = static_cast<float>(distance - box.left);
+      const float right = static_cast<float>(rect.width() - distance - box.right);
+      const float top = static_cast<float>(distance - (page.height - box.top));
+      const float bottom =
+          static_cast<float>(rect.height() - distance - (page.height - box.bottom));
+      for (const auto& [panX, panY] : {std::pair(left, 0.0f), std::pair(right, 0.0f),
+                                       std::pair(0.0f, top), std::pair(0.0f, bottom)}) {
+        pane(0).panX = panX;
+        pane(0).panY = panY;
+        FindScrollToCurrent(0);
+        const bool stayed = pane(0).panX == panX && pane(0).panY == panY;
+        EXPECT_EQ(stayed, distance == margin) << panX << " " << panY << " at " << margin;
+      }
+    }
+  }
+}
+
 TEST_F(FindViewTest, StepsBringTheLastHitBackIntoView) {
   ASSERT_TRUE(openLines({"x"}));
   type(u"x");
