@@ -140,6 +140,13 @@ TEST_F(BookmarksTest, ATargetStandsALittleBelowTheTop) {
   }
 }
 
+TEST_F(BookmarksTest, ATargetAtThePagesEndKeepsAPartOfThePageInSight) {
+  ASSERT_TRUE(openWith({{u"End", pageDestination(2, 0), {}}}));
+  JumpToTreeEntry(0);
+  ASSERT_EQ(pane(0).currentPage, 1);
+  EXPECT_NEAR(pageToPane(0, 0, 0).y, 80.0, 1.0);
+}
+
 TEST_F(BookmarksTest, ADestinationWithoutAPlaceOnlyTurnsThePage) {
   for (const std::string& target :
        {std::string("/Dest [{page 2} /Fit]"), std::string("/Dest [{page 2} /FitV 20]"),

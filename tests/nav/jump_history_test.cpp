@@ -65,6 +65,23 @@ TEST_F(JumpHistoryTest, ForwardMayLeadBackBeyondFifty) {
   EXPECT_EQ(pane(0).backHistory.size(), 51u);
 }
 
+TEST_F(JumpHistoryTest, BackMayLeadForwardBeyondFifty) {
+  ASSERT_TRUE(open(simplePdf(60)));
+  for (int page = 1; page <= 50; ++page) jump(0, page);
+  for (const std::int32_t page : {57, 56, 55}) {
+    pane(0).forwardHistory.push_back({page, 0, 0, 1, kFitPage});
+  }
+  while (JumpForward(0)) {
+  }
+  int steps = 0;
+  while (JumpBack(0)) ++steps;
+  EXPECT_EQ(steps, 53);
+  EXPECT_EQ(pane(0).forwardHistory.size(), 53u);
+  while (JumpForward(0)) {
+  }
+  EXPECT_EQ(pane(0).currentPage, 57);
+}
+
 TEST_F(JumpHistoryTest, ANewJumpEndsTheForwardPath) {
   ASSERT_TRUE(open(simplePdf(9)));
   jump(0, 3);
@@ -184,6 +201,20 @@ TEST_F(JumpHistoryTest, WithoutADocumentNothingHappens) {
   EXPECT_TRUE(pane(0).backHistory.empty());
   EXPECT_FALSE(JumpBack(0));
   EXPECT_FALSE(JumpForward(0));
+}
+
+TEST_F(JumpHistoryTest, WithoutAnOpenPageTheListsStay) {
+  ASSERT_TRUE(open(simplePdf(9)));
+  jump(0, 3);
+  jump(0, 5);
+  JumpBack(0);
+  closePanePage(0);
+  EXPECT_FALSE(JumpBack(0));
+  EXPECT_FALSE(JumpForward(0));
+  EXPECT_EQ(pane(0).backHistory.size(), 1u);
+  EXPECT_EQ(pane(0).forwardHistory.size(), 1u);
+  EXPECT_EQ(pane(0).currentPage, 3);
+  EXPECT_FALSE(pane(0).page);
 }
 
 TEST_F(JumpHistoryTest, ComingBackEndsASelectionAndMovesTheHits) {
