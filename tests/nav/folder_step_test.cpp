@@ -118,6 +118,19 @@ TEST_F(FolderStepTest, IndependentPagesSplit) {
   EXPECT_EQ(session.panes[1].path, inFolder(u"a.pdf"));
 }
 
+TEST_F(FolderStepTest, UnsavedChangesAreAskedAbout) {
+  put(u"a.pdf");
+  put(u"b.pdf");
+  ASSERT_TRUE(show(u"a.pdf"));
+  const FPDF_DOCUMENT document = documentOf(0);
+  session.active.dirty = true;
+  platform::standIn().boxAnswers = {platform::BoxAnswer::Cancel};
+  StepInFolder(1);
+  EXPECT_EQ(platform::standIn().boxes.size(), 1u);
+  EXPECT_EQ(documentOf(0), document);
+  EXPECT_EQ(shown(), inFolder(u"a.pdf"));
+}
+
 TEST_F(FolderStepTest, TheFileJoinsNoList) {
   put(u"a.pdf");
   put(u"b.pdf");
@@ -125,7 +138,7 @@ TEST_F(FolderStepTest, TheFileJoinsNoList) {
   working.isWorkingDocuments = true;
   working.files = {inFolder(u"a.pdf"), inFolder(u"z.pdf")};
   session.binderLibrary = {working, BinderFile{}};
-  session.settings.recentFiles = {inFolder(u"a.pdf"), inFolder(u"z.pdf")};
+  session.settings.recentFiles = {inFolder(u"b.pdf"), inFolder(u"a.pdf"), inFolder(u"z.pdf")};
   ASSERT_TRUE(show(u"a.pdf"));
   const Lists before = lists();
   StepInFolder(1);
