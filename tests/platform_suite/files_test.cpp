@@ -1,6 +1,9 @@
 #include "platform/files.h"
 
+#include <algorithm>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "platform_suite/suite_side.h"
 
@@ -24,6 +27,15 @@ bool create(const std::u16string& path, const std::string& bytes) {
 
 std::string textOf(const std::optional<std::vector<std::uint8_t>>& bytes) {
   return bytes ? std::string(bytes->begin(), bytes->end()) : "(nothing)";
+}
+
+using Names = std::vector<std::u16string>;
+
+// What is listed, in an order that does not depend on the system.
+std::optional<Names> listed(const std::u16string& folder) {
+  std::optional<Names> names = listFiles(folder, u".pdf");
+  if (names) std::sort(names->begin(), names->end());
+  return names;
 }
 
 // A name that makes the whole path `units` long.
@@ -357,6 +369,56 @@ TEST_F(FilesSuite, AnAlternateStreamBelongsToItsFile) {
   EXPECT_TRUE(deleteFile(stream));
   EXPECT_FALSE(readFileHead(stream, 100));
   EXPECT_TRUE(fileExists(in(u"a.pdf")));
+}
+
+TEST_F(FilesSuite, AListHoldsTheFilesWithTheExtension) {
+  const Names wanted = {u".pdf", u"A.PDF", u"b.Pdf", u"c.txt.pdf"};
+  for (const std::u16string& name : wanted) putBytes(in(name), "x");
+  for (const char16_t* name :
+       {u"x.pdfx", u"a long name.pdfx", u"x.pdf.bak", u"x.apdf", u"xpdf", u"x.pd", u"pdf"}) {
+    putBytes(in(name), "x");
+  }
+  EXPECT_EQ(listed(in(u"")), wanted);
+}
+
+TEST_F(FilesSuite, AListLeavesFoldersOut) {
+  ASSERT_TRUE(createFolder(in(u"folder.pdf")));
+  putBytes(in(u"folder.pdf\\inside.pdf"), "x");
+  EXPECT_EQ(listed(in(u"")), Names());
+  EXPECT_EQ(listed(in(u"FOLDER.pdf\\")), Names{u"inside.pdf"});
+}
+
+TEST_F(FilesSuite, AFolderWithoutSuchFilesHasAnEmptyList) {
+  EXPECT_EQ(listed(in(u"")), Names());
+  putBytes(in(u"a.txt"), "x");
+  EXPECT_EQ(listed(in(u"")), Names());
+}
+
+TEST_F(FilesSuite, WhatIsNoFolderHasNoList) {
+  putBytes(in(u"a.pdf"), "x");
+  EXPECT_FALSE(listed(in(u"none\\")));
+  EXPECT_FALSE(listed(in(u"none\\deeper\\")));
+  EXPECT_FALSE(listed(in(u"a.pdf\\")));
+  EXPECT_FALSE(listed(in(u"a<b\\")));
+  EXPECT_FALSE(listed(u"Q:\\folder\\"));
+  EXPECT_FALSE(listed(u"Q:\\"));
+}
+
+TEST_F(FilesSuite, AListNamesFilesThatCannotBeWrittenOrOpened) {
+  putBytes(in(u"in use.pdf"), "x");
+  putBytes(in(u"read-only.pdf"), "x");
+  ASSERT_TRUE(setReadOnly(in(u"read-only.pdf"), true));
+  const FileLock lock(in(u"in use.pdf"), LockKind::Exclusive);
+  EXPECT_EQ(listed(in(u"")), (Names{u"in use.pdf", u"read-only.pdf"}));
+}
+
+TEST_F(FilesSuite, AListKeepsUnusualNamesWhole) {
+  Names wanted = {u"it's (1) [draft] {x}.pdf", u"\u043E\u0442\u0447\u0451\u0442 \u21165.pdf",
+                  u"pair \U0001F4C4.pdf", u"two..dots...pdf", u"~1.pdf"};
+  wanted.push_back(pathOfLength(folder, 259).substr(folder.size()));
+  for (const std::u16string& name : wanted) putBytes(in(name), "x");
+  std::sort(wanted.begin(), wanted.end());
+  EXPECT_EQ(listed(in(u"")), wanted);
 }
 
 TEST_F(FilesSuite, KnownFoldersExist) {
