@@ -80,6 +80,12 @@ TEST(FindPatternTest, AnchorsStandForTheWholeText) {
   EXPECT_EQ(matchesOf(u"a$", u"a\na").size(), 1u);
 }
 
+TEST(FindPatternTest, WhatStandsBeforeTheSearchedPlaceCounts) {
+  EXPECT_EQ(matchesOf(u"a|\\bb", u"ab"), Texts{u"a"});
+  EXPECT_EQ(matchesOf(u"^a", u"aa").size(), 1u);
+  EXPECT_EQ(matchesOf(u"a|(?<=a)b", u"ab"), (Texts{u"a", u"b"}));
+}
+
 TEST(FindPatternTest, ADotStopsAtLineEnds) {
   EXPECT_EQ(matchesOf(u".+", u"ab\r\ncd"), (Texts{u"ab", u"cd"}));
 }

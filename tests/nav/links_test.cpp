@@ -99,6 +99,13 @@ TEST_F(LinksTest, WebAndMailAddressesAreOpened) {
   }
 }
 
+TEST_F(LinksTest, AnAddressKeepsEveryScript) {
+  ASSERT_TRUE(openWithLink(webAction("http://a.example/\xC3\xA4\xE4\xB8\xAD")));
+  EXPECT_TRUE(follow());
+  ASSERT_EQ(platform::standIn().openedWithSystem.size(), 1u);
+  EXPECT_EQ(platform::standIn().openedWithSystem[0], u"http://a.example/\u00E4\u4E2D");
+}
+
 TEST_F(LinksTest, EverythingElseIsRefusedWithoutAWord) {
   for (const std::string& action :
        {webAction("file:///C:/Windows/notepad.exe"), webAction("ftp://a.example"),
