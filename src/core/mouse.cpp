@@ -143,13 +143,14 @@ void loseCapture() {
 
 std::vector<MenuRow> releaseRight(int x, int y) {
   const int pane = paneUnder(x, y);
-  if (pane < 0 || !session.panes[pane].page) return {};
+  if (pane < 0) return {};
   activatePane(pane);
+  if (!session.panes[pane].page) return {};
   return contextMenu(pane, x, y);
 }
 
 void pressSideButton(int x, bool forward) {
-  const int pane = paneForPointer(x);
+  const int pane = x < 0 ? session.activePane : paneForPointer(x);
   if (forward) {
     JumpForward(pane);
   } else {

@@ -27,13 +27,6 @@ void listFurtherFiles(const std::vector<std::u16string>& paths, RecentList recen
   }
 }
 
-void openFirstAndList(const std::vector<std::u16string>& paths, int pane, RecentList recent) {
-  if (paths.empty()) return;
-  if (openRequested(paths.front(), pane, kWorkingDocsToHead, true)) {
-    listFurtherFiles(paths, recent);
-  }
-}
-
 }  // namespace
 
 bool openRequested(const std::u16string& path, int pane, int workingDocsMode,
@@ -47,7 +40,9 @@ bool openRequested(const std::u16string& path, int pane, int workingDocsMode,
 }
 
 void openSeveral(const std::vector<std::u16string>& paths, int pane) {
-  openFirstAndList(paths, pane, RecentList::Keep);
+  if (paths.empty()) return;
+  openRequested(paths.front(), pane, kWorkingDocsToHead, true);
+  listFurtherFiles(paths, RecentList::Keep);
 }
 
 void openDropped(const std::vector<std::u16string>& paths, int x) {
@@ -58,7 +53,10 @@ void openDropped(const std::vector<std::u16string>& paths, int x) {
 }
 
 void openDroppedOnPane(const std::vector<std::u16string>& paths, int pane) {
-  if (!mustWait({paths, pane})) openFirstAndList(paths, pane, RecentList::Leave);
+  if (paths.empty() || mustWait({paths, pane})) return;
+  if (openRequested(paths.front(), pane, kWorkingDocsToHead, true)) {
+    listFurtherFiles(paths, RecentList::Leave);
+  }
 }
 
 void openHandedOver(const std::u16string& path) {

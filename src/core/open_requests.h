@@ -11,11 +11,12 @@ namespace quillmere {
 bool openRequested(const std::u16string& path, int pane, int workingDocsMode,
                    bool askBeforeReplace);
 
-// Opens the first of several files in `pane` and lists the others among the documents in use,
-// unless the first fails.
+// Opens the first of several files in `pane` and lists the others among the documents in use, also
+// when the first fails.
 void openSeveral(const std::vector<std::u16string>& paths, int pane);
 
-// Files dropped at client x; outside the panes counts as pane 0. The others leave the recent list.
+// Files dropped at client x; outside the panes counts as pane 0. The others are listed, and leave
+// the recent list, unless the first fails.
 void openDropped(const std::vector<std::u16string>& paths, int x);
 void openDroppedOnPane(const std::vector<std::u16string>& paths, int pane);
 

@@ -116,7 +116,8 @@ PaneRect paneRect(int pane) {
 }
 
 int paneAt(int x) {
-  if (x < leftPanelEdge()) return -1;
+  const int edge = leftPanelEdge();
+  if (edge > 0 && x < edge) return -1;
   if (session.viewMode == ViewMode::SinglePage || x < dividerX()) return 0;
   return x < dividerX() + scaled(kDividerWidth) ? -1 : 1;
 }

@@ -94,7 +94,7 @@ void endPanelWidthDrag() {
   if (!session.input.panelWidthDrag) return;
   session.input.panelWidthDrag = false;
   platform::releaseMouse();
-  refitPanes();
+  if (session.leftPanelWidth != session.input.panelStartWidth) refitPanes();
 }
 
 void startPanelBarDrag(int y) {

@@ -56,7 +56,7 @@ void endStampSplitterDrag() {
   if (!session.input.stampSplitterDrag) return;
   session.input.stampSplitterDrag = false;
   platform::releaseMouse();
-  refitPanes();
+  if (session.stampPanelWidth != session.input.stampSplitterStartWidth) refitPanes();
 }
 
 }  // namespace quillmere

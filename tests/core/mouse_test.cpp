@@ -219,6 +219,13 @@ TEST_F(MouseTest, BesideThePlaceholderNothingOpens) {
   EXPECT_THAT(standIn().openDialogs, IsEmpty());
 }
 
+TEST_F(MouseTest, ARightClickMakesAPaneWithoutAPageActive) {
+  session.viewMode = ViewMode::TwoDocuments;
+  session.activePane = 0;
+  EXPECT_THAT(releaseRight(900, 300), IsEmpty());
+  EXPECT_EQ(session.activePane, 1);
+}
+
 TEST_F(MouseTest, ARightClickOutsidePagesOffersNothing) {
   EXPECT_THAT(releaseRight(500, 300), IsEmpty());
   open();

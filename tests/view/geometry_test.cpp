@@ -87,6 +87,10 @@ TEST_F(GeometryTest, ClientXBelongsToPanelPaneOrDivider) {
   EXPECT_EQ(paneAt(596), -1);
   EXPECT_EQ(paneAt(597), -1);
   EXPECT_EQ(paneAt(598), 1);
+  EXPECT_EQ(paneAt(-1), -1);
+  session.navigationPanelVisible = false;
+  session.binderPanelVisible = false;
+  EXPECT_EQ(paneAt(-1), 0);
 }
 
 TEST_F(GeometryTest, TheShownSizeFollowsAllTurnsTogether) {

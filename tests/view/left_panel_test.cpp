@@ -2,6 +2,7 @@
 
 #include "view/geometry.h"
 #include "view/view_test.h"
+#include "view/zoom.h"
 
 namespace quillmere::test {
 namespace {
@@ -110,6 +111,14 @@ TEST_F(LeftPanelTest, PagesAreFittedAnewAtTheEndOfAWidthDrag) {
   EXPECT_EQ(session.lastPaneWidth[0], 807);
   dragFrom190To(290);
   EXPECT_EQ(session.lastPaneWidth[0], 707);
+}
+
+TEST_F(LeftPanelTest, APressOnTheSplitterAloneLeavesThePageWhereItIs) {
+  openAndShow(simplePdf(1, 400, 2000));
+  setZoomMode(0, kFitWidth);
+  pane(0).panY = -300;
+  dragFrom190To(190);
+  EXPECT_EQ(pane(0).panY, -300);
 }
 
 TEST_F(LeftPanelTest, TheBarMovesTheShareOfBothParts) {

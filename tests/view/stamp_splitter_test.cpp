@@ -2,6 +2,7 @@
 
 #include "view/geometry.h"
 #include "view/view_test.h"
+#include "view/zoom.h"
 
 namespace quillmere::test {
 namespace {
@@ -92,6 +93,16 @@ TEST_F(StampSplitterTest, ThePageIsFittedAnewAtTheEnd) {
   EXPECT_EQ(session.lastPaneWidth[0], 817);
   endStampSplitterDrag();
   EXPECT_EQ(session.lastPaneWidth[0], 717);
+}
+
+TEST_F(StampSplitterTest, APressOnItAloneLeavesThePageWhereItIs) {
+  openAndShow(simplePdf(1, 400, 2000));
+  setZoomMode(0, kFitWidth);
+  pane(0).panY = -300;
+  startStampSplitterDrag(818);
+  moveStampSplitterDrag(818);
+  endStampSplitterDrag();
+  EXPECT_EQ(pane(0).panY, -300);
 }
 
 TEST_F(StampSplitterTest, MovesWithoutADragDoNothing) {
