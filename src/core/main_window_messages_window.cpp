@@ -133,6 +133,9 @@ Result onDpiChanged(WPARAM wParam, LPARAM lParam) {
   changeDensity(HIWORD(wParam));
   applyPanelFonts();
   applyFindBarFont();
+  // A stored place is in the pixels of its own screen; enlarged at each start it would grow for
+  // ever.
+  if (windowHandles.placing) return 0;
   const auto* wanted = reinterpret_cast<const RECT*>(lParam);
   SetWindowPos(windowHandles.main, nullptr, wanted->left, wanted->top, wanted->right - wanted->left,
                wanted->bottom - wanted->top, SWP_NOZORDER | SWP_NOACTIVATE);

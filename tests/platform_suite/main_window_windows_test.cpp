@@ -22,8 +22,11 @@ constexpr UINT kCommand = 301;
 std::map<UINT, int> windowMessages;
 std::map<UINT, int> childMessages;
 
+bool movedByPlacing = false;
+
 LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   ++windowMessages[message];
+  if (message == WM_WINDOWPOSCHANGED) movedByPlacing = windowHandles.placing;
   if (message == WM_CLOSE) return 0;
   if (message == kTitleMessage || message == WM_GETTEXT) showWaitingTitle();
   return DefWindowProcW(window, message, wParam, lParam);
@@ -332,6 +335,13 @@ TEST_F(MainWindowWindows, APlacementComesBack) {
   ASSERT_TRUE(mainWindowPlacement());
   EXPECT_TRUE(mainWindowPlacement()->maximised);
   EXPECT_EQ(mainWindowPlacement()->normal, (ScreenRect{120, 130, 720, 630}));
+}
+
+TEST_F(MainWindowWindows, APlacementIsTellableFromTheUsersMovement) {
+  placeMainWindow({{120, 130, 720, 630}, false});
+  EXPECT_TRUE(movedByPlacing);
+  SetWindowPos(windowHandles.main, nullptr, 140, 150, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+  EXPECT_FALSE(movedByPlacing);
 }
 
 TEST_F(MainWindowWindows, TheClipboardWorksWithAnOwner) {

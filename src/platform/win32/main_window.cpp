@@ -257,7 +257,9 @@ void placeMainWindow(const WindowPlacement& wanted) {
   placement.showCmd = wanted.maximised ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL;
   placement.rcNormalPosition = {wanted.normal.left, wanted.normal.top, wanted.normal.right,
                                 wanted.normal.bottom};
+  windowHandles.placing = true;
   SetWindowPlacement(mainWindow(), &placement);
+  windowHandles.placing = false;
 }
 
 void closeMainWindow() {

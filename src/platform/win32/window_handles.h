@@ -44,6 +44,7 @@ struct WindowHandles {
   void (*layoutChildren)() = nullptr;  // puts the children in their places
   // What the items of the menu bar show, by command. Whoever makes items anew empties it.
   std::unordered_map<std::uint32_t, MenuItemState> menuItems;
+  bool placing = false;               // the main window is being put where it was stored to be
   std::u16string title;               // of the main window
   bool titleWaits = false;            // it does not show it yet
   void (*fillStatusBar)() = nullptr;  // called before the status bar shows anything next
