@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "core/close.h"
 #include "nav/nav_test.h"
 #include "view/geometry.h"
 #include "view/render.h"
@@ -356,6 +357,89 @@ TEST_F(BookmarksTest, APageBeyondTheEndMeansTheLastOne) {
   JumpToTreeEntry(0);
   EXPECT_EQ(pane(0).currentPage, 4);
   EXPECT_EQ(pane(0).backHistory.size(), 1u);
+}
+
+// Documents that go, each with an outline of one entry that bears the document's name.
+class BookmarksOfClosedDocumentsTest : public BookmarksTest {
+ protected:
+  static bool openNamed(const std::u16string& name, int pane) {
+    return open(buildPdf({PdfPage{}}, {{{name, "", {}}}, "", ""}), pane, pathFor(name));
+  }
+  static bool openGarbage() { return open(garbageFile(), 0, u"C:\\garbage.pdf"); }
+  static std::u16string pathFor(const std::u16string& name) { return u"C:\\" + name + u".pdf"; }
+
+  static void openTwo() {
+    session.viewMode = ViewMode::TwoDocuments;
+    ASSERT_TRUE(openNamed(u"Left", 0));
+    ASSERT_TRUE(openNamed(u"Right", 1));
+  }
+
+  static void expectEntries(const Texts& expected) {
+    EXPECT_EQ(texts(), expected);
+    Texts titles;
+    for (const BookmarkEntry& entry : session.bookmarks) titles.push_back(entry.title);
+    EXPECT_EQ(titles, expected);
+    EXPECT_EQ(session.bookmarkOrder.size(), expected.size());
+  }
+};
+
+TEST_F(BookmarksOfClosedDocumentsTest, ADocumentClosedByItsPathTakesItsEntriesAlong) {
+  const std::u16string names[] = {u"Left", u"Right"};
+  for (const int active : {0, 1}) {
+    resetSession();
+    openTwo();
+    setActivePane(active);
+    closeDocumentByPath(pathFor(names[active]));
+    expectEntries({});
+    setActivePane(1 - active);
+    expectEntries({names[1 - active]});
+  }
+}
+
+TEST_F(BookmarksOfClosedDocumentsTest, ADocumentClosedBesideTheActiveOneLeavesItsEntries) {
+  openTwo();
+  closeDocumentByPath(pathFor(u"Right"));
+  expectEntries({u"Left"});
+}
+
+TEST_F(BookmarksOfClosedDocumentsTest, TheCloseCommandTakesTheEntriesOfItsPaneAlong) {
+  openTwo();
+  setActivePane(1);
+  closeCommand(1);
+  expectEntries({});
+  setActivePane(0);
+  expectEntries({u"Left"});
+  closeCommand(0);
+  expectEntries({});
+}
+
+TEST_F(BookmarksOfClosedDocumentsTest, ADocumentThatTakesBothPanesBringsItsEntries) {
+  openTwo();
+  const std::u16string right = pathFor(u"Right");
+  ASSERT_TRUE(openDocument(&right, 0, kWorkingDocsLeaveAlone, false, nullptr));
+  ASSERT_EQ(session.viewMode, ViewMode::IndependentPages);
+  expectEntries({u"Right"});
+}
+
+TEST_F(BookmarksOfClosedDocumentsTest, AFailedOpenLeavesTheEntriesOfWhatIsStillOpen) {
+  using platform::BoxAnswer;
+  platform::standIn().boxAnswers = {BoxAnswer::Ok, BoxAnswer::Ok, BoxAnswer::Ok};
+  ASSERT_TRUE(openNamed(u"Alone", 0));
+  EXPECT_FALSE(openGarbage());
+  expectEntries({});
+
+  session.viewMode = ViewMode::IndependentPages;
+  ASSERT_TRUE(openNamed(u"Moved", 0));
+  EXPECT_FALSE(openGarbage());
+  ASSERT_EQ(session.viewMode, ViewMode::TwoDocuments);
+  expectEntries({});
+  setActivePane(1);
+  expectEntries({u"Moved"});
+
+  ASSERT_TRUE(openNamed(u"Left", 0));
+  setActivePane(0);
+  EXPECT_FALSE(openGarbage());
+  expectEntries({u"Left"});
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "support/session_invariants.h"
 
+#include <fpdf_doc.h>
+
 #include <cmath>
 
 #include "core/session.h"
@@ -73,6 +75,15 @@ std::string brokenPlacements() {
   return owner == documentOf(0) || owner == documentOf(1) ? "" : "placements of a closed document";
 }
 
+std::string brokenBookmarks() {
+  const FPDF_DOCUMENT document = documentOf(session.activePane);
+  if (document == nullptr) return session.bookmarks.empty() ? "" : "bookmarks of no document";
+  const FPDF_BOOKMARK first = FPDFBookmark_GetFirstChild(document, nullptr);
+  const FPDF_BOOKMARK shown =
+      session.bookmarks.empty() ? nullptr : session.bookmarks.front().bookmark;
+  return shown == first ? "" : "bookmarks of another document";
+}
+
 std::string brokenSelection() {
   const TextSelection& selection = session.selection;
   if (!selection.active) return {};
@@ -97,6 +108,7 @@ std::string brokenInvariant() {
   }
   if (std::string broken = brokenBook(); !broken.empty()) return broken;
   if (std::string broken = brokenPlacements(); !broken.empty()) return broken;
+  if (std::string broken = brokenBookmarks(); !broken.empty()) return broken;
   if (std::string broken = brokenSelection(); !broken.empty()) return broken;
   if (documentOf(session.activePane) == nullptr && hasUnsavedChanges()) {
     return "unsaved changes of no document";
