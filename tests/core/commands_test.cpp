@@ -6,10 +6,10 @@
 #include <set>
 
 #include "core/open.h"
-#include "store/data_folder.h"
 #include "store/working_documents.h"
 #include "support/pdf_builder.h"
 #include "support/session_test.h"
+#include "support/settings_file.h"
 
 namespace quillmere::test {
 namespace {
@@ -264,7 +264,7 @@ TEST_F(CommandsTest, GroupingOfMarkupsIsSavedAtOnce) {
   EXPECT_TRUE(runCommand(214));
   EXPECT_FALSE(session.settings.markupsUnderBookmarks);
   EXPECT_FALSE(menuChecked(214));
-  EXPECT_NE(platform::fileBytes(GetIniPath()), std::nullopt);
+  EXPECT_EQ(iniValue(u"Navigation", u"MarkupsUnderBookmarks"), u"0");
 }
 
 TEST_F(CommandsTest, EqualPanesCentresTheDividerOutsideSinglePage) {

@@ -6,10 +6,10 @@
 
 #include "core/open_requests.h"
 #include "core/startup.h"
-#include "store/data_folder.h"
 #include "store/working_documents.h"
 #include "support/pdf_builder.h"
 #include "support/session_test.h"
+#include "support/settings_file.h"
 
 namespace quillmere::test {
 namespace {
@@ -109,7 +109,7 @@ TEST_F(ExitTest, UnsavedEditsAreNotAskedAbout) {
 TEST_F(ExitTest, LoggingOffSavesTheSettingsWithoutAQuestion) {
   session.leftPanelWidth = 234;
   settleForLogoff();
-  EXPECT_NE(platform::fileBytes(GetIniPath()), std::nullopt);
+  EXPECT_EQ(iniValue(u"Panels", u"NavWidth"), u"234");
   EXPECT_THAT(standIn().boxes, IsEmpty());
 }
 

@@ -9,6 +9,7 @@
 #include "support/session_test.h"
 #include "view/modes.h"
 #include "view/navigation.h"
+#include "view/view_test.h"
 
 namespace quillmere::test {
 namespace {
@@ -430,6 +431,23 @@ TEST_F(OpenTest, AFailedSaveKeepsTheOtherPane) {
   EXPECT_FALSE(open(putPdf(u"new.pdf", simplePdf(1)), {.pane = 1, .ask = true}));
   EXPECT_EQ(session.panes[1].path, u"Z:\\unreachable.pdf");
   EXPECT_TRUE(session.panes[1].dirty);
+}
+
+TEST_F(OpenTest, YesWritesTheTurnsOfTheOtherPaneIntoItsPages) {
+  openTwo();
+  session.panes[1].path = u"Z:\\unreachable.pdf";
+  session.panes[1].documentRotation = 1;
+  session.panes[1].pageRotations[2] = 1;
+  session.panes[0].documentRotation = 1;
+  standIn().boxAnswers = {BoxAnswer::Yes, BoxAnswer::Ok};
+  EXPECT_FALSE(open(putPdf(u"new.pdf", simplePdf(1)), {.pane = 1, .ask = true}));
+  const FPDF_DOCUMENT kept = session.panes[1].document.get();
+  EXPECT_EQ(ownRotationOf(kept, 0), 1);
+  EXPECT_EQ(ownRotationOf(kept, 2), 2);
+  EXPECT_EQ(session.panes[1].documentRotation, 0u);
+  EXPECT_THAT(session.panes[1].pageRotations, IsEmpty());
+  EXPECT_TRUE(session.panes[1].dirty);
+  EXPECT_EQ(session.panes[0].documentRotation, 1u);
 }
 
 TEST_F(OpenTest, FullTurnsOfTheOtherPaneAreNoChange) {

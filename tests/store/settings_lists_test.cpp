@@ -4,6 +4,7 @@
 
 #include "core/text_format.h"
 #include "store/settings.h"
+#include "store/working_documents.h"
 #include "support/settings_file.h"
 
 namespace quillmere::test {
@@ -100,6 +101,15 @@ TEST_F(SettingsListTest, SavingRecentFilesWritesNothingElse) {
   SaveRecentFiles();
   for (const IniEntry& entry : iniEntries()) EXPECT_EQ(entry.section, u"RecentFiles");
   EXPECT_EQ(iniEntries().size(), 21u);
+}
+
+TEST_F(SettingsListTest, AFileThatLeavesTheRecentListIsNotInTheFileEither) {
+  session.settings.recentFiles = {u"C:\\x.pdf", u"C:\\A.PDF", u"C:\\y.pdf"};
+  SaveRecentFiles();
+  RemoveFromRecentFiles(u"c:\\a.pdf");
+  restart();
+  EXPECT_EQ(session.settings.recentFiles,
+            (std::vector<std::u16string>{u"C:\\x.pdf", u"C:\\y.pdf"}));
 }
 
 TEST_F(SettingsListTest, AViewerDoesNotSaveRecentFiles) {
