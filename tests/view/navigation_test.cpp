@@ -199,6 +199,20 @@ TEST_F(NavigationTest, EveryTurnInABookRevertsToFitPageWhenSet) {
   EXPECT_FLOAT_EQ(pane(0).zoom, 2.0f);
 }
 
+TEST_F(NavigationTest, ATurnBeyondTheEndOfABookRevertsToFitPageToo) {
+  openBook(10);
+  for (const int from : {0, 1}) {
+    turnPageByKey(from, PageKey::End);
+    setView(0, 2.0f, 0.0f, 0.0f);
+    setView(1, 3.0f, 0.0f, 0.0f);
+    turnPageByKey(from, PageKey::PageDown);
+    EXPECT_EQ(pane(0).currentPage, 8);
+    EXPECT_EQ(pane(0).zoomMode, kFitPage);
+    EXPECT_EQ(pane(1).zoomMode, kFitPage);
+    EXPECT_FLOAT_EQ(pane(0).zoom, 1.2f);  // 500 / 400 * 0.96
+  }
+}
+
 TEST_F(NavigationTest, GoingBackInABookLandsBothPagesOnTheBottom) {
   openBook(10);
   session.settings.bookRevertToFit = false;

@@ -274,6 +274,10 @@ TEST_F(RotationTest, TheAnswerDecidesWhatIsWritten) {
     ASSERT_EQ(platform::standIn().boxes.size(), 1u);
     const platform::ShownBox& box = platform::standIn().boxes[0];
     EXPECT_EQ(box.title, u"Save Rotation");
+    EXPECT_EQ(box.text,
+              u"This document has rotations that haven't been saved:\n"
+              u"  \u2022 View rotation: 90\u00B0 clockwise\n"
+              u"\nSave these rotations to the file?");
     EXPECT_EQ(box.buttons, platform::BoxButtons::YesNoCancel);
     EXPECT_EQ(box.icon, platform::BoxIcon::Question);
   }

@@ -160,6 +160,11 @@ TEST_F(WheelTest, ADeltaOfZeroTurnsForward) {
   EXPECT_EQ(pane(0).currentPage, 4);
 }
 
+TEST_F(WheelTest, ADeltaOfZeroZoomsOut) {
+  handleWheel(0, kWheelControl, 0, 0, 0);
+  EXPECT_FLOAT_EQ(pane(0).zoom, 1.6949153f);
+}
+
 TEST_F(WheelTest, TurningBackLandsOnTheBottom) {
   handleWheel(0, kWheelShift, 120, 0, 0);
   EXPECT_EQ(pane(0).currentPage, 2);
