@@ -75,6 +75,43 @@ TEST_F(Settings, AMaximisedWindowComesBackMaximised) {
   EXPECT_TRUE(eventually([&] { return IsZoomed(window) != FALSE; }));
 }
 
+TEST_F(Settings, AMaximisedWindowWithoutAPlaceComesUpMaximisedToo) {
+  setSetting(L"Window", L"X", L"-1");
+  setSetting(L"Window", L"Maximised", L"1");
+  start();
+  EXPECT_TRUE(eventually([&] { return IsZoomed(window) != FALSE; }));
+}
+
+TEST_F(Settings, AWindowClosedWhileMinimisedComesBackAtItsNormalPlace) {
+  start();
+  SetWindowPos(window, nullptr, 120, 90, 1000, 700, SWP_NOZORDER);
+  const RECT before = windowRect(window);
+  ShowWindow(window, SW_MAXIMIZE);
+  ASSERT_TRUE(eventually([&] { return IsZoomed(window) != FALSE; }));
+  ShowWindow(window, SW_MINIMIZE);
+  ASSERT_TRUE(eventually([&] { return IsIconic(window) != FALSE; }));
+  close();
+  EXPECT_EQ(setting(L"Window", L"Maximised"), L"0");
+  EXPECT_EQ(setting(L"Window", L"Width"), L"1000");
+  EXPECT_EQ(setting(L"Window", L"Height"), L"700");
+  start();
+  EXPECT_EQ(windowRect(window), before);
+}
+
+TEST_F(Settings, LoggingOffKeepsWhatWasChanged) {
+  startWith(coloredPdf(1));
+  const auto savedWidth = [] { return setting(L"Panels", L"NavWidth"); };
+  const LONG edge = pageArea().left;
+  drag(onScreen(edge - 2, 300), onScreen(edge + 58, 300));
+  ASSERT_TRUE(eventually([&] { return pageArea().left == edge + 60; }));
+  EXPECT_TRUE(SendMessageW(window, WM_QUERYENDSESSION, 0, 0));
+  // Somebody else objected.
+  SendMessageW(window, WM_ENDSESSION, FALSE, 0);
+  EXPECT_NE(savedWidth(), L"250");
+  SendMessageW(window, WM_ENDSESSION, TRUE, 0);
+  EXPECT_EQ(settled(savedWidth, std::wstring(L"250")), L"250");
+}
+
 TEST_F(Settings, AWindowThatIsTooLargeIsBroughtOntoTheScreen) {
   setSetting(L"Window", L"X", L"5000");
   setSetting(L"Window", L"Y", L"4000");

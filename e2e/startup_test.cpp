@@ -114,6 +114,18 @@ TEST_F(Startup, TheWindowsOfTheMainWindowAreCreatedInTheirOrder) {
   EXPECT_NE(GetDlgItem(statusBarOf(window), 403), nullptr);
 }
 
+TEST_F(Startup, TheHeadersNameTheTreesBelowThem) {
+  start();
+  EXPECT_EQ(controlText(childOf(window, 422)), L" Bookmarks");
+  EXPECT_EQ(controlText(childOf(window, 423)), L" Binder Library");
+}
+
+TEST_F(Startup, TheMainWindowIsToldOfDoubleClicksAndDroppedFiles) {
+  start();
+  EXPECT_NE(GetClassLongPtrW(window, GCL_STYLE) & CS_DBLCLKS, 0u);
+  EXPECT_NE(GetWindowLongPtrW(window, GWL_EXSTYLE) & WS_EX_ACCEPTFILES, 0);
+}
+
 TEST_F(Startup, APrintChildWithoutAJobFailsAndShowsNothing) {
   const Program child = startProgram(L"--printnothing");
   EXPECT_EQ(child.exitCode(), 2u);

@@ -149,6 +149,15 @@ TEST_F(Viewer, WritesNoSettings) {
   EXPECT_EQ(setting(L"Onboarding", L"DesktopShortcutPromptShown"), L"1");
 }
 
+TEST_F(Viewer, NeverComesUpMaximised) {
+  setSetting(L"Window", L"X", L"120");
+  setSetting(L"Window", L"Y", L"90");
+  setSetting(L"Window", L"Maximised", L"1");
+  start(L"--viewer " + inQuotes(makeFile(L"one.pdf", coloredPdf(1))));
+  ASSERT_TRUE(pageTextBecomes(L"Page 1 of 1"));
+  EXPECT_FALSE(IsZoomed(window));
+}
+
 TEST_F(Viewer, StaysOpenWhenTheMainWindowClosesWithTheAnswerNo) {
   startWith(coloredPdf(1));
   const HWND viewer = openViewer();
