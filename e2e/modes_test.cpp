@@ -87,6 +87,25 @@ TEST_F(Modes, IndependentPanesTurnByThemselves) {
   EXPECT_TRUE(pageTextBecomes(L"L:2  R:4  of 4"));
 }
 
+TEST_F(Modes, TabInATreeGoesToThePageAndNotToTheOtherPane) {
+  startWith(coloredPdf(4));
+  press(VK_F7);
+  ASSERT_TRUE(pageTextBecomes(L"L:1  R:1  of 4"));
+  ASSERT_TRUE(paneIsActive(leftPane()));
+  const auto backFrom = [&](WORD key, int tree) {
+    press(key);
+    ASSERT_TRUE(eventually([&] { return focusOf(window) == childOf(window, tree); }));
+    press(VK_TAB);
+    ASSERT_TRUE(eventually([&] { return focusOf(window) == window; }));
+    press(VK_NEXT);
+  };
+  backFrom('N', 401);
+  EXPECT_TRUE(pageTextBecomes(L"L:2  R:1  of 4"));
+  backFrom('L', 420);
+  EXPECT_TRUE(pageTextBecomes(L"L:3  R:1  of 4"));
+  EXPECT_TRUE(paneIsActive(leftPane()));
+}
+
 TEST_F(Modes, TwoEmptyPanesShowTheirPlaceholders) {
   start();
   toFront();
@@ -173,6 +192,26 @@ TEST_F(Modes, TheDividerIsDraggedAndPutBackInTheMiddle) {
   EXPECT_TRUE(pageBecomes(right, fitPage(right, kPage)));
 }
 
+TEST_F(Modes, ABoxThatComesDuringADragEndsIt) {
+  startWithTwo(coloredPdf(2), coloredPdf(1));
+  const RECT left = leftPane();
+  const POINT grip = onScreen(left.right, (left.top + left.bottom) / 2);
+  movePointer(grip);
+  ASSERT_TRUE(inputIsHandled(window));
+  pressButton(grip);
+  ASSERT_TRUE(inputIsHandled(window));
+  movePointer({grip.x + 40, grip.y});
+  ASSERT_TRUE(pixelBecomes(left.right + 40, left.top + 2, kDivider));
+  sendPathAndReturn(window, scenarioFolder() + L"\\missing.pdf");
+  ASSERT_TRUE(boxSays(L"Could not open PDF.\n(PDFium error 2)"));
+  movePointer({grip.x + 120, grip.y});
+  ASSERT_TRUE(inputIsHandled(window));
+  releaseButton({grip.x + 120, grip.y});
+  press(VK_NEXT);
+  ASSERT_TRUE(pageTextBecomes(L"L:2/2  R:1/1"));
+  EXPECT_TRUE(pixelBecomes(left.right + 40, left.top + 2, kDivider));
+}
+
 TEST_F(Modes, TheDividerOfABookWithEqualPanesCannotBeGrabbed) {
   startWith(coloredPdf(3));
   press(VK_F6);
@@ -196,6 +235,30 @@ TEST_F(Modes, ThePanelIsMadeWiderByItsSplitter) {
   press(VK_F3);
   EXPECT_TRUE(eventually([&] { return pageArea().left == 0; }));
   EXPECT_TRUE(pageBecomes(pageArea(), fitPage(pageArea(), kPage)));
+}
+
+TEST_F(Modes, AClickOnASplitterLeavesThePageWhereItIs) {
+  startWith(markedPdf(1, kPage.width, kPage.height));
+  press(VK_F4);
+  RECT area = pageArea();
+  area.right -= dip(180) + dip(3);
+  ASSERT_TRUE(pageBecomes(area, fitPage(area, kPage)));
+  press('W');
+  const RECT page = placedPage(area, kPage, fitWidthZoom(area, kPage));
+  ASSERT_TRUE(pageBecomes(area, clipped(page, area)));
+  // The square in the page's corner tells how far the page was scrolled.
+  const auto squareBottom = [&] { return client().extentAlike(area, rgb(255, 0, 0)).bottom; };
+  LONG bottom = squareBottom();
+  for (const LONG splitter : {area.left - 2, area.right + 1}) {
+    press(VK_DOWN);
+    bottom -= dip(60);
+    ASSERT_EQ(settled(squareBottom, bottom), bottom);
+    click(onScreen(splitter, 300));
+    ASSERT_TRUE(inputIsHandled(window));
+  }
+  press(VK_UP);
+  bottom += dip(60);
+  EXPECT_EQ(settled(squareBottom, bottom), bottom);
 }
 
 }  // namespace
