@@ -1,9 +1,11 @@
 #include <windows.h>
 
 #include <commctrl.h>
+#include <windowsx.h>
 
 #include "core/child_windows.h"
 #include "core/session.h"
+#include "integration/update_check.h"
 #include "nav/find_bar_window.h"
 #include "platform/main_window.h"
 #include "platform/win32/sized.h"
@@ -11,6 +13,7 @@
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
 #include "store/binder_panel.h"
+#include "view/cursors.h"
 #include "view/geometry.h"
 #include "view/left_panel.h"
 #include "view/stamp_splitter.h"
@@ -65,10 +68,25 @@ LRESULT CALLBACK treeProcedure(HWND window, UINT message, WPARAM wParam, LPARAM 
   return DefSubclassProc(window, message, wParam, lParam);
 }
 
-// The slider reports to its parent, the status bar; the main window acts on it.
+bool pointerOnUpdateLink(HWND bar) {
+  POINT point{};
+  return GetCursorPos(&point) && ScreenToClient(bar, &point) && onUpdateLink(point.x, point.y);
+}
+
+// The slider reports to its parent, the status bar; the main window acts on it. The version part is
+// a link once there is a newer version.
 LRESULT CALLBACK statusBarProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR, DWORD_PTR) {
   if (message == WM_HSCROLL) return SendMessageW(windowHandles.main, message, wParam, lParam);
+  if (message == WM_SETCURSOR && reinterpret_cast<HWND>(wParam) == window &&
+      pointerOnUpdateLink(window)) {
+    showCursor(CursorKind::Hand);
+    return TRUE;
+  }
+  if (message == WM_LBUTTONUP && onUpdateLink(GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam))) {
+    InstallUpdate(session.latestInstallerUrl);
+    return 0;
+  }
   return DefSubclassProc(window, message, wParam, lParam);
 }
 

@@ -135,12 +135,13 @@ struct SessionState {
   ViewInput input;
 
   AppSettings settings;
-  std::u16string latestVersion;     // newer than this one, as an update check found; empty before
-  bool settingsFileSeeded = false;  // this process has tried to make the settings file
-  bool restoringBinders = false;    // the list of loaded binders is not to be saved now
-  std::u16string stampsFolder;      // with a trailing backslash; empty when there is no data folder
-  std::u16string bindersFolder;     // likewise
-  std::u16string shelveFolder;      // likewise
+  std::u16string latestVersion;       // newer than this one, as an update check found; empty before
+  std::u16string latestInstallerUrl;  // of the manifest that installs it
+  bool settingsFileSeeded = false;    // this process has tried to make the settings file
+  bool restoringBinders = false;      // the list of loaded binders is not to be saved now
+  std::u16string stampsFolder;   // with a trailing backslash; empty when there is no data folder
+  std::u16string bindersFolder;  // likewise
+  std::u16string shelveFolder;   // likewise
 
   std::vector<BinderFile> binderLibrary;
   std::unordered_set<std::u16string, Fnv1aTextHash> unavailableFiles;        // lower-cased paths

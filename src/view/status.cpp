@@ -89,6 +89,12 @@ std::array<int, kStatusPartCount> statusPartEdges(int width) {
           std::max(scaled(kLeastPagePartEdge), width - scaled(kVersionPartWidth)), -1};
 }
 
+bool onUpdateLink(int x, int y) {
+  const int width = platform::mainWindowClientSize().width;
+  const PaneRect part{statusPartEdges(width)[kPagePart], 0, width, platform::statusBarHeight()};
+  return !session.latestVersion.empty() && part.contains(x, y);
+}
+
 PaneRect zoomSliderPlace(int height) {
   const int left = scaled(kSliderX);
   const int top = scaled(kSliderY);

@@ -28,6 +28,10 @@ std::u16string versionText();
 // Right edges of the parts of a status bar `width` pixels wide; -1 for "to the end".
 std::array<int, kStatusPartCount> statusPartEdges(int width);
 
+// Whether a place in the status bar, in pixels from its top left corner, belongs to the link to a
+// newer version; never while none is known.
+bool onUpdateLink(int x, int y);
+
 // The zoom slider's place in a status bar `height` pixels high, from the bar's top left corner.
 PaneRect zoomSliderPlace(int height);
 

@@ -123,6 +123,20 @@ TEST_F(StatusTest, TheVersionPartTellsOfANewerVersion) {
   EXPECT_EQ(window().statusTexts[3], u"  v1.4.3.242 - Update to v1.5.0.1");
 }
 
+TEST_F(StatusTest, TheVersionPartIsALinkOnceThereIsANewerVersion) {
+  const int edge = statusPartEdges(window().client.width)[2];
+  const int height = platform::statusBarHeight();
+  ASSERT_GT(height, 0);
+  EXPECT_FALSE(onUpdateLink(edge + 10, 5));
+  session.latestVersion = u"1.5.0.1";
+  EXPECT_TRUE(onUpdateLink(edge, 0));
+  EXPECT_TRUE(onUpdateLink(window().client.width - 1, height - 1));
+  EXPECT_FALSE(onUpdateLink(edge - 1, 5));
+  EXPECT_FALSE(onUpdateLink(window().client.width, 5));
+  EXPECT_FALSE(onUpdateLink(edge + 10, -1));
+  EXPECT_FALSE(onUpdateLink(edge + 10, height));
+}
+
 TEST_F(StatusTest, ThePagePartGrowsWithTheWindow) {
   EXPECT_THAT(statusPartEdges(1000), ElementsAre(88, 238, 780, -1));
   EXPECT_THAT(statusPartEdges(538), ElementsAre(88, 238, 318, -1));
