@@ -12,7 +12,16 @@ namespace quillmere::test {
 namespace {
 
 // Where hits stand on the screen.
-using FindViewTest = NavTest;
+class FindViewTest : public NavTest {
+ protected:
+  void showTheOnlyHitOutOfView() {
+    ASSERT_TRUE(openLines({"x"}));
+    type(u"x");
+    FindStep(1);
+    pane(0).zoomMode = kCustomFit;
+    pane(0).panY = -700;
+  }
+};
 
 // What a hit covers, in page points: one box for each line that it stands on.
 struct Box {
@@ -91,11 +100,7 @@ TEST_F(FindViewTest, AHitKeepsItsPlaceAsLongAsItsEdgesStandInsideTheMargin) {
 }
 
 TEST_F(FindViewTest, StepsBringTheLastHitBackIntoView) {
-  ASSERT_TRUE(openLines({"x"}));
-  type(u"x");
-  FindStep(1);
-  pane(0).zoomMode = kCustomFit;
-  pane(0).panY = -700;
+  showTheOnlyHitOutOfView();
   ASSERT_TRUE(findHitQuads(0).empty());
   FindStep(1);
   ASSERT_EQ(findHitQuads(0).size(), 1u);
@@ -104,11 +109,7 @@ TEST_F(FindViewTest, StepsBringTheLastHitBackIntoView) {
 }
 
 TEST_F(FindViewTest, WithoutATextPageNothingIsPaintedOrScrolled) {
-  ASSERT_TRUE(openLines({"x"}));
-  type(u"x");
-  FindStep(1);
-  pane(0).zoomMode = kCustomFit;
-  pane(0).panY = -700;
+  showTheOnlyHitOutOfView();
   pane(0).textPage.reset();
   EXPECT_TRUE(findHitQuads(0).empty());
   FindStep(1);
