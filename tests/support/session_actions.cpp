@@ -6,9 +6,11 @@
 #include "core/close.h"
 #include "core/commands.h"
 #include "core/keys.h"
+#include "core/limits.h"
 #include "core/mouse.h"
 #include "core/open_requests.h"
 #include "core/session.h"
+#include "platform/files.h"
 #include "platform/stand_in.h"
 #include "store/working_documents.h"
 #include "support/pdf_builder.h"
@@ -147,6 +149,18 @@ void dropFiles(Reader& reader) {
               reader.within(standIn().window.client.width));
 }
 
+// The folder of the shown document is renamed by somebody else, or its file goes.
+void vanish(Reader& reader) {
+  const bool two = session.viewMode == ViewMode::TwoDocuments;
+  std::u16string& path = two ? session.panes[session.activePane].path : session.active.path;
+  if (path.empty()) return;
+  if ((reader.next() & 1) != 0) {
+    path = u"C:\\gone\\" + fileNameOf(path);
+  } else {
+    platform::deleteFile(path);
+  }
+}
+
 struct Action {
   const char* name;
   void (*play)(Reader& reader);
@@ -166,6 +180,7 @@ constexpr Action kActions[] = {
     {"density", [](Reader& reader) { changeDensity((reader.next() & 1) != 0 ? 144 : 96); }},
     {"close", [](Reader&) { closeCommand(session.activePane); }},
     {"close by path", [](Reader& reader) { closeDocumentByPath(reader.oneOf(kFiles)); }},
+    {"vanish", vanish},
 };
 
 }  // namespace
