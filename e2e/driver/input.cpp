@@ -148,6 +148,8 @@ void drag(POINT from, POINT to, Button button, unsigned modifiers) {
     movePointer({from.x + (to.x - from.x) * step / kDragSteps,
                  from.y + (to.y - from.y) * step / kDragSteps});
   }
+  // A release that overtakes the last movement would come up where the pointer was before it.
+  inputIsHandled(window);
   releaseButton(to, button);
   releaseKeys(modifiers);
 }
