@@ -10,8 +10,7 @@
 #include <cstring>
 #include <string>
 
-#include "core/close.h"
-#include "core/session.h"
+#include "documents/close.h"
 #include "footprint.h"
 #include "nav/find.h"
 #include "nav/find_bar.h"
@@ -20,6 +19,7 @@
 #include "platform/win32/window_handles.h"
 #include "reader_window.h"
 #include "samples.h"
+#include "session/session.h"
 #include "view/navigation.h"
 
 namespace quillmere::bench {

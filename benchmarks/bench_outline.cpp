@@ -3,14 +3,15 @@
 //
 // Usage: bench_outline DOCUMENT
 
-#include "core/close.h"
-#include "core/open_requests.h"
-#include "core/session.h"
+#include "documents/close.h"
+#include "documents/modes.h"
+#include "documents/open_requests.h"
 #include "platform/text.h"
 #include "reader_window.h"
 #include "samples.h"
+#include "session/session.h"
 #include "store/working_documents.h"
-#include "view/modes.h"
+#include "view/panes.h"
 
 namespace quillmere::bench {
 namespace {

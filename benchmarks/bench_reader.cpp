@@ -11,15 +11,15 @@
 #include <string>
 #include <vector>
 
-#include "core/close.h"
-#include "core/session.h"
+#include "documents/close.h"
+#include "documents/modes.h"
 #include "engine_calls.h"
 #include "page_walk.h"
 #include "plain_pdfium.h"
 #include "reader_window.h"
 #include "samples.h"
+#include "session/session.h"
 #include "view/geometry.h"
-#include "view/modes.h"
 #include "view/navigation.h"
 #include "view/rotation.h"
 #include "view/zoom.h"

@@ -9,12 +9,12 @@
 #include <functional>
 #include <string>
 
-#include "core/session.h"
 #include "footprint.h"
 #include "page_walk.h"
 #include "plain_pdfium.h"
 #include "reader_window.h"
 #include "samples.h"
+#include "session/session.h"
 #include "view/navigation.h"
 
 namespace quillmere::bench {

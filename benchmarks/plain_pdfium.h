@@ -9,7 +9,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "core/pdfium_handles.h"
+#include "session/pdfium_handles.h"
 
 // PDFium's own calls with nothing around them: what the reader is measured against.
 namespace quillmere::bench {

@@ -1,14 +1,14 @@
 #include <windows.h>
 
-#include "core/main_window.h"
-#include "core/open_requests.h"
-#include "core/session.h"
+#include "app/main_window.h"
+#include "documents/open_requests.h"
 #include "platform/main_window.h"
 #include "platform/profile.h"
 #include "platform/text.h"
 #include "platform/win32/window_handles.h"
 #include "reader_window.h"
 #include "samples.h"
+#include "session/session.h"
 #include "store/data_folder.h"
 #include "store/onboarding.h"
 #include "store/working_documents.h"

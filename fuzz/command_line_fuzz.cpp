@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "core/startup.h"
+#include "app/startup.h"
 #include "platform/text.h"
 
 namespace {

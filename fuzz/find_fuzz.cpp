@@ -7,10 +7,12 @@
 #include <string>
 #include <string_view>
 
-#include "core/open.h"
+#include "documents/modes.h"
+#include "documents/open.h"
 #include "nav/bookmarks.h"
 #include "nav/find.h"
 #include "nav/find_bar.h"
+#include "nav/find_view.h"
 #include "nav/jump_history.h"
 #include "nav/links.h"
 #include "platform/find_bar.h"
@@ -19,7 +21,6 @@
 #include "store/working_documents.h"
 #include "support/engine.h"
 #include "view/geometry.h"
-#include "view/modes.h"
 #include "view/navigation.h"
 #include "view/render.h"
 #include "view/zoom.h"
@@ -118,7 +119,7 @@ void followOutline() {
 
 void followLinksOf(int page) {
   goToPage(0, page, false);
-  const PaneRect pane = paneRect(0);
+  const PixelRect pane = paneRect(0);
   for (int y = pane.top; y < pane.bottom; y += kGridStep) {
     for (int x = pane.left; x < pane.right; x += 3 * kGridStep) {
       if (FollowLink(0, LinkAtPoint(0, x, y))) goToPage(0, page, false);

@@ -3,11 +3,11 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "core/open.h"
+#include "documents/modes.h"
+#include "documents/open.h"
 #include "sound_session.h"
 #include "store/working_documents.h"
 #include "support/engine.h"
-#include "view/modes.h"
 #include "view/navigation.h"
 #include "view/selection.h"
 

@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "core/session.h"
 #include "platform/stand_in.h"
+#include "session/session.h"
 #include "support/engine.h"
 #include "support/session_actions.h"
 

@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "core/session.h"
 #include "platform/stand_in.h"
+#include "session/session.h"
 #include "store/data_folder.h"
 #include "store/settings.h"
 #include "support/engine.h"

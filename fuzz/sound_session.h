@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/session.h"
 #include "platform/stand_in.h"
+#include "session/session.h"
 #include "support/session_invariants.h"
 
 // What targets that open a file share.

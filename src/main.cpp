@@ -2,13 +2,13 @@
 
 #include <optional>
 
-#include "core/main_window.h"
-#include "core/open_requests.h"
-#include "core/session.h"
-#include "core/startup.h"
-#include "core/viewer_role.h"
+#include "app/main_window.h"
+#include "app/startup.h"
+#include "app/viewer_role.h"
+#include "documents/open_requests.h"
 #include "output/print.h"
 #include "platform/win32/wide.h"
+#include "session/session.h"
 #include "store/working_documents.h"
 
 namespace {

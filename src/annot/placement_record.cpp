@@ -1,6 +1,6 @@
 #include "annot/placement_record.h"
 
-#include "core/session.h"
+#include "session/session.h"
 
 namespace quillmere {
 

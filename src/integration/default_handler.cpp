@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "core/text_format.h"
+#include "base/text_format.h"
 #include "platform/process.h"
 #include "platform/shell.h"
 #include "platform/text.h"
@@ -37,8 +37,8 @@ bool RegisterPdfHandler() {
   if (program.empty()) return false;
   if (!platform::setUserRegistryText(kTypeKey, u"", u"Quillmere PDF Document")) return false;
   // Without its icon, or missing from the list of programs to choose from, the type still works.
-  platform::setUserRegistryText(kIconKey, u"", filled(u"\"%s\",0", {program}));
-  if (!platform::setUserRegistryText(kCommandKey, u"", filled(u"\"%s\" \"%%1\"", {program}))) {
+  platform::setUserRegistryText(kIconKey, u"", formatText(u"\"%s\",0", {program}));
+  if (!platform::setUserRegistryText(kCommandKey, u"", formatText(u"\"%s\" \"%%1\"", {program}))) {
     return false;
   }
   platform::addUserRegistryName(kOpenWithKey, kTypeIdentifier);

@@ -1,6 +1,6 @@
 #include "integration/viewers.h"
 
-#include "core/product.h"
+#include "base/product.h"
 #include "platform/instances.h"
 #include "platform/process.h"
 

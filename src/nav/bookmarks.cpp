@@ -6,9 +6,10 @@
 #include <unordered_set>
 #include <vector>
 
-#include "core/session.h"
 #include "nav/jump_history.h"
-#include "platform/main_window.h"
+#include "session/changes.h"
+#include "session/density.h"
+#include "session/session.h"
 #include "view/geometry.h"
 #include "view/navigation.h"
 
@@ -18,6 +19,7 @@ namespace {
 
 // Tree controls walk their rows recursively; what lies deeper stands beside its parent.
 constexpr std::int32_t kDeepestLevel = 200;
+constexpr platform::Tree kTree = platform::Tree::Navigation;
 constexpr int kTargetDistance = 24;  // pixels from the pane's top edge to the target
 
 std::u16string titleOf(FPDF_BOOKMARK bookmark) {
@@ -95,7 +97,7 @@ void addRows(platform::TreeRow parent, std::size_t first) {
     if (levelOf(i) > level) continue;
     const bool expandable = levelOf(i + 1) > level;
     place.previous = platform::insertTreeRow(
-        place, {session.bookmarks[i].title, static_cast<std::int32_t>(i), expandable});
+        kTree, place, {session.bookmarks[i].title, static_cast<std::int32_t>(i), expandable});
     session.bookmarkOrder[i].row = place.previous;
   }
 }
@@ -122,14 +124,15 @@ void readOutline(FPDF_BOOKMARK first) {
 }
 
 void fillUnderHeadings(FPDF_BOOKMARK first) {
-  const platform::TreeRow bookmarks = platform::insertTreeRow({}, {u"Bookmarks", -1, true});
+  const platform::TreeRow bookmarks = platform::insertTreeRow(kTree, {}, {u"Bookmarks", -1, true});
   if (first == nullptr) {
-    platform::insertTreeRow({bookmarks, platform::kNoTreeRow}, {u"(no bookmarks)", -1, false});
+    platform::insertTreeRow(kTree, {bookmarks, platform::kNoTreeRow},
+                            {u"(no bookmarks)", -1, false});
   } else {
     AddBookmarkLevel(bookmarks, first);
   }
-  platform::expandTreeRow(bookmarks);
-  platform::insertTreeRow({platform::kNoTreeRow, bookmarks}, {u"Markups", -1, true});
+  platform::expandTreeRow(kTree, bookmarks);
+  platform::insertTreeRow(kTree, {platform::kNoTreeRow, bookmarks}, {u"Markups", -1, true});
 }
 
 void fillTree(FPDF_DOCUMENT document) {
@@ -151,15 +154,15 @@ void scrollToTarget(int pane, double y) {
 }  // namespace
 
 void RebuildNavigationTree() {
-  platform::beginTreeUpdate();
+  platform::beginTreeUpdate(kTree);
   ClearNavigationTree();
   const FPDF_DOCUMENT document = documentOf(session.activePane);
   if (document != nullptr) fillTree(document);
-  platform::endTreeUpdate();
+  platform::endTreeUpdate(kTree);
 }
 
 void ClearNavigationTree() {
-  platform::clearTree();
+  platform::clearTree(kTree);
   session.bookmarks.clear();
   session.bookmarkOrder.clear();
 }
@@ -203,7 +206,7 @@ void JumpToTreeEntry(std::int32_t index) {
     goToPage(pane, entry.page, false);
   }
   if (entry.hasY) scrollToTarget(pane, entry.y);
-  platform::invalidateMainWindow(false);
+  pictureChanged();
 }
 
 bool documentHasBookmarks() {

@@ -5,16 +5,15 @@
 #include <type_traits>
 #include <utility>
 
-#include "core/product.h"
-#include "core/session.h"
-#include "core/text_format.h"
-#include "core/waiting_opens.h"
+#include "base/text_format.h"
+#include "nav/find_view.h"
 #include "nav/jump_history.h"
 #include "platform/find_bar.h"
-#include "platform/main_window.h"
-#include "platform/message_box.h"
+#include "session/changes.h"
+#include "session/page_memory.h"
+#include "session/session.h"
+#include "ui/boxes.h"
 #include "view/navigation.h"
-#include "view/page_memory.h"
 
 namespace quillmere {
 
@@ -79,17 +78,17 @@ bool findOnPage(FPDF_PAGE page, int pageIndex, SearchJob& job, std::size_t limit
 // A shown page has its text read already, which is most of the work of a keystroke.
 void findOnShownPage(const PaneSlot& slot, SearchJob& job, std::vector<FindResult>& results) {
   if (session.find.regexMode) {
-    FindRegexPage(slot.page.get(), slot.currentPage, job.pattern, kNoLimit, results);
+    FindRegexPage(slot.page.get(), slot.openPage, job.pattern, kNoLimit, results);
   } else {
-    findLiteral(slot.textPage.get(), slot.currentPage, job.text, kNoLimit, results);
+    findLiteral(slot.textPage.get(), slot.openPage, job.text, kNoLimit, results);
   }
 }
 
-// Nothing to search for, or nothing to search in.
+// False when there is nothing to search for, or nothing to search in; then no search is in force.
 bool startSearch(SearchJob& job) {
   job.text = platform::findFieldText();
   if (job.text.empty() || documentOf(session.activePane) == nullptr) {
-    FindClear();
+    forgetSearch();
     return false;
   }
   session.find.badPattern = false;
@@ -119,10 +118,10 @@ void searchShownPages(SearchJob& job, std::vector<FindResult>& results) {
   std::vector<std::int32_t> searched;
   for (int pane = 0; pane < 2; ++pane) {
     const PaneSlot& slot = session.panes[pane];
-    if (!paneSearched(pane) || std::count(searched.begin(), searched.end(), slot.currentPage) > 0) {
+    if (!paneSearched(pane) || std::count(searched.begin(), searched.end(), slot.openPage) > 0) {
       continue;
     }
-    searched.push_back(slot.currentPage);
+    searched.push_back(slot.openPage);
     findOnShownPage(slot, job, results);
     if (session.find.badPattern) return;
   }
@@ -134,7 +133,7 @@ bool searchAllPages(SearchJob& job, std::vector<FindResult>& results) {
   const FPDF_DOCUMENT document = documentOf(session.activePane);
   const std::int32_t pageCount = pageCountOf(session.activePane);
   for (std::int32_t index = 0; index < pageCount && !session.find.badPattern; ++index) {
-    const bool open = shown.page && index == shown.currentPage;
+    const bool open = shown.page && index == shown.openPage;
     const PageHandle loaded(open ? nullptr : FPDF_LoadPage(document, index));
     const FPDF_PAGE page = open ? shown.page.get() : loaded.get();
     if (page != nullptr && findOnPage(page, index, job, kHitCap, results)) return true;
@@ -145,39 +144,48 @@ bool searchAllPages(SearchJob& job, std::vector<FindResult>& results) {
 
 void reportCap() {
   const std::u16string cap = decimal(static_cast<std::int64_t>(kHitCap));
-  beginDocumentWork();
-  platform::showMessageBox(
-      filled(u"Search found more than %d results.\nOnly the first %d are shown. Try a more "
-             u"specific query.",
-             {cap, cap}),
-      kProductTitle, platform::BoxButtons::Ok, platform::BoxIcon::Information);
-  endDocumentWork();
-}
-
-void showSearchState() {
-  FindStatusText();
-  platform::invalidateMainWindow(false);
+  tell(formatText(u"Search found more than %d results.\nOnly the first %d are shown. Try a more "
+                  u"specific query.",
+                  {cap, cap}),
+       BoxIcon::Information);
 }
 
 bool comesBefore(const FindResult& left, const FindResult& right) {
   return std::pair(left.page, left.start) < std::pair(right.page, right.start);
 }
 
-}  // namespace
-
-void FindInVisiblePages() {
+void searchVisiblePages() {
   SearchJob job;
   if (!startSearch(job)) return;
   std::vector<FindResult> results;
   if (patternUsable(job)) searchShownPages(job, results);
   std::sort(results.begin(), results.end(), comesBefore);
   keepResults(job, std::move(results), false, false);
-  showSearchState();
+}
+
+// The first hit on a page becomes the current one; on a page without any it stays.
+void moveCurrentHitTo(std::int32_t page) {
+  FindState& find = session.find;
+  if (find.currentIndex >= 0 &&
+      find.results[static_cast<std::size_t>(find.currentIndex)].page == page) {
+    return;
+  }
+  const auto first = std::find_if(find.results.begin(), find.results.end(),
+                                  [&](const FindResult& hit) { return hit.page == page; });
+  if (first == find.results.end()) return;
+  find.currentIndex = static_cast<std::int32_t>(first - find.results.begin());
+}
+
+}  // namespace
+
+void FindInVisiblePages() {
+  searchVisiblePages();
+  hitsChanged();
 }
 
 void FindInDocument() {
   SearchJob job;
-  if (!startSearch(job)) return;
+  if (!startSearch(job)) return hitsChanged();
   std::vector<FindResult> results;
   const bool capped = patternUsable(job) && searchAllPages(job, results);
   keepResults(job, std::move(results), true, capped);
@@ -189,19 +197,24 @@ void FindInDocument() {
     goToPage(pane, find.results.front().page, false);
   }
   if (find.capped && !find.badPattern) reportCap();
-  showSearchState();
+  hitsChanged();
 }
 
 void FindClear() {
+  if (forgetSearch()) hitsChanged();
+}
+
+bool forgetSearch() {
   FindState& find = session.find;
-  if (find.query.empty() && find.results.empty() && !find.badPattern) return;
+  if (find.query.empty() && find.results.empty() && !find.badPattern) return false;
   find.results.clear();
   find.currentIndex = -1;
   find.capped = false;
   find.wholeDocument = false;
   find.badPattern = false;
   find.query.clear();
-  showSearchState();
+  FindStatusText();
+  return true;
 }
 
 void FindStep(int direction) {
@@ -211,7 +224,7 @@ void FindStep(int direction) {
     FindInDocument();
     if (!find.results.empty()) {
       FindScrollToCurrent(pane);
-      platform::invalidateMainWindow(false);
+      pictureChanged();
       return;
     }
   }
@@ -229,27 +242,17 @@ void FindStep(int direction) {
     find.currentIndex = chosen;
   }
   FindScrollToCurrent(pane);
-  showSearchState();
+  hitsChanged();
 }
 
 void FindSyncToPage(int pane) {
   FindState& find = session.find;
-  if (find.query.empty()) return;
-  if (session.viewMode == ViewMode::TwoDocuments && pane != session.activePane) return;
+  if (find.query.empty() || (inTwoDocuments() && pane != session.activePane)) return;
   if (!find.wholeDocument) {
-    FindInVisiblePages();
-    return;
+    searchVisiblePages();
+  } else if (!find.results.empty()) {
+    moveCurrentHitTo(session.panes[pane].currentPage);
   }
-  if (find.results.empty()) return;
-  const std::int32_t shown = session.panes[pane].currentPage;
-  if (find.currentIndex >= 0 &&
-      find.results[static_cast<std::size_t>(find.currentIndex)].page == shown) {
-    return;
-  }
-  const auto first = std::find_if(find.results.begin(), find.results.end(),
-                                  [&](const FindResult& hit) { return hit.page == shown; });
-  if (first == find.results.end()) return;
-  find.currentIndex = static_cast<std::int32_t>(first - find.results.begin());
   FindStatusText();
 }
 
@@ -262,9 +265,10 @@ std::u16string findStatus() {
   const std::u16string count = decimal(static_cast<std::int64_t>(find.results.size()));
   if (find.badPattern) return u"Bad pattern";
   if (!find.results.empty() && find.wholeDocument) {
-    return filled(u"%d of %d%s", {decimal(find.currentIndex + 1), count, find.capped ? u"+" : u""});
+    return formatText(u"%d of %d%s",
+                      {decimal(find.currentIndex + 1), count, find.capped ? u"+" : u""});
   }
-  if (!find.results.empty()) return filled(u"%d on page", {count});
+  if (!find.results.empty()) return formatText(u"%d on page", {count});
   if (find.query.empty()) return {};
   return find.wholeDocument ? u"No results" : u"0 on page";
 }

@@ -7,8 +7,7 @@
 #include <vector>
 
 #include "nav/find_pattern.h"
-#include "nav/find_state.h"
-#include "view/selection.h"
+#include "session/find_state.h"
 
 // Search in the document of the active pane: on the pages that are shown while the user types, in
 // the whole document once a result is asked for.
@@ -22,14 +21,14 @@ void FindInDocument();
 
 // Forgets hits and query and shows that no search is in force.
 void FindClear();
+// The same without a report of the change, for what follows other changes. True when one was in
+// force.
+bool forgetSearch();
 
 // Moves to the next (+1) or previous (-1) hit; the first step after typing searches the document.
 void FindStep(int direction);
 
-// Brings the current hit into view when it stands on the pane's page.
-void FindScrollToCurrent(int pane);
-
-// Brings the hits up to the page that a pane now shows.
+// Brings the hits up to the page that a pane now shows; part of what follows a page turn.
 void FindSyncToPage(int pane);
 
 // Shows what the search found.
@@ -42,12 +41,5 @@ bool FindCompilePattern(const std::u16string& text, FindPattern& regex);
 // Appends the page's hits; 0 for no limit, which counts the whole list. True when it was reached.
 bool FindRegexPage(FPDF_PAGE page, int pageIndex, FindPattern& regex, std::size_t limit,
                    std::vector<FindResult>& results);
-
-// What is painted over a pane: where hits stand, in pixels from the pane's top left corner.
-struct FindHitQuad {
-  TextQuad quad;
-  bool current = false;
-};
-std::vector<FindHitQuad> findHitQuads(int pane);
 
 }  // namespace quillmere

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
-#include "core/session.h"
 #include "nav/find.h"
 #include "platform/clipboard.h"
 #include "platform/find_bar.h"
 #include "platform/main_window.h"
-#include "view/geometry.h"
-#include "view/modes.h"
+#include "session/density.h"
+#include "session/session.h"
+#include "view/panes.h"
 #include "view/selection.h"
 
 namespace quillmere {

@@ -4,12 +4,13 @@
 
 #include <commctrl.h>
 
-#include "core/session.h"
 #include "nav/find_bar.h"
 #include "platform/win32/sized.h"
 #include "platform/win32/system_fonts.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
+#include "session/density.h"
+#include "session/session.h"
 #include "view/geometry.h"
 
 namespace quillmere {

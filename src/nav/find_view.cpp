@@ -1,11 +1,12 @@
+#include "nav/find_view.h"
+
 #include <algorithm>
 #include <optional>
 
-#include "core/session.h"
-#include "nav/find.h"
+#include "session/density.h"
+#include "session/session.h"
 #include "view/geometry.h"
 
-// Where hits stand on the screen.
 namespace quillmere {
 
 namespace {
@@ -47,13 +48,13 @@ PaneBox toScreen(int pane, const PageBox& box) {
           std::max(one.y, other.y)};
 }
 
-bool insidePane(const PaneBox& box, const PaneRect& pane) {
+bool insidePane(const PaneBox& box, const PixelRect& pane) {
   const double margin = scaled(kScreenMargin);
   return box.left >= margin && box.top >= margin && box.right <= pane.width() - margin &&
          box.bottom <= pane.height() - margin;
 }
 
-bool touchesPane(const TextQuad& quad, const PaneRect& pane) {
+bool touchesPane(const TextQuad& quad, const PixelRect& pane) {
   const auto [left, right] =
       std::minmax_element(quad.corner, quad.corner + 4,
                           [](const PanePoint& a, const PanePoint& b) { return a.x < b.x; });
@@ -78,10 +79,10 @@ void FindScrollToCurrent(int pane) {
     return;
   }
   const FindResult& hit = find.results[static_cast<std::size_t>(find.currentIndex)];
-  if (hit.page != slot.currentPage || !slot.textPage) return;
+  if (hit.page != slot.openPage || !slot.textPage) return;
   const std::optional<PageBox> box = boundingBoxOf(slot.textPage.get(), hit);
   if (!box) return;
-  const PaneRect rect = paneRect(pane);
+  const PixelRect rect = paneRect(pane);
   if (insidePane(toScreen(pane, *box), rect)) return;
   const PanePoint centre =
       pageToPane(pane, (box->left + box->right) * 0.5, (box->top + box->bottom) * 0.5);
@@ -94,10 +95,10 @@ std::vector<FindHitQuad> findHitQuads(int pane) {
   std::vector<FindHitQuad> quads;
   if (!hitsShownIn(pane)) return quads;
   const FindState& find = session.find;
-  const PaneRect rect = paneRect(pane);
+  const PixelRect rect = paneRect(pane);
   for (std::size_t i = 0; i < find.results.size(); ++i) {
     const FindResult& hit = find.results[i];
-    if (hit.page != session.panes[pane].currentPage) continue;
+    if (hit.page != session.panes[pane].openPage) continue;
     const bool current = static_cast<std::int32_t>(i) == find.currentIndex;
     for (const TextQuad& quad : textQuads(pane, hit.start, hit.count)) {
       if (touchesPane(quad, rect)) quads.push_back({quad, current});

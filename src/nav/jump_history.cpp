@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <vector>
 
-#include "core/session.h"
+#include "session/changes.h"
+#include "session/session.h"
 #include "view/geometry.h"
-#include "view/navigation.h"
 #include "view/render.h"
 
 namespace quillmere {
@@ -85,7 +85,7 @@ void RestoreJump(int pane, const JumpRecord& record) {
   if (page != slot.currentPage || !slot.page) loadPane(pane, page);
   showRecordedView(pane, record);
   if (session.viewMode == ViewMode::Book && pane == 0) bringFollowingPage();
-  notePageShown(pane);
+  pageShown(pane);
 }
 
 }  // namespace quillmere

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "nav/jump_record.h"
+#include "session/jump_record.h"
 
 // Where a reader stood before each jump to another page, so that Back and Forward return there.
 // Every pane has its own history; in Book both share that of pane 0.

@@ -5,10 +5,10 @@
 #include <cstring>
 #include <string>
 
-#include "core/session.h"
 #include "nav/jump_history.h"
 #include "platform/process.h"
 #include "platform/text.h"
+#include "session/session.h"
 #include "view/geometry.h"
 #include "view/navigation.h"
 
@@ -70,7 +70,7 @@ bool openAddress(FPDF_DOCUMENT document, FPDF_ACTION action) {
 
 FPDF_LINK LinkAtPoint(int pane, int x, int y) {
   if (pane < 0 || pane > 1 || !session.panes[pane].page) return nullptr;
-  const PaneRect rect = paneRect(pane);
+  const PixelRect rect = paneRect(pane);
   if (!rect.contains(x, y)) return nullptr;
   const PagePoint point = paneToPage(pane, x - rect.left, y - rect.top);
   return FPDFLink_GetLinkAtPoint(session.panes[pane].page.get(), point.x, point.y);

@@ -64,6 +64,17 @@ void focusBinderTree();
 // Posts the message that rebuilds the binder tree once the current message is done.
 void postBinderTreeRebuild();
 
+// Posts the message that deals with what had to wait, from the main message loop.
+void postWaitingWork();
+
+// The system's colour behind selected text.
+struct SystemColor {
+  std::uint8_t r = 0;
+  std::uint8_t g = 0;
+  std::uint8_t b = 0;
+};
+SystemColor highlightColor();
+
 struct WindowPlacement {
   ScreenRect normal;
   bool maximised = false;

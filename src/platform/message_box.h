@@ -17,8 +17,4 @@ enum class BoxOwner { MainWindow, NoneTopmost };
 BoxAnswer showMessageBox(const std::u16string& text, const std::u16string& title,
                          BoxButtons buttons, BoxIcon icon, BoxOwner owner = BoxOwner::MainWindow);
 
-// The system's short sounds.
-enum class Sound { Default, Exclamation };
-void beep(Sound sound);
-
 }  // namespace quillmere::platform

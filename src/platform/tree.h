@@ -3,19 +3,21 @@
 #include <cstdint>
 #include <string>
 
-// The navigation tree of the left panel. Without the main window nothing is shown, rows still get
-// their numbers.
+// The two trees of the left panel. Without the main window nothing is shown, rows still get their
+// numbers.
 namespace quillmere::platform {
 
-// A row of the tree; kNoTreeRow stands for the top level as a parent.
+enum class Tree { Navigation, Binders };
+
+// A row of a tree; kNoTreeRow stands for the top level as a parent.
 using TreeRow = std::uintptr_t;
 inline constexpr TreeRow kNoTreeRow = 0;
 
 // Between the two nothing is repainted, so that thousands of rows come in one go.
-void beginTreeUpdate();
-void endTreeUpdate();
+void beginTreeUpdate(Tree tree);
+void endTreeUpdate(Tree tree);
 
-void clearTree();
+void clearTree(Tree tree);
 
 // What a row shows and stands for.
 struct TreeRowContent {
@@ -31,8 +33,8 @@ struct TreePlace {
   TreeRow previous = kNoTreeRow;
 };
 
-TreeRow insertTreeRow(const TreePlace& place, const TreeRowContent& content);
+TreeRow insertTreeRow(Tree tree, const TreePlace& place, const TreeRowContent& content);
 
-void expandTreeRow(TreeRow row);
+void expandTreeRow(Tree tree, TreeRow row);
 
 }  // namespace quillmere::platform

@@ -1,7 +1,7 @@
 #include "store/binder_library.h"
 
-#include "core/session.h"
 #include "platform/text.h"
+#include "session/session.h"
 
 namespace quillmere {
 
@@ -38,7 +38,5 @@ int LoadBinder(const std::u16string&) {
 
 // Views are kept in binder files, and none is loaded.
 void SaveCurrentView(int) {}
-
-void RestoreView(int, std::u16string_view) {}
 
 }  // namespace quillmere

@@ -22,7 +22,4 @@ bool IsValidBinderFile(int index, int fileIndex);
 // Stores page and view of the pane in the binder that its document was opened from.
 void SaveCurrentView(int pane);
 
-// Shows the view that the binder holds for a document that was just opened from it.
-void RestoreView(int binderIndex, std::u16string_view path);
-
 }  // namespace quillmere

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/limits.h"
-#include "core/session.h"
+#include "base/limits.h"
 #include "platform/files.h"
+#include "session/session.h"
 
 namespace quillmere {
 

@@ -6,11 +6,12 @@
 #include <string>
 #include <string_view>
 
-#include "core/session.h"
-#include "core/text_format.h"
+#include "base/text_format.h"
 #include "platform/files.h"
 #include "platform/profile.h"
 #include "platform/text.h"
+#include "session/density.h"
+#include "session/session.h"
 #include "store/binder_library.h"
 #include "store/data_folder.h"
 #include "store/settings_colors.h"
@@ -18,7 +19,6 @@
 #include "store/settings_placement.h"
 #include "store/settings_table.h"
 #include "store/working_documents.h"
-#include "view/geometry.h"
 
 namespace quillmere {
 
@@ -47,8 +47,8 @@ void startZoomAndPanScroll() {
   const bool asLastTime = settings.defaultZoomMode == kZoomModeLastUsed;
   const std::uint32_t mode0 = asLastTime ? settings.lastZoomMode0 : settings.defaultZoomMode;
   const std::uint32_t mode1 = asLastTime ? settings.lastZoomMode1 : settings.defaultZoomMode;
-  session.panes[0].zoomMode = static_cast<std::int32_t>(mode0);
-  session.panes[1].zoomMode = static_cast<std::int32_t>(mode1);
+  session.panes[0].zoomMode = static_cast<ZoomMode>(mode0);
+  session.panes[1].zoomMode = static_cast<ZoomMode>(mode1);
   session.panScrollEnabled = settings.defaultPanScroll == kPanScrollLastUsed
                                  ? settings.lastPanScroll
                                  : settings.defaultPanScroll == kPanScrollOn;

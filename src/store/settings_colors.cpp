@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "core/session.h"
 #include "platform/profile.h"
+#include "session/session.h"
 #include "store/settings_table.h"
 
 namespace quillmere {

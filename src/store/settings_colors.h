@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "store/app_settings.h"
+#include "session/app_settings.h"
 
 namespace quillmere {
 

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "core/limits.h"
-#include "core/session.h"
-#include "core/text_format.h"
+#include "base/limits.h"
+#include "base/text_format.h"
 #include "platform/files.h"
 #include "platform/profile.h"
+#include "session/session.h"
 #include "store/data_folder.h"
 #include "store/settings.h"
 

@@ -4,8 +4,8 @@
 #include <limits>
 #include <optional>
 
-#include "core/session.h"
 #include "platform/main_window.h"
+#include "session/session.h"
 
 namespace quillmere {
 

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <type_traits>
 
-#include "core/text_format.h"
+#include "base/text_format.h"
 
 namespace quillmere {
 

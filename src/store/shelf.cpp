@@ -1,8 +1,8 @@
 #include "store/shelf.h"
 
-#include "core/session.h"
 #include "platform/files.h"
 #include "platform/text.h"
+#include "session/session.h"
 
 namespace quillmere {
 
@@ -19,10 +19,6 @@ const ShelfEntry* shelfEntryOf(const std::u16string& path) {
   return found == session.shelfIndex.end() ? nullptr : &found->second;
 }
 
-bool ShelveCurrentDocument() {
-  return false;
-}
-
 void DropShelfEntry(const std::u16string& path) {
   const auto found = session.shelfIndex.find(platform::toLower(path));
   if (found == session.shelfIndex.end()) return;
@@ -30,11 +26,5 @@ void DropShelfEntry(const std::u16string& path) {
   session.shelfIndex.erase(found);
   if (!copy.empty()) platform::deleteFile(copy);
 }
-
-void DropActiveShelfEntry() {
-  DropShelfEntry(pathOf(session.activePane));
-}
-
-void noteDocumentChanged() {}
 
 }  // namespace quillmere

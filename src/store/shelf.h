@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "store/shelf_entry.h"
+#include "session/shelf_entry.h"
 
 namespace quillmere {
 
@@ -16,14 +16,7 @@ std::u16string ShelfFilePath(const std::u16string& shelfName);
 // The entry of a document; null when nothing of it is shelved. Valid until the index changes.
 const ShelfEntry* shelfEntryOf(const std::u16string& path);
 
-// Moves the active document's unsaved state to the shelf. True when it is safe there.
-bool ShelveCurrentDocument();
-
 // Forgets a document's entry and deletes its copy.
 void DropShelfEntry(const std::u16string& path);
-void DropActiveShelfEntry();
-
-// Brings the shelf's record of the active document up to date after an edit.
-void noteDocumentChanged();
 
 }  // namespace quillmere

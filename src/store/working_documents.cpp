@@ -1,14 +1,14 @@
 #include "store/working_documents.h"
 
-#include "core/session.h"
 #include "platform/text.h"
+#include "session/session.h"
 #include "store/data_folder.h"
 #include "store/settings.h"
 
 namespace quillmere {
 
 // The built-in binder is not made yet; a document that joins it has nowhere to go.
-void AddToWorkingDocuments(const std::u16string&, int) {}
+void AddToWorkingDocuments(const std::u16string&, WorkingDocsMode) {}
 
 void LoadWorkingDocuments() {}
 

@@ -12,7 +12,7 @@ enum WorkingDocsMode : int {
 };
 
 // Lists a document among those in use.
-void AddToWorkingDocuments(const std::u16string& path, int how);
+void AddToWorkingDocuments(const std::u16string& path, WorkingDocsMode how);
 
 // Makes the built-in binder of documents in use, with what it held last time.
 void LoadWorkingDocuments();

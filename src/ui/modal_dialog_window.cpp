@@ -1,10 +1,11 @@
 #include <windows.h>
 
-#include "core/session.h"
 #include "platform/win32/sized.h"
 #include "platform/win32/system_fonts.h"
+#include "session/density.h"
+#include "session/session.h"
+#include "session/waiting_opens.h"
 #include "ui/modal_dialog.h"
-#include "view/geometry.h"
 
 namespace quillmere {
 
@@ -149,6 +150,7 @@ std::int32_t runModalDialog(ModalDialog& dialog, const ModalDialogDesign& design
     dialog = ModalDialog{};
     return design.cancelResult;
   }
+  const DocumentWork work;
   showControls(open);
   runLoop(dialog);
   const std::int32_t result = dialog.result;

@@ -5,14 +5,13 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/session.h"
 #include "platform/main_window.h"
+#include "session/density.h"
+#include "session/session.h"
 
 namespace quillmere {
 
 namespace {
-
-constexpr int kReferenceDpi = 96;
 
 bool sideways(std::uint32_t quarterTurns) {
   return (quarterTurns & 1) != 0;
@@ -47,31 +46,7 @@ float keepVisible(float pan, int paneLength, int bitmapLength) {
   return most >= least ? std::clamp(pan, least, most) : pan;
 }
 
-// The same length at another density, to the nearest pixel.
-int rescaled(int length, std::int32_t fromDpi, std::int32_t toDpi) {
-  if (fromDpi == toDpi) return length;
-  const std::int64_t product = std::int64_t{length} * toDpi;
-  const std::int64_t half = length < 0 ? -(fromDpi / 2) : fromDpi / 2;
-  return static_cast<int>((product + half) / fromDpi);
-}
-
 }  // namespace
-
-int scaled(int pixels) {
-  return rescaled(pixels, kReferenceDpi, session.dpi);
-}
-
-int unscaled(int pixels) {
-  return rescaled(pixels, session.dpi, kReferenceDpi);
-}
-
-void changeDensity(std::int32_t dpi) {
-  for (std::int32_t* length :
-       {&session.leftPanelWidth, &session.stampPanelWidth, &session.paneDividerPosition}) {
-    *length = rescaled(*length, session.dpi, dpi);
-  }
-  session.dpi = dpi;
-}
 
 bool leftPanelShown() {
   return session.navigationPanelVisible || session.binderPanelVisible;
@@ -99,10 +74,10 @@ bool paneShown(int pane) {
   return pane == 0 || session.viewMode != ViewMode::SinglePage;
 }
 
-PaneRect paneRect(int pane) {
+PixelRect paneRect(int pane) {
   if (!paneShown(pane)) return {};
-  PaneRect rect{leftPanelEdge(), pageAreaTop(), platform::mainWindowClientSize().width,
-                pageAreaBottom()};
+  PixelRect rect{leftPanelEdge(), pageAreaTop(), platform::mainWindowClientSize().width,
+                 pageAreaBottom()};
   if (session.viewMode == ViewMode::SinglePage) {
     if (session.stampPanelVisible) {
       rect.right -= session.stampPanelWidth + scaled(kStampSplitterWidth);
@@ -148,7 +123,7 @@ float clampZoom(double zoom) {
 
 void layoutPane(int pane, bool fromBottom, int widthDelta) {
   PaneSlot& slot = session.panes[pane];
-  const PaneRect rect = paneRect(pane);
+  const PixelRect rect = paneRect(pane);
   const PageSize page = pageSizeRotated(pane);
   if (!slot.page || rect.empty() || page.width <= 0 || page.height <= 0) return;
 
@@ -182,7 +157,7 @@ void layoutPane(int pane, bool fromBottom, int widthDelta) {
 void clampPan(int pane) {
   PaneSlot& slot = session.panes[pane];
   if (!slot.pageBitmap) return;
-  const PaneRect rect = paneRect(pane);
+  const PixelRect rect = paneRect(pane);
   slot.panX = keepVisible(slot.panX, rect.width(), slot.pageBitmapWidth);
   slot.panY = keepVisible(slot.panY, rect.height(), slot.pageBitmapHeight);
 }

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "core/pane_rect.h"
+#include "base/pixel_rect.h"
 
 // Where panes and pages lie, and how pixels and page points map onto each other.
 namespace quillmere {
@@ -35,14 +35,6 @@ struct PanePoint {
   double y = 0;  // pixels from the pane's top edge
 };
 
-// A length at 96 pixels an inch, in pixels of the window's screen. The identity at 96.
-int scaled(int pixels);
-// The inverse, for widths that the settings keep.
-int unscaled(int pixels);
-
-// Moves the session to a screen of `dpi` pixels an inch; panels keep their width to the eye.
-void changeDensity(std::int32_t dpi);
-
 bool leftPanelShown();
 // Right end of the left panel with its splitter; 0 when it is hidden.
 int leftPanelEdge();
@@ -54,7 +46,7 @@ int pageAreaTop();
 // False for pane 1 in SinglePage alone.
 bool paneShown(int pane);
 // The pane's place in client pixels; empty when it is not shown.
-PaneRect paneRect(int pane);
+PixelRect paneRect(int pane);
 // The pane under client x: 0, 1, or -1 over the left panel or the divider.
 int paneAt(int x);
 // The divider's left edge in client pixels.

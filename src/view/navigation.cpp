@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "core/session.h"
-#include "nav/find.h"
 #include "platform/main_window.h"
+#include "session/changes.h"
+#include "session/density.h"
+#include "session/session.h"
 #include "view/geometry.h"
-#include "view/modes.h"
+#include "view/panes.h"
 #include "view/render.h"
-#include "view/selection.h"
-#include "view/status.h"
 #include "view/zoom.h"
 
 namespace quillmere {
@@ -54,7 +53,7 @@ void panBy(int pane, double dx, double dy) {
   slot.panY = static_cast<float>(slot.panY + dy);
   if (dy != 0 && panScrollTurn(pane)) return;
   clampPan(pane);
-  platform::invalidateMainWindow(false);
+  pictureChanged();
 }
 
 WheelAction wheelActionFor(unsigned modifiers) {
@@ -68,16 +67,16 @@ WheelAction wheelActionFor(unsigned modifiers) {
 // True when a wheel message completes a notch. Small deltas add up as long as pane, modifiers and
 // direction stay the same.
 bool completesNotch(int pane, unsigned modifiers, int delta) {
-  ViewInput& input = session.input;
-  const bool sameGesture = input.wheelPane == pane && input.wheelModifiers == modifiers &&
-                           (input.wheelDelta < 0) == (delta < 0);
-  if (!sameGesture) input.wheelDelta = 0;
-  input.wheelPane = pane;
-  input.wheelModifiers = modifiers;
+  WheelGathering& wheel = session.wheel;
+  const bool goesOn =
+      wheel.pane == pane && wheel.modifiers == modifiers && (wheel.delta < 0) == (delta < 0);
+  if (!goesOn) wheel.delta = 0;
+  wheel.pane = pane;
+  wheel.modifiers = modifiers;
   if (delta == 0) return true;
-  input.wheelDelta += delta;
-  if (std::abs(input.wheelDelta) < kWheelNotch) return false;
-  input.wheelDelta %= kWheelNotch;
+  wheel.delta += delta;
+  if (std::abs(wheel.delta) < kWheelNotch) return false;
+  wheel.delta %= kWheelNotch;
   return true;
 }
 
@@ -87,7 +86,7 @@ void turnPageByWheel(int pane, int delta) {
 }
 
 void zoomByWheel(int pane, int delta, int x, int y) {
-  const PaneRect rect = paneRect(pane);
+  const PixelRect rect = paneRect(pane);
   zoomAround(pane, delta > 0 ? kZoomStepIn : kZoomStepOut, x - rect.left, y - rect.top);
 }
 
@@ -106,7 +105,7 @@ void moveDragPanOf(int pane, int x, int y) {
     rememberDragStart(slot, x, y);
   } else {
     clampPan(pane);
-    platform::invalidateMainWindow(false);
+    pictureChanged();
   }
 }
 
@@ -128,19 +127,11 @@ void goToPage(int pane, std::int32_t index, bool fromBottom) {
   }
   showPage(pane, index, fromBottom);
   if (inBook()) showFollowingPage(index + 1, pageCount, fromBottom);
-  notePageShown(pane);
+  pageShown(pane);
 }
 
 std::int32_t lastPage(int pane) {
   return pageCountOf(pane);
-}
-
-void notePageShown(int pane) {
-  if (session.findBarVisible) FindSyncToPage(pane);
-  clearTextSelection();
-  platform::invalidateMainWindow(false);
-  refreshTitle();
-  refreshStatus();
 }
 
 void turnPageByKey(int pane, PageKey key) {
@@ -194,7 +185,7 @@ void turnPageKeepingPan(int pane, std::int32_t index, bool forward) {
   loadPane(pane, index);
   if (!slot.page) {
     freePaneBitmap(pane);
-    notePageShown(pane);
+    pageShown(pane);
     return;
   }
   const double height = paneRect(pane).height();
@@ -202,7 +193,7 @@ void turnPageKeepingPan(int pane, std::int32_t index, bool forward) {
                                          : height * kPreviousPageLanding -
                                                slot.zoom * pageSizeRotated(pane).height);
   renderPane(pane);
-  notePageShown(pane);
+  pageShown(pane);
 }
 
 int paneForPointer(int x) {
@@ -235,7 +226,7 @@ void startDragPan(int pane, int x, int y) {
   if (!slot.page) return;
   slot.shiftPan = true;
   rememberDragStart(slot, x, y);
-  platform::captureMouse();
+  beginGesture(Gesture::Pan, x, y);
   platform::refreshCursor();
 }
 
@@ -248,7 +239,7 @@ void moveDragPan(int x, int y) {
 void endDragPan() {
   if (!dragPanActive()) return;
   for (PaneSlot& slot : session.panes) slot.shiftPan = false;
-  platform::releaseMouse();
+  endGesture(Gesture::Pan);
   platform::refreshCursor();
 }
 

@@ -20,10 +20,6 @@ void goToPage(int pane, std::int32_t index, bool fromBottom);
 // Number of the last page as it is shown to people: the page count of the pane's document.
 std::int32_t lastPage(int pane);
 
-// What follows whenever a pane has come to another page: find hits move along, a text selection
-// ends, title and status are brought up to date, and the window is repainted.
-void notePageShown(int pane);
-
 enum class PageKey { PageUp, PageDown, Home, End };
 void turnPageByKey(int pane, PageKey key);
 

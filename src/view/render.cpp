@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <limits>
 
-#include "core/session.h"
+#include "session/session.h"
 #include "view/geometry.h"
 
 namespace quillmere {

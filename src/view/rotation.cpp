@@ -4,13 +4,12 @@
 
 #include <algorithm>
 
-#include "core/session.h"
-#include "core/text_format.h"
-#include "platform/main_window.h"
-#include "store/shelf.h"
+#include "base/text_format.h"
+#include "session/changes.h"
+#include "session/document_slots.h"
+#include "session/session.h"
 #include "view/geometry.h"
 #include "view/render.h"
-#include "view/status.h"
 
 namespace quillmere {
 
@@ -29,12 +28,6 @@ void forgetJumps(int pane) {
   for (int each = 0; each < 2; ++each) {
     if (sameDocument(pane, each)) clearJumpHistories(each);
   }
-}
-
-void announceRotation() {
-  refreshStatus();
-  platform::invalidateMainWindow(false);
-  noteDocumentChanged();
 }
 
 std::uint32_t turnsOf(const PageRotations& rotations, std::int32_t page) {
@@ -89,7 +82,7 @@ void rotateDocument(int pane) {
   refreshPicture(pane);
   const int other = 1 - pane;
   if (sameDocument(pane, other) && session.panes[other].page) refreshPicture(other);
-  announceRotation();
+  turnsChanged(pane);
 }
 
 void rotatePage(int pane) {
@@ -102,13 +95,13 @@ void rotatePage(int pane) {
     const PaneSlot& slot = session.panes[each];
     if (sameDocument(pane, each) && slot.page && slot.currentPage == page) refreshPicture(each);
   }
-  announceRotation();
+  turnsChanged(pane);
 }
 
 void commitRotations(int pane) {
   const bool documentTurned = documentRotationPending(session.panes[pane]);
   if (session.viewerRole || (!documentTurned && !anyPageRotationPending(pane))) return;
-  if (writeTurns(pane)) dirtyOf(pane) = true;
+  if (writeTurns(pane)) markEdited(documentSlotOf(pane));
   for (int each = 0; each < 2; ++each) {
     if (sameDocument(pane, each)) session.panes[each].documentRotation = 0;
   }
@@ -120,7 +113,7 @@ void commitRotations(int pane) {
   for (int each = 0; each < 2; ++each) {
     if (sameDocument(pane, each) && session.panes[each].page) refreshPicture(each);
   }
-  platform::invalidateMainWindow(false);
+  pictureChanged();
 }
 
 std::u16string rotationQuestion(int pane) {
@@ -131,24 +124,24 @@ std::u16string rotationQuestion(int pane) {
   });
   if (turns == 0 && pages == 0) return {};
   std::u16string view;
-  if (turns != 0) view = filled(u"  \u2022 View rotation: %s\n", {viewRotationName(turns)});
+  if (turns != 0) view = formatText(u"  \u2022 View rotation: %s\n", {viewRotationName(turns)});
   std::u16string single;
   if (pages != 0) {
-    single = filled(u"  \u2022 %d page%s individually rotated\n",
-                    {decimal(pages), pages == 1 ? u"" : u"s"});
+    single = formatText(u"  \u2022 %d page%s individually rotated\n",
+                        {decimal(pages), pages == 1 ? u"" : u"s"});
   }
-  return filled(
+  return formatText(
       u"This document has rotations that haven't been saved:\n%s%s\n"
       u"Save these rotations to the file?",
       {view, single});
 }
 
-platform::BoxAnswer confirmRotationSave(int pane) {
+BoxAnswer confirmRotationSave(int pane) {
   const std::u16string question = rotationQuestion(pane);
-  if (question.empty()) return platform::BoxAnswer::Yes;
-  const platform::BoxAnswer answer = platform::showMessageBox(
-      question, u"Save Rotation", platform::BoxButtons::YesNoCancel, platform::BoxIcon::Question);
-  if (answer == platform::BoxAnswer::Yes) commitRotations(pane);
+  if (question.empty()) return BoxAnswer::Yes;
+  const BoxAnswer answer =
+      showBox(question, u"Save Rotation", BoxButtons::YesNoCancel, BoxIcon::Question);
+  if (answer == BoxAnswer::Yes) commitRotations(pane);
   return answer;
 }
 

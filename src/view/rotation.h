@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/message_box.h"
+#include "ui/boxes.h"
 
 // Turns are kept beside the document and applied to what is shown, until they are saved.
 namespace quillmere {
@@ -17,7 +17,7 @@ void commitRotations(int pane);
 
 // Asks whether pending turns are to be saved with the pane's document. Yes: they were written into
 // it, or there are none. No: they stay pending. Cancel: the save must not go on.
-platform::BoxAnswer confirmRotationSave(int pane);
+BoxAnswer confirmRotationSave(int pane);
 
 // What it asks; empty when nothing is pending.
 std::u16string rotationQuestion(int pane);

@@ -5,10 +5,11 @@
 #include <cstdlib>
 #include <string>
 
-#include "core/session.h"
 #include "platform/clipboard.h"
-#include "platform/main_window.h"
 #include "platform/text.h"
+#include "session/changes.h"
+#include "session/density.h"
+#include "session/session.h"
 
 namespace quillmere {
 
@@ -51,7 +52,7 @@ void select(int pane, std::int32_t first, std::int32_t last) {
   selection.pane = pane;
   selection.anchorChar = first;
   selection.endChar = last;
-  platform::invalidateMainWindow(false);
+  pictureChanged();
 }
 
 PaneBox boundingBox(const TextQuad& quad) {
@@ -65,7 +66,7 @@ PaneBox boundingBox(const TextQuad& quad) {
 std::int32_t charAtPoint(int pane, int x, int y) {
   const PaneSlot& slot = session.panes[pane];
   if (!slot.page || !slot.textPage) return -1;
-  const PaneRect rect = paneRect(pane);
+  const PixelRect rect = paneRect(pane);
   const PagePoint point = paneToPage(pane, x - rect.left, y - rect.top);
   const double tolerance = scaled(kHitTolerance) / static_cast<double>(slot.zoom);
   const int index =
@@ -73,14 +74,18 @@ std::int32_t charAtPoint(int pane, int x, int y) {
   return std::max(index, -1);
 }
 
-void clearTextSelection() {
+bool dropTextSelection() {
   TextSelection& selection = session.selection;
-  if (!selection.active && !selection.dragging) return;
+  if (!selection.active && !selection.dragging) return false;
   selection.active = false;
   selection.dragging = false;
   selection.pane = -1;
   selection.endChar = -1;
-  platform::invalidateMainWindow(false);
+  return true;
+}
+
+void clearTextSelection() {
+  if (dropTextSelection()) pictureChanged();
 }
 
 void startTextSelection(int pane, int x, int y) {
@@ -91,7 +96,7 @@ void startTextSelection(int pane, int x, int y) {
   selection.dragging = true;
   selection.pane = pane;
   selection.endChar = selection.anchorChar;
-  platform::captureMouse();
+  beginGesture(Gesture::Select, x, y);
 }
 
 void moveTextSelection(int x, int y) {
@@ -103,16 +108,16 @@ void moveTextSelection(int x, int y) {
   if (hit == selection.endChar) return;
   selection.active = true;
   selection.endChar = hit;
-  platform::invalidateMainWindow(false);
+  pictureChanged();
 }
 
 void endTextSelection() {
+  endGesture(Gesture::Select);
   TextSelection& selection = session.selection;
   if (!selection.dragging) return;
   selection.dragging = false;
-  platform::releaseMouse();
   if (selection.anchorChar >= 0 && selection.anchorChar != selection.endChar) {
-    platform::invalidateMainWindow(false);
+    pictureChanged();
   } else {
     clearTextSelection();
   }

@@ -12,8 +12,10 @@ namespace quillmere {
 // The text page's character at a place, within six pixels; -1 when there is none.
 std::int32_t charAtPoint(int pane, int x, int y);
 
-// Ends the text selection and repaints; without effect when there is none.
+// Ends the text selection; without effect when there is none.
 void clearTextSelection();
+// The same without a report of the change, for what follows other changes. True when there was one.
+bool dropTextSelection();
 
 // A drag with the left button. It selects nothing until it has reached a second character.
 void startTextSelection(int pane, int x, int y);
@@ -49,8 +51,6 @@ struct PaneBox {
   double right = 0;
   double bottom = 0;
 };
-// How opaque the system's highlight colour is painted over selected text.
-inline constexpr std::uint8_t kSelectionAlpha = 130;
 // What is painted over the pane's selected text; empty without a selection there.
 std::vector<PaneBox> selectionBoxes(int pane);
 

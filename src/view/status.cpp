@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-#include "core/limits.h"
-#include "core/product.h"
-#include "core/session.h"
-#include "core/text_format.h"
+#include "base/limits.h"
+#include "base/product.h"
+#include "base/text_format.h"
 #include "platform/main_window.h"
-#include "view/geometry.h"
+#include "session/density.h"
+#include "session/session.h"
 #include "view/zoom.h"
 
 namespace quillmere {
@@ -40,7 +40,7 @@ void fillStatusBar() {
   refreshVersionPart();
   platform::setStatusText(kZoomPart, statusZoomText());
   platform::setStatusText(kSliderPart, u"");
-  const PaneRect slider = zoomSliderPlace(platform::statusBarHeight());
+  const PixelRect slider = zoomSliderPlace(platform::statusBarHeight());
   platform::placeZoomSlider(slider.left, slider.top, slider.width(), slider.height());
   platform::setZoomSlider(sliderPositionOfZoom(session.panes[session.activePane].zoom));
   platform::setStatusText(kPagePart, statusPageText());
@@ -55,33 +55,34 @@ std::u16string titleText() {
     return base;
   }
   if (session.viewMode == ViewMode::TwoDocuments) {
-    return filled(u"%s - %s | %s", {base, fileNameOf(panes[0].path), fileNameOf(panes[1].path)});
+    return formatText(u"%s - %s | %s",
+                      {base, fileNameOf(panes[0].path), fileNameOf(panes[1].path)});
   }
-  return filled(u"%s - %s", {base, fileNameOf(session.active.path)});
+  return formatText(u"%s - %s", {base, fileNameOf(session.active.path)});
 }
 
 std::u16string statusZoomText() {
   const double zoom = session.panes[session.activePane].zoom;
-  return filled(u"  Zoom: %d%%", {decimal(static_cast<std::int64_t>(zoom * 100 + 0.5))});
+  return formatText(u"  Zoom: %d%%", {decimal(static_cast<std::int64_t>(zoom * 100 + 0.5))});
 }
 
 std::u16string statusPageText() {
   if (documentOf(session.activePane) == nullptr) return {};
   switch (session.viewMode) {
     case ViewMode::TwoDocuments:
-      return filled(u"\t\tL:%d/%d  R:%d/%d  ",
-                    {shownPage(0), shownCount(0), shownPage(1), shownCount(1)});
+      return formatText(u"\t\tL:%d/%d  R:%d/%d  ",
+                        {shownPage(0), shownCount(0), shownPage(1), shownCount(1)});
     case ViewMode::Book:
     case ViewMode::IndependentPages:
-      return filled(u"\t\tL:%d  R:%d  of %d  ", {shownPage(0), shownPage(1), shownCount(0)});
+      return formatText(u"\t\tL:%d  R:%d  of %d  ", {shownPage(0), shownPage(1), shownCount(0)});
     default:
-      return filled(u"\t\tPage %d of %d  ", {shownPage(0), shownCount(0)});
+      return formatText(u"\t\tPage %d of %d  ", {shownPage(0), shownCount(0)});
   }
 }
 
 std::u16string versionText() {
-  if (session.latestVersion.empty()) return filled(u"  v%ls", {kProductVersion});
-  return filled(u"  v%ls - Update to v%ls", {kProductVersion, session.latestVersion});
+  if (session.latestVersion.empty()) return formatText(u"  v%ls", {kProductVersion});
+  return formatText(u"  v%ls - Update to v%ls", {kProductVersion, session.latestVersion});
 }
 
 std::array<int, kStatusPartCount> statusPartEdges(int width) {
@@ -91,11 +92,11 @@ std::array<int, kStatusPartCount> statusPartEdges(int width) {
 
 bool onUpdateLink(int x, int y) {
   const int width = platform::mainWindowClientSize().width;
-  const PaneRect part{statusPartEdges(width)[kPagePart], 0, width, platform::statusBarHeight()};
+  const PixelRect part{statusPartEdges(width)[kPagePart], 0, width, platform::statusBarHeight()};
   return !session.latestVersion.empty() && part.contains(x, y);
 }
 
-PaneRect zoomSliderPlace(int height) {
+PixelRect zoomSliderPlace(int height) {
   const int left = scaled(kSliderX);
   const int top = scaled(kSliderY);
   return {left, top, left + scaled(kSliderWidth), top + height - scaled(kSliderHeightAllowance)};

@@ -3,7 +3,7 @@
 #include <array>
 #include <string>
 
-#include "core/pane_rect.h"
+#include "base/pixel_rect.h"
 
 namespace quillmere {
 
@@ -33,6 +33,6 @@ std::array<int, kStatusPartCount> statusPartEdges(int width);
 bool onUpdateLink(int x, int y);
 
 // The zoom slider's place in a status bar `height` pixels high, from the bar's top left corner.
-PaneRect zoomSliderPlace(int height);
+PixelRect zoomSliderPlace(int height);
 
 }  // namespace quillmere

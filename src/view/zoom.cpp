@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/commands.h"
-#include "core/session.h"
-#include "platform/main_window.h"
+#include "session/changes.h"
+#include "session/session.h"
 #include "view/geometry.h"
 #include "view/render.h"
-#include "view/status.h"
 
 namespace quillmere {
 
@@ -40,12 +38,11 @@ void zoomAround(int pane, double factor, double anchorX, double anchorY) {
   slot.panY = static_cast<float>((slot.panY - anchorY) * effective + anchorY);
   if (slot.zoomMode != kCustomFit) {
     slot.zoomMode = kCustomFit;
-    refreshMenus();
+    commandsChanged();
   }
   renderPane(pane);
   clampPan(pane);
-  refreshStatus();
-  platform::invalidateMainWindow(false);
+  zoomChanged();
 }
 
 void zoomIn(int pane) {
@@ -56,12 +53,11 @@ void zoomOut(int pane) {
   zoomAroundCentre(pane, kZoomStepOut);
 }
 
-void setZoomMode(int pane, std::int32_t zoomMode) {
+void setZoomMode(int pane, ZoomMode zoomMode) {
   session.panes[pane].zoomMode = zoomMode;
   layoutAndRender(pane);
-  refreshStatus();
-  refreshMenus();
-  platform::invalidateMainWindow(false);
+  commandsChanged();
+  zoomChanged();
 }
 
 int zoomSliderMaximum() {

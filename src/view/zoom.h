@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstdint>
+#include "session/zoom_mode.h"
 
 namespace quillmere {
 
@@ -13,7 +13,7 @@ void zoomIn(int pane);
 void zoomOut(int pane);
 
 // Sets the zoom mode of a pane and shows it.
-void setZoomMode(int pane, std::int32_t zoomMode);
+void setZoomMode(int pane, ZoomMode zoomMode);
 
 // The zoom slider: positions 0 to the last one.
 int zoomSliderMaximum();

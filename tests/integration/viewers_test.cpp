@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/startup.h"
+#include "app/startup.h"
 #include "platform/stand_in.h"
 #include "support/session_test.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "core/close.h"
+#include "documents/close.h"
 #include "nav/nav_test.h"
 #include "view/geometry.h"
 #include "view/render.h"
@@ -21,7 +21,9 @@ class BookmarksTest : public NavTest {
     return opened;
   }
 
-  static std::vector<platform::StandInTreeRow>& rows() { return platform::standIn().treeRows; }
+  static std::vector<platform::StandInTreeRow>& rows() {
+    return platform::standIn().navigationTree.rows;
+  }
   static const platform::StandInTreeRow& row(std::int32_t entry) {
     return rows().at(session.bookmarkOrder.at(static_cast<std::size_t>(entry)).row - 1);
   }
@@ -64,7 +66,7 @@ TEST_F(BookmarksTest, TheTreeShowsTheOutlineInOrder) {
   ASSERT_TRUE(openWith({{u"One", "", {{u"Inner", "", {}}}}, {u"Two", "", {}}}));
   expandAll();
   EXPECT_EQ(texts(), (Texts{u"One", u" Inner", u"Two"}));
-  EXPECT_EQ(platform::standIn().treeUpdates, 0);
+  EXPECT_EQ(platform::standIn().navigationTree.updates, 0);
 }
 
 TEST_F(BookmarksTest, WithHeadingsBothGroupsHaveARoot) {
@@ -219,7 +221,7 @@ TEST_F(BookmarksTest, RowsBelowAnotherComeWhenItIsExpanded) {
   EXPECT_EQ(texts(), (Texts{u"A", u" B", u"  C", u" D", u"E", u" F"}));
   JumpToTreeEntry(row(5).content.entry);
   EXPECT_EQ(pane(0).currentPage, 2);
-  EXPECT_EQ(platform::standIn().treeUpdates, 0);
+  EXPECT_EQ(platform::standIn().navigationTree.updates, 0);
 }
 
 TEST_F(BookmarksTest, ExpandingAgainAddsNoRows) {

@@ -4,8 +4,8 @@
 #include <span>
 #include <string>
 
-#include "core/commands.h"
-#include "core/keys.h"
+#include "app/commands.h"
+#include "app/keys.h"
 #include "nav/nav_test.h"
 #include "view/geometry.h"
 #include "view/selection.h"

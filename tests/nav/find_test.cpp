@@ -3,7 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "core/open_requests.h"
+#include "documents/open_requests.h"
+#include "nav/find_view.h"
 #include "nav/jump_history.h"
 #include "nav/nav_test.h"
 
@@ -367,6 +368,8 @@ TEST_F(FindTest, APathThatComesDuringTheMessageWaits) {
   type(u"q");
   FindInDocument();
   EXPECT_EQ(during, before);
+  EXPECT_EQ(documentOf(0), before);
+  deliverPosted();
   EXPECT_EQ(pathOf(0), other);
 }
 

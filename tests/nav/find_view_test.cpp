@@ -4,7 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "nav/find_view.h"
 #include "nav/nav_test.h"
+#include "session/density.h"
 #include "view/geometry.h"
 #include "view/render.h"
 
@@ -61,7 +63,7 @@ TEST_F(FindViewTest, AHitOutsideIsBroughtToTheMiddle) {
   FindStep(1);
   const std::vector<FindHitQuad> quads = findHitQuads(0);
   ASSERT_EQ(quads.size(), 1u);
-  const PaneRect rect = paneRect(0);
+  const PixelRect rect = paneRect(0);
   const auto& corner = quads[0].quad.corner;
   EXPECT_NEAR((corner[0].x + corner[2].x) / 2, rect.width() * 0.5, 1.0);
   EXPECT_NEAR((corner[0].y + corner[2].y) / 2, rect.height() * 0.5, 1.0);
@@ -78,7 +80,7 @@ TEST_F(FindViewTest, AHitKeepsItsPlaceAsLongAsItsEdgesStandInsideTheMargin) {
     changeDensity(margin * 4);
     pane(0).zoom = 1;
     layoutAndRender(0);
-    const PaneRect rect = paneRect(0);
+    const PixelRect rect = paneRect(0);
     const Box box = boxesOf(0, find().results[0]).at(0);
     for (const int distance : {margin, margin - 1}) {
       // Where the page stands with the hit so far from one edge of the pane.

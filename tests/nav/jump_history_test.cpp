@@ -1,7 +1,7 @@
 #include "nav/jump_history.h"
 
-#include "core/keys.h"
-#include "core/mouse.h"
+#include "app/keys.h"
+#include "app/mouse.h"
 #include "nav/nav_test.h"
 #include "view/geometry.h"
 #include "view/selection.h"

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "core/mouse.h"
+#include "app/mouse.h"
 #include "nav/nav_test.h"
 #include "view/geometry.h"
 
@@ -26,7 +26,7 @@ class LinksTest : public NavTest {
   };
   // Client pixels of the page's middle.
   static Place middle(int index = 0) {
-    const PaneRect rect = paneRect(index);
+    const PixelRect rect = paneRect(index);
     const PanePoint point = pageToPane(index, 306, 396);
     return {rect.left + static_cast<int>(point.x), rect.top + static_cast<int>(point.y)};
   }
@@ -53,7 +53,7 @@ TEST_F(LinksTest, TheRightAndBottomEdgesDoNotCount) {
   pane(0).panX = -10;
   pane(0).panY = -10;
   pane(0).zoom = 5;
-  const PaneRect rect = paneRect(0);
+  const PixelRect rect = paneRect(0);
   EXPECT_NE(LinkAtPoint(0, rect.right - 1, rect.bottom - 1), nullptr);
   EXPECT_EQ(LinkAtPoint(0, rect.right, rect.bottom - 1), nullptr);
   EXPECT_EQ(LinkAtPoint(0, rect.right - 1, rect.bottom), nullptr);

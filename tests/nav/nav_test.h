@@ -3,14 +3,14 @@
 #include <string>
 #include <vector>
 
-#include "core/open.h"
+#include "documents/modes.h"
+#include "documents/open.h"
 #include "nav/find.h"
 #include "nav/find_bar.h"
 #include "platform/find_bar.h"
 #include "store/working_documents.h"
 #include "support/pdf_builder.h"
 #include "support/session_test.h"
-#include "view/modes.h"
 #include "view/navigation.h"
 
 namespace quillmere::test {

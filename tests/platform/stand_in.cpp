@@ -23,6 +23,11 @@ StandIn& standIn() {
   return *holder();
 }
 
+void noteShown(const std::string& what) {
+  std::vector<std::string>& shown = standIn().shown;
+  if (shown.empty() || shown.back() != what) shown.push_back(what);
+}
+
 void resetStandIn() {
   releaseSilentVolumes();
   if (!waitForDetachedThreads()) {

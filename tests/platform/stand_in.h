@@ -20,6 +20,7 @@
 #include "platform/message_box.h"
 #include "platform/process.h"
 #include "platform/shell.h"
+#include "platform/sound.h"
 #include "platform/tree.h"
 
 // The machine as the tests see it: what the logic asked for is recorded here, what the machine
@@ -88,14 +89,19 @@ struct StandInWindow {
   int navigationTreeFocusRequests = 0;
   int binderTreeFocusRequests = 0;
   int binderTreeRebuildsPosted = 0;
+  int waitingWorkPosted = 0;
   int closeRequests = 0;
 };
 
-// A row of the navigation tree; its number counts from 1 in the order in which rows came.
+// A row of a tree; its number counts from 1 in the order in which rows came.
 struct StandInTreeRow {
   TreePlace place;
   TreeRowContent content;
   bool expanded = false;
+};
+struct StandInTree {
+  std::vector<StandInTreeRow> rows;
+  int updates = 0;  // those that are under way
 };
 
 // The find bar as far as the logic can see it.
@@ -151,8 +157,11 @@ struct StandIn {
   bool controlDown = false;
 
   StandInWindow window;
-  std::vector<StandInTreeRow> treeRows;
-  int treeUpdates = 0;  // those that are under way
+  // What was asked of the window's visible parts, in order; the same twice in a row stands once.
+  std::vector<std::string> shown;
+  std::function<void()> onStatusFilled;  // runs when the status bar has its texts
+  StandInTree navigationTree;
+  StandInTree binderTree;
   StandInFindBar findBar;
 
   std::u16string localAppDataFolder = u"C:\\Users\\User\\AppData\\Local";
@@ -171,6 +180,9 @@ struct StandIn {
 };
 
 StandIn& standIn();
+
+// Notes something in `shown`.
+void noteShown(const std::string& what);
 
 // Starts afresh: waits for the threads that the logic started, empties every volume, forgets all
 // scripts and records, and makes the folders named above with the executable.

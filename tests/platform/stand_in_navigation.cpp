@@ -4,25 +4,35 @@
 
 namespace quillmere::platform {
 
-void beginTreeUpdate() {
-  ++standIn().treeUpdates;
+namespace {
+
+StandInTree& treeOf(Tree tree) {
+  return tree == Tree::Navigation ? standIn().navigationTree : standIn().binderTree;
 }
 
-void endTreeUpdate() {
-  --standIn().treeUpdates;
+}  // namespace
+
+void beginTreeUpdate(Tree tree) {
+  ++treeOf(tree).updates;
 }
 
-void clearTree() {
-  standIn().treeRows.clear();
+void endTreeUpdate(Tree tree) {
+  --treeOf(tree).updates;
 }
 
-TreeRow insertTreeRow(const TreePlace& place, const TreeRowContent& content) {
-  standIn().treeRows.push_back({place, content});
-  return standIn().treeRows.size();
+void clearTree(Tree tree) {
+  noteShown(tree == Tree::Navigation ? "navigation tree" : "binder tree");
+  treeOf(tree).rows.clear();
 }
 
-void expandTreeRow(TreeRow row) {
-  standIn().treeRows.at(row - 1).expanded = true;
+TreeRow insertTreeRow(Tree tree, const TreePlace& place, const TreeRowContent& content) {
+  std::vector<StandInTreeRow>& rows = treeOf(tree).rows;
+  rows.push_back({place, content});
+  return rows.size();
+}
+
+void expandTreeRow(Tree tree, TreeRow row) {
+  treeOf(tree).rows.at(row - 1).expanded = true;
 }
 
 std::u16string findFieldText() {
@@ -44,6 +54,7 @@ void insertIntoFindField(const std::u16string& text) {
 }
 
 void setFindStatus(const std::u16string& text) {
+  noteShown("find status");
   standIn().findBar.status = text;
 }
 

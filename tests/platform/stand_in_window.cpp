@@ -33,11 +33,14 @@ int statusBarHeight() {
 }
 
 void setMainWindowTitle(const std::u16string& title) {
-  if (mainWindow()) mainWindow()->title = title;
+  if (!mainWindow()) return;
+  noteShown("title");
+  mainWindow()->title = title;
 }
 
 void invalidateMainWindow(bool erase) {
   if (!mainWindow()) return;
+  noteShown(erase ? "repaint with erasing" : "repaint");
   ++mainWindow()->invalidations;
   if (erase) ++mainWindow()->erasingInvalidations;
 }
@@ -47,11 +50,15 @@ void updateMainWindow() {
 }
 
 void updatePages() {
+  noteShown("pages painted");
   updateMainWindow();
 }
 
 void fillStatusBarLater(void (*fill)()) {
-  if (mainWindow()) fill();
+  if (!mainWindow()) return;
+  noteShown("status bar");
+  fill();
+  if (standIn().onStatusFilled) standIn().onStatusFilled();
 }
 
 void setStatusParts(const int* rightEdges, int count) {
@@ -75,7 +82,9 @@ void setZoomSlider(int position) {
 }
 
 void setMenuItem(std::uint32_t command, bool checked, bool enabled) {
-  if (mainWindow()) mainWindow()->menuItems[command] = {checked, enabled};
+  if (!mainWindow()) return;
+  noteShown("menus");
+  mainWindow()->menuItems[command] = {checked, enabled};
 }
 
 void layoutMainWindow() {
@@ -112,6 +121,14 @@ void focusBinderTree() {
 
 void postBinderTreeRebuild() {
   if (mainWindow()) ++mainWindow()->binderTreeRebuildsPosted;
+}
+
+void postWaitingWork() {
+  if (mainWindow()) ++mainWindow()->waitingWorkPosted;
+}
+
+SystemColor highlightColor() {
+  return {0, 120, 215};
 }
 
 std::optional<WindowPlacement> mainWindowPlacement() {

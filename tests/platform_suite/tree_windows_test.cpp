@@ -21,8 +21,9 @@ LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARA
   if (message == WM_NOTIFY && header->code == TVN_ITEMEXPANDINGW) {
     const auto& change = *reinterpret_cast<const NMTREEVIEWW*>(lParam);
     const auto parent = reinterpret_cast<TreeRow>(change.itemNew.hItem);
-    const TreeRow first = insertTreeRow({parent, kNoTreeRow}, {u"first", 10, false});
-    insertTreeRow({parent, first}, {u"second", 11, false});
+    const TreeRow first =
+        insertTreeRow(Tree::Navigation, {parent, kNoTreeRow}, {u"first", 10, false});
+    insertTreeRow(Tree::Navigation, {parent, first}, {u"second", 11, false});
     return 0;
   }
   return DefWindowProcW(window, message, wParam, lParam);
@@ -85,20 +86,20 @@ class TreeWindows : public testing::Test {
 using Rows = std::vector<std::wstring>;
 
 TEST_F(TreeWindows, RowsStandBehindTheOnesThatTheyFollow) {
-  beginTreeUpdate();
-  const TreeRow one = insertTreeRow({}, {u"one", 1, false});
-  const TreeRow three = insertTreeRow({kNoTreeRow, one}, {u"three", 3, true});
-  insertTreeRow({kNoTreeRow, one}, {u"two", 2, false});
-  insertTreeRow({}, {u"zero", -1, false});
-  insertTreeRow({three, kNoTreeRow}, {u"below", 4, false});
-  endTreeUpdate();
+  beginTreeUpdate(Tree::Navigation);
+  const TreeRow one = insertTreeRow(Tree::Navigation, {}, {u"one", 1, false});
+  const TreeRow three = insertTreeRow(Tree::Navigation, {kNoTreeRow, one}, {u"three", 3, true});
+  insertTreeRow(Tree::Navigation, {kNoTreeRow, one}, {u"two", 2, false});
+  insertTreeRow(Tree::Navigation, {}, {u"zero", -1, false});
+  insertTreeRow(Tree::Navigation, {three, kNoTreeRow}, {u"below", 4, false});
+  endTreeUpdate(Tree::Navigation);
   EXPECT_EQ(level(TreeView_GetRoot(tree())), (Rows{L"zero -1", L"one 1", L"two 2", L"+three 3"}));
   EXPECT_EQ(level(TreeView_GetChild(tree(), reinterpret_cast<HTREEITEM>(three))), Rows{L"below 4"});
   EXPECT_TRUE(IsWindowVisible(tree()));
 }
 
 TEST_F(TreeWindows, ARowIsFilledWhileTheKeyboardExpandsIt) {
-  const TreeRow row = insertTreeRow({}, {u"row", 0, true});
+  const TreeRow row = insertTreeRow(Tree::Navigation, {}, {u"row", 0, true});
   const auto item = reinterpret_cast<HTREEITEM>(row);
   TreeView_SelectItem(tree(), item);
   EXPECT_EQ(TreeView_GetChild(tree(), item), nullptr);
@@ -110,27 +111,27 @@ TEST_F(TreeWindows, ARowIsFilledWhileTheKeyboardExpandsIt) {
 }
 
 TEST_F(TreeWindows, ARowIsExpandedByTheProgram) {
-  const TreeRow row = insertTreeRow({}, {u"row", -1, true});
-  insertTreeRow({row, kNoTreeRow}, {u"below", 1, false});
-  expandTreeRow(row);
+  const TreeRow row = insertTreeRow(Tree::Navigation, {}, {u"row", -1, true});
+  insertTreeRow(Tree::Navigation, {row, kNoTreeRow}, {u"below", 1, false});
+  expandTreeRow(Tree::Navigation, row);
   const auto item = reinterpret_cast<HTREEITEM>(row);
   EXPECT_NE(TreeView_GetItemState(tree(), item, TVIS_EXPANDED) & TVIS_EXPANDED, 0u);
 }
 
 TEST_F(TreeWindows, AClearedTreeHasNoRows) {
-  insertTreeRow({}, {u"row", 0, false});
-  clearTree();
+  insertTreeRow(Tree::Navigation, {}, {u"row", 0, false});
+  clearTree(Tree::Navigation);
   EXPECT_EQ(TreeView_GetCount(tree()), 0u);
 }
 
 TEST_F(TreeWindows, WithoutATreeNothingHappens) {
   const HWND kept = windowHandles.bookmarksTree;
   windowHandles.bookmarksTree = nullptr;
-  beginTreeUpdate();
-  EXPECT_EQ(insertTreeRow({}, {u"row", 0, false}), kNoTreeRow);
-  expandTreeRow(kNoTreeRow);
-  clearTree();
-  endTreeUpdate();
+  beginTreeUpdate(Tree::Navigation);
+  EXPECT_EQ(insertTreeRow(Tree::Navigation, {}, {u"row", 0, false}), kNoTreeRow);
+  expandTreeRow(Tree::Navigation, kNoTreeRow);
+  clearTree(Tree::Navigation);
+  endTreeUpdate(Tree::Navigation);
   windowHandles.bookmarksTree = kept;
 }
 

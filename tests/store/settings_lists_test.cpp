@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/text_format.h"
+#include "base/text_format.h"
 #include "store/settings.h"
 #include "store/working_documents.h"
 #include "support/settings_file.h"

@@ -48,10 +48,10 @@ bool isLive(const SettingRow& row) {
 void editLiveState(Random& random) {
   switch (between(random, 0, 9)) {
     case 0:
-      session.panes[0].zoomMode = between(random, kFitPage, kCustomFit);
+      session.panes[0].zoomMode = static_cast<ZoomMode>(between(random, kFitPage, kCustomFit));
       break;
     case 1:
-      session.panes[1].zoomMode = between(random, kFitPage, kCustomFit);
+      session.panes[1].zoomMode = static_cast<ZoomMode>(between(random, kFitPage, kCustomFit));
       break;
     case 2:
       session.panScrollEnabled = !session.panScrollEnabled;

@@ -2,21 +2,25 @@
 
 #include <array>
 #include <iterator>
+#include <utility>
 
-#include "core/close.h"
-#include "core/commands.h"
-#include "core/keys.h"
-#include "core/limits.h"
-#include "core/mouse.h"
-#include "core/open_requests.h"
-#include "core/session.h"
+#include "app/commands.h"
+#include "app/keys.h"
+#include "app/mouse.h"
+#include "base/limits.h"
+#include "documents/close.h"
+#include "documents/modes.h"
+#include "documents/open_requests.h"
 #include "platform/files.h"
 #include "platform/stand_in.h"
+#include "session/density.h"
+#include "session/document_slots.h"
+#include "session/session.h"
 #include "store/working_documents.h"
 #include "support/pdf_builder.h"
 #include "support/session_invariants.h"
 #include "view/geometry.h"
-#include "view/modes.h"
+#include "view/panes.h"
 
 namespace quillmere::test {
 namespace {
@@ -126,7 +130,7 @@ void edit(Reader& reader) {
   const int pane = session.activePane;
   if (documentOf(pane) == nullptr || pageCountOf(pane) == 0) return;
   if ((reader.next() & 1) != 0) {
-    dirtyOf(pane) = true;
+    markEdited(documentSlotOf(pane));
   } else if (session.placementDocument == documentOf(pane)) {
     session.placements[session.panes[pane].currentPage].push_back(Placement{});
   }
@@ -197,6 +201,7 @@ std::string playSessionActions(const std::uint8_t* bytes, std::size_t size) {
     const Action& action = reader.oneOf(kActions);
     standIn().openDialogAnswers = {{reader.oneOf(kFiles)}};
     action.play(reader);
+    while (std::exchange(standIn().window.waitingWorkPosted, 0) > 0) openWaiting();
     const std::string broken = brokenInvariant();
     if (!broken.empty()) return std::string(action.name) + " leaves " + broken;
   }

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "core/session.h"
+#include "session/session.h"
 
 namespace quillmere::test {
 namespace {

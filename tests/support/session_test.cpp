@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "documents/open_requests.h"
 #include "support/engine.h"
 
 namespace quillmere::test {
@@ -26,12 +27,13 @@ std::u16string SessionTest::putPdf(const std::u16string& name, const std::string
 }
 
 FPDF_DOCUMENT SessionTest::openInActive(const std::string& bytes, const std::u16string& path) {
-  DocumentHandle document = load(bytes);
+  DocumentHandle document = loadDocument(bytes);
   if (document == nullptr) return nullptr;
   session.active.document = std::move(document);
   session.active.pageCount = FPDF_GetPageCount(session.active.document.get());
   session.active.path = path;
   session.active.dirty = false;
+  session.active.altered = false;
   return session.active.document.get();
 }
 
@@ -41,7 +43,7 @@ FPDF_DOCUMENT SessionTest::openInPane(int pane, const std::string& bytes) {
 
 FPDF_DOCUMENT SessionTest::openInPane(int pane, const std::string& bytes,
                                       const std::u16string& path) {
-  DocumentHandle document = load(bytes);
+  DocumentHandle document = loadDocument(bytes);
   if (document == nullptr) return nullptr;
   session.viewMode = ViewMode::TwoDocuments;
   PaneSlot& slot = session.panes[pane];
@@ -49,10 +51,16 @@ FPDF_DOCUMENT SessionTest::openInPane(int pane, const std::string& bytes,
   slot.pageCount = FPDF_GetPageCount(slot.document.get());
   slot.path = path;
   slot.dirty = false;
+  slot.altered = false;
   return slot.document.get();
 }
 
-DocumentHandle SessionTest::load(const std::string& bytes) {
+void SessionTest::deliverPosted() {
+  int& posted = platform::standIn().window.waitingWorkPosted;
+  while (std::exchange(posted, 0) > 0) openWaiting();
+}
+
+DocumentHandle SessionTest::loadDocument(const std::string& bytes) {
   const std::string& kept = keptBytes_.emplace_back(bytes);
   return DocumentHandle(FPDF_LoadMemDocument64(kept.data(), kept.size(), nullptr));
 }

@@ -6,8 +6,8 @@
 #include <list>
 #include <string>
 
-#include "core/session.h"
 #include "platform/stand_in.h"
+#include "session/session.h"
 
 namespace quillmere::test {
 
@@ -26,13 +26,17 @@ class SessionTest : public ::testing::Test {
   FPDF_DOCUMENT openInActive(const std::string& bytes,
                              const std::u16string& path = u"C:\\active.pdf");
 
+  // Handles the messages that the logic has posted to the main window.
+  static void deliverPosted();
+
   // Makes a document the pane's own, in TwoDocuments.
   FPDF_DOCUMENT openInPane(int pane, const std::string& bytes);
   FPDF_DOCUMENT openInPane(int pane, const std::string& bytes, const std::u16string& path);
 
- private:
-  DocumentHandle load(const std::string& bytes);
+  // A document that nothing holds yet; null when PDFium refuses the bytes.
+  DocumentHandle loadDocument(const std::string& bytes);
 
+ private:
   std::list<std::string> keptBytes_;  // PDFium reads from them as long as the documents are open
 };
 

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/session.h"
 #include "platform/stand_in.h"
+#include "session/session.h"
 #include "support/session_test.h"
 
 namespace quillmere::test {

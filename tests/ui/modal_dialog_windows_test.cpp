@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "core/session.h"
+#include "session/session.h"
 #include "ui/modal_dialog.h"
 
 namespace quillmere::test {

@@ -1,5 +1,7 @@
+#include "documents/modes.h"
+#include "session/density.h"
 #include "view/geometry.h"
-#include "view/modes.h"
+#include "view/panes.h"
 #include "view/view_test.h"
 
 namespace quillmere::test {

@@ -1,5 +1,6 @@
 #include "view/geometry.h"
 
+#include "session/density.h"
 #include "view/navigation.h"
 #include "view/render.h"
 #include "view/view_test.h"
@@ -30,7 +31,7 @@ TEST_F(GeometryTest, LengthsAreThoseAt96PixelsAnInch) {
 }
 
 TEST_F(GeometryTest, SinglePageTakesTheWholeClientAreaAboveTheStatusBar) {
-  EXPECT_EQ(paneRect(0), (PaneRect{0, 0, 1000, 778}));
+  EXPECT_EQ(paneRect(0), (PixelRect{0, 0, 1000, 778}));
   EXPECT_TRUE(paneRect(1).empty());
 }
 
@@ -40,7 +41,7 @@ TEST_F(GeometryTest, PanelsAndFindBarTakeTheirShare) {
   session.findBarVisible = true;
   session.stampPanelVisible = true;
   session.stampPanelWidth = 180;
-  EXPECT_EQ(paneRect(0), (PaneRect{193, 34, 817, 778}));
+  EXPECT_EQ(paneRect(0), (PixelRect{193, 34, 817, 778}));
 }
 
 TEST_F(GeometryTest, EitherPartOfTheLeftPanelOpensIt) {
@@ -56,7 +57,7 @@ TEST_F(GeometryTest, EitherPartOfTheLeftPanelOpensIt) {
 TEST_F(GeometryTest, TheStampPanelTakesNothingOutsideSinglePage) {
   session.stampPanelVisible = true;
   session.viewMode = ViewMode::IndependentPages;
-  EXPECT_EQ(paneRect(1), (PaneRect{502, 0, 1000, 778}));
+  EXPECT_EQ(paneRect(1), (PixelRect{502, 0, 1000, 778}));
 }
 
 TEST_F(GeometryTest, TheDividerIsCentredBetweenLeftPanelAndRightEdge) {
@@ -64,15 +65,15 @@ TEST_F(GeometryTest, TheDividerIsCentredBetweenLeftPanelAndRightEdge) {
   session.navigationPanelVisible = true;
   session.leftPanelWidth = 190;
   EXPECT_EQ(dividerX(), 596);  // 193 + 807 / 2
-  EXPECT_EQ(paneRect(0), (PaneRect{193, 0, 596, 778}));
-  EXPECT_EQ(paneRect(1), (PaneRect{598, 0, 1000, 778}));
+  EXPECT_EQ(paneRect(0), (PixelRect{193, 0, 596, 778}));
+  EXPECT_EQ(paneRect(1), (PixelRect{598, 0, 1000, 778}));
 }
 
 TEST_F(GeometryTest, AMovedDividerDecidesBothPanes) {
   session.viewMode = ViewMode::TwoDocuments;
   session.paneDividerPosition = 321;
-  EXPECT_EQ(paneRect(0), (PaneRect{0, 0, 321, 778}));
-  EXPECT_EQ(paneRect(1), (PaneRect{323, 0, 1000, 778}));
+  EXPECT_EQ(paneRect(0), (PixelRect{0, 0, 321, 778}));
+  EXPECT_EQ(paneRect(1), (PixelRect{323, 0, 1000, 778}));
 }
 
 TEST_F(GeometryTest, ClientXBelongsToPanelPaneOrDivider) {
@@ -142,7 +143,7 @@ struct LayoutCase {
   const char* what;
   double pageWidth;
   double pageHeight;
-  std::int32_t zoomMode;
+  ZoomMode zoomMode;
   bool fromBottom;
   float zoom;
   float panX;
@@ -350,7 +351,7 @@ TEST_F(GeometryTest, AllLengthsGrowWithTheScreensDensity) {
   session.findBarVisible = true;
   session.navigationPanelVisible = true;
   session.leftPanelWidth = 285;
-  EXPECT_EQ(paneRect(0), (PaneRect{290, 51, 1000, 778}));
+  EXPECT_EQ(paneRect(0), (PixelRect{290, 51, 1000, 778}));
   session.findBarVisible = false;
   session.navigationPanelVisible = false;
   openAndShow(simplePdf(1, 400, 760));

@@ -2,8 +2,8 @@
 
 #include <fpdf_edit.h>
 
+#include "documents/modes.h"
 #include "view/geometry.h"
-#include "view/modes.h"
 #include "view/view_test.h"
 
 namespace quillmere::test {

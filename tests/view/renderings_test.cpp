@@ -1,9 +1,9 @@
 #include <functional>
 
-#include "core/open.h"
+#include "documents/modes.h"
+#include "documents/open.h"
 #include "platform/stand_in_pixels.h"
 #include "store/working_documents.h"
-#include "view/modes.h"
 #include "view/navigation.h"
 #include "view/rotation.h"
 #include "view/view_test.h"

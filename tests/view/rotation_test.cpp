@@ -1,7 +1,7 @@
 #include "view/rotation.h"
 
+#include "documents/modes.h"
 #include "view/geometry.h"
-#include "view/modes.h"
 #include "view/navigation.h"
 #include "view/view_test.h"
 

@@ -3,8 +3,8 @@
 #include <fpdf_edit.h>
 #include <fpdf_text.h>
 
-#include "core/mouse.h"
-#include "view/modes.h"
+#include "app/mouse.h"
+#include "documents/modes.h"
 #include "view/navigation.h"
 #include "view/view_test.h"
 
@@ -36,7 +36,7 @@ class SelectionTest : public ViewTest {
     double top = 0;
     FPDFText_GetCharBox(pane(inPane).textPage.get(), index, &left, &right, &bottom, &top);
     const PanePoint point = pageToPane(inPane, (left + right) / 2, (bottom + top) / 2);
-    const PaneRect rect = paneRect(inPane);
+    const PixelRect rect = paneRect(inPane);
     return {rect.left + static_cast<int>(point.x), rect.top + static_cast<int>(point.y)};
   }
 

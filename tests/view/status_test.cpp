@@ -1,6 +1,6 @@
 #include "view/status.h"
 
-#include "view/modes.h"
+#include "documents/modes.h"
 #include "view/navigation.h"
 #include "view/view_test.h"
 
@@ -146,7 +146,7 @@ TEST_F(StatusTest, ThePagePartGrowsWithTheWindow) {
 }
 
 TEST_F(StatusTest, TheSliderLiesOnItsPart) {
-  EXPECT_EQ(zoomSliderPlace(22), (PaneRect{90, 2, 236, 20}));
+  EXPECT_EQ(zoomSliderPlace(22), (PixelRect{90, 2, 236, 20}));
 }
 
 TEST_F(StatusTest, ARefreshFillsTheWholeBar) {

@@ -1,6 +1,6 @@
 #include "view/zoom.h"
 
-#include "core/command_ids.h"
+#include "app/command_ids.h"
 #include "view/geometry.h"
 #include "view/view_test.h"
 

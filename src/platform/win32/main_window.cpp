@@ -239,6 +239,16 @@ void postBinderTreeRebuild() {
   PostMessageW(mainWindow(), kBinderTreeRebuildMessage, 0, 0);
 }
 
+void postWaitingWork() {
+  if (mainWindow() == nullptr) return;
+  PostMessageW(mainWindow(), kWaitingWorkMessage, 0, 0);
+}
+
+SystemColor highlightColor() {
+  const COLORREF color = GetSysColor(COLOR_HIGHLIGHT);
+  return {GetRValue(color), GetGValue(color), GetBValue(color)};
+}
+
 std::optional<WindowPlacement> mainWindowPlacement() {
   WINDOWPLACEMENT placement{};
   placement.length = sizeof placement;

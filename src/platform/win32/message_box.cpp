@@ -1,4 +1,5 @@
 #include "platform/message_box.h"
+#include "platform/sound.h"
 
 #include <windows.h>
 

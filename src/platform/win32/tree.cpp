@@ -10,8 +10,8 @@
 namespace quillmere::platform {
 namespace {
 
-HWND tree() {
-  return windowHandles.bookmarksTree;
+HWND windowOf(Tree tree) {
+  return tree == Tree::Navigation ? windowHandles.bookmarksTree : windowHandles.binderTree;
 }
 
 HTREEITEM itemOf(TreeRow row) {
@@ -20,29 +20,33 @@ HTREEITEM itemOf(TreeRow row) {
 
 // Past the subclass that watches the tree's keys: on its way through that, a message can take ten
 // times as long as the row itself.
-LRESULT sendToControl(UINT message, WPARAM wParam, LPARAM lParam) {
-  const auto control = reinterpret_cast<WNDPROC>(GetClassLongPtrW(tree(), GCLP_WNDPROC));
-  return CallWindowProcW(control, tree(), message, wParam, lParam);
+LRESULT sendToControl(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto control = reinterpret_cast<WNDPROC>(GetClassLongPtrW(window, GCLP_WNDPROC));
+  return CallWindowProcW(control, window, message, wParam, lParam);
 }
 
 }  // namespace
 
-void beginTreeUpdate() {
-  if (tree() != nullptr) SendMessageW(tree(), WM_SETREDRAW, FALSE, 0);
+void beginTreeUpdate(Tree tree) {
+  const HWND window = windowOf(tree);
+  if (window != nullptr) SendMessageW(window, WM_SETREDRAW, FALSE, 0);
 }
 
-void endTreeUpdate() {
-  if (tree() == nullptr) return;
-  SendMessageW(tree(), WM_SETREDRAW, TRUE, 0);
-  InvalidateRect(tree(), nullptr, TRUE);
+void endTreeUpdate(Tree tree) {
+  const HWND window = windowOf(tree);
+  if (window == nullptr) return;
+  SendMessageW(window, WM_SETREDRAW, TRUE, 0);
+  InvalidateRect(window, nullptr, TRUE);
 }
 
-void clearTree() {
-  if (tree() != nullptr) TreeView_DeleteAllItems(tree());
+void clearTree(Tree tree) {
+  const HWND window = windowOf(tree);
+  if (window != nullptr) TreeView_DeleteAllItems(window);
 }
 
-TreeRow insertTreeRow(const TreePlace& place, const TreeRowContent& content) {
-  if (tree() == nullptr) return kNoTreeRow;
+TreeRow insertTreeRow(Tree tree, const TreePlace& place, const TreeRowContent& content) {
+  const HWND window = windowOf(tree);
+  if (window == nullptr) return kNoTreeRow;
   TVINSERTSTRUCTW insert{};
   insert.hParent = place.parent == kNoTreeRow ? TVI_ROOT : itemOf(place.parent);
   insert.hInsertAfter = place.previous == kNoTreeRow ? TVI_FIRST : itemOf(place.previous);
@@ -50,12 +54,14 @@ TreeRow insertTreeRow(const TreePlace& place, const TreeRowContent& content) {
   insert.item.pszText = const_cast<wchar_t*>(wide(content.text));
   insert.item.lParam = content.entry;
   insert.item.cChildren = content.expandable ? 1 : 0;
-  return static_cast<TreeRow>(sendToControl(TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
+  return static_cast<TreeRow>(
+      sendToControl(window, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
 }
 
-void expandTreeRow(TreeRow row) {
-  if (tree() != nullptr) {
-    SendMessageW(tree(), TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(itemOf(row)));
+void expandTreeRow(Tree tree, TreeRow row) {
+  const HWND window = windowOf(tree);
+  if (window != nullptr) {
+    SendMessageW(window, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(itemOf(row)));
   }
 }
 

@@ -61,6 +61,9 @@ std::u16string windowText(HWND window);
 // Posted to the main window; rebuilds the binder tree.
 inline constexpr UINT kBinderTreeRebuildMessage = WM_APP + 1;
 
+// Posted to the main window; deals with what had to wait.
+inline constexpr UINT kWaitingWorkMessage = WM_APP + 201;
+
 // Posted to the main window, which answers it, and a question for its text, with
 // showWaitingTitle().
 inline constexpr UINT kTitleMessage = WM_APP + 200;

@@ -1,0 +1,127 @@
+#include "session/changes.h"
+
+#include <cassert>
+
+#include "app/commands.h"
+#include "documents/shelve.h"
+#include "nav/bookmarks.h"
+#include "nav/find.h"
+#include "panels/binder_panel.h"
+#include "platform/main_window.h"
+#include "session/session.h"
+#include "view/selection.h"
+#include "view/status.h"
+
+namespace quillmere {
+
+namespace {
+
+bool reporting = false;
+
+// A change reported by what a change calls would bring things up to date in an order that nobody
+// can read here.
+class Report {
+ public:
+  Report() {
+    assert(!reporting);
+    reporting = true;
+  }
+  Report(const Report&) = delete;
+  Report& operator=(const Report&) = delete;
+  ~Report() { reporting = false; }
+};
+
+void repaint() {
+  platform::invalidateMainWindow(false);
+}
+
+void repaintAll() {
+  platform::invalidateMainWindow(true);
+}
+
+}  // namespace
+
+// Hits move along before the page is painted with them.
+void pageShown(int pane) {
+  const Report report;
+  if (session.findBarVisible) FindSyncToPage(pane);
+  dropTextSelection();
+  repaint();
+  refreshTitle();
+  refreshStatus();
+}
+
+void pictureChanged() {
+  const Report report;
+  repaint();
+}
+
+void zoomChanged() {
+  const Report report;
+  refreshStatus();
+  repaint();
+}
+
+void panesLaidOut() {
+  const Report report;
+  refreshStatus();
+  repaintAll();
+}
+
+// The search and the tree belong to the active pane's document, which is another one only in
+// TwoDocuments.
+void activePaneChanged() {
+  const Report report;
+  if (inTwoDocuments()) {
+    forgetSearch();
+    RebuildNavigationTree();
+  }
+  refreshStatus();
+  refreshMenus();
+  repaint();
+}
+
+void turnsChanged(int pane) {
+  const Report report;
+  refreshStatus();
+  repaint();
+  noteDocumentChanged(pane);
+}
+
+void hitsChanged() {
+  const Report report;
+  FindStatusText();
+  repaint();
+}
+
+void documentsLeaving() {
+  const Report report;
+  forgetSearch();
+  dropTextSelection();
+  repaint();
+}
+
+void documentsChanged() {
+  const Report report;
+  refreshMenus();
+  refreshTitle();
+  refreshStatus();
+  repaintAll();
+}
+
+void outlineChanged() {
+  const Report report;
+  RebuildNavigationTree();
+}
+
+void commandsChanged() {
+  const Report report;
+  refreshMenus();
+}
+
+void binderFilesChanged() {
+  const Report report;
+  RepaintBinderTree();
+}
+
+}  // namespace quillmere

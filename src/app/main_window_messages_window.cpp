@@ -1,0 +1,425 @@
+#include <windows.h>
+
+#include <commctrl.h>
+#include <fpdfview.h>
+#include <gdiplus.h>
+#include <shellapi.h>
+#include <windowsx.h>
+
+#include <string>
+#include <vector>
+
+#include "annot/stamp_library.h"
+#include "app/child_windows.h"
+#include "app/commands.h"
+#include "app/cursors.h"
+#include "app/exit.h"
+#include "app/keys.h"
+#include "app/main_window_messages.h"
+#include "app/menu_bar.h"
+#include "app/mouse.h"
+#include "app/paint.h"
+#include "app/startup.h"
+#include "base/limits.h"
+#include "documents/open_requests.h"
+#include "integration/update_check.h"
+#include "nav/bookmarks.h"
+#include "nav/find_bar_window.h"
+#include "panels/binder_panel.h"
+#include "platform/main_window.h"
+#include "platform/win32/wide.h"
+#include "platform/win32/window_handles.h"
+#include "session/density.h"
+#include "session/session.h"
+#include "session/waiting_opens.h"
+#include "store/data_folder.h"
+#include "store/settings.h"
+#include "store/shelf.h"
+#include "view/geometry.h"
+#include "view/panes.h"
+#include "view/status.h"
+#include "view/zoom.h"
+
+namespace quillmere {
+
+using platform::windowHandles;
+
+namespace {
+
+using Result = std::optional<std::intptr_t>;
+
+ULONG_PTR gdiplusToken = 0;
+
+// Not in the headers: carries copy-data from programs of lower integrity.
+constexpr UINT kCopyGlobalData = 73;
+
+struct ClientPoint {
+  int x;
+  int y;
+};
+
+ClientPoint pointOf(LPARAM lParam) {
+  return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+}
+
+void startLibraries() {
+  Gdiplus::GdiplusStartupInput input;
+  Gdiplus::GdiplusStartup(&gdiplusToken, &input, nullptr);
+  FPDF_LIBRARY_CONFIG config{};
+  config.version = 2;
+  FPDF_InitLibraryWithConfig(&config);
+  INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_STANDARD_CLASSES | ICC_BAR_CLASSES |
+                                                      ICC_TREEVIEW_CLASSES | ICC_LISTVIEW_CLASSES};
+  InitCommonControlsEx(&controls);
+}
+
+void loadStores() {
+  makeDataFolders();
+  if (!session.viewerRole) LoadShelfIndex();
+  LoadSettings();
+  LoadStampLibrary();
+}
+
+void acceptFiles() {
+  DragAcceptFiles(windowHandles.main, TRUE);
+  for (const UINT message :
+       {static_cast<UINT>(WM_DROPFILES), static_cast<UINT>(WM_COPYDATA), kCopyGlobalData}) {
+    ChangeWindowMessageFilterEx(windowHandles.main, message, MSGFLT_ALLOW, nullptr);
+  }
+}
+
+Result onCreate(WPARAM, LPARAM) {
+  session.dpi = static_cast<std::int32_t>(GetDpiForWindow(windowHandles.main));
+  startLibraries();
+  loadStores();
+  createChildWindows();
+  acceptFiles();
+  installMenuBar();
+  layoutChildWindows();
+  startAutomaticUpdateCheck();
+  return 0;
+}
+
+Result onClose(WPARAM, LPARAM) {
+  if (!closeMustWait() && settleBeforeClose()) DestroyWindow(windowHandles.main);
+  return 0;
+}
+
+Result onDestroy(WPARAM, LPARAM) {
+  tearDown();
+  releasePaintBuffers();
+  if (windowHandles.headerFont != nullptr) DeleteObject(windowHandles.headerFont);
+  windowHandles = {};
+  Gdiplus::GdiplusShutdown(gdiplusToken);
+  PostQuitMessage(0);
+  return 0;
+}
+
+Result onEndSession(WPARAM ending, LPARAM) {
+  if (ending) settleForLogoff();
+  return 0;
+}
+
+Result onSize(WPARAM kind, LPARAM) {
+  if (kind == SIZE_MINIMIZED) return 0;
+  layoutChildWindows();
+  if (session.panes[0].page || session.panes[1].page) {
+    refitPanes();
+  } else {
+    refreshStatus();
+  }
+  return 0;
+}
+
+Result onDpiChanged(WPARAM wParam, LPARAM lParam) {
+  changeDensity(HIWORD(wParam));
+  applyPanelFonts();
+  applyFindBarFont();
+  // A stored place is in the pixels of its own screen; enlarged at each start it would grow for
+  // ever.
+  if (windowHandles.placing) return 0;
+  const auto* wanted = reinterpret_cast<const RECT*>(lParam);
+  SetWindowPos(windowHandles.main, nullptr, wanted->left, wanted->top, wanted->right - wanted->left,
+               wanted->bottom - wanted->top, SWP_NOZORDER | SWP_NOACTIVATE);
+  onSize(SIZE_RESTORED, 0);
+  return 0;
+}
+
+Result onEraseBackground(WPARAM, LPARAM) {
+  return 1;
+}
+
+Result onPaint(WPARAM, LPARAM) {
+  paintMainWindow();
+  return 0;
+}
+
+Result onCommand(WPARAM wParam, LPARAM) {
+  if (!runCommand(LOWORD(wParam))) return std::nullopt;
+  return 0;
+}
+
+Result onCopyData(WPARAM, LPARAM lParam) {
+  const auto* data = reinterpret_cast<const COPYDATASTRUCT*>(lParam);
+  if (data == nullptr) return 0;
+  const auto path = handedOverPath(data->dwData, data->lpData, data->cbData);
+  if (!path) return 0;
+  openHandedOver(*path);
+  return 1;
+}
+
+std::vector<std::u16string> droppedPaths(HDROP drop) {
+  std::vector<std::u16string> paths;
+  const UINT count = DragQueryFileW(drop, 0xFFFFFFFF, nullptr, 0);
+  for (UINT i = 0; i < count; ++i) {
+    wchar_t buffer[kPathBufferUnits];
+    if (DragQueryFileW(drop, i, buffer, kPathBufferUnits) == 0) {
+      if (i == 0) return {};
+      continue;
+    }
+    paths.push_back(platform::fromWide(buffer));
+  }
+  return paths;
+}
+
+Result onDropFiles(WPARAM wParam, LPARAM) {
+  const auto drop = reinterpret_cast<HDROP>(wParam);
+  const std::vector<std::u16string> paths = droppedPaths(drop);
+  if (!paths.empty()) {
+    POINT point{};
+    DragQueryPoint(drop, &point);
+    openDropped(paths, point.x);
+  }
+  DragFinish(drop);
+  return 0;
+}
+
+Result onKeyDown(WPARAM key, LPARAM) {
+  if (key == VK_SHIFT) platform::refreshCursor();
+  if (handleKey(static_cast<std::uint32_t>(key))) return 0;
+  return std::nullopt;
+}
+
+Result onKeyUp(WPARAM key, LPARAM) {
+  if (key == VK_SHIFT) platform::refreshCursor();
+  return std::nullopt;
+}
+
+Result onLeftDown(WPARAM, LPARAM lParam) {
+  const ClientPoint point = pointOf(lParam);
+  platform::focusMainWindow();
+  pressLeft(point.x, point.y);
+  return 0;
+}
+
+Result onLeftDoubleClick(WPARAM, LPARAM lParam) {
+  const ClientPoint point = pointOf(lParam);
+  doubleClickLeft(point.x, point.y);
+  return 0;
+}
+
+Result onLeftUp(WPARAM, LPARAM lParam) {
+  const ClientPoint point = pointOf(lParam);
+  releaseLeft(point.x, point.y);
+  return 0;
+}
+
+Result onMiddleDown(WPARAM, LPARAM lParam) {
+  const ClientPoint point = pointOf(lParam);
+  platform::focusMainWindow();
+  pressMiddle(point.x, point.y);
+  return 0;
+}
+
+Result onMiddleUp(WPARAM, LPARAM lParam) {
+  const ClientPoint point = pointOf(lParam);
+  releaseMiddle(point.x, point.y);
+  return 0;
+}
+
+Result onSideButtonDown(WPARAM wParam, LPARAM lParam) {
+  pressSideButton(pointOf(lParam).x, GET_XBUTTON_WPARAM(wParam) == XBUTTON2);
+  return 1;
+}
+
+Result onRightUp(WPARAM, LPARAM lParam) {
+  const ClientPoint point = pointOf(lParam);
+  showContextMenu(releaseRight(point.x, point.y), point.x, point.y);
+  return 0;
+}
+
+Result onMouseMove(WPARAM, LPARAM lParam) {
+  const ClientPoint point = pointOf(lParam);
+  movePointer(point.x, point.y);
+  return 0;
+}
+
+// The wheel reports screen coordinates.
+Result onMouseWheel(WPARAM wParam, LPARAM lParam) {
+  POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+  ScreenToClient(windowHandles.main, &point);
+  const WORD keys = GET_KEYSTATE_WPARAM(wParam);
+  turnWheel(point.x, point.y, GET_WHEEL_DELTA_WPARAM(wParam), (keys & MK_SHIFT) != 0,
+            (keys & MK_CONTROL) != 0);
+  return 0;
+}
+
+// Taking the mouse anew for another drag of this window is no loss.
+Result onCaptureChanged(WPARAM, LPARAM lParam) {
+  if (reinterpret_cast<HWND>(lParam) != windowHandles.main) loseCapture();
+  return 0;
+}
+
+Result onSetCursor(WPARAM wParam, LPARAM lParam) {
+  const bool inClientArea = LOWORD(lParam) == HTCLIENT;
+  if (reinterpret_cast<HWND>(wParam) != windowHandles.main || !inClientArea) return std::nullopt;
+  POINT point{};
+  GetCursorPos(&point);
+  ScreenToClient(windowHandles.main, &point);
+  const CursorKind kind = cursorAt(point.x, point.y);
+  if (kind == CursorKind::Default) return std::nullopt;
+  showCursor(kind);
+  return 1;
+}
+
+Result onInitMenuPopup(WPARAM wParam, LPARAM) {
+  refreshPopup(reinterpret_cast<const void*>(wParam));
+  return 0;
+}
+
+// The notices of the release tell nothing new, and by then the slider may stand at the position
+// nearest to a zoom that was limited.
+// The loop of an open menu handles messages of its own.
+std::optional<DocumentWork> menuWork;
+
+Result onMenuLoop(WPARAM, LPARAM) {
+  menuWork.emplace();
+  return std::nullopt;
+}
+
+Result onMenuLoopEnd(WPARAM, LPARAM) {
+  menuWork.reset();
+  return std::nullopt;
+}
+
+Result onHorizontalScroll(WPARAM wParam, LPARAM lParam) {
+  const auto slider = reinterpret_cast<HWND>(lParam);
+  if (slider == nullptr || slider != windowHandles.zoomSlider) return std::nullopt;
+  if (LOWORD(wParam) == TB_THUMBPOSITION || LOWORD(wParam) == TB_ENDTRACK) return 0;
+  zoomToSliderPosition(platform::zoomSliderPosition());
+  return 0;
+}
+
+// A row that the program selects, or that focus selects, is not a choice of the user.
+Result onTreeSelection(const NMTREEVIEWW& change) {
+  if (change.action == TVC_BYMOUSE || change.action == TVC_BYKEYBOARD) {
+    JumpToTreeEntry(static_cast<std::int32_t>(change.itemNew.lParam));
+  }
+  return 0;
+}
+
+// The rows below one come when it is expanded for the first time.
+Result onTreeExpanding(const NMTREEVIEWW& change) {
+  if (change.action == TVE_EXPAND) FillTreeEntry(static_cast<std::int32_t>(change.itemNew.lParam));
+  return 0;
+}
+
+// A click on the row that is selected already leads there again.
+Result onTreeClick() {
+  const HWND tree = windowHandles.bookmarksTree;
+  const DWORD place = GetMessagePos();
+  TVHITTESTINFO hit{};
+  hit.pt = {GET_X_LPARAM(place), GET_Y_LPARAM(place)};
+  ScreenToClient(tree, &hit.pt);
+  const HTREEITEM row = TreeView_HitTest(tree, &hit);
+  if (row == nullptr || (hit.flags & TVHT_ONITEM) == 0 || row != TreeView_GetSelection(tree)) {
+    return 0;
+  }
+  TVITEMW item{};
+  item.mask = TVIF_HANDLE | TVIF_PARAM;
+  item.hItem = row;
+  SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+  JumpToTreeEntry(static_cast<std::int32_t>(item.lParam));
+  return 0;
+}
+
+Result onNotify(WPARAM, LPARAM lParam) {
+  const auto* header = reinterpret_cast<const NMHDR*>(lParam);
+  if (header->hwndFrom == nullptr || header->hwndFrom != windowHandles.bookmarksTree) {
+    return std::nullopt;
+  }
+  if (header->code == TVN_SELCHANGEDW) {
+    return onTreeSelection(*reinterpret_cast<const NMTREEVIEWW*>(lParam));
+  }
+  if (header->code == TVN_ITEMEXPANDINGW) {
+    return onTreeExpanding(*reinterpret_cast<const NMTREEVIEWW*>(lParam));
+  }
+  return header->code == static_cast<UINT>(NM_CLICK) ? onTreeClick() : std::nullopt;
+}
+
+Result onBinderTreeRebuild(WPARAM, LPARAM) {
+  BuildBinderTree();
+  return 0;
+}
+
+Result onWaitingWork(WPARAM, LPARAM) {
+  openWaiting();
+  return 0;
+}
+
+Result onTitle(WPARAM, LPARAM) {
+  platform::showWaitingTitle();
+  return 0;
+}
+
+Result onTitleQuestion(WPARAM, LPARAM) {
+  platform::showWaitingTitle();
+  return std::nullopt;
+}
+
+constexpr MessageHandler kHandlers[] = {
+    {WM_CREATE, onCreate},
+    {WM_CLOSE, onClose},
+    {WM_DESTROY, onDestroy},
+    {WM_ENDSESSION, onEndSession},
+    {WM_SIZE, onSize},
+    {WM_DPICHANGED, onDpiChanged},
+    {WM_ERASEBKGND, onEraseBackground},
+    {WM_PAINT, onPaint},
+    {WM_COMMAND, onCommand},
+    {WM_COPYDATA, onCopyData},
+    {WM_DROPFILES, onDropFiles},
+    {WM_KEYDOWN, onKeyDown},
+    {WM_KEYUP, onKeyUp},
+    {WM_LBUTTONDOWN, onLeftDown},
+    {WM_LBUTTONDBLCLK, onLeftDoubleClick},
+    {WM_LBUTTONUP, onLeftUp},
+    {WM_MBUTTONDOWN, onMiddleDown},
+    {WM_MBUTTONDBLCLK, onMiddleDown},
+    {WM_MBUTTONUP, onMiddleUp},
+    {WM_XBUTTONDOWN, onSideButtonDown},
+    {WM_XBUTTONDBLCLK, onSideButtonDown},
+    {WM_RBUTTONUP, onRightUp},
+    {WM_MOUSEMOVE, onMouseMove},
+    {WM_MOUSEWHEEL, onMouseWheel},
+    {WM_CAPTURECHANGED, onCaptureChanged},
+    {WM_SETCURSOR, onSetCursor},
+    {WM_INITMENUPOPUP, onInitMenuPopup},
+    {WM_ENTERMENULOOP, onMenuLoop},
+    {WM_EXITMENULOOP, onMenuLoopEnd},
+    {WM_HSCROLL, onHorizontalScroll},
+    {WM_NOTIFY, onNotify},
+    {WM_GETTEXT, onTitleQuestion},
+    {WM_GETTEXTLENGTH, onTitleQuestion},
+    {platform::kBinderTreeRebuildMessage, onBinderTreeRebuild},
+    {platform::kWaitingWorkMessage, onWaitingWork},
+    {platform::kTitleMessage, onTitle},
+};
+
+}  // namespace
+
+std::span<const MessageHandler> mainWindowHandlers() {
+  return kHandlers;
+}
+
+}  // namespace quillmere

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <vector>
+
+#include "app/menus.h"
+
+// What the mouse does in the page area; all places are client pixels.
+namespace quillmere {
+
+enum class CursorKind {
+  Default,  // the system chooses
+  Arrow,
+  Hand,
+  TextBeam,
+  SidewaysBeam,
+  ResizeHorizontal,
+  ResizeVertical,
+};
+
+void pressLeft(int x, int y);
+void pressMiddle(int x, int y);
+void doubleClickLeft(int x, int y);
+void movePointer(int x, int y);
+void releaseLeft(int x, int y);
+void releaseMiddle(int x, int y);
+
+// Makes the pane active; the rows of the menu to show there, none outside pages.
+std::vector<MenuRow> releaseRight(int x, int y);
+
+// The side buttons: back and forward in the history of the pane under the pointer.
+void pressSideButton(int x, bool forward);
+
+// `delta` is the wheel's turn, 120 for one notch.
+void turnWheel(int x, int y, int delta, bool shift, bool control);
+
+// Ends every drag, whoever took the mouse away.
+void loseCapture();
+
+CursorKind cursorAt(int x, int y);
+
+}  // namespace quillmere

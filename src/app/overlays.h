@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "view/selection.h"
+
+// What is painted over the page of a pane, as plain quads; the window code fills them.
+namespace quillmere {
+
+struct OverlayColor {
+  std::uint8_t alpha = 0;
+  std::uint8_t r = 0;
+  std::uint8_t g = 0;
+  std::uint8_t b = 0;
+  bool operator==(const OverlayColor&) const = default;
+};
+
+inline constexpr OverlayColor kFindHitColor{0x78, 0xFF, 0xDC, 0x00};
+inline constexpr OverlayColor kCurrentHitColor{0xB4, 0x9B, 0x32, 0xC8};
+// How opaque the system's highlight colour is painted over selected text.
+inline constexpr std::uint8_t kSelectionAlpha = 130;
+
+// Corners are pixels from the pane's top left corner.
+struct OverlayQuad {
+  TextQuad quad;
+  OverlayColor color;
+};
+
+// Everything that lies over the pane's page, what is painted first in front.
+std::vector<OverlayQuad> overlayQuads(int pane);
+
+}  // namespace quillmere

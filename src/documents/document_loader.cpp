@@ -1,0 +1,42 @@
+#include "documents/document_loader.h"
+
+#include <utility>
+
+#include "platform/files.h"
+#include "session/session.h"
+
+namespace quillmere {
+
+namespace {
+
+// PDFium's memory loader takes the size as a signed 32-bit number.
+constexpr std::uint64_t kMaximumMemoryFile = 0x7FFFFFFF;
+
+bool isOpen(FPDF_DOCUMENT document) {
+  return document == session.active.document.get() || document == session.panes[0].document.get() ||
+         document == session.panes[1].document.get();
+}
+
+// A document that closed leaves its bytes behind; nobody reads them any more.
+void dropUnusedBuffers() {
+  std::erase_if(session.documentKeptBuffer, [](const auto& kept) { return !isOpen(kept.first); });
+}
+
+DocumentHandle loadIntoMemory(const std::u16string& path) {
+  dropUnusedBuffers();
+  auto bytes = platform::readFileShared(path, kMaximumMemoryFile);
+  if (!bytes) return nullptr;
+  DocumentHandle document(
+      FPDF_LoadMemDocument(bytes->data(), static_cast<int>(bytes->size()), nullptr));
+  if (document) session.documentKeptBuffer[document.get()] = std::move(*bytes);
+  return document;
+}
+
+}  // namespace
+
+DocumentHandle loadDocumentFile(const std::u16string& path) {
+  if (session.viewerRole) return loadIntoMemory(path);
+  return DocumentHandle(FPDF_LoadDocument(platform::pathForLibraries(path).c_str(), nullptr));
+}
+
+}  // namespace quillmere

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+#include "session/pdfium_handles.h"
+
+namespace quillmere {
+
+// Opens a PDF; null on failure, with the reason in FPDF_GetLastError. A viewer reads the whole file
+// into memory, so that others may replace it while it is open; otherwise PDFium keeps it open.
+DocumentHandle loadDocumentFile(const std::u16string& path);
+
+}  // namespace quillmere

@@ -1,0 +1,304 @@
+#include "documents/open.h"
+
+#include <fpdfview.h>
+
+#include <utility>
+
+#include "annot/placement_record.h"
+#include "base/limits.h"
+#include "base/product.h"
+#include "base/text_format.h"
+#include "documents/close.h"
+#include "documents/document_loader.h"
+#include "documents/save.h"
+#include "integration/internet_gate.h"
+#include "platform/main_window.h"
+#include "platform/text.h"
+#include "session/changes.h"
+#include "session/document_slots.h"
+#include "session/session.h"
+#include "store/binder_library.h"
+#include "ui/boxes.h"
+#include "view/navigation.h"
+#include "view/rotation.h"
+
+namespace quillmere {
+
+namespace {
+
+// One open on its way through the steps.
+struct OpenJob {
+  std::u16string loadPath;
+  std::u16string displayPath;
+  bool hasLoadPath = false;
+  int pane = 0;
+  WorkingDocsMode workingDocsMode = kWorkingDocsLeaveAlone;
+  bool askBeforeReplace = false;
+  bool splits = false;     // the shown document moves to the other pane
+  bool replacing = false;  // a document stands where the new one goes
+};
+
+enum class StepResult { Next, Opened, Stopped };
+
+StepResult checkPathLimit(OpenJob& job) {
+  if (job.hasLoadPath && job.loadPath.size() < kPathBufferUnits &&
+      job.displayPath.size() < kPathBufferUnits) {
+    return StepResult::Next;
+  }
+  tell(u"The file's path is too long to open.", BoxIcon::Error);
+  return StepResult::Stopped;
+}
+
+StepResult decideReplacement(OpenJob& job) {
+  job.splits = session.viewMode == ViewMode::IndependentPages && session.active.document &&
+               !job.loadPath.empty() &&
+               !platform::equalIgnoringCase(job.displayPath, session.active.path);
+  job.replacing = !job.splits && documentOf(job.pane) != nullptr;
+  return StepResult::Next;
+}
+
+// Placements that no annotation holds yet go into their document before the session forgets them.
+void keepPendingPlacements(DocumentSlot& slot) {
+  if (!placementsPending(slot.document.get())) return;
+  WritePendingStamps();
+  WritePendingTextDrops();
+  markEdited(slot);
+}
+
+bool inactivePaneChanged(int pane) {
+  const PaneSlot& slot = session.panes[pane];
+  return slot.dirty || documentRotationPending(slot) || anyPageRotationPending(pane) ||
+         placementsPending(slot.document.get());
+}
+
+StepResult askAboutInactivePane(const OpenJob& job) {
+  if (!inactivePaneChanged(job.pane)) return StepResult::Next;
+  const std::u16string& path = session.panes[job.pane].path;
+  const BoxAnswer answer =
+      showBox(formatText(u"Document \"%s\" has unsaved changes.\n\nSave them before replacing it?",
+                         {fileNameOf(path)}),
+              kProductTitle, BoxButtons::YesNoCancel, BoxIcon::Warning);
+  if (answer == BoxAnswer::No) return StepResult::Next;
+  if (answer != BoxAnswer::Yes) return StepResult::Stopped;
+  commitRotations(job.pane);
+  return SaveDocumentTo(job.pane, std::u16string(path)) ? StepResult::Next : StepResult::Stopped;
+}
+
+StepResult askBeforeReplacing(OpenJob& job) {
+  if (!job.askBeforeReplace || !job.replacing) return StepResult::Next;
+  if (inTwoDocuments() && job.pane != session.activePane) return askAboutInactivePane(job);
+  const std::u16string name = fileNameOf(pathOf(session.activePane));
+  return SaveOrShelveBeforeClose(name) == BoxAnswer::Cancel ? StepResult::Stopped
+                                                            : StepResult::Next;
+}
+
+StepResult passGate(OpenJob& job) {
+  return CheckInternetZone(job.loadPath) ? StepResult::Next : StepResult::Stopped;
+}
+
+StepResult leaveReplacedDocument(OpenJob& job) {
+  if (!job.replacing) return StepResult::Next;
+  SaveCurrentView(job.pane);
+  forgetDocumentBinder(pathOf(job.pane));
+  return StepResult::Next;
+}
+
+StepResult clearSearchAndSelection(OpenJob&) {
+  documentsLeaving();
+  return StepResult::Next;
+}
+
+void joinWorkingDocuments(const OpenJob& job) {
+  if (job.workingDocsMode == kWorkingDocsLeaveAlone) return;
+  AddToWorkingDocuments(job.displayPath, job.workingDocsMode);
+  RemoveFromRecentFiles(job.displayPath);
+  const int binder = WorkingDocumentsIndex();
+  if (binder == kNoBinder) return;
+  session.documentBinders[platform::toLower(job.displayPath)] =
+      session.binderLibrary[static_cast<std::size_t>(binder)].path;
+}
+
+// The document of one pane becomes the one that both panes show.
+void shareDocumentOfPane(int pane) {
+  PaneSlot& owner = session.panes[pane];
+  moveDocument(owner, session.active);
+  session.active.pageRotations = std::exchange(owner.pageRotations, {});
+}
+
+// A file that the other pane shows is never loaded twice: both panes show that document.
+StepResult collapseOntoOtherPane(OpenJob& job) {
+  const int other = 1 - job.pane;
+  PaneSlot& target = session.panes[job.pane];
+  if (!inTwoDocuments() || job.loadPath.empty() || !session.panes[other].document ||
+      !platform::equalIgnoringCase(session.panes[other].path, job.displayPath)) {
+    return StepResult::Next;
+  }
+  if (session.placementDocument == target.document.get()) ClearPlacements();
+  dropPaneView(job.pane);
+  clearDocument(target);
+  shareDocumentOfPane(other);
+  session.viewMode = ViewMode::IndependentPages;
+  if (session.placementDocument != session.active.document.get()) {
+    LoadPlacements(session.active.document.get());
+  }
+  target.currentPage = 0;
+  target.documentRotation = session.panes[other].documentRotation;
+  target.pageRotations.clear();
+  clearJumpHistories(job.pane);
+  goToPage(job.pane, 0, false);
+  outlineChanged();
+  joinWorkingDocuments(job);
+  documentsChanged();
+  return StepResult::Opened;
+}
+
+// The shown document moves to the other pane and makes room for the new one.
+StepResult splitPanes(OpenJob& job) {
+  if (!job.splits) return StepResult::Next;
+  keepPendingPlacements(session.active);
+  dropPaneView(0);
+  dropPaneView(1);
+
+  PaneSlot& keeper = session.panes[1 - job.pane];
+  moveDocument(session.active, keeper);
+  keeper.pageRotations = std::exchange(session.active.pageRotations, {});
+
+  PaneSlot& target = session.panes[job.pane];
+  clearDocument(target);
+  target.pageRotations.clear();
+  target.documentRotation = 0;
+
+  session.viewMode = ViewMode::TwoDocuments;
+  const bool pageExists = keeper.currentPage >= 0 && keeper.currentPage < keeper.pageCount;
+  goToPage(1 - job.pane, pageExists ? keeper.currentPage : 0, false);
+  commandsChanged();
+  return StepResult::Next;
+}
+
+// What the failed open closed or moved away is no longer shown behind the box.
+StepResult reportLoadFailure(unsigned long error) {
+  outlineChanged();
+  documentsChanged();
+  tell(formatText(u"Could not open PDF.\n(PDFium error %lu)",
+                  {decimal(static_cast<std::int64_t>(error))}),
+       BoxIcon::Error);
+  return StepResult::Stopped;
+}
+
+// The path stays where the next document fails to load: the folder that it names can still be
+// stepped through.
+void closeSharedDocument() {
+  dropPaneView(0);
+  dropPaneView(1);
+  if (session.placementDocument == session.active.document.get()) ClearPlacements();
+  std::u16string path = session.active.path;
+  clearDocument(session.active);
+  session.active.path = std::move(path);
+  session.active.pageRotations.clear();
+}
+
+void adoptSharedDocument(DocumentHandle document, const std::u16string& path) {
+  ClearPlacements();
+  session.active.pageCount = FPDF_GetPageCount(document.get());
+  session.active.document = std::move(document);
+  session.active.path = path;
+  for (PaneSlot& pane : session.panes) {
+    pane.documentRotation = 0;
+    // Turns of a document that this pane had beside another one are not turns of this document.
+    pane.pageRotations.clear();
+  }
+  clearJumpHistories();
+  LoadPlacements(session.active.document.get());
+}
+
+void showFirstPages() {
+  session.panes[0].currentPage = 0;
+  if (session.viewMode != ViewMode::SinglePage) session.panes[1].currentPage = 0;
+  goToPage(0, 0, false);
+  if (session.viewMode == ViewMode::IndependentPages) goToPage(1, 0, false);
+}
+
+// The old document closes before the new one loads, so a failed load leaves an empty window.
+StepResult openForBothPanes(OpenJob& job) {
+  if (inTwoDocuments()) return StepResult::Next;
+  closeSharedDocument();
+  DocumentHandle document = loadDocumentFile(job.loadPath);
+  if (!document) return reportLoadFailure(FPDF_GetLastError());
+  adoptSharedDocument(std::move(document), job.displayPath);
+  showFirstPages();
+  platform::updatePages();  // the reader has the page before a long outline is read
+  outlineChanged();
+  return StepResult::Next;
+}
+
+void adoptPaneDocument(int pane, DocumentHandle document, const std::u16string& path) {
+  PaneSlot& slot = session.panes[pane];
+  keepPendingPlacements(session.panes[1 - pane]);
+  ClearPlacements();
+  dropPaneView(pane);
+  clearDocument(slot);
+  slot.pageCount = FPDF_GetPageCount(document.get());
+  slot.document = std::move(document);
+  slot.currentPage = 0;
+  slot.documentRotation = 0;
+  slot.pageRotations.clear();
+  clearJumpHistories(pane);
+  slot.path = path;
+}
+
+// The new document loads before the old one closes, so a failed load leaves the pane as it was.
+StepResult openIntoPane(OpenJob& job) {
+  if (!inTwoDocuments()) return StepResult::Next;
+  DocumentHandle document = loadDocumentFile(job.loadPath);
+  if (!document) return reportLoadFailure(FPDF_GetLastError());
+  adoptPaneDocument(job.pane, std::move(document), job.displayPath);
+  LoadPlacements(session.panes[job.pane].document.get());
+  goToPage(job.pane, 0, false);
+  if (job.pane == session.activePane) outlineChanged();
+  return StepResult::Next;
+}
+
+StepResult finishOpening(OpenJob& job) {
+  joinWorkingDocuments(job);
+  documentsChanged();
+  return StepResult::Opened;
+}
+
+using OpenStep = StepResult (*)(OpenJob&);
+
+// Asking and the gate come before anything changes; what follows them cannot be refused any more.
+// Of the two that load, the mode that the steps before them left behind chooses one.
+constexpr OpenStep kOpenSteps[] = {
+    checkPathLimit,        decideReplacement,
+    askBeforeReplacing,    passGate,
+    leaveReplacedDocument, clearSearchAndSelection,
+    collapseOntoOtherPane, splitPanes,
+    openForBothPanes,      openIntoPane,
+    finishOpening,
+};
+
+StepResult runSteps(OpenJob& job) {
+  StepResult result = StepResult::Next;
+  for (const OpenStep step : kOpenSteps) {
+    result = step(job);
+    if (result != StepResult::Next) break;
+  }
+  return result;
+}
+
+}  // namespace
+
+bool openDocument(const std::u16string* loadPath, int pane, WorkingDocsMode workingDocsMode,
+                  bool askBeforeReplace, const std::u16string* displayPath) {
+  OpenJob job;
+  job.hasLoadPath = loadPath != nullptr;
+  if (loadPath != nullptr) job.loadPath = *loadPath;
+  job.displayPath = displayPath != nullptr ? *displayPath : job.loadPath;
+  job.pane = pane;
+  job.workingDocsMode = workingDocsMode;
+  job.askBeforeReplace = askBeforeReplace;
+  const DocumentWork work;
+  return runSteps(job) == StepResult::Opened;
+}
+
+}  // namespace quillmere

@@ -1,0 +1,91 @@
+#include "documents/open_binder_entry.h"
+
+#include "base/text_format.h"
+#include "documents/open.h"
+#include "documents/restore_view.h"
+#include "documents/settle_shelf.h"
+#include "platform/sound.h"
+#include "platform/text.h"
+#include "session/changes.h"
+#include "session/session.h"
+#include "session/waiting_opens.h"
+#include "store/binder_library.h"
+#include "store/probe_path.h"
+#include "ui/boxes.h"
+
+namespace quillmere {
+
+namespace {
+
+// The three highest file indexes mark rows of the tree that are no files.
+constexpr int kFirstMarkerRow = 65533;
+
+void showAvailability(const std::u16string& path, bool available) {
+  const std::u16string key = platform::toLower(path);
+  if (available) {
+    session.unavailableFiles.erase(key);
+  } else {
+    session.unavailableFiles.insert(key);
+  }
+  binderFilesChanged();
+}
+
+void reportUnreachable(ProbeResult result, std::int32_t seconds) {
+  if (result == ProbeResult::Missing) {
+    platform::beep(platform::Sound::Exclamation);
+    return;
+  }
+  showBox(formatText(
+              u"This document is on a network location that didn't respond within %d "
+              u"second%s.\n\nIf it's a slow or sleeping connection (for example a NAS waking up), "
+              u"increase \"Network open timeout\" in Settings (App) and try again.\n\nOtherwise, "
+              u"check that you're connected to the network (VPN / Wi-Fi).",
+              {decimal(seconds), seconds == 1 ? u"" : u"s"}),
+          u"Network Location Unavailable", BoxButtons::Ok, BoxIcon::Warning);
+}
+
+bool shownIn(int pane, const std::u16string& path) {
+  return documentOf(pane) != nullptr && platform::equalIgnoringCase(pathOf(pane), path);
+}
+
+bool alreadyShown(const std::u16string& path, bool otherPaneCounts) {
+  if (shownIn(session.activePane, path)) return true;
+  return otherPaneCounts && inTwoDocuments() && shownIn(1 - session.activePane, path);
+}
+
+}  // namespace
+
+void openBinderEntry(std::uint32_t itemData, bool askBeforeReplace, bool otherPaneCounts) {
+  const int binderIndex = static_cast<int>(itemData >> 16);
+  const int fileIndex = static_cast<int>(itemData & 0xFFFF);
+  if (fileIndex >= kFirstMarkerRow || !IsValidBinderFile(binderIndex, fileIndex)) return;
+  const BinderFile& binder = session.binderLibrary[static_cast<std::size_t>(binderIndex)];
+  const std::u16string path = binder.files[static_cast<std::size_t>(fileIndex)];
+  const std::u16string binderPath = binder.path;
+  const WorkingDocsMode mode =
+      binder.isWorkingDocuments ? kWorkingDocsKeepPlace : kWorkingDocsLeaveAlone;
+
+  const std::int32_t seconds = session.settings.openTimeoutSeconds;
+  const ProbeResult probe = probePath(path, static_cast<std::uint32_t>(seconds) * 1000);
+  if (probe != ProbeResult::Available) {
+    reportUnreachable(probe, seconds);
+    showAvailability(path, false);
+    return;
+  }
+  if (alreadyShown(path, otherPaneCounts)) {
+    showAvailability(path, true);
+    return;
+  }
+  const DocumentWork work;
+  const ShelfDecision decision = settleShelfCopy(path);
+  if (!decision.opens) return;
+  const bool opened =
+      openDocument(&decision.loadPath, session.activePane, mode, askBeforeReplace, &path);
+  if (opened) {
+    session.documentBinders[platform::toLower(path)] = binderPath;
+    RestoreView(FindBinder(binderPath), path);
+  }
+  showAvailability(path, opened);
+}
+
+}  // namespace quillmere

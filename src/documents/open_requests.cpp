@@ -1,0 +1,87 @@
+#include "documents/open_requests.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "documents/open.h"
+#include "documents/settle_shelf.h"
+#include "integration/internet_gate.h"
+#include "platform/main_window.h"
+#include "session/session.h"
+#include "session/waiting_opens.h"
+#include "ui/boxes.h"
+#include "view/geometry.h"
+
+namespace quillmere {
+
+namespace {
+
+enum class RecentList { Keep, Leave };
+
+// Files that are not shown themselves; those that the user refuses at the gate are left out.
+void listFurtherFiles(const std::vector<std::u16string>& paths, RecentList recent) {
+  for (std::size_t i = 1; i < paths.size(); ++i) {
+    if (!CheckInternetZone(paths[i])) continue;
+    AddToWorkingDocuments(paths[i], kWorkingDocsToHead);
+    if (recent == RecentList::Leave) RemoveFromRecentFiles(paths[i]);
+  }
+}
+
+}  // namespace
+
+bool openRequested(const std::u16string& path, int pane, WorkingDocsMode workingDocsMode,
+                   bool askBeforeReplace) {
+  const DocumentWork work;
+  const ShelfDecision decision = settleShelfCopy(path);
+  return decision.opens &&
+         openDocument(&decision.loadPath, pane, workingDocsMode, askBeforeReplace, &path);
+}
+
+void openSeveral(const std::vector<std::u16string>& paths, int pane) {
+  if (paths.empty()) return;
+  openRequested(paths.front(), pane, kWorkingDocsToHead, true);
+  listFurtherFiles(paths, RecentList::Keep);
+}
+
+void openDropped(const std::vector<std::u16string>& paths, int x) {
+  const int pane = std::max(paneAt(x), 0);
+  if (paths.empty()) return;
+  platform::raiseMainWindow();
+  openDroppedOnPane(paths, pane);
+}
+
+void openDroppedOnPane(const std::vector<std::u16string>& paths, int pane) {
+  if (paths.empty() || openMustWait({paths, pane})) return;
+  if (openRequested(paths.front(), pane, kWorkingDocsToHead, true)) {
+    listFurtherFiles(paths, RecentList::Leave);
+  }
+}
+
+void openHandedOver(const std::u16string& path) {
+  if (path.empty()) return;
+  platform::raiseMainWindow();
+  if (openMustWait({{path}})) return;
+  openRequested(path, session.activePane, kWorkingDocsToHead, true);
+}
+
+void openWaiting() {
+  if (session.documentWork > 0) return;
+  const std::vector<WaitingOpen> waiting = std::exchange(session.waitingOpens, {});
+  for (const WaitingOpen& open : waiting) {
+    if (open.pane < 0) {
+      openRequested(open.paths.front(), session.activePane, kWorkingDocsToHead, true);
+    } else {
+      openDroppedOnPane(open.paths, open.pane);
+    }
+  }
+  if (std::exchange(session.closeWaits, false)) platform::closeMainWindow();
+}
+
+void openWithDialog(int pane) {
+  OpenDialogRequest request;
+  request.filters = {{u"PDF Files (*.pdf)", u"*.pdf"}, {u"All Files", u"*.*"}};
+  request.allowSeveral = true;
+  openSeveral(askForFiles(request), pane);
+}
+
+}  // namespace quillmere

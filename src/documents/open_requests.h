@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "store/working_documents.h"
+
+// Opens that the user asks for. Each first settles what the shelf holds of the document.
+namespace quillmere {
+
+// Opens one document as the user asked, in its shelved state when there is one.
+bool openRequested(const std::u16string& path, int pane, WorkingDocsMode workingDocsMode,
+                   bool askBeforeReplace);
+
+// Opens the first of several files in `pane` and lists the others among the documents in use, also
+// when the first fails.
+void openSeveral(const std::vector<std::u16string>& paths, int pane);
+
+// Files dropped at client x; outside the panes counts as pane 0. The others are listed, and leave
+// the recent list, unless the first fails.
+void openDropped(const std::vector<std::u16string>& paths, int x);
+void openDroppedOnPane(const std::vector<std::u16string>& paths, int pane);
+
+// A path that another instance handed over; an empty one does not even raise the window.
+void openHandedOver(const std::u16string& path);
+
+// Deals with what had to wait: files open in the order in which they came, then the window closes
+// if it was asked to. Called from the main message loop.
+void openWaiting();
+
+// Asks for files and opens them in `pane`.
+void openWithDialog(int pane);
+
+}  // namespace quillmere

@@ -1,0 +1,46 @@
+#include "documents/save.h"
+
+#include "base/product.h"
+#include "base/text_format.h"
+#include "documents/shelve.h"
+#include "platform/sound.h"
+#include "session/session.h"
+
+namespace quillmere {
+
+// Documents are not written yet. The sound tells that nothing was saved, and whoever asks for a
+// save before closing keeps the document open.
+void SaveCommand() {
+  platform::beep(platform::Sound::Default);
+}
+
+bool SaveDocumentTo(int, const std::u16string&) {
+  platform::beep(platform::Sound::Default);
+  return false;
+}
+
+BoxAnswer PromptSaveBeforeClose(const std::u16string& fileName) {
+  if (!hasUnsavedChanges()) return BoxAnswer::No;
+  const std::u16string text =
+      fileName.empty()
+          ? std::u16string(u"This document has unsaved changes.\n\nSave them before closing?")
+          : formatText(u"Document \"%s\" has unsaved changes.\n\nSave them before closing?",
+                       {fileName});
+  const BoxAnswer answer = showBox(text, kProductTitle, BoxButtons::YesNoCancel, BoxIcon::Warning);
+  if (answer == BoxAnswer::Yes) {
+    SaveCommand();
+    return hasUnsavedChanges() ? BoxAnswer::Cancel : BoxAnswer::Yes;
+  }
+  if (answer == BoxAnswer::No) {
+    DropActiveShelfEntry();
+    return BoxAnswer::No;
+  }
+  return BoxAnswer::Cancel;
+}
+
+BoxAnswer SaveOrShelveBeforeClose(const std::u16string& fileName) {
+  if (!hasUnsavedChanges() || ShelveCurrentDocument()) return BoxAnswer::No;
+  return PromptSaveBeforeClose(fileName);
+}
+
+}  // namespace quillmere

@@ -1,0 +1,15 @@
+#pragma once
+
+// What open documents have on the shelf.
+namespace quillmere {
+
+// Moves the active document's unsaved state to the shelf. True when it is safe there.
+bool ShelveCurrentDocument();
+
+// Forgets the active document's entry and deletes its copy.
+void DropActiveShelfEntry();
+
+// Brings the shelf's record of the pane's document up to date after an edit.
+void noteDocumentChanged(int pane);
+
+}  // namespace quillmere

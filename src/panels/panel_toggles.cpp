@@ -1,0 +1,55 @@
+#include "panels/panel_toggles.h"
+
+#include "platform/main_window.h"
+#include "session/changes.h"
+#include "session/session.h"
+#include "store/settings.h"
+#include "view/panes.h"
+
+namespace quillmere {
+
+namespace {
+
+// Panels take room from the panes or give it back.
+void panelsChanged() {
+  platform::layoutMainWindow();
+  refitPanes();
+  commandsChanged();
+}
+
+}  // namespace
+
+void toggleNavigationPanel() {
+  session.navigationPanelVisible = !session.navigationPanelVisible;
+  panelsChanged();
+}
+
+void toggleBinderPanel() {
+  session.binderPanelVisible = !session.binderPanelVisible;
+  panelsChanged();
+}
+
+void toggleStampPanel() {
+  if (session.viewMode != ViewMode::SinglePage) return;
+  session.stampPanelVisible = !session.stampPanelVisible;
+  panelsChanged();
+}
+
+void toggleMarkupGrouping() {
+  session.settings.markupsUnderBookmarks = !session.settings.markupsUnderBookmarks;
+  SaveSettings();
+  outlineChanged();
+  commandsChanged();
+}
+
+void focusNavigationPanel() {
+  if (!session.navigationPanelVisible) toggleNavigationPanel();
+  platform::focusNavigationTree();
+}
+
+void focusBinderPanel() {
+  if (!session.binderPanelVisible) toggleBinderPanel();
+  platform::focusBinderTree();
+}
+
+}  // namespace quillmere

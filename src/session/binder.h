@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "base/fnv1a.h"
+
+namespace quillmere {
+
+// The view in which one file of a binder was last seen.
+struct BinderEntry {
+  std::int32_t page = 0;
+  float panX = 0;
+  float panY = 0;
+  float zoom = 1;
+  std::int32_t mode = -1;  // a zoom mode, -1 when no view was stored
+  bool bold = false;
+  bool hasPage = false;
+};
+
+// A named list of documents, held in one ".lst" file.
+struct BinderFile {
+  std::u16string name;
+  std::u16string path;                // empty for a binder with no file
+  std::vector<std::u16string> files;  // document paths as the file writes them
+  std::unordered_map<std::u16string, BinderEntry, Fnv1aTextHash> views;  // by lower-cased path
+  bool dirty = false;
+  bool collapsed = false;
+  bool bold = false;
+  bool isWorkingDocuments = false;
+};
+
+}  // namespace quillmere

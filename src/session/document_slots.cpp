@@ -1,0 +1,78 @@
+#include "session/document_slots.h"
+
+#include <utility>
+
+#include "session/session.h"
+
+namespace quillmere {
+
+namespace {
+
+void closePagesOf(FPDF_DOCUMENT document) {
+  for (const int pane : panesHolding(document)) dropPaneView(pane);
+}
+
+}  // namespace
+
+void moveDocument(DocumentSlot& from, DocumentSlot& to) {
+  clearDocument(to);
+  to.document = std::move(from.document);
+  to.pageCount = std::exchange(from.pageCount, 0);
+  to.path = std::exchange(from.path, {});
+  to.dirty = std::exchange(from.dirty, false);
+  to.altered = std::exchange(from.altered, false);
+}
+
+void clearDocument(DocumentSlot& slot) {
+  closePagesOf(slot.document.get());
+  slot.document.reset();
+  slot.pageCount = 0;
+  slot.path.clear();
+  slot.dirty = false;
+  slot.altered = false;
+}
+
+void swapDocument(DocumentSlot& slot, DocumentHandle fresh) {
+  const FPDF_DOCUMENT before = slot.document.get();
+  int opened[2] = {-1, -1};
+  for (const int pane : panesHolding(before)) {
+    if (session.panes[pane].page) opened[pane] = session.panes[pane].openPage;
+    closePanePage(pane);
+  }
+  if (session.placementDocument == before) session.placementDocument = fresh.get();
+  slot.document = std::move(fresh);
+  slot.pageCount = FPDF_GetPageCount(slot.document.get());
+  slot.dirty = false;
+  slot.altered = false;
+  for (int pane = 0; pane < 2; ++pane) {
+    if (opened[pane] < 0) continue;
+    const std::int32_t shown = session.panes[pane].currentPage;
+    const bool follows = shown == opened[pane];
+    loadPane(pane, opened[pane]);
+    if (!follows) session.panes[pane].currentPage = shown;
+  }
+}
+
+void markEdited(DocumentSlot& slot) {
+  slot.dirty = true;
+  slot.altered = true;
+}
+
+std::vector<int> panesHolding(FPDF_DOCUMENT document) {
+  std::vector<int> panes;
+  for (int pane = 0; pane < 2; ++pane) {
+    if (document != nullptr && documentOf(pane) == document) panes.push_back(pane);
+  }
+  return panes;
+}
+
+std::vector<int> panesHoldingPage(FPDF_DOCUMENT document, int page) {
+  std::vector<int> panes = panesHolding(document);
+  std::erase_if(panes, [&](int pane) {
+    const PaneSlot& slot = session.panes[pane];
+    return !slot.page || slot.openPage != page;
+  });
+  return panes;
+}
+
+}  // namespace quillmere

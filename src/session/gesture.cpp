@@ -1,0 +1,20 @@
+#include "session/gesture.h"
+
+#include "platform/main_window.h"
+#include "session/session.h"
+
+namespace quillmere {
+
+void beginGesture(Gesture kind, int x, int y, int start) {
+  session.gesture = {kind, x, y, start};
+  platform::captureMouse();
+}
+
+bool endGesture(Gesture kind) {
+  if (session.gesture.kind != kind) return false;
+  session.gesture.kind = Gesture::None;
+  platform::releaseMouse();
+  return true;
+}
+
+}  // namespace quillmere

@@ -1,0 +1,30 @@
+#include "session/waiting_opens.h"
+
+#include "platform/main_window.h"
+#include "session/session.h"
+
+namespace quillmere {
+
+DocumentWork::DocumentWork() {
+  ++session.documentWork;
+}
+
+DocumentWork::~DocumentWork() {
+  if (--session.documentWork > 0) return;
+  if (!session.waitingOpens.empty() || session.closeWaits) platform::postWaitingWork();
+}
+
+// What comes while others still wait for their turn opens after them.
+bool openMustWait(const WaitingOpen& open) {
+  if (session.documentWork == 0 && session.waitingOpens.empty()) return false;
+  session.waitingOpens.push_back(open);
+  return true;
+}
+
+bool closeMustWait() {
+  if (session.documentWork == 0) return false;
+  session.closeWaits = true;
+  return true;
+}
+
+}  // namespace quillmere

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/file_dialog.h"
+#include "platform/message_box.h"
+
+// Every box and file dialog of the program. While one is up, files that arrive wait, since what it
+// asks about must not change under it.
+namespace quillmere {
+
+using platform::BoxAnswer;
+using platform::BoxButtons;
+using platform::BoxIcon;
+using platform::BoxOwner;
+using platform::OpenDialogRequest;
+
+// Shows a box and waits for its answer. A box that cannot be shown answers Cancel.
+BoxAnswer showBox(const std::u16string& text, const std::u16string& title, BoxButtons buttons,
+                  BoxIcon icon, BoxOwner owner = BoxOwner::MainWindow);
+
+// A box that only tells something, under the program's own title.
+void tell(const std::u16string& text, BoxIcon icon);
+
+// Asks for existing files. Full paths in the order of the dialog; empty when the user cancelled or
+// the dialog could not be shown.
+std::vector<std::u16string> askForFiles(const OpenDialogRequest& request);
+
+}  // namespace quillmere

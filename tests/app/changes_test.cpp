@@ -1,0 +1,130 @@
+#include "session/changes.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "documents/close.h"
+#include "documents/modes.h"
+#include "documents/open.h"
+#include "nav/find_bar.h"
+#include "support/pdf_builder.h"
+#include "support/session_test.h"
+#include "view/navigation.h"
+#include "view/panes.h"
+#include "view/rotation.h"
+#include "view/selection.h"
+#include "view/zoom.h"
+
+// What follows a change, in its order.
+namespace quillmere::test {
+namespace {
+
+using platform::standIn;
+using testing::ElementsAre;
+
+class ChangesTest : public SessionTest {
+ protected:
+  ChangesTest() {
+    const std::u16string path = putPdf(u"a.pdf", simplePdf(3));
+    EXPECT_TRUE(openDocument(&path, 0, kWorkingDocsLeaveAlone, false, nullptr));
+    forget();
+  }
+  static void forget() { standIn().shown.clear(); }
+  static std::vector<std::string>& shown() { return standIn().shown; }
+};
+
+TEST_F(ChangesTest, APageTurnMovesTheHitsBeforeItRepaintsAndTellsTitleAndStatusLast) {
+  OpenFindBar();
+  standIn().findBar.field = u"Page";
+  findFieldChanged();
+  forget();
+  goToPage(0, 1, false);
+  EXPECT_THAT(shown(), ElementsAre("find status", "repaint", "title", "status bar"));
+}
+
+TEST_F(ChangesTest, APageTurnEndsTheSelectionBeforeItRepaints) {
+  selectAll(0);
+  ASSERT_TRUE(session.selection.active);
+  goToPage(0, 1, false);
+  EXPECT_FALSE(session.selection.active);
+}
+
+TEST_F(ChangesTest, AnotherActivePaneChangesStatusAndMenus) {
+  setViewMode(ViewMode::IndependentPages);
+  forget();
+  activatePane(1);
+  EXPECT_THAT(shown(), ElementsAre("status bar", "menus", "repaint"));
+}
+
+TEST_F(ChangesTest, InTwoDocumentsTheTreeFollowsTheActivePaneFirst) {
+  setViewMode(ViewMode::TwoDocuments);
+  forget();
+  activatePane(1);
+  EXPECT_THAT(shown(), ElementsAre("navigation tree", "status bar", "menus", "repaint"));
+}
+
+TEST_F(ChangesTest, AModeChangeEndsWithMenusTitleStatusAndAFullRepaint) {
+  setViewMode(ViewMode::Book);
+  EXPECT_THAT(shown(),
+              ElementsAre("repaint", "menus", "title", "status bar", "repaint with erasing"));
+}
+
+TEST_F(ChangesTest, AnOpenPaintsThePageBeforeItReadsTheOutline) {
+  const std::u16string path = putPdf(u"b.pdf", simplePdf(2));
+  EXPECT_TRUE(openDocument(&path, 0, kWorkingDocsLeaveAlone, false, nullptr));
+  EXPECT_THAT(shown(),
+              ElementsAre("repaint", "title", "status bar", "pages painted", "navigation tree",
+                          "menus", "title", "status bar", "repaint with erasing"));
+}
+
+TEST_F(ChangesTest, AFailedOpenShowsTheEmptyStateBeforeItsBox) {
+  const std::u16string path = putPdf(u"bad.pdf", garbageFile());
+  std::vector<std::string> before;
+  standIn().boxAnswers = {platform::BoxAnswer::Ok};
+  standIn().onBox = [&](const platform::ShownBox&) { before = shown(); };
+  EXPECT_FALSE(openDocument(&path, 0, kWorkingDocsLeaveAlone, false, nullptr));
+  EXPECT_THAT(before, ElementsAre("repaint", "navigation tree", "menus", "title", "status bar",
+                                  "repaint with erasing"));
+}
+
+TEST_F(ChangesTest, ACloseEmptiesTheTreeBeforeItTellsThatNothingIsOpen) {
+  closeAllDocuments();
+  EXPECT_THAT(shown(), ElementsAre("repaint", "navigation tree", "menus", "title", "status bar",
+                                   "repaint with erasing"));
+}
+
+TEST_F(ChangesTest, ATurnChangesStatusAndPicture) {
+  rotateDocument(0);
+  EXPECT_THAT(shown(), ElementsAre("status bar", "repaint"));
+}
+
+TEST_F(ChangesTest, AZoomChecksCustomFitBeforeItTellsTheZoom) {
+  zoomIn(0);
+  EXPECT_THAT(shown(), ElementsAre("menus", "status bar", "repaint"));
+  forget();
+  zoomIn(0);
+  EXPECT_THAT(shown(), ElementsAre("status bar", "repaint"));
+}
+
+TEST_F(ChangesTest, NewPaneSizesChangeStatusAndRepaintEverything) {
+  refitPanes();
+  EXPECT_THAT(shown(), ElementsAre("status bar", "repaint with erasing"));
+}
+
+#ifndef NDEBUG
+TEST_F(ChangesTest, AChangeReportedWhileOneIsFollowedUpIsAnErrorOfTheProgram) {
+  // The status bar is filled at once here, so that its filling can report a change.
+  EXPECT_DEATH(
+      {
+        standIn().onStatusFilled = [] { pictureChanged(); };
+        zoomChanged();
+      },
+      "");
+}
+#endif
+
+}  // namespace
+}  // namespace quillmere::test

@@ -1,0 +1,171 @@
+#include "session/document_slots.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "documents/modes.h"
+#include "session/session.h"
+#include "support/engine.h"
+#include "support/pdf_builder.h"
+#include "support/session_test.h"
+#include "view/navigation.h"
+#include "view/panes.h"
+
+namespace quillmere::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class DocumentSlotsTest : public SessionTest {
+ protected:
+  // A freshly loaded document, as a save finds it on disk.
+  DocumentHandle freshDocument(int pages) { return loadDocument(simplePdf(pages)); }
+};
+
+TEST_F(DocumentSlotsTest, AMoveTakesEverythingAlongAndLeavesNothing) {
+  const FPDF_DOCUMENT document = openInActive(simplePdf(3));
+  markEdited(session.active);
+  moveDocument(session.active, session.panes[1]);
+  const PaneSlot& to = session.panes[1];
+  EXPECT_EQ(to.document.get(), document);
+  EXPECT_EQ(to.pageCount, 3);
+  EXPECT_EQ(to.path, u"C:\\active.pdf");
+  EXPECT_TRUE(to.dirty);
+  EXPECT_TRUE(to.altered);
+  EXPECT_EQ(session.active.document, nullptr);
+  EXPECT_EQ(session.active.pageCount, 0);
+  EXPECT_EQ(session.active.path, u"");
+  EXPECT_FALSE(session.active.dirty);
+  EXPECT_FALSE(session.active.altered);
+}
+
+TEST_F(DocumentSlotsTest, AMoveClosesWhatStoodThereWithItsPages) {
+  openInPane(0, simplePdf(1));
+  openInPane(1, simplePdf(2));
+  loadPane(0, 0);
+  loadPane(1, 1);
+  moveDocument(session.panes[1], session.panes[0]);
+  EXPECT_EQ(session.panes[0].page, nullptr);
+  EXPECT_EQ(session.panes[0].pageCount, 2);
+}
+
+TEST_F(DocumentSlotsTest, APageOfAMovedDocumentStaysOpen) {
+  openInPane(1, simplePdf(2));
+  loadPane(1, 1);
+  moveDocument(session.panes[1], session.active);
+  EXPECT_NE(session.panes[1].page, nullptr);
+  EXPECT_EQ(session.panes[1].openPage, 1);
+}
+
+TEST_F(DocumentSlotsTest, ClearingClosesThePagesOfBothPanesFirst) {
+  openInActive(simplePdf(2));
+  setViewMode(ViewMode::IndependentPages);
+  ASSERT_NE(session.panes[1].page, nullptr);
+  clearDocument(session.active);
+  for (const PaneSlot& slot : session.panes) {
+    EXPECT_EQ(slot.page, nullptr);
+    EXPECT_EQ(slot.openPage, -1);
+    EXPECT_EQ(slot.pageBitmap, nullptr);
+  }
+  EXPECT_EQ(session.active.pageCount, 0);
+}
+
+TEST_F(DocumentSlotsTest, ASwapKeepsViewTurnsAndPath) {
+  openInActive(simplePdf(5));
+  setViewMode(ViewMode::IndependentPages);
+  goToPage(0, 3, false);
+  goToPage(1, 1, false);
+  PaneSlot& left = session.panes[0];
+  left.zoom = 1.5f;
+  left.panX = 12;
+  left.panY = -34;
+  left.zoomMode = kCustomFit;
+  session.active.pageRotations[3] = 1;
+  left.documentRotation = 2;
+  markEdited(session.active);
+  DocumentHandle fresh = freshDocument(5);
+  const FPDF_DOCUMENT expected = fresh.get();
+  swapDocument(session.active, std::move(fresh));
+  EXPECT_EQ(session.active.document.get(), expected);
+  EXPECT_EQ(session.active.path, u"C:\\active.pdf");
+  EXPECT_FALSE(session.active.dirty);
+  EXPECT_FALSE(session.active.altered);
+  EXPECT_EQ(left.currentPage, 3);
+  EXPECT_EQ(left.openPage, 3);
+  EXPECT_NE(left.page, nullptr);
+  EXPECT_EQ(session.panes[1].openPage, 1);
+  EXPECT_EQ(left.zoom, 1.5f);
+  EXPECT_EQ(left.panX, 12);
+  EXPECT_EQ(left.panY, -34);
+  EXPECT_EQ(left.zoomMode, kCustomFit);
+  EXPECT_EQ(left.documentRotation, 2u);
+  EXPECT_EQ(session.active.pageRotations[3], 1u);
+}
+
+TEST_F(DocumentSlotsTest, ASwapOpensTheLastPageWhereTheNewDocumentIsShorter) {
+  openInActive(simplePdf(5));
+  goToPage(0, 4, false);
+  swapDocument(session.active, freshDocument(2));
+  EXPECT_EQ(session.active.pageCount, 2);
+  EXPECT_EQ(session.panes[0].openPage, 1);
+  EXPECT_EQ(session.panes[0].currentPage, 1);
+}
+
+TEST_F(DocumentSlotsTest, ASwapKeepsANumberThatDiffersFromTheOpenPage) {
+  openInActive(simplePdf(4));
+  goToPage(0, 3, false);
+  setViewMode(ViewMode::Book);
+  setViewMode(ViewMode::SinglePage);
+  ASSERT_EQ(session.panes[0].currentPage, 2);
+  ASSERT_EQ(session.panes[0].openPage, 3);
+  swapDocument(session.active, freshDocument(4));
+  EXPECT_EQ(session.panes[0].currentPage, 2);
+  EXPECT_EQ(session.panes[0].openPage, 3);
+}
+
+TEST_F(DocumentSlotsTest, ASwapOfOneOfTwoDocumentsLeavesTheOtherAlone) {
+  const FPDF_DOCUMENT left = openInPane(0, simplePdf(1));
+  openInPane(1, simplePdf(2));
+  loadPane(0, 0);
+  loadPane(1, 1);
+  const FPDF_PAGE leftPage = session.panes[0].page.get();
+  swapDocument(session.panes[1], freshDocument(2));
+  EXPECT_EQ(session.panes[0].document.get(), left);
+  EXPECT_EQ(session.panes[0].page.get(), leftPage);
+  EXPECT_EQ(session.panes[1].openPage, 1);
+}
+
+TEST_F(DocumentSlotsTest, AHiddenPaneThatHasAPageOpenHoldsItToo) {
+  const FPDF_DOCUMENT document = openInActive(simplePdf(4));
+  setViewMode(ViewMode::IndependentPages);
+  goToPage(0, 2, false);
+  goToPage(1, 2, false);
+  setViewMode(ViewMode::SinglePage);
+  EXPECT_THAT(panesHolding(document), ElementsAre(0, 1));
+  EXPECT_THAT(panesHoldingPage(document, 2), ElementsAre(0, 1));
+  goToPage(0, 0, false);
+  EXPECT_THAT(panesHoldingPage(document, 2), ElementsAre(1));
+  EXPECT_THAT(panesHoldingPage(document, 0), ElementsAre(0));
+  EXPECT_THAT(panesHoldingPage(document, 1), IsEmpty());
+}
+
+TEST_F(DocumentSlotsTest, ThePageThatIsOpenCountsAndNotTheNumberShown) {
+  const FPDF_DOCUMENT document = openInActive(simplePdf(4));
+  goToPage(0, 3, false);
+  setViewMode(ViewMode::Book);
+  EXPECT_EQ(session.panes[0].currentPage, 2);
+  EXPECT_THAT(panesHoldingPage(document, 2), IsEmpty());
+  EXPECT_THAT(panesHoldingPage(document, 3), ElementsAre(0, 1));
+}
+
+TEST_F(DocumentSlotsTest, EachOfTwoDocumentsIsHeldByItsPane) {
+  const FPDF_DOCUMENT left = openInPane(0, simplePdf(1));
+  const FPDF_DOCUMENT right = openInPane(1, simplePdf(1));
+  EXPECT_THAT(panesHolding(left), ElementsAre(0));
+  EXPECT_THAT(panesHolding(right), ElementsAre(1));
+  EXPECT_THAT(panesHolding(nullptr), IsEmpty());
+}
+
+}  // namespace
+}  // namespace quillmere::test
