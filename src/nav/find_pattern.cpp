@@ -10,7 +10,7 @@
 #include <iterator>
 #include <locale>
 
-#include "platform/process.h"
+#include "nav/matching_watch.h"
 
 namespace quillmere {
 
@@ -90,7 +90,8 @@ class UnitTraits {
 using Expression = boost::basic_regex<char16_t, UnitTraits>;
 
 // A pointer that can only step: for one that can jump the library computes a bound of its own,
-// which grows with the pattern beyond the one that is set here.
+// which grows with the pattern beyond the one that is set here. Whatever the matcher does over and
+// over, it reads characters or steps back.
 class UnitPointer {
  public:
   using iterator_category = std::bidirectional_iterator_tag;
@@ -103,17 +104,24 @@ class UnitPointer {
   explicit UnitPointer(const char16_t* unit) : unit_(unit) {}
 
   const char16_t* get() const { return unit_; }
-  reference operator*() const { return *unit_; }
+  reference operator*() const {
+    MatchingWatch::step();
+    return *unit_;
+  }
   UnitPointer& operator++() {
     ++unit_;
     return *this;
   }
   UnitPointer operator++(int) { return UnitPointer(unit_++); }
   UnitPointer& operator--() {
+    MatchingWatch::step();
     --unit_;
     return *this;
   }
-  UnitPointer operator--(int) { return UnitPointer(unit_--); }
+  UnitPointer operator--(int) {
+    MatchingWatch::step();
+    return UnitPointer(unit_--);
+  }
   bool operator==(const UnitPointer&) const = default;
 
  private:
@@ -223,24 +231,13 @@ bool hasForeignGroup(std::u16string_view text) {
   return false;
 }
 
-// Takes the time that passes from what a pattern has left. One search is bounded by its states;
-// time bounds the thousands of searches that a document can ask for.
-class MatchingTime {
- public:
-  explicit MatchingTime(FindPattern& pattern)
-      : left_(pattern.millisecondsLeft), before_(platform::monotonicMilliseconds()) {}
-
-  bool usedUp() {
-    const std::uint64_t now = platform::monotonicMilliseconds();
-    left_ -= std::min(now - before_, left_);
-    before_ = now;
-    return left_ == 0;
-  }
-
- private:
-  std::uint64_t& left_;
-  std::uint64_t before_;
-};
+// One step can go through the whole expression, so a long one gets fewer steps between looks.
+std::uint32_t stepsBetweenLooks(const Expression& expression) {
+  constexpr std::size_t kShortExpression = 64;  // units
+  constexpr std::uint32_t kFewest = 256;
+  const std::size_t lengths = expression.size() / kShortExpression + 1;
+  return std::max(kFewest, static_cast<std::uint32_t>(kStepsBetweenLooks / lengths));
+}
 
 }  // namespace
 
@@ -271,13 +268,15 @@ PatternOutcome findMatches(FindPattern& pattern, std::u16string_view text, std::
   const auto flags =
       boost::regex_constants::match_single_line | boost::regex_constants::match_not_dot_newline;
   std::size_t appended = 0;
-  MatchingTime time(pattern);
+  if (pattern.millisecondsLeft == 0) return PatternOutcome::TooComplex;
   try {
+    const Expression& expression = pattern.compiled->expression;
+    const MatchingWatch watch(pattern.millisecondsLeft, kTextMilliseconds,
+                              stepsBetweenLooks(expression));
     const Iterator end;
     const UnitPointer first(text.data());
     const UnitPointer last(text.data() + text.size());
-    for (Iterator match(first, last, pattern.compiled->expression, flags); match != end; ++match) {
-      if (time.usedUp()) return PatternOutcome::TooComplex;
+    for (Iterator match(first, last, expression, flags); match != end; ++match) {
       const auto& whole = (*match)[0];
       if (whole.first == whole.second) continue;
       matches.push_back({static_cast<std::size_t>(whole.first.get() - text.data()),
@@ -287,7 +286,7 @@ PatternOutcome findMatches(FindPattern& pattern, std::u16string_view text, std::
   } catch (const std::exception&) {
     return PatternOutcome::TooComplex;
   }
-  return time.usedUp() ? PatternOutcome::TooComplex : PatternOutcome::Done;
+  return PatternOutcome::Done;
 }
 
 }  // namespace quillmere
