@@ -168,29 +168,98 @@ std::u16string hexadecimal(char16_t unit) {
   return digits;
 }
 
-// Escapes by number in the library's own form; an escaped unit that means nothing to ECMAScript
-// stands for itself, whatever the library makes of it.
-std::u16string withLibraryEscapes(std::u16string_view text) {
+// Appends what stands for the escape whose backslash is at `at`, and returns the index behind it.
+// Numbers get the library's own form; an escaped unit that means nothing to ECMAScript stands for
+// itself, whatever the library makes of it.
+std::size_t appendEscape(std::u16string_view text, std::size_t at, std::u16string& result) {
+  if (at + 1 == text.size()) {
+    result += text[at];
+    return at + 1;
+  }
+  const char16_t escape = text[at + 1];
+  const std::size_t next = at + 2;
+  const std::u16string_view rest = text.substr(next);
+  if (const std::size_t length = numberLength(escape, rest); length > 0) {
+    result += asNumber(rest.substr(0, length));
+    return next + length;
+  }
+  if (isControl(escape, rest)) {
+    result += asNumber(hexadecimal(rest[0] % 32));
+    return next + 1;
+  }
+  if (escape == u'c') {
+    result += u"\\\\c";
+  } else if (sharedEscape(escape, rest)) {
+    result.append({u'\\', escape});
+  } else {
+    result += asNumber(hexadecimal(escape));
+  }
+  return next;
+}
+
+// What stands between the hyphens of a class.
+struct ClassAtom {
+  std::size_t end = 0;  // index behind it
+  bool isClass = false;
+};
+
+// The length of "[:name:]", "[.name.]" or "[=name=]" at the front of the text; 0 if it is none.
+std::size_t bracketedNameLength(std::u16string_view text) {
+  constexpr std::size_t kShortest = 3;  // in front of the second mark
+  if (text.size() < kShortest || std::u16string_view(u":.=").find(text[1]) == text.npos) return 0;
+  const std::size_t mark = text.find(text[1], kShortest);
+  return mark != text.npos && text.substr(mark + 1).starts_with(u']') ? mark + 2 : 0;
+}
+
+// Appends what stands for the atom of a class that begins at `at`.
+ClassAtom appendClassAtom(std::u16string_view text, std::size_t at, std::u16string& result) {
+  const std::u16string_view rest = text.substr(at);
+  if (rest[0] == u'\\') {
+    const bool isClass =
+        rest.size() > 1 && std::u16string_view(u"dDsSwW").find(rest[1]) != rest.npos;
+    return {appendEscape(text, at, result), isClass};
+  }
+  if (const std::size_t length = rest[0] == u'[' ? bracketedNameLength(rest) : 0; length > 0) {
+    result += rest.substr(0, length);
+    return {at + length, rest[1] != u'.'};
+  }
+  if (rest[0] == u'-') result += u'\\';
+  result += rest[0];
+  return {at + 1, false};
+}
+
+// Appends what stands for the class whose bracket is at `at`, and returns the index of the bracket
+// that closes it. To ECMAScript a hyphen beside a class like "\d" stands for itself, and so does
+// one right behind a range; the library refuses both.
+std::size_t appendClass(std::u16string_view text, std::size_t at, std::u16string& result) {
+  result += text[at++];
+  if (text.substr(at).starts_with(u'^')) result += text[at++];
+  const std::size_t first = at;
+  while (at < text.size() && (at == first || text[at] != u']')) {
+    const ClassAtom left = appendClassAtom(text, at, result);
+    at = left.end;
+    const std::u16string_view rest = text.substr(at);
+    if (rest.size() < 2 || rest[0] != u'-' || rest[1] == u']') continue;
+    const std::size_t hyphen = result.size();
+    result += u'-';
+    const ClassAtom right = appendClassAtom(text, at + 1, result);
+    if (left.isClass || right.isClass) result.insert(hyphen, 1, u'\\');
+    at = right.end;
+  }
+  return at;
+}
+
+// The text as the library writes the same expression.
+std::u16string librarySource(std::u16string_view text) {
   std::u16string result;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != u'\\' || i + 1 == text.size()) {
-      result += text[i];
-      continue;
-    }
-    const char16_t escape = text[++i];
-    const std::u16string_view rest = text.substr(i + 1);
-    if (const std::size_t length = numberLength(escape, rest); length > 0) {
-      result += asNumber(rest.substr(0, length));
-      i += length;
-    } else if (isControl(escape, rest)) {
-      result += asNumber(hexadecimal(rest[0] % 32));
-      ++i;
-    } else if (escape == u'c') {
-      result += u"\\\\c";
-    } else if (sharedEscape(escape, rest)) {
-      result.append({u'\\', escape});
+  std::size_t at = 0;
+  while (at < text.size()) {
+    if (text[at] == u'\\') {
+      at = appendEscape(text, at, result);
+    } else if (text[at] == u'[') {
+      at = appendClass(text, at, result);
     } else {
-      result += asNumber(hexadecimal(escape));
+      result += text[at++];
     }
   }
   return result;
@@ -252,7 +321,7 @@ void FindPattern::Deleter::operator()(Compiled* compiled) const {
 bool compilePattern(std::u16string_view text, FindPattern& pattern) {
   pattern.compiled.reset();
   if (hasForeignGroup(text)) return false;
-  const std::u16string source = withLibraryEscapes(text);
+  const std::u16string source = librarySource(text);
   try {
     pattern.compiled.reset(new FindPattern::Compiled{
         Expression(source.data(), source.data() + source.size(), Expression::ECMAScript)});

@@ -27,6 +27,7 @@ enum class PatternOutcome {
 // - a reference to a group that took part in no match fails where ECMAScript takes it as empty, and
 //   a reference has one digit;
 // - a "]" that comes first in a class stands for itself, so that "[]" and "[^]" are errors;
+// - of two negated classes, as in "[\D\S]", a class takes only what is in both;
 // - "[[:alpha:]]", "[[.a.]]" and "[[=a=]]" are POSIX classes;
 // - "\s" knows the blanks of ASCII and U+00A0, U+2028, U+2029 and U+FEFF, and "." stops at U+000C
 //   and U+0085 too;

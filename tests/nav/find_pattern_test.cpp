@@ -63,6 +63,30 @@ TEST(FindPatternTest, UnderstandsTheCommonConstructs) {
       {u"\\{a\\}", u"{a}", {u"{a}"}},
       {u"[{]", u"{", {u"{"}},
       {u"[\\d-]+", u"1-2x", {u"1-2"}},
+      {u"[\\d-x]+", u"1-2x3w", {u"1-2x3"}},
+      {u"[x-\\d]+", u"1-2x3w", {u"1-2x3"}},
+      {u"[\\w-\\s]+", u"!a b-c!", {u"a b-c"}},
+      {u"[\\S-\\d]+", u" a-1 ", {u"a-1"}},
+      {u"[^\\d-x]+", u"1-yzx", {u"yz"}},
+      {u"[\\d-a-z]+", u"m1-az-", {u"1-az-"}},
+      {u"[a-c-\\d]+", u"b-1d", {u"b-1"}},
+      {u"[a-c-e]+", u"b-ed", {u"b-e"}},
+      {u"[-\\d]+", u"a-1", {u"-1"}},
+      {u"[--\\d]+", u"a-1.", {u"-1"}},
+      {u"[\\d--]+", u"a-1.", {u"-1"}},
+      {u"[+--]+", u"a+,-.", {u"+,-"}},
+      {u"[\\d-\\u0041]+", u"1-AB", {u"1-A"}},
+      {u"[\\u0041-\\x43]+", u"@ABCD", {u"ABC"}},
+      {u"[\\--/]+", u",-./0", {u"-./"}},
+      {u"[]-a]+", u"]^a\\", {u"]^a"}},
+      {u"[^]-a]+", u"]bc", {u"bc"}},
+      {u"[[-a]+", u"Z[\\a", {u"[\\a"}},
+      {u"[[:lower:]-]+", u"A-a", {u"-a"}},
+      {u"[[:lower:]-9]+", u"8A-a9", {u"-a9"}},
+      {u"[[.a.]-c]+", u"-abcd", {u"abc"}},
+      {u"[a-[.c.]]+", u"-abcd", {u"abc"}},
+      {u"[\\d-x]-[\\d-x]", u"1-x", {u"1-x"}},
+      {u"\\[\\d-x", u"[1-x", {u"[1-x"}},
       {u"\\cJ", u"a\nb", {u"\n"}},
       {u"[\\cj-\\cM]+", u"a\n\rb", {u"\n\r"}},
       {u"\\c1", u"\\c1 c1", {u"\\c1"}},
@@ -118,7 +142,8 @@ TEST(FindPatternTest, TheSearchEndsAtTheLimit) {
 }
 
 TEST(FindPatternTest, WhatIsNoExpressionIsRefused) {
-  for (const std::u16string_view text : {u"[", u"(", u")", u"a{2,1}", u"*a", u"[b-a]", u"\\"}) {
+  for (const std::u16string_view text :
+       {u"[", u"(", u")", u"a{2,1}", u"*a", u"[b-a]", u"[\\d-", u"[a-", u"\\"}) {
     FindPattern pattern;
     EXPECT_FALSE(compilePattern(text, pattern)) << std::string(text.begin(), text.end());
     EXPECT_EQ(pattern.compiled, nullptr);
