@@ -8,6 +8,7 @@
 
 #include "core/session.h"
 #include "nav/jump_history.h"
+#include "nav/links.h"
 #include "platform/main_window.h"
 #include "view/geometry.h"
 #include "view/navigation.h"
@@ -70,7 +71,9 @@ BookmarkEntry entryOf(FPDF_BOOKMARK bookmark, std::int32_t level) {
 void resolve(FPDF_DOCUMENT document, BookmarkEntry& entry) {
   if (entry.resolved || entry.bookmark == nullptr) return;
   entry.resolved = true;
-  const FPDF_DEST destination = FPDFBookmark_GetDest(document, entry.bookmark);
+  const FPDF_DEST destination =
+      destinationHere(document, FPDFBookmark_GetDest(document, entry.bookmark),
+                      FPDFBookmark_GetAction(entry.bookmark));
   if (destination == nullptr) return;
   entry.page = FPDFDest_GetDestPageIndex(document, destination);
   if (const std::optional<double> y = targetY(destination)) {
