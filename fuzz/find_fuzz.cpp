@@ -127,6 +127,10 @@ void followLinksOf(int page) {
   }
 }
 
+bool separatesArguments(char16_t unit) {
+  return unit <= u' ' || unit == u'"' || unit == u'\'' || unit == 0x7F;
+}
+
 void followLinks() {
   setZoomMode(0, kFitPage);
   for (int page = 0; page < std::min(pageCountOf(0), kPages); ++page) followLinksOf(page);
@@ -135,6 +139,9 @@ void followLinks() {
     const std::u16string start = platform::toLower(address.substr(0, 8));
     require(start == u"https://" || start.starts_with(u"http://") || start.starts_with(u"mailto:"),
             "an address of another kind");
+    require(address.size() <= 2048, "an address longer than the system takes");
+    require(std::none_of(address.begin(), address.end(), separatesArguments),
+            "an address that a program can take for several arguments");
   }
 }
 

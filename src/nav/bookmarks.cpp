@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "nav/jump_history.h"
+#include "nav/links.h"
 #include "session/changes.h"
 #include "session/density.h"
 #include "session/session.h"
@@ -72,7 +73,9 @@ BookmarkEntry entryOf(FPDF_BOOKMARK bookmark, std::int32_t level) {
 void resolve(FPDF_DOCUMENT document, BookmarkEntry& entry) {
   if (entry.resolved || entry.bookmark == nullptr) return;
   entry.resolved = true;
-  const FPDF_DEST destination = FPDFBookmark_GetDest(document, entry.bookmark);
+  const FPDF_DEST destination =
+      destinationHere(document, FPDFBookmark_GetDest(document, entry.bookmark),
+                      FPDFBookmark_GetAction(entry.bookmark));
   if (destination == nullptr) return;
   entry.page = FPDFDest_GetDestPageIndex(document, destination);
   if (const std::optional<double> y = targetY(destination)) {

@@ -10,7 +10,7 @@
 #include <iterator>
 #include <locale>
 
-#include "platform/process.h"
+#include "nav/matching_watch.h"
 
 namespace quillmere {
 
@@ -90,7 +90,8 @@ class UnitTraits {
 using Expression = boost::basic_regex<char16_t, UnitTraits>;
 
 // A pointer that can only step: for one that can jump the library computes a bound of its own,
-// which grows with the pattern beyond the one that is set here.
+// which grows with the pattern beyond the one that is set here. Whatever the matcher does over and
+// over, it reads characters or steps back.
 class UnitPointer {
  public:
   using iterator_category = std::bidirectional_iterator_tag;
@@ -103,17 +104,24 @@ class UnitPointer {
   explicit UnitPointer(const char16_t* unit) : unit_(unit) {}
 
   const char16_t* get() const { return unit_; }
-  reference operator*() const { return *unit_; }
+  reference operator*() const {
+    MatchingWatch::step();
+    return *unit_;
+  }
   UnitPointer& operator++() {
     ++unit_;
     return *this;
   }
   UnitPointer operator++(int) { return UnitPointer(unit_++); }
   UnitPointer& operator--() {
+    MatchingWatch::step();
     --unit_;
     return *this;
   }
-  UnitPointer operator--(int) { return UnitPointer(unit_--); }
+  UnitPointer operator--(int) {
+    MatchingWatch::step();
+    return UnitPointer(unit_--);
+  }
   bool operator==(const UnitPointer&) const = default;
 
  private:
@@ -160,29 +168,98 @@ std::u16string hexadecimal(char16_t unit) {
   return digits;
 }
 
-// Escapes by number in the library's own form; an escaped unit that means nothing to ECMAScript
-// stands for itself, whatever the library makes of it.
-std::u16string withLibraryEscapes(std::u16string_view text) {
+// Appends what stands for the escape whose backslash is at `at`, and returns the index behind it.
+// Numbers get the library's own form; an escaped unit that means nothing to ECMAScript stands for
+// itself, whatever the library makes of it.
+std::size_t appendEscape(std::u16string_view text, std::size_t at, std::u16string& result) {
+  if (at + 1 == text.size()) {
+    result += text[at];
+    return at + 1;
+  }
+  const char16_t escape = text[at + 1];
+  const std::size_t next = at + 2;
+  const std::u16string_view rest = text.substr(next);
+  if (const std::size_t length = numberLength(escape, rest); length > 0) {
+    result += asNumber(rest.substr(0, length));
+    return next + length;
+  }
+  if (isControl(escape, rest)) {
+    result += asNumber(hexadecimal(rest[0] % 32));
+    return next + 1;
+  }
+  if (escape == u'c') {
+    result += u"\\\\c";
+  } else if (sharedEscape(escape, rest)) {
+    result.append({u'\\', escape});
+  } else {
+    result += asNumber(hexadecimal(escape));
+  }
+  return next;
+}
+
+// What stands between the hyphens of a class.
+struct ClassAtom {
+  std::size_t end = 0;  // index behind it
+  bool isClass = false;
+};
+
+// The length of "[:name:]", "[.name.]" or "[=name=]" at the front of the text; 0 if it is none.
+std::size_t bracketedNameLength(std::u16string_view text) {
+  constexpr std::size_t kShortest = 3;  // in front of the second mark
+  if (text.size() < kShortest || std::u16string_view(u":.=").find(text[1]) == text.npos) return 0;
+  const std::size_t mark = text.find(text[1], kShortest);
+  return mark != text.npos && text.substr(mark + 1).starts_with(u']') ? mark + 2 : 0;
+}
+
+// Appends what stands for the atom of a class that begins at `at`.
+ClassAtom appendClassAtom(std::u16string_view text, std::size_t at, std::u16string& result) {
+  const std::u16string_view rest = text.substr(at);
+  if (rest[0] == u'\\') {
+    const bool isClass =
+        rest.size() > 1 && std::u16string_view(u"dDsSwW").find(rest[1]) != rest.npos;
+    return {appendEscape(text, at, result), isClass};
+  }
+  if (const std::size_t length = rest[0] == u'[' ? bracketedNameLength(rest) : 0; length > 0) {
+    result += rest.substr(0, length);
+    return {at + length, rest[1] != u'.'};
+  }
+  if (rest[0] == u'-') result += u'\\';
+  result += rest[0];
+  return {at + 1, false};
+}
+
+// Appends what stands for the class whose bracket is at `at`, and returns the index of the bracket
+// that closes it. To ECMAScript a hyphen beside a class like "\d" stands for itself, and so does
+// one right behind a range; the library refuses both.
+std::size_t appendClass(std::u16string_view text, std::size_t at, std::u16string& result) {
+  result += text[at++];
+  if (text.substr(at).starts_with(u'^')) result += text[at++];
+  const std::size_t first = at;
+  while (at < text.size() && (at == first || text[at] != u']')) {
+    const ClassAtom left = appendClassAtom(text, at, result);
+    at = left.end;
+    const std::u16string_view rest = text.substr(at);
+    if (rest.size() < 2 || rest[0] != u'-' || rest[1] == u']') continue;
+    const std::size_t hyphen = result.size();
+    result += u'-';
+    const ClassAtom right = appendClassAtom(text, at + 1, result);
+    if (left.isClass || right.isClass) result.insert(hyphen, 1, u'\\');
+    at = right.end;
+  }
+  return at;
+}
+
+// The text as the library writes the same expression.
+std::u16string librarySource(std::u16string_view text) {
   std::u16string result;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != u'\\' || i + 1 == text.size()) {
-      result += text[i];
-      continue;
-    }
-    const char16_t escape = text[++i];
-    const std::u16string_view rest = text.substr(i + 1);
-    if (const std::size_t length = numberLength(escape, rest); length > 0) {
-      result += asNumber(rest.substr(0, length));
-      i += length;
-    } else if (isControl(escape, rest)) {
-      result += asNumber(hexadecimal(rest[0] % 32));
-      ++i;
-    } else if (escape == u'c') {
-      result += u"\\\\c";
-    } else if (sharedEscape(escape, rest)) {
-      result.append({u'\\', escape});
+  std::size_t at = 0;
+  while (at < text.size()) {
+    if (text[at] == u'\\') {
+      at = appendEscape(text, at, result);
+    } else if (text[at] == u'[') {
+      at = appendClass(text, at, result);
     } else {
-      result += asNumber(hexadecimal(escape));
+      result += text[at++];
     }
   }
   return result;
@@ -223,24 +300,13 @@ bool hasForeignGroup(std::u16string_view text) {
   return false;
 }
 
-// Takes the time that passes from what a pattern has left. One search is bounded by its states;
-// time bounds the thousands of searches that a document can ask for.
-class MatchingTime {
- public:
-  explicit MatchingTime(FindPattern& pattern)
-      : left_(pattern.millisecondsLeft), before_(platform::monotonicMilliseconds()) {}
-
-  bool usedUp() {
-    const std::uint64_t now = platform::monotonicMilliseconds();
-    left_ -= std::min(now - before_, left_);
-    before_ = now;
-    return left_ == 0;
-  }
-
- private:
-  std::uint64_t& left_;
-  std::uint64_t before_;
-};
+// One step can go through the whole expression, so a long one gets fewer steps between looks.
+std::uint32_t stepsBetweenLooks(const Expression& expression) {
+  constexpr std::size_t kShortExpression = 64;  // units
+  constexpr std::uint32_t kFewest = 256;
+  const std::size_t lengths = expression.size() / kShortExpression + 1;
+  return std::max(kFewest, static_cast<std::uint32_t>(kStepsBetweenLooks / lengths));
+}
 
 }  // namespace
 
@@ -255,7 +321,7 @@ void FindPattern::Deleter::operator()(Compiled* compiled) const {
 bool compilePattern(std::u16string_view text, FindPattern& pattern) {
   pattern.compiled.reset();
   if (hasForeignGroup(text)) return false;
-  const std::u16string source = withLibraryEscapes(text);
+  const std::u16string source = librarySource(text);
   try {
     pattern.compiled.reset(new FindPattern::Compiled{
         Expression(source.data(), source.data() + source.size(), Expression::ECMAScript)});
@@ -271,13 +337,15 @@ PatternOutcome findMatches(FindPattern& pattern, std::u16string_view text, std::
   const auto flags =
       boost::regex_constants::match_single_line | boost::regex_constants::match_not_dot_newline;
   std::size_t appended = 0;
-  MatchingTime time(pattern);
+  if (pattern.millisecondsLeft == 0) return PatternOutcome::TooComplex;
   try {
+    const Expression& expression = pattern.compiled->expression;
+    const MatchingWatch watch(pattern.millisecondsLeft, kTextMilliseconds,
+                              stepsBetweenLooks(expression));
     const Iterator end;
     const UnitPointer first(text.data());
     const UnitPointer last(text.data() + text.size());
-    for (Iterator match(first, last, pattern.compiled->expression, flags); match != end; ++match) {
-      if (time.usedUp()) return PatternOutcome::TooComplex;
+    for (Iterator match(first, last, expression, flags); match != end; ++match) {
       const auto& whole = (*match)[0];
       if (whole.first == whole.second) continue;
       matches.push_back({static_cast<std::size_t>(whole.first.get() - text.data()),
@@ -287,7 +355,7 @@ PatternOutcome findMatches(FindPattern& pattern, std::u16string_view text, std::
   } catch (const std::exception&) {
     return PatternOutcome::TooComplex;
   }
-  return time.usedUp() ? PatternOutcome::TooComplex : PatternOutcome::Done;
+  return PatternOutcome::Done;
 }
 
 }  // namespace quillmere

@@ -27,6 +27,7 @@ enum class PatternOutcome {
 // - a reference to a group that took part in no match fails where ECMAScript takes it as empty, and
 //   a reference has one digit;
 // - a "]" that comes first in a class stands for itself, so that "[]" and "[^]" are errors;
+// - of two negated classes, as in "[\D\S]", a class takes only what is in both;
 // - "[[:alpha:]]", "[[.a.]]" and "[[=a=]]" are POSIX classes;
 // - "\s" knows the blanks of ASCII and U+00A0, U+2028, U+2029 and U+FEFF, and "." stops at U+000C
 //   and U+0085 too;
@@ -43,15 +44,21 @@ struct FindPattern {
   std::uint64_t millisecondsLeft = 0;           // for matching, over all texts together
 };
 
-// Time that a pattern may take for all the texts it is matched against.
-inline constexpr std::uint64_t kMatchingMilliseconds = 10000;
+// Time that a pattern may take for one text, and for all the texts it is matched against: a second
+// and ten seconds, less what it takes to give up.
+inline constexpr std::uint64_t kTextMilliseconds = 900;
+inline constexpr std::uint64_t kMatchingMilliseconds = 9900;
+
+// So many characters are read between two looks at the clock, fewer with a long pattern.
+inline constexpr std::uint32_t kStepsBetweenLooks = 4096;
 
 // False when the text is no regular expression; `pattern` is then empty.
 bool compilePattern(std::u16string_view text, FindPattern& pattern);
 
 // Appends every match with at least one unit, from left to right and not overlapping, until `limit`
-// of them were appended; 0 for no limit. Matching that grows beyond bounds, or uses up the
-// pattern's time, is given up, so that no pattern can hang the program or exhaust its stack.
+// of them were appended; 0 for no limit. Matching that grows beyond bounds, or uses up the time of
+// a text or the pattern's, is given up, so that no pattern can hang the program or exhaust its
+// stack.
 PatternOutcome findMatches(FindPattern& pattern, std::u16string_view text, std::size_t limit,
                            std::vector<PatternMatch>& matches);
 

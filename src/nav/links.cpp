@@ -1,11 +1,10 @@
 #include "nav/links.h"
 
-#include <fpdf_annot.h>
-
 #include <cstring>
 #include <string>
 
 #include "nav/jump_history.h"
+#include "nav/link_address.h"
 #include "platform/process.h"
 #include "platform/text.h"
 #include "session/session.h"
@@ -16,13 +15,6 @@ namespace quillmere {
 
 namespace {
 
-constexpr const char16_t* kOpenedSchemes[] = {u"http://", u"https://", u"mailto:"};
-
-bool beginsWith(std::u16string_view text, std::u16string_view start) {
-  return text.size() >= start.size() &&
-         platform::equalIgnoringCase(text.substr(0, start.size()), start);
-}
-
 bool followDestination(int pane, FPDF_DEST destination) {
   const int page = FPDFDest_GetDestPageIndex(documentOf(pane), destination);
   if (page < 0 || page >= pageCountOf(pane)) return false;
@@ -31,16 +23,6 @@ bool followDestination(int pane, FPDF_DEST destination) {
   return true;
 }
 
-bool hasDestinationItself(int pane, FPDF_LINK link) {
-  const FPDF_ANNOTATION annotation = FPDFLink_GetAnnot(session.panes[pane].page.get(), link);
-  if (annotation == nullptr) return false;
-  const bool has = FPDFAnnot_HasKey(annotation, "Dest") != 0;
-  FPDFPage_CloseAnnot(annotation);
-  return has;
-}
-
-// PDFium gives the destination of such an action, inside the other file, as if it were the link's
-// own and one of this document.
 bool leadsToAnotherFile(FPDF_ACTION action) {
   if (action == nullptr) return false;
   const unsigned long type = FPDFAction_GetType(action);
@@ -57,16 +39,19 @@ std::string uriOf(FPDF_DOCUMENT document, FPDF_ACTION action) {
 }
 
 bool openAddress(FPDF_DOCUMENT document, FPDF_ACTION action) {
-  const std::u16string uri = platform::fromUtf8(uriOf(document, action));
-  for (const char16_t* scheme : kOpenedSchemes) {
-    if (!beginsWith(uri, scheme)) continue;
-    platform::openWithSystem(uri);
-    return true;
-  }
-  return false;
+  const std::u16string address = openableAddress(platform::fromUtf8(uriOf(document, action)));
+  if (address.empty()) return false;
+  platform::openWithSystem(address);
+  return true;
 }
 
 }  // namespace
+
+FPDF_DEST destinationHere(FPDF_DOCUMENT document, FPDF_DEST found, FPDF_ACTION action) {
+  const bool elsewhere =
+      leadsToAnotherFile(action) && found == FPDFAction_GetDest(document, action);
+  return elsewhere ? nullptr : found;
+}
 
 FPDF_LINK LinkAtPoint(int pane, int x, int y) {
   if (pane < 0 || pane > 1 || !session.panes[pane].page) return nullptr;
@@ -80,8 +65,8 @@ bool FollowLink(int pane, FPDF_LINK link) {
   const FPDF_DOCUMENT document = documentOf(pane);
   if (document == nullptr || link == nullptr) return false;
   const FPDF_ACTION action = FPDFLink_GetAction(link);
-  if (leadsToAnotherFile(action) && !hasDestinationItself(pane, link)) return false;
-  if (const FPDF_DEST destination = FPDFLink_GetDest(document, link)) {
+  const FPDF_DEST found = FPDFLink_GetDest(document, link);
+  if (const FPDF_DEST destination = destinationHere(document, found, action)) {
     return followDestination(pane, destination);
   }
   if (action == nullptr) return false;

@@ -353,6 +353,39 @@ TEST_F(BookmarksTest, DestinationsThatPointNowhereDoNothing) {
   }
 }
 
+TEST_F(BookmarksTest, ABookmarkIntoAnotherFileDoesNothing) {
+  const std::vector<std::string> targets = {
+      "/A << /S /GoToR /F (other.pdf) /D [3 /XYZ 0 300 null] >>",
+      "/A << /S /GoToR /F (other.pdf) /D (chapter) >>",
+      "/A << /S /GoToE /F (other.pdf) /D [3 /Fit] >>",
+      "/A << /S /Launch /F (other.pdf) /D [3 /Fit] >>",
+      "/Dest (missing) /A << /S /GoToR /F (other.pdf) /D [3 /Fit] >>"};
+  std::vector<PdfOutlineItem> outline;
+  for (const std::string& target : targets) outline.push_back({u"elsewhere", target, {}});
+  ASSERT_TRUE(openWith(outline));
+  const float panY = pane(0).panY;
+  for (std::size_t i = 0; i < targets.size(); ++i) {
+    JumpToTreeEntry(static_cast<std::int32_t>(i));
+    EXPECT_EQ(pane(0).currentPage, 0) << targets[i];
+    EXPECT_EQ(pane(0).panY, panY) << targets[i];
+    EXPECT_TRUE(pane(0).backHistory.empty()) << targets[i];
+    EXPECT_EQ(session.bookmarkOrder[i].page, -1) << targets[i];
+    EXPECT_EQ(session.bookmarkOrder[i].y, kNoBookmarkY) << targets[i];
+  }
+  EXPECT_TRUE(platform::standIn().openedWithSystem.empty());
+  EXPECT_TRUE(platform::standIn().processes.empty());
+}
+
+TEST_F(BookmarksTest, ADestinationOfTheBookmarksOwnComesBeforeItsAction) {
+  ASSERT_TRUE(openWith(
+      {{u"Four", pageDestination(4) + " /A << /S /GoToR /F (other.pdf) /D [1 /Fit] >>", {}},
+       {u"Two", "/A << /S /GoTo /D [{page 2} /Fit] >>", {}}}));
+  JumpToTreeEntry(0);
+  EXPECT_EQ(pane(0).currentPage, 3);
+  JumpToTreeEntry(1);
+  EXPECT_EQ(pane(0).currentPage, 1);
+}
+
 TEST_F(BookmarksTest, APageBeyondTheEndMeansTheLastOne) {
   ASSERT_TRUE(openWith({{u"beyond", "/Dest [99 /Fit]", {}}}));
   goToPage(0, 2, false);

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
+#include "platform/process.h"
 #include "platform/stand_in.h"
 
 namespace quillmere::test {
@@ -12,8 +14,11 @@ namespace {
 
 std::vector<std::u16string> matchesOf(std::u16string_view pattern, const std::u16string& text) {
   FindPattern compiled;
-  EXPECT_TRUE(compilePattern(pattern, compiled));
   std::vector<PatternMatch> matches;
+  if (!compilePattern(pattern, compiled)) {
+    ADD_FAILURE() << "no expression: " << std::string(pattern.begin(), pattern.end());
+    return {};
+  }
   EXPECT_EQ(findMatches(compiled, text, 0, matches), PatternOutcome::Done);
   std::vector<std::u16string> found;
   for (const PatternMatch& match : matches) found.push_back(text.substr(match.start, match.length));
@@ -58,6 +63,30 @@ TEST(FindPatternTest, UnderstandsTheCommonConstructs) {
       {u"\\{a\\}", u"{a}", {u"{a}"}},
       {u"[{]", u"{", {u"{"}},
       {u"[\\d-]+", u"1-2x", {u"1-2"}},
+      {u"[\\d-x]+", u"1-2x3w", {u"1-2x3"}},
+      {u"[x-\\d]+", u"1-2x3w", {u"1-2x3"}},
+      {u"[\\w-\\s]+", u"!a b-c!", {u"a b-c"}},
+      {u"[\\S-\\d]+", u" a-1 ", {u"a-1"}},
+      {u"[^\\d-x]+", u"1-yzx", {u"yz"}},
+      {u"[\\d-a-z]+", u"m1-az-", {u"1-az-"}},
+      {u"[a-c-\\d]+", u"b-1d", {u"b-1"}},
+      {u"[a-c-e]+", u"b-ed", {u"b-e"}},
+      {u"[-\\d]+", u"a-1", {u"-1"}},
+      {u"[--\\d]+", u"a-1.", {u"-1"}},
+      {u"[\\d--]+", u"a-1.", {u"-1"}},
+      {u"[+--]+", u"a+,-.", {u"+,-"}},
+      {u"[\\d-\\u0041]+", u"1-AB", {u"1-A"}},
+      {u"[\\u0041-\\x43]+", u"@ABCD", {u"ABC"}},
+      {u"[\\--/]+", u",-./0", {u"-./"}},
+      {u"[]-a]+", u"]^a\\", {u"]^a"}},
+      {u"[^]-a]+", u"]bc", {u"bc"}},
+      {u"[[-a]+", u"Z[\\a", {u"[\\a"}},
+      {u"[[:lower:]-]+", u"A-a", {u"-a"}},
+      {u"[[:lower:]-9]+", u"8A-a9", {u"-a9"}},
+      {u"[[.a.]-c]+", u"-abcd", {u"abc"}},
+      {u"[a-[.c.]]+", u"-abcd", {u"abc"}},
+      {u"[\\d-x]-[\\d-x]", u"1-x", {u"1-x"}},
+      {u"\\[\\d-x", u"[1-x", {u"[1-x"}},
       {u"\\cJ", u"a\nb", {u"\n"}},
       {u"[\\cj-\\cM]+", u"a\n\rb", {u"\n\r"}},
       {u"\\c1", u"\\c1 c1", {u"\\c1"}},
@@ -113,7 +142,8 @@ TEST(FindPatternTest, TheSearchEndsAtTheLimit) {
 }
 
 TEST(FindPatternTest, WhatIsNoExpressionIsRefused) {
-  for (const std::u16string_view text : {u"[", u"(", u")", u"a{2,1}", u"*a", u"[b-a]", u"\\"}) {
+  for (const std::u16string_view text :
+       {u"[", u"(", u")", u"a{2,1}", u"*a", u"[b-a]", u"[\\d-", u"[a-", u"\\"}) {
     FindPattern pattern;
     EXPECT_FALSE(compilePattern(text, pattern)) << std::string(text.begin(), text.end());
     EXPECT_EQ(pattern.compiled, nullptr);
@@ -207,30 +237,109 @@ TEST(FindPatternTest, AMatchOfAMillionUnitsEndsOneWayOrTheOther) {
             PatternOutcome::TooComplex);
 }
 
-TEST(FindPatternTest, TheTimeOfAPatternIsUsedUpByAllItsTexts) {
-  FindPattern pattern;
-  ASSERT_TRUE(compilePattern(u"a", pattern));
-  std::vector<PatternMatch> matches;
-  platform::resetStandIn();
-  platform::standIn().clockStep = static_cast<std::uint32_t>(kMatchingMilliseconds / 4);
-  EXPECT_EQ(findMatches(pattern, u"a", 0, matches), PatternOutcome::Done);
-  EXPECT_EQ(findMatches(pattern, u"ba", 0, matches), PatternOutcome::TooComplex);
-  EXPECT_EQ(matches.size(), 2u);
-  ASSERT_TRUE(compilePattern(u"a", pattern));
-  EXPECT_EQ(findMatches(pattern, u"b", 0, matches), PatternOutcome::Done);
-  platform::resetStandIn();
+// The clock goes on by a fixed time at each look, so that time stands for steps of the matching.
+class FindPatternTimeTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    platform::resetStandIn();
+    platform::standIn().clockStopped = true;
+  }
+  void TearDown() override { platform::resetStandIn(); }
+
+  static void lookTakes(std::uint64_t milliseconds) {
+    platform::standIn().clockStep = static_cast<std::uint32_t>(milliseconds);
+  }
+
+  PatternOutcome match(std::u16string_view text) {
+    return findMatches(pattern_, text, 0, matches_);
+  }
+
+  FindPattern pattern_;
+  std::vector<PatternMatch> matches_;
+};
+
+std::u16string englishText(std::size_t length) {
+  std::u16string text;
+  while (text.size() < length) text += u"It was a bright day, and the clocks were far away. ";
+  text.resize(length);
+  return text;
 }
 
-TEST(FindPatternTest, TimeEndsAPageWithManyMatchesToo) {
-  FindPattern pattern;
-  ASSERT_TRUE(compilePattern(u"a", pattern));
-  std::vector<PatternMatch> matches;
-  platform::resetStandIn();
-  platform::standIn().clockStep = static_cast<std::uint32_t>(kMatchingMilliseconds / 10);
-  EXPECT_EQ(findMatches(pattern, std::u16string(100, u'a'), 0, matches),
-            PatternOutcome::TooComplex);
-  EXPECT_EQ(matches.size(), 9u);
-  platform::resetStandIn();
+TEST_F(FindPatternTimeTest, MatchingThatReadsOnAndOnIsGivenUpAfterASecond) {
+  const struct {
+    std::u16string pattern;
+    std::u16string text;
+  } cases[] = {
+      {u"(?:(?=[\\s\\S]*away)[\\s\\S])+", englishText(20000)},
+      {u"(?:(?=[^q]*away)[\\s\\S])+", englishText(20000)},
+      {u"(?:(?=.*away).)+", englishText(20000)},
+      {u"(?:(?=(?:a|aa)+$)a)+", std::u16string(50000, u'a')},
+      {u"(?:(?=a*$)a)+", std::u16string(20000, u'a')},
+      {u"(?:(?=(a*))\\1(?=b)|a)+", std::u16string(20000, u'a')},
+      {u"(?<=[^q]{40000})x", std::u16string(30000, u'x')},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::string(c.pattern.begin(), c.pattern.end()));
+    lookTakes(1);
+    ASSERT_TRUE(compilePattern(c.pattern, pattern_));
+    const std::uint64_t before = platform::monotonicMilliseconds();
+    EXPECT_EQ(match(c.text), PatternOutcome::TooComplex);
+    // The looks at both ends, and the one here.
+    EXPECT_LE(platform::monotonicMilliseconds() - before, kTextMilliseconds + 3);
+  }
+}
+
+TEST_F(FindPatternTimeTest, EveryCharacterThatIsReadCounts) {
+  lookTakes(kTextMilliseconds / 4);
+  for (const std::u16string_view text : {u"a", u"[a]", u"[a\u0100-\u0200]", u"aa"}) {
+    SCOPED_TRACE(std::string(text.begin(), text.end()));
+    ASSERT_TRUE(compilePattern(text, pattern_));
+    EXPECT_EQ(match(std::u16string(kStepsBetweenLooks * 3, u'b')), PatternOutcome::Done);
+    EXPECT_EQ(match(std::u16string(kStepsBetweenLooks * 5, u'b')), PatternOutcome::TooComplex);
+  }
+}
+
+TEST_F(FindPatternTimeTest, ManyMatchesUseUpTheTimeOfAPageToo) {
+  lookTakes(kTextMilliseconds / 4);
+  ASSERT_TRUE(compilePattern(u"a", pattern_));
+  EXPECT_EQ(match(std::u16string(kStepsBetweenLooks * 5, u'a')), PatternOutcome::TooComplex);
+  EXPECT_GT(matches_.size(), kStepsBetweenLooks / 2);
+}
+
+// One step can go through the whole pattern.
+TEST_F(FindPatternTimeTest, TheClockIsReadMoreOftenForALongPattern) {
+  lookTakes(kTextMilliseconds / 4);
+  ASSERT_TRUE(compilePattern(u"[" + std::u16string(30000, u'c') + u"]", pattern_));
+  EXPECT_EQ(match(std::u16string(kStepsBetweenLooks, u'b')), PatternOutcome::TooComplex);
+}
+
+TEST_F(FindPatternTimeTest, ThePagesOfADocumentShareTheirTime) {
+  lookTakes(kTextMilliseconds / 2);
+  ASSERT_TRUE(compilePattern(u"a", pattern_));
+  const std::size_t pages = kMatchingMilliseconds / (kTextMilliseconds / 2);
+  for (std::size_t i = 0; i < pages; ++i) EXPECT_EQ(match(u"ba"), PatternOutcome::Done) << i;
+  EXPECT_EQ(match(u"ba"), PatternOutcome::TooComplex);
+  EXPECT_EQ(matches_.size(), pages);
+  ASSERT_TRUE(compilePattern(u"a", pattern_));
+  EXPECT_EQ(match(u"ba"), PatternOutcome::Done);
+}
+
+TEST_F(FindPatternTimeTest, TheLastOfADocumentsTimeEndsInTheMiddleOfAPage) {
+  lookTakes(kTextMilliseconds / 3);
+  ASSERT_TRUE(compilePattern(u"a", pattern_));
+  while (pattern_.millisecondsLeft > kTextMilliseconds / 3) match(u"b");
+  ASSERT_GT(pattern_.millisecondsLeft, 0u);
+  EXPECT_EQ(match(u"a" + std::u16string(kStepsBetweenLooks, u'b')), PatternOutcome::TooComplex);
+  EXPECT_EQ(matches_.size(), 1u);
+}
+
+TEST_F(FindPatternTimeTest, TimeBetweenTwoPagesDoesNotCount) {
+  ASSERT_TRUE(compilePattern(u"a", pattern_));
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(match(u"ba"), PatternOutcome::Done);
+    platform::sleepMilliseconds(static_cast<std::uint32_t>(kMatchingMilliseconds));
+  }
+  EXPECT_EQ(pattern_.millisecondsLeft, kMatchingMilliseconds);
 }
 
 TEST(FindPatternTest, HitsBeforeMatchingWasGivenUpStand) {

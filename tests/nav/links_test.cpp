@@ -106,12 +106,55 @@ TEST_F(LinksTest, AnAddressKeepsEveryScript) {
   EXPECT_EQ(platform::standIn().openedWithSystem[0], u"http://a.example/\u00E4\u4E2D");
 }
 
+TEST_F(LinksTest, QuotesBlanksAndControlCharactersOfAnAddressArePercentEncoded) {
+  const struct {
+    std::string address;
+    std::u16string opened;
+  } cases[] = {
+      {"http://a.example/\"x\" --y", u"http://a.example/%22x%22%20--y"},
+      {"http://a.example/it's", u"http://a.example/it%27s"},
+      {"http://a.example/\x01\t\r\n\x1F\x7F", u"http://a.example/%01%09%0D%0A%1F%7F"},
+      {"mailto:a@b.example?subject=A b", u"mailto:a@b.example?subject=A%20b"},
+      {"http://a.example/%20%22?a=1&b=(2)+[3]#%", u"http://a.example/%20%22?a=1&b=(2)+[3]#%"},
+      {"http://a.example/\xC2\x85\xC2\xA0\xE2\x80\xA8\xE3\x80\x80",
+       u"http://a.example/%C2%85%C2%A0%E2%80%A8%E3%80%80"},
+      {"http://a.example/\xF0\x9F\x98\x80 \xC3\xA4", u"http://a.example/\U0001F600%20\u00E4"},
+  };
+  for (const auto& c : cases) {
+    ASSERT_TRUE(openWithLink(webAction(c.address)));
+    platform::standIn().openedWithSystem.clear();
+    EXPECT_TRUE(follow());
+    EXPECT_EQ(platform::standIn().openedWithSystem, std::vector{c.opened}) << c.address;
+  }
+}
+
+TEST_F(LinksTest, AnAddressTooLongForTheSystemIsRefused) {
+  const std::string start = "http://a.example/";
+  const struct {
+    std::string address;
+    bool opened;
+  } cases[] = {
+      {start + std::string(2048 - start.size(), 'x'), true},
+      {start + std::string(2049 - start.size(), 'x'), false},
+      {start + std::string(2046 - start.size(), 'x') + " ", false},
+      {start + std::string(100000, 'x'), false},
+  };
+  for (const auto& c : cases) {
+    ASSERT_TRUE(openWithLink(webAction(c.address)));
+    platform::standIn().openedWithSystem.clear();
+    EXPECT_EQ(follow(), c.opened) << c.address.size();
+    EXPECT_EQ(platform::standIn().openedWithSystem.size(), c.opened ? 1u : 0u);
+  }
+}
+
 TEST_F(LinksTest, EverythingElseIsRefusedWithoutAWord) {
   for (const std::string& action :
        {webAction("file:///C:/Windows/notepad.exe"), webAction("ftp://a.example"),
         webAction("javascript:alert(1)"), webAction(""), webAction("http:/a.example"),
         std::string("/A << /S /Launch /F (notepad.exe) >>"),
         std::string("/A << /S /GoToR /F (other.pdf) /D [0 /Fit] >>"),
+        std::string("/Dest (missing) /A << /S /GoToR /F (other.pdf) /D [2 /Fit] >>"),
+        std::string("/A << /S /GoToE /F (other.pdf) /D [2 /Fit] >>"),
         std::string("/A << /S /GoTo >>"), std::string(), std::string("/A 5"),
         std::string("/Dest [99 /Fit]"), std::string("/Dest (missing)")}) {
     ASSERT_TRUE(openWithLink(action));

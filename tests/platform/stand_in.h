@@ -138,6 +138,7 @@ struct StandIn {
   std::vector<std::uint32_t> sleeps;  // milliseconds, from this thread or others'
   std::function<void()> onSleep;      // runs at each sleep, which itself takes no real time
   std::uint32_t clockStep = 0;        // milliseconds by which each look at the clock turns it on
+  bool clockStopped = false;          // only such looks and sleeps turn the clock on
   std::atomic<bool> failEvents{false};
   std::atomic<bool> failThreads{false};
 

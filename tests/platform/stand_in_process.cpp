@@ -70,6 +70,7 @@ bool openWithSystem(const std::u16string& target) {
 
 std::uint64_t monotonicMilliseconds() {
   sleptMilliseconds += standIn().clockStep;
+  if (standIn().clockStopped) return sleptMilliseconds;
   const auto now = std::chrono::steady_clock::now().time_since_epoch();
   const auto real = std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
   return static_cast<std::uint64_t>(real) + sleptMilliseconds;

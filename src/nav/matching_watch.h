@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+
+namespace quillmere {
+
+// Leaves the matcher when its time is up.
+class MatchingTimeUp : public std::exception {};
+
+// Bounds the matching of one text. The matcher counts a step for each character it reads; after so
+// many steps the clock is read. There is one watch at a time.
+class MatchingWatch {
+ public:
+  // Takes the time that passes from `left`. A step throws MatchingTimeUp once nothing is left, or
+  // once this text has had `limit`; all in milliseconds.
+  MatchingWatch(std::uint64_t& left, std::uint64_t limit, std::uint32_t stepsBetweenLooks);
+  ~MatchingWatch();
+  MatchingWatch(const MatchingWatch&) = delete;
+  MatchingWatch& operator=(const MatchingWatch&) = delete;
+
+  // Called for every character, so it must cost next to nothing.
+  static void step() {
+    if (--stepsToLook == 0) current->look();
+  }
+
+ private:
+  void look();
+  void takePassedTime();
+
+  static inline std::uint32_t stepsToLook = 0;
+  static inline MatchingWatch* current = nullptr;
+
+  std::uint64_t& left_;
+  std::uint64_t leftForText_;
+  std::uint32_t stepsBetweenLooks_;
+  std::uint64_t before_;
+};
+
+}  // namespace quillmere
