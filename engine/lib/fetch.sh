@@ -46,7 +46,7 @@ download_with_size() {
       say "  $(find . -name "$pattern" -printf '%s\n' | awk '{n += $1} END {print int(n / 1000000)}') MB"
     fi
   done
-  wait "$pid" || { tail -n 5 "$log" >&2; return 1; }
+  wait "$pid"
 }
 
 # The versions of a source package that the mirror has, oldest first.
@@ -54,17 +54,26 @@ available_versions() {
   apt_private apt-cache showsrc --only-source "$1" 2>/dev/null | sed -n 's/^Version: //p' | sort -Vu
 }
 
-# choose_version PACKAGE: the pinned version where the mirror has it, otherwise the newest.
+# choose_version PACKAGE GONE: the pinned version where the mirror has it, otherwise the newest.
+# GONE lists versions, one a line, that the mirror names but does not have.
 choose_version() {
-  local package=$1 pinned=${PINNED_VERSIONS[$1]} available newest
+  local package=$1 gone=$2 pinned=${PINNED_VERSIONS[$1]} available newest
   update_lists
   rm -f "$(replacement_file "$package")"
-  available=$(available_versions "$package")
+  available=$(available_versions "$package" | grep -vxF "$gone" || true)
   ! grep -qxF "$pinned" <<<"$available" || return 0
   newest=$(tail -n 1 <<<"$available")
   [ -n "$newest" ] || fail "Debian's mirror has no source package $package." "$(source_hint)"
   say "Debian has replaced $package $pinned, which engine/versions.sh names; taking $newest"
   echo "$newest" >"$(replacement_file "$package")"
+}
+
+# download_failed MESSAGE...: returns where the mirror does not have what its lists name, and ends
+# everything otherwise.
+download_failed() {
+  ! grep -qE ' 404 +Not Found' download.log || return 0
+  tail -n 5 download.log >&2
+  fail "$@"
 }
 
 # Whether a source package of the target is not the pinned one.
@@ -83,8 +92,10 @@ fetch_chromium() {
   mkdir -p "$partial" && cd "$partial"
   say "Downloading chromium's source package $version (941 MB)"
   download_with_size '*.tar.xz*' apt_private apt-get -q source --download-only --tar-only \
-    "chromium=$version" ||
-    fail "The download failed; run this again to resume it." "$(source_hint)"
+    "chromium=$version" || {
+    download_failed "The download failed; run this again to resume it." "$(source_hint)"
+    return 1
+  }
   phase_done "download of PDFium"
   say "Unpacking PDFium"
   rm -rf tree && mkdir tree
@@ -105,20 +116,29 @@ fetch_library() {
   say "Downloading $package $version"
   rm -rf "$partial" && mkdir -p "$partial" && cd "$partial"
   apt_private apt-get -q source "$package=$version" >download.log 2>&1 || {
-    tail -n 5 download.log >&2
-    fail "The source package $package could not be fetched; run this again with a network."
+    download_failed "The source package $package could not be fetched; run this again with a network."
+    return 1
   }
-  mv "$package"-*/ source
+  mv "$package"-*/ source || fail "The source package $package could not be unpacked."
   rm -rf ./*.tar.* ./*.asc source/test source/tests source/perf source/ft2d*
   cd / && mv "$partial" "$final"
 }
 
+# download PACKAGE: into its source_dir. Fails where the mirror does not have the version.
+download() {
+  if [ "$1" = chromium ]; then fetch_chromium; else fetch_library "$1"; fi
+}
+
 # fetch_source PACKAGE: makes sure that its source_dir is there.
 fetch_source() {
+  local gone=none
   [ ! -d "$(source_dir "$1")" ] || return 0
-  choose_version "$1"
-  [ ! -d "$(source_dir "$1")" ] || return 0
-  if [ "$1" = chromium ]; then fetch_chromium; else fetch_library "$1"; fi
+  choose_version "$1" "$gone"
+  until [ -d "$(source_dir "$1")" ] || download "$1"; do
+    say "The mirror names $1 $(version_of "$1") but does not have it"
+    gone+=$'\n'$(version_of "$1")
+    choose_version "$1" "$gone"
+  done
 }
 
 # Sets pdfium_dir and deps_dir for a tree of the user's own.

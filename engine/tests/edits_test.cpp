@@ -17,18 +17,20 @@
 
 namespace {
 
-// Two pages with text, a note with an appearance on the first.
+// Two pages with text, a note and a stamp with appearances on the first.
 std::vector<std::string> EditableObjects() {
   const std::string font =
       "/Resources << /Font << /F << /Type /Font /Subtype /Type1 /BaseFont /Helvetica >> >> >>";
   return {kCatalog,
           "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 >>",
-          Page("/Contents 5 0 R /Annots [7 0 R] " + font),
+          Page("/Contents 5 0 R /Annots [7 0 R 9 0 R] " + font),
           Page("/Contents 6 0 R " + font),
           Stream("BT /F 24 Tf 10 60 Td (Low water) Tj ET"),
           Stream("BT /F 24 Tf 10 60 Td (High water) Tj ET"),
           "<< /Type /Annot /Subtype /Text /Contents (Before) /Rect [100 10 150 60] /AP << /N 8 0 R >> >>",
-          Form("1 0 0 rg 5 5 30 20 re f", "")};
+          Form("1 0 0 rg 5 5 30 20 re f", ""),
+          "<< /Type /Annot /Subtype /Stamp /Rect [20 10 70 60] /AP << /N 10 0 R >> >>",
+          Form("0 1 0 rg 5 5 30 20 re f 20 20 30 20 re f", "")};
 }
 
 // What a reader sees of |pdf|: pictures, text, notes.
@@ -94,6 +96,13 @@ void ChangeText(FPDF_DOCUMENT document) {
   Check(FPDFPage_GenerateContent(page.get()), "writing the page's content");
 }
 
+void EraseFromStamp(FPDF_DOCUMENT document) {
+  ScopedFPDFPage page(FPDF_LoadPage(document, 0));
+  ScopedFPDFAnnotation stamp(FPDFPage_GetAnnot(page.get(), 1));
+  Check(FPDFAnnot_GetObjectCount(stamp.get()) == 2 && FPDFAnnot_RemoveObject(stamp.get(), 0),
+        "erasing a part of a stamp");
+}
+
 }  // namespace
 
 void TestReleaseAfterEdits() {
@@ -102,6 +111,7 @@ void TestReleaseAfterEdits() {
     CheckEdit(pdf, nullptr, "a deleted page", DeletePage);
     CheckEdit(pdf, nullptr, "an imported page", ImportPage);
     CheckEdit(pdf, nullptr, "changed text", ChangeText);
+    CheckEdit(pdf, nullptr, "an erased part of a stamp", EraseFromStamp);
   }
   const std::string encrypted = MakeEncryptedPdf(EditableObjects(), "tide");
   Check(Seen(encrypted, "tide") == Seen(MakePdf(EditableObjects()), nullptr), "an encrypted file");
@@ -111,4 +121,5 @@ void TestReleaseAfterEdits() {
   CheckEdit(encrypted, "tide", "a note changed in an encrypted file", ChangeNote);
   CheckEdit(encrypted, "tide", "a page deleted in an encrypted file", DeletePage);
   CheckEdit(encrypted, "tide", "text changed in an encrypted file", ChangeText);
+  CheckEdit(encrypted, "tide", "a part of a stamp erased in an encrypted file", EraseFromStamp);
 }
