@@ -2,6 +2,10 @@
 # QUILLMERE_ENGINE_DIR where that is set. engine_prefix has include/, lib/, bin/ and licenses/.
 if(WIN32)
   set(engine_target windows)
+elseif(QUILLMERE_SANITIZE)
+  # Faults inside the engine are found as well. It brings no sanitizer runtime of its own, so that
+  # programs of either compiler can use it.
+  set(engine_target native-asan)
 else()
   set(engine_target native)
 endif()

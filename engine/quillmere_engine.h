@@ -7,32 +7,139 @@
 // another thread is inside the library.
 
 // NOLINTNEXTLINE(build/include)
+#include "fpdf_annot.h"
+// NOLINTNEXTLINE(build/include)
 #include "fpdfview.h"
 
 #ifdef __cplusplus
 extern "C" {
 #endif
 
-// Function: QuillmereEngine_FindStampPages
-//          Find the pages that hold at least one annotation of subtype Stamp.
+// Function: QuillmereEngine_FindAnnotatedPages
+//          Find the pages that hold at least one annotation of given subtypes.
 // Parameters:
-//          document    -   Handle to a document. May be NULL.
-//          pages       -   Receives the zero-based indexes of these pages, in
-//                          ascending order. May be NULL if |capacity| is 0.
-//          capacity    -   The number of indexes |pages| has room for.
+//          document      -   Handle to a document. May be NULL.
+//          subtypes      -   The subtypes that are looked for, values FPDF_ANNOT_* of
+//                            fpdf_annot.h. May be NULL.
+//          subtype_count -   The number of values in |subtypes|.
+//          pages         -   Receives the zero-based indexes of these pages, in
+//                            ascending order. May be NULL if |capacity| is 0.
+//          capacity      -   The number of indexes |pages| has room for.
 // Return value:
-//          The number of pages that hold a stamp, which may be larger than
+//          The number of pages that hold one, which may be larger than
 //          |capacity|; then only the first |capacity| indexes are stored.
-//          0 if |document| is NULL or has no such page.
+//          0 if |document| or |subtypes| is NULL or there is no such page.
 // Comments:
 //          Reads the page tree and the annotations' dictionaries, never a
 //          page's content, and changes nothing in the document. Pages that
 //          cannot be reached in a damaged page tree are left out. What the
-//          caller did to loaded pages' annotations counts at once. The array
-//          stays the caller's; call with |capacity| 0 to learn the number.
-FPDF_EXPORT int FPDF_CALLCONV QuillmereEngine_FindStampPages(FPDF_DOCUMENT document,
-                                                             int* pages,
-                                                             int capacity);
+//          caller did to loaded pages' annotations counts at once. The arrays
+//          stay the caller's; call with |capacity| 0 to learn the number.
+FPDF_EXPORT int FPDF_CALLCONV
+QuillmereEngine_FindAnnotatedPages(FPDF_DOCUMENT document,
+                                   const FPDF_ANNOTATION_SUBTYPE* subtypes,
+                                   int subtype_count,
+                                   int* pages,
+                                   int capacity);
+
+// Function: QuillmereEngine_PageIndexOfDest
+//          Get the page that a destination leads to.
+// Parameters:
+//          document    -   Handle to the document. May be NULL.
+//          dest        -   Handle to a destination in it. May be NULL.
+// Return value:
+//          The zero-based index that FPDF_LoadPage() takes, always below
+//          FPDF_GetPageCount(), or -1 if the destination leads to no page of the
+//          document.
+// Comments:
+//          Ends in bounded time for page trees that lead back into themselves.
+//          The first call walks the page tree without reading any page's content;
+//          later ones look the page up, until pages are inserted or deleted.
+FPDF_EXPORT int FPDF_CALLCONV QuillmereEngine_PageIndexOfDest(FPDF_DOCUMENT document,
+                                                              FPDF_DEST dest);
+
+// Function: QuillmereEngine_WriteMarkAppearance
+//          Give a highlight or a strikeout the appearance that its quads, colour
+//          and opacity ask for, so that every reader draws it alike.
+// Parameters:
+//          annotation  -   Handle to a Highlight or StrikeOut annotation with
+//                          attachment points.
+//          text_turns  -   The direction of the marked text's lines in page
+//                          coordinates, in quarter turns: even along x, odd along
+//                          y. It decides where a strikeout's bars lie.
+// Return value:
+//          True if the appearance was written. False, with nothing changed, if the
+//          annotation is of another subtype or has no quad with a size.
+// Comments:
+//          Each quad is drawn as the box around its four corners. A highlight is
+//          one path, blended by Multiply: where quads overlap the page does not
+//          darken twice. A strikeout is a bar along the middle of each line, a
+//          twelfth of the line's height thick. Colour is /C (yellow or black
+//          without it), opacity /CA (1 without it). The annotation's rectangle
+//          becomes the box around all quads. Call it again after changes of
+//          quads or opacity; the appearance before is replaced. From the first
+//          call on FPDFAnnot_SetColor() and FPDFAnnot_GetColor() fail, as they do
+//          for every annotation with an appearance; the colour is the fill colour
+//          of the annotation's first object.
+FPDF_EXPORT FPDF_BOOL FPDF_CALLCONV
+QuillmereEngine_WriteMarkAppearance(FPDF_ANNOTATION annotation, int text_turns);
+
+// Function: QuillmereEngine_MakeAnnotIndirect
+//          Make an annotation an object of its own.
+// Parameters:
+//          page        -   Handle to a loaded page. May be NULL.
+//          index       -   The annotation's index on the page.
+// Return value:
+//          True if the annotation is such an object now. False if there is no
+//          annotation at |index|.
+// Comments:
+//          FPDFPage_CreateAnnot() puts an annotation into the page's own array,
+//          which the format does not allow in a file. Handles stay valid.
+FPDF_EXPORT FPDF_BOOL FPDF_CALLCONV QuillmereEngine_MakeAnnotIndirect(FPDF_PAGE page, int index);
+
+// Function: QuillmereEngine_RemoveAnnotEntry
+//          Remove an entry from an annotation's dictionary.
+// Parameters:
+//          annotation  -   Handle to an annotation. May be NULL.
+//          key         -   The entry's name, without the slash. May be NULL.
+// Return value:
+//          True if the entry was there.
+// Comments:
+//          What the entry refers to stays in the document.
+FPDF_EXPORT FPDF_BOOL FPDF_CALLCONV QuillmereEngine_RemoveAnnotEntry(FPDF_ANNOTATION annotation,
+                                                                     FPDF_BYTESTRING key);
+
+// Function: QuillmereEngine_PopupIndex
+//          Find the pop-up annotation that belongs to an annotation.
+// Parameters:
+//          page        -   Handle to a loaded page. May be NULL.
+//          index       -   The annotation's index on the page.
+// Return value:
+//          The index on the same page of the annotation that |index| names as its
+//          "Popup", or that names |index| as its "Parent". -1 if there is none.
+// Comments:
+//          FPDFAnnot_GetLinkedAnnot() finds only those with a "Type".
+FPDF_EXPORT int FPDF_CALLCONV QuillmereEngine_PopupIndex(FPDF_PAGE page, int index);
+
+// Function: QuillmereEngine_ShareImage
+//          Make another image object that draws the same picture, which is stored
+//          once however many objects draw it.
+// Parameters:
+//          image       -   Handle to an image object that has its picture: from
+//                          FPDFPageObj_NewImageObj() with FPDFImageObj_SetBitmap(),
+//                          or from an annotation or a page. May be NULL.
+// Return value:
+//          An image object with the identity matrix. It is the caller's, as one of
+//          FPDFPageObj_NewImageObj() is: hand it to FPDFAnnot_AppendObject() or
+//          FPDFPage_InsertObject(), or destroy it. NULL if |image| is no image
+//          object, has no picture, or one that stands in the page's content.
+// Comments:
+//          Set the matrix before the object is appended. The picture goes into
+//          the document when the first of the objects is appended. |image| may be
+//          appended or destroyed before or after. Objects must be used with the
+//          document of |image| only. FPDFImageObj_SetBitmap() on one of them
+//          changes the picture of all.
+FPDF_EXPORT FPDF_PAGEOBJECT FPDF_CALLCONV QuillmereEngine_ShareImage(FPDF_PAGEOBJECT image);
 
 // Function: QuillmereEngine_ReleaseParsedObjects
 //          Give back the memory of what PDFium has read from a document's file
@@ -47,7 +154,8 @@ FPDF_EXPORT int FPDF_CALLCONV QuillmereEngine_FindStampPages(FPDF_DOCUMENT docum
 // Comments:
 //          Call it only for a document in which nothing was edited since it was
 //          loaded: what is dropped comes back as the file has it. Edits that add
-//          objects or replace a stream's data are noticed, others are not.
+//          objects or replace a stream's data are noticed, others are not. What
+//          drawing a page adds to the document is no edit.
 //          Pages, text pages, annotations, bookmarks and fonts that are still in
 //          use stay as they are. Handles of links, actions and destinations that
 //          were got before become invalid. Must not be called while a page is

@@ -53,21 +53,19 @@ bool IsInFile(const CPDF_Parser& parser, uint32_t number) {
   return place && place->type != CPDF_CrossRefTable::ObjectType::kFree;
 }
 
-// Data of the file's own streams is behind a reader, unless it had to be decrypted.
-bool HasNewData(const CPDF_Parser& parser, const CPDF_Object& object) {
-  const CPDF_Stream* stream = object.AsStream();
-  return stream && stream->IsMemoryBased() && stream->GetRawSize() > 0 &&
-         !parser.GetSecurityHandler();
-}
-
 bool SeemsUnchanged(const CPDF_Document& document) {
   const CPDF_Parser* parser = document.GetParser();
+  const DrawnObjects& drawn = document.drawn_objects();
   if (!parser || !document.has_valid_cross_reference_table() ||
-      document.GetLastObjNum() != parser->GetLastObjNum()) {
+      document.GetLastObjNum() != parser->GetLastObjNum() + drawn.Count()) {
     return false;
   }
   for (const auto& [number, object] : document) {
-    if (!object || !IsInFile(*parser, number) || HasNewData(*parser, *object)) {
+    if (drawn.Has(number)) {
+      continue;
+    }
+    const CPDF_Stream* stream = ToStream(object.Get());
+    if (!object || !IsInFile(*parser, number) || (stream && stream->has_new_data())) {
       return false;
     }
   }
@@ -148,7 +146,8 @@ class KeptObjects {
     }
     if (const CPDF_Reference* reference = entry->AsReference()) {
       const uint32_t number = reference->GetRefObjNum();
-      if (!numbers_.insert(number).second) {
+      numbers_.insert(number);
+      if (!visited_.insert(number).second) {
         return;
       }
       entry = document_.GetIndirectObject(number).Get();
@@ -160,6 +159,9 @@ class KeptObjects {
 
   const CPDF_Document& document_;
   std::set<uint32_t> numbers_;
+  // Objects of the outline whose own links were followed. What the trailer names is kept
+  // without that and can be a part of the outline as well.
+  std::set<uint32_t> visited_;
   std::vector<const CPDF_Dictionary*> waiting_;
 };
 
@@ -174,7 +176,8 @@ void DropObjects(CPDF_Document& document) {
   const KeptObjects kept(document);
   std::vector<uint32_t> dropped;
   for (const auto& [number, object] : document) {
-    if (CanBeReadAgain(*object) && IsUnused(object.Get(), kDeepestObject) && !kept.Has(number)) {
+    if (IsInFile(*document.GetParser(), number) && CanBeReadAgain(*object) &&
+        IsUnused(object.Get(), kDeepestObject) && !kept.Has(number)) {
       dropped.push_back(number);
     }
   }

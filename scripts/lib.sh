@@ -21,7 +21,8 @@ die() {
 
 require() { "$root/scripts/require-packages" "$@"; }
 
-# build_engine TARGET...: the engine for these targets ("windows", "native"); nothing when cached.
+# build_engine TARGET...: the engine for these targets ("windows", "native", "native-asan"); nothing
+# when cached.
 build_engine() {
   local target
   for target in "$@"; do

@@ -1,14 +1,11 @@
 # The few places where PDFium's own files are compiled with a change.
 
-# change_source(FILE [ADD_BEFORE | ADD_AFTER] ANCHOR TEXT): FILE, relative to
-# PDFIUM_DIR, gets lines before or after the one place where the text ANCHOR
-# stands. The changed copy lies under CHANGED_DIR by the same name.
-set(CHANGED_DIR ${CMAKE_CURRENT_BINARY_DIR}/changed)
-
+# change_source(FILE ADD_BEFORE|ADD_AFTER|REPLACE ANCHOR TEXT): FILE, relative to
+# PDFIUM_DIR, gets lines before, after or in place of the one place where the text
+# ANCHOR stands.
 function(change_source file where anchor text)
-  set(copy ${CHANGED_DIR}/${file})
   if(file IN_LIST changed_files)
-    file(READ ${copy} content)
+    set(content "${content_of_${file}}")
   else()
     file(READ ${PDFIUM_DIR}/${file} content)
     set(changed_files ${changed_files} ${file} PARENT_SCOPE)
@@ -20,13 +17,15 @@ function(change_source file where anchor text)
   endif()
   if(where STREQUAL "ADD_BEFORE")
     string(REPLACE "${anchor}" "${text}\n${anchor}" content "${content}")
-  else()
+  elseif(where STREQUAL "ADD_AFTER")
     string(REPLACE "${anchor}" "${anchor}\n${text}" content "${content}")
+  else()
+    string(REPLACE "${anchor}" "${text}" content "${content}")
   endif()
-  file(WRITE ${copy} "${content}")
+  set(content_of_${file} "${content}" PARENT_SCOPE)
 endfunction()
 
-# Forms that draw themselves; see form_nesting.h.
+# Forms that draw themselves, or are drawn very often; see form_nesting.h.
 change_source(core/fpdfapi/page/cpdf_form.h
   ADD_BEFORE "class CFX_Matrix;" "#include \"form_nesting.h\"\n")
 change_source(core/fpdfapi/page/cpdf_form.h
@@ -36,3 +35,108 @@ change_source(${parser} ADD_BEFORE "  CPDF_AllStates status;"
   "  FormNesting::Opened opened(recursion_state_->nesting, pStream.Get());\n  if (!opened) {\n    return;\n  }")
 change_source(${parser} ADD_AFTER "  form->ParseContent(&status, nullptr, recursion_state_);"
   "  opened.Count(form->GetPageObjectCount());")
+
+# Which data of a stream is not the file's; see release.cpp.
+set(stream core/fpdfapi/parser/cpdf_stream)
+change_source(${stream}.h ADD_AFTER "  bool HasFilter() const;"
+  "  bool has_new_data() const { return has_new_data_; }")
+change_source(${stream}.h ADD_BEFORE
+  "  std::variant<RetainPtr<IFX_SeekableReadStream>, DataVector<uint8_t>> data_;"
+  "  bool has_new_data_ = false;")
+change_source(${stream}.cpp ADD_BEFORE
+  "  DataVector<uint8_t> data_copy(pData.begin(), pData.end());" "  has_new_data_ = true;")
+
+# What a document knows for drawn_objects.h and page_indexes.h.
+set(document core/fpdfapi/parser/cpdf_document)
+change_source(${document}.h ADD_BEFORE "class CPDF_ReadValidator;"
+  "#include \"drawn_objects.h\"\n#include \"page_indexes.h\"\n")
+change_source(${document}.h ADD_AFTER "  void SetRootForTesting(RetainPtr<CPDF_Dictionary> root);"
+  "  DrawnObjects& drawn_objects() { return drawn_objects_; }
+  const DrawnObjects& drawn_objects() const { return drawn_objects_; }
+  PageIndexes& page_indexes() { return page_indexes_; }")
+change_source(${document}.h ADD_AFTER "  std::set<uint32_t> modified_apstream_ids_;"
+  "  DrawnObjects drawn_objects_;\n  PageIndexes page_indexes_;\n  int traversal_steps_left_ = 0;")
+
+# Page trees that lead back into themselves or reach the same empty nodes again and again.
+change_source(${document}.cpp ADD_BEFORE "namespace {" "#include \"page_tree_limits.h\"\n")
+change_source(${document}.cpp REPLACE
+  "FindPageIndex(pPages, &skip_count, objnum, &start_index, 0);" "page_indexes_.Of(*this, objnum);")
+change_source(${document}.cpp ADD_AFTER
+  "  page_list_.insert(page_list_.begin() + iPage, pPageDict->GetObjNum());" "  page_indexes_.Forget();")
+change_source(${document}.cpp ADD_AFTER
+  "  page_list_.erase(page_list_.begin() + iPage);" "  page_indexes_.Forget();")
+change_source(${document}.cpp ADD_BEFORE
+  "  RetainPtr<CPDF_Dictionary> pPage = TraversePDFPages(iPage, &nPagesToGo, 0);"
+  "  traversal_steps_left_ = kMostPageTreeSteps;")
+change_source(${document}.cpp ADD_BEFORE "    pKidList->ConvertToIndirectObjectAt(i, this);"
+  "    if (--traversal_steps_left_ < 0) {
+      reached_max_page_level_ = true;
+      return nullptr;
+    }")
+# Without counts in the file an empty node is counted once, and not below the deepest level.
+change_source(${document}.cpp REPLACE "      ScopedSetInsertion local_add(visited_pages, kid_dict);"
+  "      const RetainPtr<CPDF_Dictionary> counted = kid_dict;
+      visited_pages->insert(counted);
+      if (visited_pages->size() > 2 * kDeepestPageTreeLevel) {
+        return std::nullopt;
+      }")
+change_source(${document}.cpp ADD_AFTER "      count += local_count.value();"
+  "      if (local_count.value() > 0) {
+        visited_pages->erase(counted);
+      }")
+# Where pages come and go, a child that is no dictionary takes an index too.
+change_source(${document}.cpp REPLACE
+  "    RetainPtr<CPDF_Dictionary> kid_dict = kids_list->GetMutableDictAt(i);\n    NodeType kid_type"
+  "    RetainPtr<CPDF_Dictionary> kid_dict = kids_list->GetMutableDictAt(i);
+    if (!kid_dict) {
+      if (pages_to_go-- == 0) {
+        return false;
+      }
+      continue;
+    }
+    NodeType kid_type")
+change_source(${document}.cpp REPLACE "    if (pdfium::Contains(*visited, kid_dict)) {"
+  "    if (visited->size() > kDeepestPageTreeLevel || pdfium::Contains(*visited, kid_dict)) {")
+
+# Form fields are drawn with the other annotations, and what drawing adds to the document is noted.
+set(render fpdfsdk/cpdfsdk_renderpage.cpp)
+change_source(${render} REPLACE "const bool bShowWidget = false;" "const bool bShowWidget = true;")
+change_source(${render} ADD_BEFORE "    auto pOwnedList = std::make_unique<CPDF_AnnotList>(pPage);"
+  "    DrawnObjects::Scope drawn(*pPage->GetDocument());")
+
+# Fields get the appearance they lack; nothing shows pop-up annotations, so none are made.
+set(annotations core/fpdfdoc/cpdf_annotlist.cpp)
+change_source(${annotations} ADD_BEFORE "namespace {" "#include \"field_appearance.h\"\n")
+change_source(${annotations} REPLACE
+  "    if (bRegenerateAP && subtype == \"Widget\" &&
+        CPDF_InteractiveForm::IsUpdateAPEnabled() &&
+        !dict->GetDictFor(pdfium::annotation::kAP)) {
+      GenerateAP(document_, dict.Get());"
+  "    if (subtype == \"Widget\" && FieldNeedsAppearance(*document_, *dict, bRegenerateAP)) {
+      MakeFieldAppearance(*dict, [&] { GenerateAP(document_, dict.Get()); });")
+change_source(${annotations} REPLACE "  for (size_t i = 0; i < annot_count_; ++i) {
+    std::unique_ptr<CPDF_Annot> pPopupAnnot =
+        CreatePopupAnnot(document_, page_, annot_list_[i].get());
+    if (pPopupAnnot) {
+      annot_list_.push_back(std::move(pPopupAnnot));
+    }
+  }\n" "")
+
+# A mark's box holds all four corners of its quads, whatever their order.
+change_source(core/fpdfdoc/cpdf_annot.cpp REPLACE "  return CFX_FloatRect(
+      pArray->GetFloatAt(4 + nIndex * 8), pArray->GetFloatAt(5 + nIndex * 8),
+      pArray->GetFloatAt(2 + nIndex * 8), pArray->GetFloatAt(3 + nIndex * 8));"
+  "  const size_t first = 8 * nIndex;
+  CFX_FloatRect box(pArray->GetFloatAt(first), pArray->GetFloatAt(first + 1),
+                    pArray->GetFloatAt(first), pArray->GetFloatAt(first + 1));
+  for (size_t corner = first + 2; corner < first + 8; corner += 2) {
+    box.UpdateRect(CFX_PointF(pArray->GetFloatAt(corner), pArray->GetFloatAt(corner + 1)));
+  }
+  return box;")
+
+# The changed copies lie under CHANGED_DIR by the names of PDFium's files.
+set(CHANGED_DIR ${CMAKE_CURRENT_BINARY_DIR}/changed)
+foreach(file IN LISTS changed_files)
+  set(content "${content_of_${file}}")
+  file(CONFIGURE OUTPUT ${CHANGED_DIR}/${file} CONTENT "@content@" @ONLY)
+endforeach()

@@ -46,11 +46,13 @@ endforeach()
 
 configure_file(quillmere_engine_version.h.in quillmere_engine_version.h @ONLY)
 
-add_library(pdfium SHARED ${pdfium_sources} quillmere_engine.cpp release.cpp)
+set(own_sources annotated_pages.cpp annotations.cpp mark_appearance.cpp page_indexes.cpp release.cpp
+  version.cpp)
+add_library(pdfium SHARED ${pdfium_sources} ${own_sources})
 # Compiling many files as one reads the headers once for all of them, which is
 # most of the work. Our own files keep to themselves.
 set_target_properties(pdfium PROPERTIES UNITY_BUILD ${ENGINE_UNITY} UNITY_BUILD_BATCH_SIZE 24)
-set_source_files_properties(quillmere_engine.cpp release.cpp PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+set_source_files_properties(${own_sources} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 # A changed header stands before PDFium's own.
 target_include_directories(pdfium PRIVATE ${CHANGED_DIR} ${CMAKE_CURRENT_SOURCE_DIR} ${PDFIUM_DIR} ${PDFIUM_DIR}/public ${DEPS_DIR}
   ${DEPS_DIR}/third_party/abseil-cpp ${DEPS_DIR}/third_party/icu/source/common
@@ -75,7 +77,13 @@ if(WIN32)
   target_link_options(pdfium PRIVATE -static -fstack-protector-strong -Wl,--dynamicbase,--nxcompat,--high-entropy-va
     -Wl,--gc-sections -Wl,--exclude-all-symbols -s)
 else()
-  target_link_options(pdfium PRIVATE -Wl,--gc-sections,-z,relro,-z,now,-z,defs -s
+  target_link_options(pdfium PRIVATE -Wl,--gc-sections,-z,relro,-z,now
     -Wl,--version-script=${CMAKE_CURRENT_SOURCE_DIR}/exports.map)
+  if(ENGINE_SANITIZE)
+    # The sanitizer's functions come from the program, whichever compiler made it.
+    target_link_options(pdfium PRIVATE -fno-sanitize=all)
+  else()
+    target_link_options(pdfium PRIVATE -Wl,-z,defs -s)
+  endif()
   set_target_properties(pdfium PROPERTIES LINK_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/exports.map)
 endif()

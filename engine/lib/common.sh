@@ -33,19 +33,43 @@ print_times() {
 compiler_of() {
   case $1 in
     windows) echo x86_64-w64-mingw32-g++-posix ;;
-    native) echo g++ ;;
+    native*) echo g++ ;;
   esac
 }
 
-# What the chosen source tree is known by: the package's version, or for a tree
-# of the user's own its place and, where git knows it, its commit.
+# Where it is noted which version stands in for a pinned one that Debian has replaced.
+replacement_file() {
+  local version=${PINNED_VERSIONS[$1]}
+  echo "$downloads_dir/$1-${version/:/_}.replaced"
+}
+
+# The version of a source package that is used.
+version_of() {
+  cat "$(replacement_file "$1")" 2>/dev/null || echo "${PINNED_VERSIONS[$1]}"
+}
+
+# The folder with a source package of that version.
+source_dir() {
+  local version
+  version=$(version_of "$1")
+  echo "$downloads_dir/$1-${version/:/_}"
+}
+
+# What PDFium's source tree is known by: the package's version, or for a tree of the
+# user's own its place and, where git knows it, its commit.
 source_identity() {
   if [ -z "${QUILLMERE_PDFIUM_SOURCE:-}" ]; then
-    echo "chromium $CHROMIUM_PACKAGE_VERSION"
+    echo "chromium $(version_of chromium)"
     return
   fi
   realpath "$QUILLMERE_PDFIUM_SOURCE"
   git -C "$QUILLMERE_PDFIUM_SOURCE" rev-parse HEAD 2>/dev/null || true
+}
+
+# The source packages of a target: the native engines use the installed libraries.
+source_packages() {
+  [ -n "${QUILLMERE_PDFIUM_SOURCE:-}" ] || echo chromium
+  [ "$1" != windows ] || printf '%s\n' "${LIBRARY_SOURCE_PACKAGES[@]}"
 }
 
 # Everything that decides the result goes into the key, so that a changed recipe
@@ -53,9 +77,11 @@ source_identity() {
 recipe_key() {
   (
     cd "$engine_dir"
-    cat versions.sh CMakeLists.txt cmake/* lib/compile.sh lib/licenses.sh exports.map \
-      heap.c heap_new.cpp unreached.cpp quillmere_engine.cpp release.cpp ./*.h ./*.in
+    cat CMakeLists.txt cmake/* lib/compile.sh lib/licenses.sh exports.map ./*.c ./*.cpp ./*.h ./*.in
     source_identity
+    for package in $(source_packages "$1"); do
+      echo "$package $(version_of "$package")"
+    done
     "$(compiler_of "$1")" -dumpfullversion 2>/dev/null || true
     "$(compiler_of "$1")" -dumpmachine 2>/dev/null || true
   ) | sha256sum | cut -c 1-16
@@ -75,7 +101,7 @@ require_packages() {
   for target in "$@"; do
     case $target in
       windows) packages+=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev nasm) ;;
-      native)
+      native*)
         packages+=(g++ pkg-config libfreetype-dev libharfbuzz-dev libjpeg62-turbo-dev
           libopenjp2-7-dev zlib1g-dev)
         ;;

@@ -18,12 +18,13 @@ configure_target() {
     -DPDFIUM_DIR="$pdfium_dir" -DDEPS_DIR="$deps_dir" -DENGINE_VERSION="$(engine_version)")
   if [ "$target" = windows ]; then
     options+=(-DCMAKE_TOOLCHAIN_FILE="$engine_dir/cmake/mingw.cmake"
-      -DFREETYPE_DIR="$downloads_dir/freetype/source"
-      -DHARFBUZZ_DIR="$downloads_dir/harfbuzz/source"
-      -DJPEG_DIR="$downloads_dir/libjpeg-turbo/source"
-      -DMIMALLOC_DIR="$downloads_dir/mimalloc/source"
-      -DOPENJPEG_DIR="$downloads_dir/openjpeg2/source")
+      -DFREETYPE_DIR="$(source_dir freetype)/source"
+      -DHARFBUZZ_DIR="$(source_dir harfbuzz)/source"
+      -DJPEG_DIR="$(source_dir libjpeg-turbo)/source"
+      -DMIMALLOC_DIR="$(source_dir mimalloc)/source"
+      -DOPENJPEG_DIR="$(source_dir openjpeg2)/source")
   fi
+  [ "$target" != native-asan ] || options+=(-DENGINE_SANITIZE=ON)
   cmake "${options[@]}" >"$2/configure.log" 2>&1 || {
     tail -n 20 "$2/configure.log" >&2
     fail "The $target engine could not be configured."

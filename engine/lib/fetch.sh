@@ -46,38 +46,61 @@ download_with_size() {
       say "  $(find . -name "$pattern" -printf '%s\n' | awk '{n += $1} END {print int(n / 1000000)}') MB"
     fi
   done
-  wait "$pid" || { tail -n 5 "$log" >&2; return 1; }
+  wait "$pid"
 }
 
-available_chromium() {
-  apt_private apt-cache showsrc --only-source chromium 2>/dev/null |
-    sed -n 's/^Version: //p' | sort -Vu | tr '\n' ' '
+# The versions of a source package that the mirror has, oldest first.
+available_versions() {
+  apt_private apt-cache showsrc --only-source "$1" 2>/dev/null | sed -n 's/^Version: //p' | sort -Vu
 }
 
-check_chromium_available() {
-  local available
-  available=$(available_chromium)
-  case " $available" in *" $CHROMIUM_PACKAGE_VERSION "*) return 0 ;; esac
-  fail "Debian's mirror has no source package chromium $CHROMIUM_PACKAGE_VERSION." \
-    "Versions it has: ${available:-none}. The version is set in engine/versions.sh." "$(source_hint)"
+# choose_version PACKAGE GONE: the pinned version where the mirror has it, otherwise the newest.
+# GONE lists versions, one a line, that the mirror names but does not have.
+choose_version() {
+  local package=$1 gone=$2 pinned=${PINNED_VERSIONS[$1]} available newest
+  update_lists
+  rm -f "$(replacement_file "$package")"
+  available=$(available_versions "$package" | grep -vxF "$gone" || true)
+  ! grep -qxF "$pinned" <<<"$available" || return 0
+  newest=$(tail -n 1 <<<"$available")
+  [ -n "$newest" ] || fail "Debian's mirror has no source package $package." "$(source_hint)"
+  say "Debian has replaced $package $pinned, which engine/versions.sh names; taking $newest"
+  echo "$newest" >"$(replacement_file "$package")"
+}
+
+# download_failed MESSAGE...: returns where the mirror does not have what its lists name, and ends
+# everything otherwise.
+download_failed() {
+  ! grep -qE ' 404 +Not Found' download.log || return 0
+  tail -n 5 download.log >&2
+  fail "$@"
+}
+
+# Whether a source package of the target is not the pinned one.
+uses_replacements() {
+  local package
+  for package in $(source_packages "$1"); do
+    [ "$(version_of "$package")" = "${PINNED_VERSIONS[$package]}" ] || return 0
+  done
+  return 1
 }
 
 fetch_chromium() {
-  local final=$downloads_dir/chromium-$CHROMIUM_PACKAGE_VERSION partial
-  [ ! -d "$final" ] || return 0
-  update_lists
-  check_chromium_available
-  partial=$downloads_dir/chromium.partial
+  local final version partial=$downloads_dir/chromium.partial
+  version=$(version_of chromium)
+  final=$(source_dir chromium)
   mkdir -p "$partial" && cd "$partial"
-  say "Downloading chromium's source package $CHROMIUM_PACKAGE_VERSION (941 MB)"
+  say "Downloading chromium's source package $version (941 MB)"
   download_with_size '*.tar.xz*' apt_private apt-get -q source --download-only --tar-only \
-    "chromium=$CHROMIUM_PACKAGE_VERSION" ||
-    fail "The download failed; run this again to resume it." "$(source_hint)"
+    "chromium=$version" || {
+    download_failed "The download failed; run this again to resume it." "$(source_hint)"
+    return 1
+  }
   phase_done "download of PDFium"
   say "Unpacking PDFium"
   rm -rf tree && mkdir tree
   xz -T0 -dc chromium_*.orig.tar.xz |
-    tar x -C tree --strip-components=1 "${chromium_parts[@]/#/chromium-${CHROMIUM_PACKAGE_VERSION%-*}/}" ||
+    tar x -C tree --strip-components=1 "${chromium_parts[@]/#/chromium-${version%-*}/}" ||
     fail "chromium's archive could not be unpacked; remove $partial and run this again."
   [ -f tree/third_party/pdfium/public/fpdfview.h ] || fail "chromium's archive holds no PDFium."
   mv tree "$final"
@@ -87,18 +110,35 @@ fetch_chromium() {
 
 # fetch_library PACKAGE: its sources with Debian's patches applied.
 fetch_library() {
-  local package=$1 final=$downloads_dir/$1 partial=$downloads_dir/$1.partial
-  [ ! -d "$final" ] || return 0
-  update_lists
-  say "Downloading $package"
+  local package=$1 version final partial=$downloads_dir/$1.partial
+  version=$(version_of "$package")
+  final=$(source_dir "$package")
+  say "Downloading $package $version"
   rm -rf "$partial" && mkdir -p "$partial" && cd "$partial"
-  apt_private apt-get -q source "$package" >download.log 2>&1 || {
-    tail -n 5 download.log >&2
-    fail "The source package $package could not be fetched; run this again with a network."
+  apt_private apt-get -q source "$package=$version" >download.log 2>&1 || {
+    download_failed "The source package $package could not be fetched; run this again with a network."
+    return 1
   }
-  mv "$package"-*/ source
+  mv "$package"-*/ source || fail "The source package $package could not be unpacked."
   rm -rf ./*.tar.* ./*.asc source/test source/tests source/perf source/ft2d*
   cd / && mv "$partial" "$final"
+}
+
+# download PACKAGE: into its source_dir. Fails where the mirror does not have the version.
+download() {
+  if [ "$1" = chromium ]; then fetch_chromium; else fetch_library "$1"; fi
+}
+
+# fetch_source PACKAGE: makes sure that its source_dir is there.
+fetch_source() {
+  local gone=none
+  [ ! -d "$(source_dir "$1")" ] || return 0
+  choose_version "$1" "$gone"
+  until [ -d "$(source_dir "$1")" ] || download "$1"; do
+    say "The mirror names $1 $(version_of "$1") but does not have it"
+    gone+=$'\n'$(version_of "$1")
+    choose_version "$1" "$gone"
+  done
 }
 
 # Sets pdfium_dir and deps_dir for a tree of the user's own.
@@ -120,21 +160,20 @@ use_given_source() {
   done
 }
 
-# find_sources TARGET...: sets pdfium_dir and deps_dir; the Windows DLL holds its
-# libraries, the native one uses the installed ones.
+# find_sources TARGET...: fetches what is missing and sets pdfium_dir and deps_dir.
 find_sources() {
-  local package
+  local target package
   mkdir -p "$downloads_dir"
+  for target in "$@"; do
+    for package in $(source_packages "$target"); do
+      fetch_source "$package"
+    done
+  done
   if [ -n "${QUILLMERE_PDFIUM_SOURCE:-}" ]; then
     use_given_source
   else
-    fetch_chromium
-    deps_dir=$downloads_dir/chromium-$CHROMIUM_PACKAGE_VERSION
+    deps_dir=$(source_dir chromium)
     pdfium_dir=$deps_dir/third_party/pdfium
   fi
-  [[ " $* " == *" windows "* ]] || return 0
-  for package in "${LIBRARY_SOURCE_PACKAGES[@]}"; do
-    fetch_library "$package"
-  done
-  phase_done "sources of the libraries"
+  phase_done "sources"
 }

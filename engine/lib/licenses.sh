@@ -23,12 +23,12 @@ copy_licenses() {
   first_of "$to/fast_float.txt" "$deps_dir/third_party/fast_float/src/LICENSE-MIT"
   first_of "$to/icu.txt" "$deps_dir/third_party/icu/LICENSE" "$deps_dir/third_party/icu/source/common/LICENSE"
   [ "$target" = windows ] || return 0
-  first_of "$to/freetype.txt" "$downloads_dir/freetype/source/docs/FTL.TXT" "$pdfium_dir/third_party/freetype/FTL.TXT"
-  first_of "$to/harfbuzz.txt" "$downloads_dir/harfbuzz/source/COPYING"
-  first_of "$to/libjpeg-turbo.txt" "$downloads_dir/libjpeg-turbo/source/LICENSE.md"
-  first_of "$to/libjpeg.txt" "$downloads_dir/libjpeg-turbo/source/README.ijg"
-  first_of "$to/mimalloc.txt" "$downloads_dir/mimalloc/source/LICENSE"
-  first_of "$to/openjpeg.txt" "$downloads_dir/openjpeg2/source/LICENSE"
+  first_of "$to/freetype.txt" "$(source_dir freetype)/source/docs/FTL.TXT" "$pdfium_dir/third_party/freetype/FTL.TXT"
+  first_of "$to/harfbuzz.txt" "$(source_dir harfbuzz)/source/COPYING"
+  first_of "$to/libjpeg-turbo.txt" "$(source_dir libjpeg-turbo)/source/LICENSE.md"
+  first_of "$to/libjpeg.txt" "$(source_dir libjpeg-turbo)/source/README.ijg"
+  first_of "$to/mimalloc.txt" "$(source_dir mimalloc)/source/LICENSE"
+  first_of "$to/openjpeg.txt" "$(source_dir openjpeg2)/source/LICENSE"
   for package in libz-mingw-w64-dev mingw-w64-x86-64-dev g++-mingw-w64-x86-64-posix; do
     first_of "$to/${package//+/p}.txt" "/usr/share/doc/$package/copyright"
   done

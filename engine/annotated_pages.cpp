@@ -1,0 +1,202 @@
+// Finds pages by the annotations on them, from the pages' dictionaries alone.
+
+#include <stddef.h>
+#include <stdint.h>
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "core/fpdfapi/parser/cpdf_array.h"
+#include "core/fpdfapi/parser/cpdf_cross_ref_table.h"
+#include "core/fpdfapi/parser/cpdf_dictionary.h"
+#include "core/fpdfapi/parser/cpdf_document.h"
+#include "core/fpdfapi/parser/cpdf_object.h"
+#include "core/fpdfapi/parser/cpdf_object_stream.h"
+#include "core/fpdfapi/parser/cpdf_parser.h"
+#include "core/fpdfapi/parser/cpdf_reference.h"
+#include "core/fpdfapi/parser/cpdf_stream_acc.h"
+#include "core/fpdfdoc/cpdf_annot.h"
+#include "core/fxcrt/fx_extension.h"
+#include "core/fxcrt/retain_ptr.h"
+#include "core/fxcrt/span.h"
+#include "fpdf_annot.h"
+#include "fpdfsdk/cpdfsdk_helpers.h"
+#include "page_tree.h"
+#include "quillmere_engine.h"
+#include "reach.h"
+
+namespace {
+
+// PDFium offers no other way to the text of the object streams it has unpacked.
+struct ObjectStreamOf {
+  friend constexpr auto Reached(ObjectStreamOf);
+};
+struct TextOf {
+  friend constexpr auto Reached(TextOf);
+};
+template struct Reach<ObjectStreamOf, &CPDF_Parser::GetObjectStream>;
+template struct Reach<TextOf, &CPDF_ObjectStream::stream_acc_>;
+
+// The names of the annotation subtypes that are looked for.
+class Subtypes {
+ public:
+  Subtypes(const FPDF_ANNOTATION_SUBTYPE* subtypes, int count) {
+    for (int i = 0; i < count; ++i) {
+      const ByteString name =
+          CPDF_Annot::AnnotSubtypeToString(static_cast<CPDF_Annot::Subtype>(subtypes[i]));
+      if (!name.IsEmpty()) {
+        names_.emplace_back(name.c_str());
+      }
+    }
+  }
+
+  bool Has(const CPDF_Object& name) const {
+    if (!name.IsName()) {
+      return false;
+    }
+    const ByteString value = name.GetString();
+    for (const std::string& wanted : names_) {
+      if (value == wanted.c_str()) {
+        return true;
+      }
+    }
+    return false;
+  }
+
+  // Whether |text|, the objects of an object stream, can hold a dictionary whose
+  // Subtype is one of the names: as such, with letters of either name written as
+  // escapes, or given as a reference.
+  bool MayBeIn(std::string_view text) const {
+    for (const std::string& name : names_) {
+      if (text.find(name) != text.npos) {
+        return true;
+      }
+    }
+    return HasEscapedLetter(text) || HasSubtypeThatIsNoName(text);
+  }
+
+ private:
+  bool HasEscapedLetter(std::string_view text) const {
+    for (size_t at = text.find('#'); at != text.npos && at + 2 < text.size();
+         at = text.find('#', at + 1)) {
+      if (FXSYS_IsHexDigit(text[at + 1]) && FXSYS_IsHexDigit(text[at + 2]) &&
+          IsLetterOfNames(static_cast<char>(FXSYS_HexCharToInt(text[at + 1]) * 16 +
+                                            FXSYS_HexCharToInt(text[at + 2])))) {
+        return true;
+      }
+    }
+    return false;
+  }
+
+  bool IsLetterOfNames(char letter) const {
+    if (std::string_view("Subtype").find(letter) != std::string_view::npos) {
+      return true;
+    }
+    for (const std::string& name : names_) {
+      if (name.find(letter) != name.npos) {
+        return true;
+      }
+    }
+    return false;
+  }
+
+  static bool HasSubtypeThatIsNoName(std::string_view text) {
+    static constexpr std::string_view kSubtype = "/Subtype";
+    static constexpr std::string_view kBlanks(" \t\r\n\f\0", 6);
+    for (size_t at = text.find(kSubtype); at != text.npos; at = text.find(kSubtype, at + 1)) {
+      const size_t value = text.find_first_not_of(kBlanks, at + kSubtype.size());
+      if (value != text.npos && text[value] != '/') {
+        return true;
+      }
+    }
+    return false;
+  }
+
+  std::vector<std::string> names_;
+};
+
+// Finds annotations of some subtypes on one document's pages. A manual has tens
+// of thousands of links, and making objects of them all takes most of the time;
+// those whose object stream cannot hold what is looked for are passed over unread.
+class AnnotationFinder {
+ public:
+  AnnotationFinder(const CPDF_Document& document, const Subtypes& subtypes)
+      : document_(document), subtypes_(subtypes) {}
+
+  bool IsOn(const CPDF_Dictionary& page) {
+    RetainPtr<const CPDF_Array> annotations = page.GetArrayFor("Annots");
+    if (!annotations) {
+      return false;
+    }
+    for (size_t i = 0; i < annotations->size(); ++i) {
+      RetainPtr<const CPDF_Object> entry = annotations->GetObjectAt(i);
+      if (entry && entry->IsReference() && !MayBeWanted(entry->AsReference()->GetRefObjNum())) {
+        continue;
+      }
+      RetainPtr<const CPDF_Dictionary> annotation = annotations->GetDictAt(i);
+      RetainPtr<const CPDF_Object> subtype =
+          annotation ? annotation->GetDirectObjectFor("Subtype") : nullptr;
+      if (subtype && subtypes_.Has(*subtype)) {
+        return true;
+      }
+    }
+    return false;
+  }
+
+ private:
+  bool MayBeWanted(uint32_t number) {
+    CPDF_Parser* parser = document_.GetParser();
+    if (!parser || document_.GetIndirectObject(number)) {
+      return true;
+    }
+    const auto* place = parser->GetCrossRefTableForTesting()->GetObjectInfo(number);
+    if (!place || place->type != CPDF_CrossRefTable::ObjectType::kCompressed) {
+      return true;
+    }
+    const uint32_t stream_number = place->archive.obj_num;
+    auto [known, is_new] = streams_.try_emplace(stream_number, true);
+    if (is_new) {
+      const CPDF_ObjectStream* stream = (parser->*Reached(ObjectStreamOf()))(stream_number);
+      if (stream) {
+        pdfium::span<const uint8_t> text = (stream->*Reached(TextOf()))->GetSpan();
+        known->second = subtypes_.MayBeIn({reinterpret_cast<const char*>(text.data()), text.size()});
+      }
+    }
+    return known->second;
+  }
+
+  const CPDF_Document& document_;
+  const Subtypes& subtypes_;
+  // Numbers of object streams, and whether one can hold such an annotation.
+  std::unordered_map<uint32_t, bool> streams_;
+};
+
+}  // namespace
+
+FPDF_EXPORT int FPDF_CALLCONV
+QuillmereEngine_FindAnnotatedPages(FPDF_DOCUMENT document,
+                                   const FPDF_ANNOTATION_SUBTYPE* subtypes,
+                                   int subtype_count,
+                                   int* pages,
+                                   int capacity) {
+  const CPDF_Document* pdf = CPDFDocumentFromFPDFDocument(document);
+  if (!pdf || !subtypes) {
+    return 0;
+  }
+  const Subtypes wanted(subtypes, subtype_count);
+  AnnotationFinder finder(*pdf, wanted);
+  int found = 0;
+  ForEachPage(*pdf, [&](int index, const CPDF_Dictionary& page) {
+    if (!finder.IsOn(page)) {
+      return;
+    }
+    if (pages && found < capacity) {
+      pages[found] = index;
+    }
+    ++found;
+  });
+  return found;
+}

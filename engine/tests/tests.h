@@ -1,0 +1,39 @@
+#ifndef QUILLMERE_ENGINE_TESTS_TESTS_H_
+#define QUILLMERE_ENGINE_TESTS_TESTS_H_
+
+#include <string>
+
+// |folder| is where files may be written.
+void TestPageAndText(const std::string& folder);
+void TestStamps();
+void TestMarkups();
+void TestDamagedTrees();
+void TestPageIndexes();
+void TestCyclicTrees();
+
+void TestFormsInForms();
+void TestFormsOnThePage();
+
+void TestReleaseChangesNothing();
+void TestReleaseGivesBack();
+void TestReleaseRefuses();
+void TestReleaseKeepsOutline();
+void TestReleaseAfterDrawing();
+void TestReleaseAfterEdits();
+
+void TestFieldsAreDrawn();
+void TestFieldFlags();
+void TestFieldsOutOfDate();
+
+void TestPopupsAreNotMade();
+void TestForeignQuads();
+void TestMarkAppearances();
+void TestMarkEntries();
+void TestPopupIndexes();
+void TestSharedImages();
+
+// These leave files in |folder| for compare_readers.py.
+void WriteFieldsToCompare(const std::string& folder);
+void WriteMarksToCompare(const std::string& folder);
+
+#endif  // QUILLMERE_ENGINE_TESTS_TESTS_H_
