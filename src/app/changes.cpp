@@ -8,6 +8,7 @@
 #include "nav/find.h"
 #include "panels/binder_panel.h"
 #include "platform/main_window.h"
+#include "session/document_slots.h"
 #include "session/session.h"
 #include "view/selection.h"
 #include "view/status.h"
@@ -86,6 +87,15 @@ void turnsChanged(int pane) {
   refreshStatus();
   repaint();
   noteDocumentChanged(pane);
+}
+
+void markupsChanged(FPDF_DOCUMENT document, int) {
+  const Report report;
+  for (const int pane : panesHolding(document)) {
+    noteDocumentChanged(pane);
+    break;
+  }
+  repaint();
 }
 
 void hitsChanged() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <fpdfview.h>
+
 // What the rooms report when they have changed something that is shown elsewhere. app/changes.cpp
 // brings everything that follows up to date, at once and in the order that stands there. Nothing
 // that it calls may report a change in turn.
@@ -22,6 +24,9 @@ void activePaneChanged();
 
 // The pane's document or page has other pending turns.
 void turnsChanged(int pane);
+
+// A markup of the document's page (zero-based) was made or removed, or its note changed.
+void markupsChanged(FPDF_DOCUMENT document, int page);
 
 // What the search found, or where it stands, has changed.
 void hitsChanged();

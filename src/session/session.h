@@ -14,6 +14,7 @@
 #include "session/bookmark_entry.h"
 #include "session/find_state.h"
 #include "session/gesture.h"
+#include "session/markup_entry.h"
 #include "session/pane_slot.h"
 #include "session/placement.h"
 #include "session/shelf_entry.h"
@@ -87,6 +88,15 @@ struct SessionState {
   FPDF_DOCUMENT placementDocument = nullptr;                  // where they came from; not owned
   std::int32_t selectedPlacementPage = -1;
   std::int32_t selectedPlacementIndex = -1;
+
+  // The markup that the last context menu was opened over; -1 for none. Written by
+  // annot/markups.cpp.
+  std::int32_t markupMenuPage = -1;   // zero-based
+  std::int32_t markupMenuAnnot = -1;  // in the page's annotation list
+
+  // The markups of one document, in reading order. Written by annot/markup_list.cpp.
+  std::vector<MarkupEntry> markupList;
+  FPDF_DOCUMENT markupListDocument = nullptr;  // that they are of; not owned, null for none
 
   // The navigation tree: its nodes by number, and in the tree's order. Written by
   // nav/bookmarks.cpp.
