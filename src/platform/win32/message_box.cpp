@@ -1,5 +1,4 @@
 #include "platform/message_box.h"
-#include "platform/sound.h"
 
 #include <windows.h>
 
@@ -46,10 +45,6 @@ BoxAnswer showMessageBox(const std::u16string& text, const std::u16string& title
   const int answer =
       MessageBoxW(owned ? windowHandles.main : nullptr, wide(text), wide(title), flags);
   return answer == 0 ? BoxAnswer::Cancel : static_cast<BoxAnswer>(answer);
-}
-
-void beep(Sound sound) {
-  MessageBeep(sound == Sound::Exclamation ? MB_ICONEXCLAMATION : MB_OK);
 }
 
 }  // namespace quillmere::platform
