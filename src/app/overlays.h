@@ -27,7 +27,7 @@ struct OverlayQuad {
   OverlayColor color;
 };
 
-// Everything that lies over the pane's page, what is painted first in front.
+// Everything that lies over the pane's page, in the order of painting.
 std::vector<OverlayQuad> overlayQuads(int pane);
 
 }  // namespace quillmere

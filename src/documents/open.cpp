@@ -211,6 +211,12 @@ void adoptSharedDocument(DocumentHandle document, const std::u16string& path) {
   LoadPlacements(session.active.document.get());
 }
 
+// A long outline takes longer to read than the page takes to paint.
+void showPageThenOutline() {
+  platform::updatePages();
+  outlineChanged();
+}
+
 void showFirstPages() {
   session.panes[0].currentPage = 0;
   if (session.viewMode != ViewMode::SinglePage) session.panes[1].currentPage = 0;
@@ -226,8 +232,7 @@ StepResult openForBothPanes(OpenJob& job) {
   if (!document) return reportLoadFailure(FPDF_GetLastError());
   adoptSharedDocument(std::move(document), job.displayPath);
   showFirstPages();
-  platform::updatePages();  // the reader has the page before a long outline is read
-  outlineChanged();
+  showPageThenOutline();
   return StepResult::Next;
 }
 
@@ -254,7 +259,7 @@ StepResult openIntoPane(OpenJob& job) {
   adoptPaneDocument(job.pane, std::move(document), job.displayPath);
   LoadPlacements(session.panes[job.pane].document.get());
   goToPage(job.pane, 0, false);
-  if (job.pane == session.activePane) outlineChanged();
+  if (job.pane == session.activePane) showPageThenOutline();
   return StepResult::Next;
 }
 

@@ -80,6 +80,16 @@ TEST_F(ChangesTest, AnOpenPaintsThePageBeforeItReadsTheOutline) {
                           "menus", "title", "status bar", "repaint with erasing"));
 }
 
+TEST_F(ChangesTest, AnOpenIntoAPanePaintsThePageBeforeItReadsTheOutline) {
+  setViewMode(ViewMode::TwoDocuments);
+  forget();
+  const std::u16string path = putPdf(u"b.pdf", simplePdf(2));
+  EXPECT_TRUE(openDocument(&path, 0, kWorkingDocsLeaveAlone, false, nullptr));
+  EXPECT_THAT(shown(),
+              ElementsAre("repaint", "title", "status bar", "pages painted", "navigation tree",
+                          "menus", "title", "status bar", "repaint with erasing"));
+}
+
 TEST_F(ChangesTest, AFailedOpenShowsTheEmptyStateBeforeItsBox) {
   const std::u16string path = putPdf(u"bad.pdf", garbageFile());
   std::vector<std::string> before;
