@@ -1,11 +1,15 @@
 // A document of any content is searched, and moved through by its outline, its links and its
 // histories. The first line is the search: one character whose bits say how, then the text in
 // UTF-8. The document follows.
+#include <fpdf_doc.h>
+#include <quillmere_engine.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "documents/modes.h"
 #include "documents/open.h"
@@ -152,12 +156,35 @@ void goBackAndForth() {
   }
 }
 
+// What a bookmark's handle says of itself.
+std::string titleBehind(FPDF_BOOKMARK bookmark) {
+  std::string title(FPDFBookmark_GetTitle(bookmark, nullptr, 0), '\0');
+  FPDFBookmark_GetTitle(bookmark, title.data(), static_cast<unsigned long>(title.size()));
+  return title;
+}
+
+// Bookmark handles outlive what the engine gives back, whatever else their objects are. Pages are
+// read in between, so that other objects take the place of those that went.
+void giveMemoryBack() {
+  FPDF_DOCUMENT document = documentOf(0);
+  std::vector<std::string> titles;
+  for (const BookmarkEntry& entry : session.bookmarks) {
+    titles.push_back(titleBehind(entry.bookmark));
+  }
+  QuillmereEngine_ReleaseParsedObjects(document);
+  for (int page = 0; page < std::min(pageCountOf(0), kPages); ++page) goToPage(0, page, false);
+  for (std::size_t i = 0; i < titles.size(); ++i) {
+    require(titleBehind(session.bookmarks[i].bookmark) == titles[i], "another object's title");
+  }
+}
+
 void use(const Search& search) {
   session.findBarVisible = true;
   setViewMode(static_cast<ViewMode>(search.how / kMode % 4));
   const bool regex = (search.how & kRegex) != 0;
   searchWith(search, regex);
   turnAround();
+  giveMemoryBack();
   followOutline();
   followLinks();
   goBackAndForth();
