@@ -6,17 +6,17 @@
 
 namespace quillmere {
 
-// Paths live in buffers of 260 UTF-16 units with the terminator.
+// Size of a path buffer in UTF-16 units, terminator included.
 inline constexpr std::size_t kPathBufferUnits = 260;
-// Names of window classes are read into buffers of this size.
+// Size of the buffer that window class names are read into.
 inline constexpr std::size_t kClassNameBufferUnits = 64;
 
-// The path as a bounded buffer would hold it.
+// The path cut to what such a buffer can hold.
 inline std::u16string boundedPath(std::u16string_view path) {
   return std::u16string(path.substr(0, kPathBufferUnits - 1));
 }
 
-// What stands behind the last backslash; the whole text without one.
+// The part after the last backslash; the whole path when there is none.
 inline std::u16string fileNameOf(std::u16string_view path) {
   const std::size_t slash = path.rfind(u'\\');
   return std::u16string(slash == std::u16string_view::npos ? path : path.substr(slash + 1));

@@ -4,7 +4,7 @@
 
 namespace quillmere {
 
-// A rectangle in client pixels; right and bottom lie outside it.
+// A rectangle in client pixels; right and bottom are exclusive.
 struct PixelRect {
   std::int32_t left = 0;
   std::int32_t top = 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-// Names and numbers by which the program is known to people and to other processes.
+// The program's names and version, as users and other processes see them.
 namespace quillmere {
 
 inline constexpr const char16_t* kProductTitle = u"Quillmere";

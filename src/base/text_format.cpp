@@ -4,7 +4,8 @@ namespace quillmere {
 
 namespace {
 
-// Length of the placeholder at the start of `text`, which begins with '%'; 0 when it is none.
+// Length of the placeholder at the start of `text`, which begins with '%'; 0 when it is not a
+// placeholder.
 std::size_t placeholderLength(std::u16string_view text) {
   for (const std::u16string_view form : {u"%d", u"%u", u"%s", u"%lu", u"%ls"}) {
     if (text.substr(0, form.size()) == form) return form.size();

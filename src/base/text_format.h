@@ -5,15 +5,15 @@
 #include <string>
 #include <string_view>
 
-// Text with values put in. The wide printf formats of the C runtimes differ between platforms, so
-// the few that the program needs are written here.
+// printf-style formatting of UTF-16 text. Wide printf formats differ between C runtimes, so the few
+// that the program needs are implemented here.
 namespace quillmere {
 
 // Decimal digits, with a minus sign for negative values.
 std::u16string decimal(std::int64_t value);
 
 // `pattern` with its placeholders ("%d", "%u", "%lu", "%s", "%ls") replaced by `values` in order;
-// "%%" gives one percent sign. A placeholder without a value gives nothing.
+// "%%" gives one percent sign. A placeholder with no value left is dropped.
 std::u16string formatText(std::u16string_view pattern,
                           std::initializer_list<std::u16string> values);
 
