@@ -16,8 +16,8 @@ struct OpenDialogRequest {
   bool allowSeveral = false;
 };
 
-// Asks for existing files. Full paths in the order of the dialog; empty when the user cancelled or
-// the dialog could not be shown.
+// Asks for existing files. Returns full paths in the dialog's order; empty when the user cancelled
+// or the dialog could not be shown.
 std::vector<std::u16string> chooseFilesToOpen(const OpenDialogRequest& request);
 
 }  // namespace quillmere::platform

@@ -8,7 +8,7 @@
 // Files and folders, named by full paths with backslashes.
 namespace quillmere::platform {
 
-// The system's error numbers that the program tells apart.
+// The system error codes that the program distinguishes.
 inline constexpr std::uint32_t kErrorNone = 0;
 inline constexpr std::uint32_t kErrorFileNotFound = 2;
 inline constexpr std::uint32_t kErrorPathNotFound = 3;
@@ -31,33 +31,34 @@ struct FileStamp {
   std::uint64_t writeTime = 0;  // last write, in 100-nanosecond ticks since 1601 (UTC)
 };
 
-// Attributes of a file or folder, with the error that tells why there are none.
+// Attributes of a file or folder, or the error that says why there are none.
 AttributeQuery queryAttributes(const std::u16string& path);
 
 // True when a file or folder of that name can be reached.
 bool fileExists(const std::u16string& path);
 
-// Size and last-write time; nothing when the file cannot be reached.
+// Size and last-write time; nullopt when the file cannot be reached.
 std::optional<FileStamp> fileStamp(const std::u16string& path);
 
 // False on failure. Only kAttributeReadOnly can be changed.
 bool setReadOnly(const std::u16string& path, bool readOnly);
 
-// The whole file, opened with read access while others may read, write and delete it. Nothing when
-// it cannot be opened, is empty, exceeds `maximumSize` bytes, or gives fewer bytes than its size.
+// The whole file, opened with read access while others may read, write and delete it. Returns
+// nullopt when it cannot be opened, is empty, exceeds `maximumSize` bytes, or gives fewer bytes
+// than its size.
 std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& path,
                                                         std::uint64_t maximumSize);
 
-// The file's first bytes, at most `maximumSize` of them, possibly none. Nothing when it cannot be
-// opened while others hold it open for writing.
+// The file's first bytes, at most `maximumSize` of them, possibly none. Returns nullopt when it
+// cannot be opened while others hold it open for writing.
 std::optional<std::vector<std::uint8_t>> readFileHead(const std::u16string& path,
                                                       std::uint64_t maximumSize);
 
 // Replaces or makes the file. False when it could not be made (in use, read-only, a folder) or not
-// every byte went out.
+// every byte was written.
 bool writeFile(const std::u16string& path, const void* bytes, std::uint64_t size);
 
-// Makes the file with these bytes only where none of that name exists; false otherwise.
+// Makes a new file with these bytes. False when the name exists already, or on failure.
 bool createNewFile(const std::u16string& path, const void* bytes, std::uint64_t size);
 
 // False when the file did not exist or could not be deleted (in use, read-only, a folder).
@@ -70,19 +71,20 @@ bool replaceFile(const std::u16string& source, const std::u16string& target);
 // Makes one folder. True when it exists afterwards.
 bool createFolder(const std::u16string& path);
 
-// The name of a file in UTF-8 as a library that opens files by itself wants it.
+// The path in UTF-8, for libraries that open files themselves.
 std::string pathForLibraries(const std::u16string& path);
 
 // Names of the files (not folders) in `folder`, which ends in a backslash, whose names end in
-// `extension`, ignoring case; in no particular order. Nothing when the folder cannot be read.
+// `extension`, ignoring case; in no particular order. Returns nullopt when the folder cannot be
+// read.
 std::optional<std::vector<std::u16string>> listFiles(const std::u16string& folder,
                                                      const std::u16string& extension);
 
-// Per-user folder for local application data, without a promise about a trailing backslash. Empty
-// when the system does not tell.
+// Per-user folder for local application data, with or without a trailing backslash. Empty when the
+// system names none.
 std::u16string localAppDataFolder();
 
-// The user's desktop folder; empty when the system does not tell.
+// The user's desktop folder; empty when the system names none.
 std::u16string desktopFolder();
 
 // The user's folder for temporary files; empty when the system gives no path of 1 to 259 units.

@@ -2,21 +2,21 @@
 
 #include <string>
 
-// The controls of the find bar, as far as the logic needs them. Without the bar queries are empty
-// and everything else is without effect.
+// The find bar's controls, as far as the logic needs them. Without the bar, queries return empty
+// text and everything else does nothing.
 namespace quillmere::platform {
 
 std::u16string findFieldText();
 // Replaces the text, which counts as typing.
 void setFindFieldText(const std::u16string& text);
-// Gives the field the keyboard with all of its text selected.
+// Focuses the field and selects all of its text.
 void focusFindField();
-// Inserts text in place of what is selected in the field; the user can undo it.
+// Replaces the selection in the field with `text`; the user can undo it.
 void insertIntoFindField(const std::u16string& text);
 
 void setFindStatus(const std::u16string& text);
 
-// Whether "Match case" and "Whole word" can be chosen; their check marks stay.
+// Enables or disables "Match case" and "Whole word"; their check marks stay.
 void enableFindOptions(bool enabled);
 
 }  // namespace quillmere::platform

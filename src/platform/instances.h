@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-// The other processes of this program on the same desktop, and the screens they stand on.
+// The other processes of this program on the same desktop, and the screens they are on.
 namespace quillmere::platform {
 
 struct ScreenRect {
@@ -23,7 +23,7 @@ enum class MutexClaim {
 
 // Claims the name of the primary instance. A claim that is Owned lasts as long as the process.
 MutexClaim claimPrimaryMutex(const std::u16string& name);
-// Gives back a claim that turned out AlreadyExists, before the process ends.
+// Releases a claim that returned AlreadyExists before the process ends.
 void closePrimaryMutex();
 
 // A top-level window of another process, found by class name; 0 when there is none.
@@ -38,10 +38,10 @@ void sendPathToWindow(WindowId window, std::uint32_t tag, const std::u16string& 
 
 // Number of top-level windows whose class is exactly `className`.
 int countTopWindows(const std::u16string& className);
-// Asks each of them to close and does not wait.
+// Asks each of them to close, without waiting.
 void closeTopWindows(const std::u16string& className);
 
-// Outer rectangle of a window; nothing while it is minimised, or when the system does not tell.
+// Outer rectangle of a window; nullopt while it is minimised, or on failure.
 std::optional<ScreenRect> visibleWindowRect(WindowId window);
 
 // Work areas without task bars: of the screen nearest to a window, of the one nearest to a

@@ -2,7 +2,7 @@
 
 namespace quillmere::platform {
 
-// State of the modifier keys as of the message being handled.
+// State of the modifier keys at the time of the message being handled.
 bool shiftDown();
 bool controlDown();
 

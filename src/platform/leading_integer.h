@@ -5,8 +5,8 @@
 
 namespace quillmere::platform {
 
-// The decimal integer at the start of a text, behind blanks and one sign, as 32 bits with what lies
-// above them dropped; 0 when there is none.
+// The decimal integer at the start of `text`, after blanks and an optional sign, truncated to 32
+// bits; 0 when there is none.
 inline std::int32_t leadingInteger(std::u16string_view text) {
   std::size_t at = 0;
   while (at < text.size() && text[at] <= u' ') ++at;

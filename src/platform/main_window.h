@@ -6,8 +6,8 @@
 
 #include "platform/instances.h"
 
-// What the logic asks of the one main window of this process. Before the window exists, and after
-// it is gone, every operation is without effect and every query gives zero or nothing.
+// What the logic asks of this process's main window. While there is no window, operations do
+// nothing and queries return zero or nullopt.
 namespace quillmere::platform {
 
 struct PixelSize {
@@ -21,24 +21,24 @@ PixelSize mainWindowClientSize();
 // Outer height of the status bar; 0 without one.
 int statusBarHeight();
 
-// The caption follows once the current message is done and invalid pages are painted: it takes long
-// to draw.
+// The caption changes once the current message is done and invalid pages are painted: drawing it is
+// slow.
 void setMainWindowTitle(const std::u16string& title);
 
 // Repaints the whole client area, with or without erasing first.
 void invalidateMainWindow(bool erase);
-// Repaints at once what is invalid.
+// Repaints at once whatever is invalid.
 void updateMainWindow();
 // The same without the child windows.
 void updatePages();
 
-// Calls `fill` before the status bar is painted or asked for what it shows. Filling it takes longer
-// than many a change that it tells of, and the page comes first.
+// Calls `fill` before the status bar is next painted or queried. Filling it can take longer than
+// the change that it reports, and the page should be painted first.
 void fillStatusBarLater(void (*fill)());
 // Right edges of the status bar's parts in pixels, -1 for "to the end"; `count` of them.
 void setStatusParts(const int* rightEdges, int count);
 void setStatusText(int part, const std::u16string& text);
-// Place of the zoom slider inside the status bar, whether it can be used, and its thumb.
+// Position of the zoom slider inside the status bar, whether it is enabled, and its thumb.
 void placeZoomSlider(int x, int y, int width, int height);
 void enableZoomSlider(bool enabled);
 void setZoomSlider(int position);
@@ -46,10 +46,10 @@ void setZoomSlider(int position);
 // Check mark and enabling of a menu bar item by its command id.
 void setMenuItem(std::uint32_t command, bool checked, bool enabled);
 
-// Puts the child windows in their places again, as after a size change.
+// Lays out the child windows again, as after a size change.
 void layoutMainWindow();
 
-// Chooses the cursor anew for the place where the pointer is.
+// Chooses the cursor again for where the pointer is.
 void refreshCursor();
 
 void captureMouse();
@@ -57,14 +57,14 @@ void releaseMouse();
 void focusMainWindow();
 // Restores the window when it is minimised, then brings it to the foreground.
 void raiseMainWindow();
-// Gives the keyboard to the tree of a panel.
+// Moves the keyboard focus to a panel's tree.
 void focusNavigationTree();
 void focusBinderTree();
 
 // Posts the message that rebuilds the binder tree once the current message is done.
 void postBinderTreeRebuild();
 
-// Posts the message that deals with what had to wait, from the main message loop.
+// Posts the message that handles waiting work from the main message loop.
 void postWaitingWork();
 
 // The system's colour behind selected text.

@@ -8,7 +8,7 @@ namespace quillmere::platform {
 enum class BoxButtons { Ok, YesNo, YesNoCancel };
 enum class BoxIcon { None, Information, Warning, Error, Question };
 
-// The answers carry the system's own numbers.
+// The values are the system's own.
 enum class BoxAnswer : std::int32_t { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
 
 enum class BoxOwner { MainWindow, NoneTopmost };

@@ -12,10 +12,10 @@ struct PixelSurface;
 // Null when a side is below 1 or memory ran out.
 PixelSurface* createPixelSurface(int width, int height);
 void destroyPixelSurface(PixelSurface* surface);
-// Gives the surface another size and leaves its pixels undefined. False, with nothing changed, when
-// a new surface should take its place: its memory may be too small for that, or far too large.
+// Resizes the surface and leaves its pixels undefined. False, with nothing changed, when its memory
+// is too small or far too large for the new size; make a new surface then.
 bool resizePixelSurface(PixelSurface* surface, int width, int height);
-// First pixel of the top row; valid until the surface goes or changes its size.
+// First pixel of the top row; valid until the surface is destroyed or resized.
 std::uint32_t* pixelsOf(PixelSurface* surface);
 
 struct PixelSurfaceDeleter {

@@ -7,14 +7,14 @@
 // Processes, waits and the threads behind them.
 namespace quillmere::platform {
 
-// Full path of this executable; empty when it has 260 units or more, or the system does not tell.
+// Full path of this executable; empty when it has 260 units or more, or on failure.
 std::u16string executablePath();
 
-// Starts a program that runs on its own; nothing ties it to this process. `commandLine` begins with
-// the program's name in quotes. False when it could not be started.
+// Starts a program that runs independently of this process. `commandLine` begins with the program's
+// name in quotes. False when it could not be started.
 bool startProcess(const std::u16string& program, const std::u16string& commandLine);
 
-// Opens an address or file with the program that the system has for it. False on failure.
+// Opens an address or file with its default program. False on failure.
 bool openWithSystem(const std::u16string& target);
 
 // Milliseconds of a monotonic clock.
@@ -33,8 +33,7 @@ void signalEvent(Event* event);
 bool waitForEvent(Event* event, std::uint32_t timeoutMilliseconds);
 void closeEvent(Event* event);
 
-// Runs `work(context)` on a thread of its own that nobody joins. False when none can be made, in
-// which case `work` never ran.
+// Runs `work(context)` on a detached thread. False when none can be made; `work` then never runs.
 bool startDetachedThread(void (*work)(void* context), void* context);
 
 }  // namespace quillmere::platform

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-// What ties the program to the user's shell: the per-user registry, file associations, shortcuts.
+// The program's ties to the user's shell: the per-user registry, file associations, shortcuts.
 namespace quillmere::platform {
 
 // A text value below the current user's registry root; `name` empty for a key's default value.
@@ -16,7 +16,7 @@ std::optional<std::u16string> readUserRegistryText(const std::u16string& key,
 bool setUserRegistryText(const std::u16string& key, const std::u16string& name,
                          const std::u16string& text);
 
-// Adds a value that has a name but neither type nor content, likewise.
+// Likewise, adds a value that has a name but no type and no content.
 bool addUserRegistryName(const std::u16string& key, const std::u16string& name);
 
 // Tells the shell that file associations have changed.
@@ -26,7 +26,7 @@ void announceAssociationChange();
 std::u16string packageIdentity();
 
 // The identifier of the program that opens files with this extension (".pdf"), as the association
-// service tells it; empty when it does not.
+// service reports it; empty when it reports none.
 std::u16string effectiveDefaultHandler(const std::u16string& extension);
 
 struct Shortcut {

@@ -13,7 +13,7 @@ enum class Tree { Navigation, Binders };
 using TreeRow = std::uintptr_t;
 inline constexpr TreeRow kNoTreeRow = 0;
 
-// Between the two nothing is repainted, so that thousands of rows come in one go.
+// The tree is not repainted between these two calls, so that adding thousands of rows is fast.
 void beginTreeUpdate(Tree tree);
 void endTreeUpdate(Tree tree);
 
@@ -22,12 +22,12 @@ void clearTree(Tree tree);
 // What a row shows and stands for.
 struct TreeRowContent {
   std::u16string text;
-  std::int32_t entry = -1;  // comes back when the row is chosen; -1 for a row that leads nowhere
+  std::int32_t entry = -1;  // reported when the row is chosen; -1 for a row without a target
   bool expandable = false;  // has rows below it, even if there are none yet
 };
 
-// Where a row goes: behind the row `previous` of the same parent; kNoTreeRow for the first place.
-// Naming the last row is what keeps long levels quick, as no control then looks for it.
+// Where a row goes: after the row `previous` of the same parent, or first for kNoTreeRow. Naming
+// the last row keeps long levels fast, because the control need not search for it.
 struct TreePlace {
   TreeRow parent = kNoTreeRow;
   TreeRow previous = kNoTreeRow;

@@ -4,7 +4,7 @@
 
 namespace quillmere::platform {
 
-// Sends a message to a control of this process past its subclasses.
+// Sends a message to a control of this process, bypassing its subclasses.
 inline LRESULT askClassOf(HWND control, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
   const auto procedure = reinterpret_cast<WNDPROC>(GetClassLongPtrW(control, GCLP_WNDPROC));
   return CallWindowProcW(procedure, control, message, wParam, lParam);

@@ -26,7 +26,7 @@ std::optional<std::uint64_t> sizeOf(HANDLE file) {
   return static_cast<std::uint64_t>(size.QuadPart);
 }
 
-// One read of up to `size` bytes; nothing when it failed or memory ran out.
+// One read of up to `size` bytes; nullopt when it failed or memory ran out.
 std::optional<std::vector<std::uint8_t>> readBytes(HANDLE file, std::uint64_t size) {
   if (size > std::numeric_limits<DWORD>::max()) return std::nullopt;
   try {
@@ -65,7 +65,7 @@ std::u16string knownFolder(const KNOWNFOLDERID& id) {
   return SUCCEEDED(result) && path != nullptr ? fromWide(path) : std::u16string();
 }
 
-// The pattern of a search also matches short names, whose extensions are cut.
+// A search pattern also matches short names, whose extensions are cut to three letters.
 bool endsIgnoringCase(std::u16string_view name, std::u16string_view end) {
   return name.size() >= end.size() && equalIgnoringCase(name.substr(name.size() - end.size()), end);
 }

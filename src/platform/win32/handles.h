@@ -7,13 +7,13 @@
 #include <memory>
 #include <type_traits>
 
-// Owners of what the system hands out.
+// RAII owners of system handles and objects.
 namespace quillmere::platform {
 
 struct KernelHandleCloser {
   void operator()(HANDLE handle) const { CloseHandle(handle); }
 };
-// A file, process, mutex or event; null when there is none. CreateFileW's own "no file" value must
+// A file, process, mutex or event; null when there is none. CreateFileW's INVALID_HANDLE_VALUE must
 // be turned into null first, see `openFile`.
 using KernelHandle = std::unique_ptr<std::remove_pointer_t<HANDLE>, KernelHandleCloser>;
 
@@ -27,7 +27,7 @@ inline KernelHandle openFile(const wchar_t* path, DWORD access, DWORD sharing, D
 struct FindCloser {
   void operator()(HANDLE search) const { FindClose(search); }
 };
-// A search for files that found at least one; null when there is none.
+// A file search that found at least one file; null when there is none.
 using FindHandle = std::unique_ptr<std::remove_pointer_t<HANDLE>, FindCloser>;
 
 struct ComReleaser {
@@ -60,7 +60,7 @@ struct TaskMemoryFreer {
 };
 using TaskText = std::unique_ptr<wchar_t, TaskMemoryFreer>;
 
-// The apartment of the calling thread, for as long as this lives.
+// Holds the calling thread in a COM apartment while this object lives.
 class ComApartment {
  public:
   ComApartment()

@@ -11,7 +11,7 @@
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
 
-// Texts, parts and positions are set only where they change: setting them anew repaints, which
+// Texts, parts and positions are set only when they change: setting them again repaints, which
 // flickers while the user drags or scrolls.
 namespace quillmere::platform {
 
@@ -49,7 +49,7 @@ bool showsStatus(UINT message) {
   }
 }
 
-// Of the status bar and of the slider in it, whose messages have numbers of their own.
+// Subclasses both the status bar and the slider in it; each has message numbers of its own.
 LRESULT CALLBACK statusBarProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR, DWORD_PTR) {
   if (showsStatus(message)) {
@@ -113,7 +113,7 @@ void showWaitingTitle() {
 }
 
 void invalidateMainWindow(bool erase) {
-  // A null window would mean every window of the desktop.
+  // A null window would invalidate every window on the desktop.
   if (mainWindow() != nullptr) InvalidateRect(mainWindow(), nullptr, erase);
 }
 
@@ -131,7 +131,7 @@ void fillStatusBarLater(void (*fill)()) {
   if (bar == nullptr) return;
   watchStatusBar(bar);
   if (std::exchange(windowHandles.fillStatusBar, fill) != nullptr) return;
-  // One pixel makes the bar paint; what is filled then invalidates what it changes.
+  // One invalid pixel makes the bar paint; filling it then invalidates what it changes.
   constexpr RECT kPixel{0, 0, 1, 1};
   InvalidateRect(bar, &kPixel, FALSE);
 }

@@ -10,8 +10,8 @@
 
 namespace quillmere::platform {
 
-// The section's memory is used row by row without gaps, whatever size the surface has by now; what
-// the section itself is told about rows and columns holds for the first size alone.
+// Rows follow each other in the section's memory without gaps, whatever the surface's current size;
+// the size that the section was created with is only the first one.
 struct PixelSurface {
   HBITMAP section = nullptr;
   void* bits = nullptr;  // belongs to the section
@@ -22,11 +22,11 @@ struct PixelSurface {
 
 namespace {
 
-constexpr std::int64_t kMostPixels = std::numeric_limits<std::int32_t>::max() / 4;
-// Surfaces up to this many pixels get memory for a page twice as large, which costs nothing until
+constexpr std::int64_t kMaximumPixels = std::numeric_limits<std::int32_t>::max() / 4;
+// Surfaces up to this many pixels reserve memory for a page twice as large; it costs nothing until
 // a zoom step uses it.
-constexpr std::int64_t kMostPixelsWithRoom = 4 << 20;
-constexpr int kRoom = 2;
+constexpr std::int64_t kMaximumPixelsWithReserve = 4 << 20;
+constexpr int kReserveFactor = 2;
 
 BITMAPINFO describe(int width, int height) {
   BITMAPINFO info{};
@@ -51,17 +51,18 @@ std::int64_t pixelCount(int width, int height) {
   return std::int64_t{width} * height;
 }
 
-// The memory of an ordinary page is kept for any smaller one; from there on it goes back when most
-// of it would lie idle.
+// Memory up to this size is kept for any smaller page; more than that is released when most of it
+// would be unused.
 constexpr std::int64_t kOrdinaryPixels = 4 << 20;
-constexpr std::int64_t kMostWaste = 8;
+constexpr std::int64_t kMaximumWasteFactor = 8;
 
-bool memoryServes(std::int64_t capacity, std::int64_t count) {
-  return count <= capacity && (capacity <= kOrdinaryPixels || count >= capacity / kMostWaste);
+bool memorySuits(std::int64_t capacity, std::int64_t count) {
+  return count <= capacity &&
+         (capacity <= kOrdinaryPixels || count >= capacity / kMaximumWasteFactor);
 }
 
-// Surfaces of ordinary pages that were given up: with a change of the document or the mode the
-// next ones are wanted at once. One for each pane.
+// Destroyed surfaces of ordinary pages, one for each pane, kept for reuse: after a change of
+// document or mode new ones are needed at once.
 PixelSurface* spares[2] = {};
 
 PixelSurface* takeSpare(int width, int height) {
@@ -85,11 +86,12 @@ bool keepAsSpare(PixelSurface* surface) {
 }  // namespace
 
 PixelSurface* createPixelSurface(int width, int height) {
-  if (width < 1 || height < 1 || pixelCount(width, height) > kMostPixels) return nullptr;
+  if (width < 1 || height < 1 || pixelCount(width, height) > kMaximumPixels) return nullptr;
   if (PixelSurface* spare = takeSpare(width, height)) return spare;
   auto* surface = new (std::nothrow) PixelSurface;
   if (surface == nullptr) return nullptr;
-  const int rows = pixelCount(width, height) <= kMostPixelsWithRoom ? kRoom * height : height;
+  const int rows =
+      pixelCount(width, height) <= kMaximumPixelsWithReserve ? kReserveFactor * height : height;
   surface->section = createSection(width, rows, &surface->bits);
   surface->capacity = pixelCount(width, rows);
   surface->width = width;
@@ -101,7 +103,7 @@ PixelSurface* createPixelSurface(int width, int height) {
 
 bool resizePixelSurface(PixelSurface* surface, int width, int height) {
   if (width < 1 || height < 1) return false;
-  if (!memoryServes(surface->capacity, pixelCount(width, height))) return false;
+  if (!memorySuits(surface->capacity, pixelCount(width, height))) return false;
   surface->width = width;
   surface->height = height;
   return true;

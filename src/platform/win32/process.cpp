@@ -59,7 +59,7 @@ bool openWithSystem(const std::u16string& target) {
   const ComApartment apartment;
   SHELLEXECUTEINFOW request{};
   request.cbSize = sizeof request;
-  request.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;  // the apartment ends with this call
+  request.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;  // the COM apartment ends with this call
   request.lpVerb = L"open";
   request.lpFile = wide(target);
   request.nShow = SW_SHOWNORMAL;

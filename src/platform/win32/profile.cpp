@@ -11,12 +11,12 @@ namespace {
 
 constexpr std::uint32_t kIntegerUnits = 64;
 
-// Whether the key is there and reads as `value`. Every write makes the system write the whole file
-// again, and the lists alone are some twenty keys that seldom change.
+// Whether the key exists and already has this value. For every write the system rewrites the whole
+// file, and the lists alone are some twenty keys that seldom change.
 bool alreadyReads(const std::u16string& section, const std::u16string& key,
                   const std::u16string& value, const std::u16string& path) {
   constexpr const wchar_t* kAbsent = L"\x01";
-  std::u16string found(value.size() + 2, u'\0');  // a longer value shows as longer
+  std::u16string found(value.size() + 2, u'\0');  // room to notice a longer value
   const DWORD length =
       GetPrivateProfileStringW(wide(section), wide(key), kAbsent, wideBuffer(found),
                                static_cast<DWORD>(found.size()), wide(path));
@@ -28,7 +28,7 @@ bool alreadyReads(const std::u16string& section, const std::u16string& key,
 
 std::int32_t readProfileInteger(const std::u16string& section, const std::u16string& key,
                                 std::int32_t fallback, const std::u16string& path) {
-  // Not the system's own integer call: it takes "0x10" and the like for other number systems.
+  // The system's own integer call would read "0x10" and the like in other bases.
   const std::u16string value = readProfileText(section, key, kIntegerUnits, path);
   return value.empty() ? fallback : leadingInteger(value);
 }

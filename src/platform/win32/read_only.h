@@ -8,8 +8,8 @@
 
 namespace quillmere::platform {
 
-// The system refuses to replace such files, but not every file server does, nor does Wine where it
-// runs with all rights; so whoever replaces a file asks first.
+// The system refuses to replace read-only files, but some file servers do not, nor does Wine
+// running as root. So check before replacing a file.
 inline bool isReadOnlyFile(const std::u16string& path) {
   const DWORD attributes = GetFileAttributesW(wide(path));
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;

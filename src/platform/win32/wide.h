@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-// The one place where the system's wide characters and UTF-16 units are taken for each other.
+// The one place that casts between the system's wide characters and UTF-16 units.
 namespace quillmere::platform {
 
 static_assert(sizeof(wchar_t) == sizeof(char16_t));
@@ -13,7 +13,8 @@ inline const wchar_t* wide(const std::u16string& text) {
   return reinterpret_cast<const wchar_t*>(text.c_str());
 }
 
-// Literals and other terminated text; a text made on the way would not live long enough.
+// For literals and other terminated text. The deleted overload rejects temporaries, whose pointer
+// would dangle.
 inline const wchar_t* wide(const char16_t* text) {
   return reinterpret_cast<const wchar_t*>(text);
 }
@@ -24,7 +25,7 @@ inline wchar_t* wideBuffer(std::u16string& text) {
   return reinterpret_cast<wchar_t*>(text.data());
 }
 
-// Units without a terminator; the length goes with them.
+// Units without a terminator; pass their number with them.
 inline const wchar_t* wideUnits(std::u16string_view text) {
   return reinterpret_cast<const wchar_t*>(text.data());
 }

@@ -31,7 +31,7 @@ struct WindowHandles {
   HWND findStatus = nullptr;
   std::u16string findStatusText;
   bool findStatusWaits = false;      // the label does not show it yet
-  HWND watchedFindStatus = nullptr;  // the one that is told of it so
+  HWND watchedFindStatus = nullptr;  // the label subclassed for that
   HWND findMatchCase = nullptr;
   HWND findWholeWord = nullptr;
   HWND stampPanel = nullptr;
@@ -42,13 +42,13 @@ struct WindowHandles {
   HFONT headerFont = nullptr;  // of the panel headers; owned by the main window
   HWND dialogs[kModelessDialogCount] = {};
   void (*layoutChildren)() = nullptr;  // puts the children in their places
-  // What the items of the menu bar show, by command. Whoever makes items anew empties it.
+  // What the items of the menu bar show, by command. Clear it when the items are created again.
   std::unordered_map<std::uint32_t, MenuItemState> menuItems;
-  bool placing = false;               // the main window is being put where it was stored to be
+  bool placing = false;               // the main window is being moved to its stored place
   std::u16string title;               // of the main window
-  bool titleWaits = false;            // it does not show it yet
-  void (*fillStatusBar)() = nullptr;  // called before the status bar shows anything next
-  HWND watchedStatusBar = nullptr;    // the one that is filled so
+  bool titleWaits = false;            // its caption does not show it yet
+  void (*fillStatusBar)() = nullptr;  // called before the status bar next shows anything
+  HWND watchedStatusBar = nullptr;    // the bar subclassed for that
   std::vector<std::u16string> statusTexts;
   std::vector<int> statusPartEdges;  // right ends in pixels
 };
@@ -61,18 +61,17 @@ std::u16string windowText(HWND window);
 // Posted to the main window; rebuilds the binder tree.
 inline constexpr UINT kBinderTreeRebuildMessage = WM_APP + 1;
 
-// Posted to the main window; deals with what had to wait.
+// Posted to the main window; handles what had to wait.
 inline constexpr UINT kWaitingWorkMessage = WM_APP + 201;
 
-// Posted to the main window, which answers it, and a question for its text, with
-// showWaitingTitle().
+// Posted to the main window, which calls showWaitingTitle() for it and when asked for its text.
 inline constexpr UINT kTitleMessage = WM_APP + 200;
 
-// Where the user moved the zoom slider to, also while the status bar waits to be filled with the
-// zoom of before.
+// Where the user moved the zoom slider to. Bypasses the subclass that fills a waiting status bar,
+// since filling it would move the slider back to the previous zoom.
 int zoomSliderPosition();
 
-// Gives the main window the title that it has yet to get, after invalid pages.
+// Sets a waiting title of the main window, after painting invalid pages.
 void showWaitingTitle();
 
 }  // namespace quillmere::platform
