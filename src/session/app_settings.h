@@ -22,7 +22,7 @@ using MarkupColorTable = std::array<ColorEntry, 7>;
 TextColorTable builtInTextColors();
 MarkupColorTable builtInMarkupColors();
 
-// Start-up policies that can also say "as last time".
+// Start-up policies that can also mean "as last time".
 enum PanScrollPolicy : std::uint32_t {
   kPanScrollOff = 0,
   kPanScrollOn = 1,
@@ -44,9 +44,9 @@ enum class WheelAction : std::uint32_t {
   Zoom = 3,
 };
 
-// Every setting of "quillmere.ini", with the values that hold without the file. Lists, panels and
-// the view that a section remembers for the next start live in the session itself; what stands here
-// for them is what the file said at the last start.
+// Every setting of "quillmere.ini", with its default. The live state of the panels, the view and
+// the loaded binders is in the session itself; the fields that remember it for the next start hold
+// what was last read or saved.
 struct AppSettings {
   // Defaults
   std::uint32_t defaultZoomMode = 0;
@@ -86,7 +86,7 @@ struct AppSettings {
   bool lastBinderPanelVisible = false;
   // Navigation
   std::uint32_t markupGroupingDefault = kMarkupsGrouped;
-  bool markupsUnderBookmarks = true;  // the grouping in force
+  bool markupsUnderBookmarks = true;  // the current grouping
   // Network
   std::int32_t openTimeoutSeconds = 3;
   // Security

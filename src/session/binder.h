@@ -9,7 +9,7 @@
 
 namespace quillmere {
 
-// The view in which one file of a binder was last seen.
+// How one file of a binder was last viewed.
 struct BinderEntry {
   std::int32_t page = 0;
   float panX = 0;
@@ -24,7 +24,7 @@ struct BinderEntry {
 struct BinderFile {
   std::u16string name;
   std::u16string path;                // empty for a binder with no file
-  std::vector<std::u16string> files;  // document paths as the file writes them
+  std::vector<std::u16string> files;  // document paths as written in the file
   std::unordered_map<std::u16string, BinderEntry, Fnv1aTextHash> views;  // by lower-cased path
   bool dirty = false;
   bool collapsed = false;

@@ -9,11 +9,11 @@
 
 namespace quillmere {
 
-// One node of the navigation tree. Where a bookmark leads is looked up when it is asked for: each
-// look-up can make PDFium walk the document's page tree.
+// One node of the navigation tree. A bookmark's target is looked up only when it is needed: each
+// look-up can make PDFium walk owned by the document page tree.
 struct BookmarkEntry {
   std::int32_t kind = 0;   // 0 for a bookmark
-  std::int32_t level = 1;  // of its row, from 1; what lies below it follows with higher levels
+  std::int32_t level = 1;  // of its row, from 1; its descendants follow with higher levels
   std::int32_t page = -1;  // zero-based target; -1 without a destination
   bool hasY = false;
   double y = 0;  // vertical target in page points
@@ -24,11 +24,11 @@ struct BookmarkEntry {
 
 inline constexpr double kNoBookmarkY = 1e18;
 
-// The nodes once more, in the order of the tree, with their rows.
+// The same nodes in tree order, with their rows.
 struct BookmarkOrderEntry {
   std::int32_t page = -1;
-  double y = kNoBookmarkY;                       // likewise without a vertical target
-  platform::TreeRow row = platform::kNoTreeRow;  // kNoTreeRow until what holds it was expanded
+  double y = kNoBookmarkY;                       // kNoBookmarkY without a vertical target
+  platform::TreeRow row = platform::kNoTreeRow;  // kNoTreeRow until its parent was expanded
 };
 
 }  // namespace quillmere

@@ -2,48 +2,48 @@
 
 #include <fpdfview.h>
 
-// What the rooms report when they have changed something that is shown elsewhere. app/changes.cpp
-// brings everything that follows up to date, at once and in the order that stands there. Nothing
-// that it calls may report a change in turn.
+// What the rooms report when they change something that is shown elsewhere. app/changes.cpp updates
+// everything that depends on it, immediately and in the order listed there. Nothing that it calls
+// may itself report a change.
 namespace quillmere {
 
-// A pane has come to another page, or reads its page anew.
+// A pane went to another page, or reloaded its page.
 void pageShown(int pane);
 
-// What a pane shows of its page has changed: panned, selected, drawn anew.
+// A pane's picture of its page changed: it was panned, rendered again, or its selection changed.
 void pictureChanged();
 
-// The active pane has another zoom.
+// The active pane's zoom changed.
 void zoomChanged();
 
-// Panes have new sizes and were laid out anew.
+// The panes were laid out with new sizes.
 void panesLaidOut();
 
-// Commands act on the other pane now.
+// Commands now act on the other pane.
 void activePaneChanged();
 
-// The pane's document or page has other pending turns.
+// The pending turns of the pane's document or of its page changed.
 void turnsChanged(int pane);
 
 // A markup of the document's page (zero-based) was made or removed, or its note changed.
 void markupsChanged(FPDF_DOCUMENT document, int page);
 
-// What the search found, or where it stands, has changed.
+// The search results or the current hit changed.
 void hitsChanged();
 
-// Documents or the mode are about to change: search and selection belong to what goes.
+// Documents or the mode are about to change, so the search and the selection must end.
 void documentsLeaving();
 
-// Other documents are open, or other panes show them.
+// Documents were opened, closed or moved to another pane.
 void documentsChanged();
 
-// The navigation tree has to show another outline, or another grouping.
+// The navigation tree must show another outline or another grouping.
 void outlineChanged();
 
-// Commands are enabled or checked differently.
+// Which commands are enabled or checked changed.
 void commandsChanged();
 
-// Files of binders were found missing or present.
+// Files listed in binders were found to be missing or available.
 void binderFilesChanged();
 
 }  // namespace quillmere

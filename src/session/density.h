@@ -2,16 +2,16 @@
 
 #include <cstdint>
 
-// Pixel constants are those of a screen with 96 pixels an inch; here they become pixels of the
-// window's own screen.
+// Pixel constants are given at 96 DPI; these functions convert them to pixels of the window's
+// screen.
 namespace quillmere {
 
-// A length at 96 pixels an inch, in pixels of the window's screen. The identity at 96.
+// A length given at 96 DPI, in pixels of the window's screen. The identity at 96.
 int scaled(int pixels);
-// The inverse, for widths that the settings keep.
+// The inverse, for widths stored in the settings.
 int unscaled(int pixels);
 
-// Moves the session to a screen of `dpi` pixels an inch; panels keep their width to the eye.
+// Switches the session to a screen of `dpi` dots per inch; panels keep their apparent width.
 void changeDensity(std::int32_t dpi);
 
 }  // namespace quillmere

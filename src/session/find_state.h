@@ -13,7 +13,7 @@ struct FindResult {
   std::int32_t count = 0;
 };
 
-// What the last search found. An empty query means that no search is in force.
+// The results of the last search. An empty query means that no search is active.
 struct FindState {
   std::u16string query;
   std::vector<FindResult> results;  // ordered by page, then by start

@@ -2,7 +2,8 @@
 
 #include <cstdint>
 
-// What the mouse has begun over the main window and not yet ended. Places are client pixels.
+// The mouse drag or partial wheel step in progress over the main window. Positions are in client
+// pixels.
 namespace quillmere {
 
 // The drags of the main window; one at a time. app/mouse.cpp has the table of what each does.
@@ -23,18 +24,18 @@ struct GestureState {
   std::int32_t start = 0;  // the dragged width or position when the drag began, in pixels
 };
 
-// Less than a notch of wheel movement that page turns and zoom steps still wait for, and where it
-// was gathered.
+// Wheel movement too small for a page turn or zoom step so far, with the pane and the modifier keys
+// that it was collected for.
 struct WheelGathering {
   std::int32_t delta = 0;
   std::int32_t pane = -1;
   unsigned modifiers = 0;
 };
 
-// Takes the mouse for a drag.
+// Captures the mouse for a drag.
 void beginGesture(Gesture kind, int x, int y, int start = 0);
 
-// Gives the mouse back. False, with nothing done, when another drag or none is going on.
+// Releases the mouse. False, and nothing happens, unless this kind of drag is in progress.
 bool endGesture(Gesture kind);
 
 }  // namespace quillmere

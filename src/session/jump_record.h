@@ -6,7 +6,7 @@
 
 namespace quillmere {
 
-// Where a reader stood before a jump: page and view of one pane.
+// Where the reader was before a jump: page and view of one pane.
 struct JumpRecord {
   std::int32_t page = 0;
   float panX = 0;

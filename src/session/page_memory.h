@@ -1,18 +1,18 @@
 #pragma once
 
-// Keeps the memory that turning pages takes level. PDFium holds on to everything it has read until
-// the document is closed.
+// Keeps memory use level while pages are turned. Left alone, PDFium holds on to everything it has
+// read until the document is closed.
 namespace quillmere {
 
 inline constexpr int kPagesBetweenReleases = 64;
 
-// Counts a page that the pane has read. Every so many pages, what PDFium read of the pages that
-// were left is given back, to be read again when it is needed. A document that was altered in memory
-// keeps everything, and so does one that is too short to fill the memory. Handles of links, actions
-// and destinations do not outlive this.
+// Counts a page that the pane has loaded. Every so many pages, PDFium frees what it parsed for
+// pages that are no longer open and reads it again when needed. A document altered in memory keeps
+// everything, as does one too short to matter. Handles of links, actions and destinations become
+// invalid.
 void notePageRead(int pane);
 
-// The same after many pages of the pane's document were read one after the other.
+// The same, at once, after many pages of the pane's document were read in a row.
 void noteDocumentRead(int pane);
 
 }  // namespace quillmere

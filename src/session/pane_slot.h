@@ -15,9 +15,9 @@ namespace quillmere {
 // Pending clockwise quarter turns by zero-based page; only the low two bits count.
 using PageRotations = std::map<std::int32_t, std::uint32_t>;
 
-// One of the two places where a page is shown. Its part as a slot for a document, and
-// `pageRotations`, are used in TwoDocuments alone; in the other modes `ActiveDocument` stands for
-// both panes. Everything else holds in every mode.
+// One of the two places where a page is shown. The inherited document slot and `pageRotations` are
+// used only in TwoDocuments; in the other modes `ActiveDocument` serves both panes. Everything else
+// is used in every mode.
 struct PaneSlot : DocumentSlot {
   std::int32_t currentPage = 0;  // zero-based
   float zoom = 1.0f;             // pixels per PDF point
@@ -39,10 +39,11 @@ struct PaneSlot : DocumentSlot {
 
   PageHandle page;  // the open page; null when no page is loaded
   // Zero-based number of the open page, -1 without one. Entering Book on the last page lowers
-  // `currentPage` and leaves this page open, so what acts on a page's contents goes by this number.
+  // `currentPage` and leaves this page open, so code that acts on a page's contents uses this
+  // number.
   std::int32_t openPage = -1;
-  TextOfPage textPage;         // null together with `page`, or when loading it failed
-  std::int32_t pagesRead = 0;  // since memory was last given back
+  TextOfPage textPage;         // null when `page` is null or loading failed
+  std::int32_t pagesRead = 0;  // since memory was last released
 
   std::vector<JumpRecord> backHistory;     // most recent last
   std::vector<JumpRecord> forwardHistory;  // most recent last

@@ -7,8 +7,8 @@
 #include <memory>
 #include <type_traits>
 
-// Owners of PDFium's handles. Where a record holds several of them, it declares them in the order
-// document, page, text page, so that they close in the reverse.
+// RAII owners of PDFium's handles. A record with several of them declares them in the order
+// document, page, text page, so that they close in reverse.
 namespace quillmere {
 
 struct DocumentCloser {
@@ -25,20 +25,19 @@ using DocumentHandle = std::unique_ptr<std::remove_pointer_t<FPDF_DOCUMENT>, Doc
 using PageHandle = std::unique_ptr<std::remove_pointer_t<FPDF_PAGE>, PageCloser>;
 using TextPageHandle = std::unique_ptr<std::remove_pointer_t<FPDF_TEXTPAGE>, TextPageCloser>;
 
-// The text page of an open page. It is loaded when it is first asked for, since showing a page does
-// not need it.
+// The text page of an open page. It is loaded on first use, since showing a page does not need it.
 class TextOfPage {
  public:
   TextOfPage() = default;
   TextOfPage(const TextOfPage&) = delete;
   TextOfPage& operator=(const TextOfPage&) = delete;
 
-  // From now on that of another page, which it must not outlive; null for none.
+  // Switches to another page, which must outlive this object; null for none.
   void reset(FPDF_PAGE page = nullptr) {
     textPage_.reset();
     unread_ = page;
   }
-  // Null without a page, and when loading failed.
+  // Null without a page or when loading failed.
   FPDF_TEXTPAGE get() const {
     if (unread_ != nullptr) textPage_.reset(FPDFText_LoadPage(unread_));
     unread_ = nullptr;

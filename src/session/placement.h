@@ -4,8 +4,8 @@
 
 namespace quillmere {
 
-// A stamp or text drop on a page. What it shows and where comes with the records that are read from
-// and written to annotations; the session needs to know which ones the document does not hold yet.
+// A stamp or text placed on a page. Its content and position belong to its annotation; the session
+// only needs to know which placements the document does not have yet.
 struct Placement {
   std::int32_t annotIndex = -1;  // in the page's annotation list; -1 while it is pending
 };

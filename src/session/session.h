@@ -24,14 +24,14 @@
 namespace quillmere {
 
 enum class ViewMode : std::uint32_t {
-  SinglePage = 0,        // one document, pane 0 alone
+  SinglePage = 0,        // one document, pane 0 only
   Book = 1,              // one document, page n left and n + 1 right, turning together
   IndependentPages = 2,  // one document, each pane on a page of its own
   TwoDocuments = 3,      // each pane owns a document
 };
 
-// All that the user-interface thread knows. Nothing else reads it. Each group names the files that
-// write it; the others read.
+// The state of the user-interface thread; no other thread reads it. Each group names the files that
+// write it; all others only read.
 struct SessionState {
   SessionState() = default;
   SessionState(const SessionState&) = delete;
@@ -39,21 +39,22 @@ struct SessionState {
 
   // The process. Written by main.cpp and app/startup.cpp.
   bool viewerRole = false;      // set once at start: a read-only process
-  bool ownsPrimaryName = true;  // false beside another main window, which owns the shared files
+  bool ownsPrimaryName = true;  // false when another main window owns the shared files
 
-  // What is being asked, and what waits for the answer. Written by session/waiting_opens.cpp and by
-  // documents/open_requests.cpp, which opens what waits.
-  std::int32_t documentWork = 0;          // guards that are alive
+  // Open dialogs, and what waits until they are answered. Written by session/waiting_opens.cpp and
+  // by documents/open_requests.cpp, which opens what waits.
+  std::int32_t documentWork = 0;          // DocumentWork guards alive
   std::vector<WaitingOpen> waitingOpens;  // what arrived meanwhile
   bool closeWaits = false;                // the main window was asked to close meanwhile
 
-  // Documents, panes and the mode. Written by documents/, session/document_slots.cpp, and for what
-  // a pane shows by view/.
+  // Documents, panes and the mode. Written by documents/ and session/document_slots.cpp, and what a
+  // pane shows by view/.
   ViewMode viewMode = ViewMode::SinglePage;
   std::int32_t activePane = 0;  // the pane that commands act on
-  // Files of documents that were read whole, which PDFium reads from as long as they are open.
+  // Bytes of documents that were loaded from memory; PDFium reads them while the documents are
+  // open.
   std::unordered_map<FPDF_DOCUMENT, std::vector<std::uint8_t>, Fnv1aPointerHash> documentKeptBuffer;
-  ActiveDocument active;  // stands before the panes, whose pages must close first
+  ActiveDocument active;  // declared before the panes, whose pages must close first
   PaneSlot panes[2];
   // Lower-cased document path to the path of the binder that it was opened from.
   std::unordered_map<std::u16string, std::u16string, Fnv1aTextHash> documentBinders;
@@ -63,13 +64,13 @@ struct SessionState {
   std::int32_t paneDividerPosition = 0;  // client x of the divider; 0 means centred
   std::int32_t lastPaneWidth[2] = {-1, -1};
 
-  // The view that Book took over. Written by view/panes.cpp and documents/modes.cpp.
-  bool bookOverrideActive = false;  // the view of the panes was saved on entering Book
+  // The view before Book mode changed it. Written by view/panes.cpp and documents/modes.cpp.
+  bool bookOverrideActive = false;  // the panes' view was saved on entering Book
   float bookOverrideZoom[2] = {1, 1};
   float bookOverridePanX[2] = {0, 0};
   float bookOverridePanY[2] = {0, 0};
   ZoomMode bookOverrideZoomMode[2] = {kFitPage, kFitPage};
-  PixelRect bookOverridePane[2];  // where the panes were then; empty for one that was not shown
+  PixelRect bookOverridePane[2];  // the panes' areas then; empty for a hidden one
 
   // Panels and bars. Written by panels/, nav/find_bar.cpp, store/settings.cpp, app/viewer_role.cpp
   // and session/density.cpp; the placeholders by painting.
@@ -85,7 +86,7 @@ struct SessionState {
 
   // Stamps and text on pages. Written by annot/.
   std::map<std::int32_t, std::vector<Placement>> placements;  // by zero-based page
-  FPDF_DOCUMENT placementDocument = nullptr;                  // where they came from; not owned
+  FPDF_DOCUMENT placementDocument = nullptr;                  // their document; not owned
   std::int32_t selectedPlacementPage = -1;
   std::int32_t selectedPlacementIndex = -1;
 
@@ -96,7 +97,7 @@ struct SessionState {
 
   // The markups of one document, in reading order. Written by annot/markup_list.cpp.
   std::vector<MarkupEntry> markupList;
-  FPDF_DOCUMENT markupListDocument = nullptr;  // that they are of; not owned, null for none
+  FPDF_DOCUMENT markupListDocument = nullptr;  // the document; not owned, null for none
 
   // The navigation tree: its nodes by number, and in the tree's order. Written by
   // nav/bookmarks.cpp.
@@ -112,13 +113,13 @@ struct SessionState {
   // Settings and the data folder. Written by store/, and by the commands that change a setting.
   AppSettings settings;
   bool settingsFileSeeded = false;  // this process has tried to make the settings file
-  bool restoringBinders = false;    // the list of loaded binders is not to be saved now
+  bool restoringBinders = false;    // do not save the list of loaded binders now
   std::u16string stampsFolder;      // with a trailing backslash; empty when there is no data folder
   std::u16string bindersFolder;     // likewise
   std::u16string shelveFolder;      // likewise
 
   // Written by integration/update_check.cpp.
-  std::u16string latestVersion;       // newer than this one; empty before a check found it
+  std::u16string latestVersion;       // newer than this one; empty until a check finds one
   std::u16string latestInstallerUrl;  // of the manifest that installs it
 
   // Binders and unsaved work. Written by store/ and documents/.
@@ -130,11 +131,11 @@ struct SessionState {
 // The one record of the process.
 extern SessionState session;
 
-// Puts the session into its start state, closing what it holds in the order that PDFium needs.
+// Resets the session to its initial state, closing what it holds in the order that PDFium needs.
 void resetSession();
 
-// Where the document of a pane lives depends on the mode alone: in the pane itself in TwoDocuments,
-// in `session.active` otherwise. Everybody goes through these.
+// Where a pane's document is kept depends only on the mode: in the pane itself in TwoDocuments, in
+// `session.active` otherwise. Always use these accessors.
 bool inTwoDocuments();
 DocumentSlot& documentSlotOf(int pane);
 FPDF_DOCUMENT documentOf(int pane);
@@ -143,13 +144,13 @@ std::u16string& pathOf(int pane);
 bool& dirtyOf(int pane);
 PageRotations& pageRotationsOf(int pane);
 
-// True when the active pane's document has edits, placements or rotations that its file lacks.
+// True when the active pane's document has edits, placements or rotations that are not in its file.
 bool hasUnsavedChanges();
 
-// True when `document` has placements that its annotations lack.
+// True when `document` has placements that are not annotations of it yet.
 bool placementsPending(FPDF_DOCUMENT document);
 
-// Rotations are counted in quarter turns clockwise; whole turns count as none.
+// Rotations are counted in clockwise quarter turns; full turns count as none.
 inline constexpr std::uint32_t kQuarterTurnBits = 3;
 // True when the pane's document as a whole has pending quarter turns.
 bool documentRotationPending(const PaneSlot& pane);
@@ -165,15 +166,15 @@ void freePaneBitmap(int pane);
 // Both of the above.
 void dropPaneView(int pane);
 
-// Opens the page `index`, clamped to the document, as the pane's page, with its text page. Without
-// a document nothing happens; a page that cannot be loaded leaves the pane without one.
+// Opens page `index`, clamped to the document, as the pane's page, with its text page. Does nothing
+// without a document; the pane has no page when it cannot be loaded.
 void loadPane(int pane, std::int32_t index);
 
-// Empties the lists of one pane, or of both.
+// Empties the back and forward lists of one pane, or of both.
 void clearJumpHistories(int pane);
 void clearJumpHistories();
 
-// Makes a pane the one that commands act on. Placements stay with the document that has them.
+// Makes `pane` the one that commands act on. Placements stay with their document.
 void setActivePane(int pane);
 
 }  // namespace quillmere

@@ -8,7 +8,7 @@ namespace quillmere {
 // Unsaved changes of one document, kept as a copy under a private name.
 struct ShelfEntry {
   std::u16string path;           // lower-cased path of the document
-  bool dirty = false;            // it holds changes that have not reached the document
+  bool dirty = false;            // it holds changes that are not in the document's file
   std::u16string shelfName;      // base name of the copy; empty when there is none
   std::uint64_t sourceSize = 0;  // bytes of the document when the copy was made; 0 unknown
   std::uint64_t sourceTime = 0;  // its last-write time in 100-nanosecond ticks; 0 unknown

@@ -4,7 +4,8 @@
 
 namespace quillmere {
 
-// Selected characters of one pane's page, in PDFium's numbering; endChar may lie before anchorChar.
+// Selected characters of one pane's page, in PDFium's numbering; endChar may be less than
+// anchorChar.
 struct TextSelection {
   bool active = false;
   std::int32_t pane = -1;        // -1 when there is none

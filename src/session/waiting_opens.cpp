@@ -14,7 +14,7 @@ DocumentWork::~DocumentWork() {
   if (!session.waitingOpens.empty() || session.closeWaits) platform::postWaitingWork();
 }
 
-// What comes while others still wait for their turn opens after them.
+// A new open must queue behind those that already wait.
 bool openMustWait(const WaitingOpen& open) {
   if (session.documentWork == 0 && session.waitingOpens.empty()) return false;
   session.waitingOpens.push_back(open);
