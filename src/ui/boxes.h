@@ -6,8 +6,8 @@
 #include "platform/file_dialog.h"
 #include "platform/message_box.h"
 
-// Every box and file dialog of the program. While one is up, files that arrive wait, since what it
-// asks about must not change under it.
+// Every box and file dialog of the program. While one is up, files that arrive must wait, since
+// what it asks about must not change meanwhile.
 namespace quillmere {
 
 using platform::BoxAnswer;
@@ -20,11 +20,11 @@ using platform::OpenDialogRequest;
 BoxAnswer showBox(const std::u16string& text, const std::u16string& title, BoxButtons buttons,
                   BoxIcon icon, BoxOwner owner = BoxOwner::MainWindow);
 
-// A box that only tells something, under the program's own title.
+// Shows a message in a box titled with the program's name.
 void tell(const std::u16string& text, BoxIcon icon);
 
-// Asks for existing files. Full paths in the order of the dialog; empty when the user cancelled or
-// the dialog could not be shown.
+// Asks for existing files. Returns full paths in the dialog's order; empty when the user cancelled
+// or the dialog could not be shown.
 std::vector<std::u16string> askForFiles(const OpenDialogRequest& request);
 
 }  // namespace quillmere

@@ -8,7 +8,7 @@ struct HFONT__;
 // Small dialogs made by hand: plain windows with child controls that run a modal loop of their own.
 namespace quillmere {
 
-// A dialog while it is open, and the guard against opening it twice.
+// The state of a dialog while it is open; it also prevents opening the dialog twice.
 struct ModalDialog {
   HWND__* window = nullptr;  // null when it is closed
   HWND__* owner = nullptr;   // the window that it disables
@@ -20,24 +20,24 @@ struct ModalDialog {
 struct ModalDialogDesign {
   const wchar_t* className = nullptr;
   const wchar_t* title = nullptr;
-  int clientWidth = 0;   // pixels at 96 an inch, as are those of its controls
+  int clientWidth = 0;   // pixels at 96 DPI, as are those of its controls
   int clientHeight = 0;  // likewise
   std::int32_t cancelResult = 0;
 
   // Makes the controls as children of `dialog.window` and returns the one that gets the focus.
   HWND__* (*createControls)(ModalDialog& dialog, void* context) = nullptr;
-  // Handles a command from a control, and says so by true; a choice ends with endModalDialog. Null
-  // when Cancel is all there is.
+  // Handles a command from a control; true when it was handled. Calls endModalDialog to close the
+  // dialog with a result. Null when there is only Cancel.
   bool (*handleCommand)(ModalDialog& dialog, std::uint16_t id, std::uint16_t notification,
                         void* context) = nullptr;
   void* context = nullptr;
 };
 
-// Shows the dialog and blocks until it is closed; the result is what it was ended with. While it is
-// open already, and when Windows refuses, the cancel value comes back at once.
+// Shows the dialog, blocks until it is closed and returns its result. Returns the cancel value at
+// once when the dialog is already open or Windows refuses to make it.
 std::int32_t runModalDialog(ModalDialog& dialog, const ModalDialogDesign& design, HWND__* owner);
 
-// Stores the result and asks the dialog to close once the present message is done.
+// Stores the result and asks the dialog to close once the current message is done.
 void endModalDialog(ModalDialog& dialog, std::int32_t result);
 
 }  // namespace quillmere

@@ -23,7 +23,7 @@ OpenDialog* openDialogOf(HWND window) {
   return reinterpret_cast<OpenDialog*>(GetWindowLongPtrW(window, GWLP_USERDATA));
 }
 
-// The owner is enabled before the dialog goes, so that Windows does not activate another program.
+// The owner must be enabled before the dialog is destroyed, or Windows activates another program.
 void closeDialog(ModalDialog& dialog) {
   EnableWindow(dialog.owner, TRUE);
   DestroyWindow(dialog.window);
@@ -124,7 +124,7 @@ void showControls(OpenDialog& open) {
   SetFocus(focused);
 }
 
-// Until the window has gone. A request to quit belongs to the main loop and is handed on.
+// Runs until the window is gone. A quit message belongs to the main loop and is posted again.
 void runLoop(ModalDialog& dialog) {
   MSG message{};
   while (dialog.window != nullptr) {
