@@ -36,7 +36,7 @@ int LoadBinder(const std::u16string&) {
   return kNoBinder;
 }
 
-// Views are kept in binder files, and none is loaded.
+// Views are kept in binder files, which are not read yet.
 void SaveCurrentView(int) {}
 
 }  // namespace quillmere

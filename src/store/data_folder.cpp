@@ -12,8 +12,8 @@ namespace quillmere {
 
 namespace {
 
-// Little-endian UTF-16. A file without it is kept in the system's code page, which would lose paths
-// that the code page does not know.
+// Byte order mark of little-endian UTF-16. The system keeps a file without it in its code page,
+// which would lose paths with characters outside the code page.
 constexpr std::array<std::uint8_t, 2> kUtf16Mark = {0xFF, 0xFE};
 
 std::u16string makeDataFolder(std::u16string_view name) {

@@ -4,15 +4,15 @@
 
 namespace quillmere {
 
-// The folder of everything that the program keeps for this user, with a trailing backslash. Made
-// when missing. Empty when the system does not tell where such folders lie.
+// The folder for everything that the program keeps for this user, with a trailing backslash. Made
+// when missing. Empty when the system names no such folder.
 std::u16string GetAppDataFolder();
 
-// The settings file in that folder; empty when there is no folder. The first call of a process that
-// may write makes the file with the mark that keeps it in UTF-16.
+// The settings file in that folder; empty when there is no folder. The first call in a process that
+// may write makes the file, with the mark that keeps it in UTF-16.
 std::u16string GetIniPath();
 
-// Makes the settings file with that mark where none exists, once in a process. For those who write
+// Makes the settings file with that mark if there is none, once in a process. For code that writes
 // to it in a process that otherwise does not.
 void seedIniFile(const std::u16string& iniPath);
 

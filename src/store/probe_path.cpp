@@ -9,7 +9,7 @@ namespace quillmere {
 
 namespace {
 
-// Shared by the caller and the probing thread; whoever lets go last frees it.
+// Shared by the caller and the probing thread; the last to release it frees it.
 struct ProbeJob {
   std::u16string path;
   std::uint32_t attributes = platform::kInvalidAttributes;
@@ -52,7 +52,7 @@ ProbeResult probeNetworkPath(const std::u16string& path, std::uint32_t timeoutMi
   job->path = path;
   job->doneEvent = event;
   if (!platform::startDetachedThread(probeOnThread, job)) {
-    job->references = 1;  // there is no thread to hold the other one
+    job->references = 1;  // no thread took the other one
     release(job);
     return judgeNetworkQuery(platform::queryAttributes(path));
   }

@@ -7,8 +7,8 @@ namespace quillmere {
 
 enum class ProbeResult : std::int32_t { Available = 0, Missing = 1, Unavailable = 2 };
 
-// Whether a file can be reached. A network path is asked for on another thread and counts as
-// unavailable when no answer comes within the time; a local one is asked for at once.
+// Finds out whether a file can be reached. A network path is probed on another thread and counts as
+// unavailable when no answer comes in time; a local one is probed directly.
 ProbeResult probePath(const std::u16string& path, std::uint32_t timeoutMilliseconds);
 
 }  // namespace quillmere

@@ -81,7 +81,7 @@ void restoreBinders(const std::u16string& path) {
     if (platform::fileExists(binder)) LoadBinder(binder);
   }
   session.restoringBinders = false;
-  // A binder file that has gone drops out of the list here.
+  // This drops binder files that no longer exist from the list.
   SaveBinderList();
 }
 
@@ -100,7 +100,7 @@ void rememberLiveState() {
       static_cast<std::int32_t>(session.leftPanelSplit * kSplitUnits + 0.5f);
 }
 
-// Rows of the table up to and with those of `section`.
+// The number of table rows up to and including those of `section`.
 std::size_t rowsThrough(std::u16string_view section) {
   const std::span<const SettingRow> table = settingsTable();
   std::size_t end = table.size();

@@ -16,7 +16,7 @@ constexpr std::uint32_t kValueBufferUnits = 16;
 constexpr std::size_t kNameUnits = 31;
 constexpr std::size_t kValueUnits = 7;
 
-// The digit's value; 16 for a unit that is no hexadecimal digit.
+// The digit's value; 16 for a unit that is not a hexadecimal digit.
 std::uint32_t hexDigit(char16_t unit) {
   if (unit >= u'0' && unit <= u'9') return unit - u'0';
   if (unit >= u'a' && unit <= u'f') return unit - u'a' + 10u;

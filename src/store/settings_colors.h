@@ -10,14 +10,14 @@
 namespace quillmere {
 
 // The channels of a color written as "#" and exactly six hexadecimal digits; the name stays empty.
-// Nothing for any other text.
+// Returns nullopt for any other text.
 std::optional<ColorEntry> parseColorValue(std::u16string_view text);
 
 // A color's channels as "#RRGGBB".
 std::u16string colorValueText(const ColorEntry& color);
 
 // Reads one section of colors over `table`. A row without a name or with a malformed value keeps
-// what the table had, which is written to the file in its place, except in a viewer.
+// the table's colour, which then replaces it in the file, except in a viewer.
 void LoadColorTable(const std::u16string& iniPath, const std::u16string& section,
                     std::span<ColorEntry> table);
 

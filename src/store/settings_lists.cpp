@@ -15,7 +15,7 @@ namespace quillmere {
 
 namespace {
 
-// So many path keys are written at least, empty ones behind the last path.
+// At least this many path keys are written, with empty values after the last path.
 constexpr std::int32_t kPathKeysKept = 20;
 
 }  // namespace

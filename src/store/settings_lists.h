@@ -7,11 +7,11 @@
 
 namespace quillmere {
 
-// The paths of a list, without the empty ones; not looked for on the disk.
+// The non-empty paths of a list; whether the files exist is not checked.
 std::vector<std::u16string> readPathList(const PathListRow& list, const std::u16string& iniPath);
 
-// Writes the list's length and its paths, and empties the keys that a longer list left behind, as
-// far as the first twenty.
+// Writes the list's length and its paths, and empties those of the first twenty keys that a longer
+// list left behind.
 void writePathList(const PathListRow& list, const std::vector<std::u16string>& paths,
                    const std::u16string& iniPath);
 

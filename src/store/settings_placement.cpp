@@ -16,7 +16,7 @@ constexpr std::int32_t kLeastWidth = 400;
 constexpr std::int32_t kLeastHeight = 300;
 constexpr std::int32_t kNoPosition = -1;
 
-// The file may hold any number, so the far edge may lie beyond what the system can express.
+// The file may hold any number, so computing the far edge may overflow.
 std::int32_t farEdge(std::int32_t start, std::int32_t length) {
   const std::int64_t edge = std::int64_t{start} + length;
   return static_cast<std::int32_t>(
@@ -36,7 +36,7 @@ StoredPlacement fitToWorkArea(const StoredPlacement& stored, const platform::Scr
       std::min(stored.width, std::max(workArea.right - workArea.left - 2 * kEdge, kLeastWidth));
   fitted.height =
       std::min(stored.height, std::max(workArea.bottom - workArea.top - 2 * kEdge, kLeastHeight));
-  // The far edge is looked at last, so it wins where both cannot be had.
+  // The far edge is applied last, so it wins when both cannot be kept.
   fitted.x =
       std::min(std::max(stored.x, workArea.left + kEdge), workArea.right - fitted.width - kEdge);
   fitted.y =

@@ -6,7 +6,7 @@
 
 namespace quillmere {
 
-// A window's normal position as the settings keep it, in pixels.
+// A window's normal position as stored in the settings, in pixels.
 struct StoredPlacement {
   std::int32_t x = 0;
   std::int32_t y = 0;
@@ -15,15 +15,15 @@ struct StoredPlacement {
 };
 
 // The position moved and shrunk so that the window stays clear of the work area's edges. A window
-// smaller than the least size keeps its size; on a work area too small for that size the window
-// ends clear of the right and bottom edges and goes beyond the others.
+// below the minimum size keeps its size; on a work area too small for that size the window stays
+// clear of the right and bottom edges and extends beyond the others.
 StoredPlacement fitToWorkArea(const StoredPlacement& stored, const platform::ScreenRect& workArea);
 
-// Puts the main window where it was last time, on the nearest screen. Without effect in a viewer,
-// without a stored position, and before the window exists.
+// Puts the main window where it was last time, on the nearest screen. Does nothing in a viewer,
+// without a stored position, or before the window exists.
 void placeMainWindowFromSettings();
 
-// Takes the main window's position into the settings. False when it does not tell one.
+// Stores the main window's position in the settings. False when the position is not known.
 bool rememberMainWindowPlacement();
 
 }  // namespace quillmere

@@ -10,13 +10,13 @@
 // The settings file as data: what it holds, how each number is checked, and where it goes.
 namespace quillmere {
 
-// How a number of the file is understood. Unsigned makes "-1" the largest value of all.
+// How a number in the file is read. Unsigned makes "-1" the largest value of all.
 enum class SettingType { Unsigned, Signed, Bool };
 
 enum class RangeRule {
-  Any,      // every number is taken
+  Any,      // every number is accepted
   Replace,  // a number above `high`, or below zero, becomes `replacement`
-  Clamp,    // a number is held to `low` .. `high`
+  Clamp,    // a number is limited to `low` .. `high`
 };
 
 struct SettingRange {
@@ -27,8 +27,8 @@ struct SettingRange {
 };
 
 enum class SettingSave {
-  WithTheRest,  // by every whole save
-  OnItsOwn,     // only by the event that changes it
+  WithTheRest,  // by every full save
+  OnItsOwn,     // only when it changes
 };
 
 // One number of the file.
@@ -38,27 +38,27 @@ struct SettingRow {
   SettingType type;
   std::int32_t fallback;  // what an absent key reads as
   SettingRange range;
-  std::int32_t (*get)(const AppSettings&);        // unsigned values by their bits
+  std::int32_t (*get)(const AppSettings&);        // unsigned values as the same bits
   void (*set)(AppSettings&, std::int32_t value);  // `value` is within the range
   SettingSave save = SettingSave::WithTheRest;
 };
 
-// Every number, in the order in which a whole save writes them.
+// Every number, in the order in which a full save writes them.
 std::span<const SettingRow> settingsTable();
 
-// The row of a key; null when there is none of that spelling.
+// The row of a key; null when no row has that exact spelling.
 const SettingRow* findSetting(std::u16string_view section, std::u16string_view key);
 
-// What a number of the file counts as.
+// The value that a number in the file stands for, once it is checked.
 std::int32_t settingInRange(const SettingRow& row, std::int32_t number);
 
-// Written only when the window tells where it is.
+// Written only when the window's position is known.
 inline constexpr const char16_t* kWindowSection = u"Window";
 
 // A numbered list of paths: keys "Count" and "Path0", "Path1" and so on.
 struct PathListRow {
   const char16_t* section;
-  std::int32_t maximumCount;  // the largest "Count" that is believed
+  std::int32_t maximumCount;  // a larger "Count" is cut to this
 };
 
 inline constexpr PathListRow kRecentFilesList = {u"RecentFiles", 20};

@@ -6,7 +6,7 @@
 
 namespace quillmere {
 
-// Nothing is shelved yet, so that no index exists to be read.
+// Nothing is shelved yet, so there is no index to read.
 void LoadShelfIndex() {}
 
 std::u16string ShelfFilePath(const std::u16string& shelfName) {

@@ -10,10 +10,10 @@ namespace quillmere {
 // Reads the index of shelved documents.
 void LoadShelfIndex();
 
-// The copy that stands for `shelfName`; empty without a data folder or a name.
+// The path of the copy named `shelfName`; empty without a data folder or a name.
 std::u16string ShelfFilePath(const std::u16string& shelfName);
 
-// The entry of a document; null when nothing of it is shelved. Valid until the index changes.
+// The entry of a document; null when it has none. Valid until the index changes.
 const ShelfEntry* shelfEntryOf(const std::u16string& path);
 
 // Forgets a document's entry and deletes its copy.

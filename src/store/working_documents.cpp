@@ -7,7 +7,7 @@
 
 namespace quillmere {
 
-// The built-in binder is not made yet; a document that joins it has nowhere to go.
+// The built-in binder is not made yet, so there is nothing to add a document to.
 void AddToWorkingDocuments(const std::u16string&, WorkingDocsMode) {}
 
 void LoadWorkingDocuments() {}

@@ -14,10 +14,10 @@ enum WorkingDocsMode : int {
 // Lists a document among those in use.
 void AddToWorkingDocuments(const std::u16string& path, WorkingDocsMode how);
 
-// Makes the built-in binder of documents in use, with what it held last time.
+// Makes the built-in binder of documents in use, with the contents it had last time.
 void LoadWorkingDocuments();
 
-// Takes a document out of the recent list and saves the list when that changed it.
+// Takes a document out of the recent list and saves the list if that changed it.
 void RemoveFromRecentFiles(const std::u16string& path);
 
 // The file that holds the list of documents in use; empty without a data folder.
