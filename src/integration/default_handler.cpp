@@ -20,8 +20,8 @@ constexpr const char16_t* kOpenWithKey = u"Software\\Classes\\.pdf\\OpenWithProg
 constexpr const char16_t* kUserChoiceKey =
     u"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\FileExts\\.pdf\\UserChoice";
 
-// Whether the identifier names this program: by its file type, or, for a packaged program, by the
-// package behind the identifier that the system made up at installation.
+// Whether the identifier stands for this program: either its file type or, for a packaged program,
+// an identifier that the system generated for its package at installation.
 bool isThisProgram(const std::u16string& identifier, const std::u16string& package) {
   if (identifier.empty()) return false;
   if (platform::equalIgnoringCase(identifier, kTypeIdentifier)) return true;
@@ -36,7 +36,7 @@ bool RegisterPdfHandler() {
   const std::u16string program = platform::executablePath();
   if (program.empty()) return false;
   if (!platform::setUserRegistryText(kTypeKey, u"", u"Quillmere PDF Document")) return false;
-  // Without its icon, or missing from the list of programs to choose from, the type still works.
+  // The file type works even without its icon or its entry in the list of programs to choose from.
   platform::setUserRegistryText(kIconKey, u"", formatText(u"\"%s\",0", {program}));
   if (!platform::setUserRegistryText(kCommandKey, u"", formatText(u"\"%s\" \"%%1\"", {program}))) {
     return false;

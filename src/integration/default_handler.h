@@ -2,8 +2,8 @@
 
 namespace quillmere {
 
-// Offers this program to the user's shell as one that opens PDF files, without making it the one.
-// False when the system did not take what that needs.
+// Registers this program with the user's shell as one that opens PDF files, without making it the
+// default. False when the system refused something that this needs.
 bool RegisterPdfHandler();
 
 // True when PDF files open with this program.

@@ -12,7 +12,7 @@ bool createDesktopShortcut() {
   std::u16string desktop = platform::desktopFolder();
   if (desktop.empty()) return false;
   if (desktop.back() != u'\\') desktop += u'\\';
-  // The executable of a package cannot be started by its path.
+  // A packaged program cannot be started by its executable's path.
   const std::u16string package = platform::packageIdentity();
   const std::u16string target =
       package.empty() ? platform::executablePath() : u"shell:AppsFolder\\" + package;

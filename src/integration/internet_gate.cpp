@@ -2,7 +2,7 @@
 
 namespace quillmere {
 
-// Marks of downloaded files are not read yet; a file without a mark may always be opened.
+// The marks of downloaded files are not read yet; a file without a mark may always be opened.
 bool CheckInternetZone(const std::u16string&) {
   return true;
 }

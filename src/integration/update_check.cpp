@@ -5,7 +5,7 @@ namespace quillmere {
 // There is no server to ask yet.
 void startAutomaticUpdateCheck() {}
 
-// Nor a manifest to install from.
+// There is no manifest to install from yet.
 void InstallUpdate(const std::u16string&) {}
 
 }  // namespace quillmere

@@ -4,10 +4,10 @@
 
 namespace quillmere {
 
-// Starts the check that runs once a day, when the user wants it and this is no viewer.
+// Starts the check that runs once a day, when the user wants it and this is not a viewer.
 void startAutomaticUpdateCheck();
 
-// Hands the installer's manifest at this address to the system, once it has been checked.
+// Checks the installer's manifest at this address and hands it to the system.
 void InstallUpdate(const std::u16string& manifestUrl);
 
 }  // namespace quillmere

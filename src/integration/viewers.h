@@ -10,7 +10,7 @@ bool startViewer(const std::u16string& path);
 // Number of windows of such processes.
 int countViewers();
 
-// Asks each of them to close and does not wait.
+// Asks each of them to close, without waiting.
 void closeViewers();
 
 }  // namespace quillmere
