@@ -28,8 +28,9 @@ void closeSharedDocument() {
   session.active.pageRotations.clear();
 }
 
-// The session holds the placements of one document; once that one is gone, those of `pane`'s. What
-// is pending on a document that stays is not read anew, since its file does not have it yet.
+// The session holds the placements of one document; once that one is closed, load those of `pane`'s
+// document. Pending placements of a document that stays open are not reloaded, since its file does
+// not have them yet.
 void rehomePlacements(int pane) {
   const FPDF_DOCUMENT document = session.panes[pane].document.get();
   session.selectedPlacementPage = -1;
@@ -86,7 +87,7 @@ void closeDocumentByPath(const std::u16string& path) {
     return;
   }
   documentsLeaving();
-  // The path may be that of a pane, which loses it here.
+  // `path` may refer to a pane's own path, which is cleared here.
   const std::u16string closing = path;  // NOLINT(performance-unnecessary-copy-initialization)
   closePanesShowing(closing);
   forgetDocumentBinder(closing);

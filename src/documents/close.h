@@ -4,7 +4,7 @@
 
 namespace quillmere {
 
-// Ends every document in every mode. Zoom, pan and zoom mode of the panes stay.
+// Closes every document, in any mode. The panes keep their zoom, pan and zoom mode.
 void closeAllDocuments();
 
 // Closes a document wherever it is shown, after its file was deleted or moved.

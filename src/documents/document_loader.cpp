@@ -17,7 +17,7 @@ bool isOpen(FPDF_DOCUMENT document) {
          document == session.panes[1].document.get();
 }
 
-// A document that closed leaves its bytes behind; nobody reads them any more.
+// A closed document leaves its bytes behind, which nothing reads any more.
 void dropUnusedBuffers() {
   std::erase_if(session.documentKeptBuffer, [](const auto& kept) { return !isOpen(kept.first); });
 }

@@ -36,7 +36,7 @@ bool shownInOtherPane(const std::u16string& path) {
   return other.document && platform::equalIgnoringCase(other.path, path);
 }
 
-// Index of the next file that can be stepped to; nothing past either end.
+// Index of the next file that can be stepped to; nullopt past either end.
 std::optional<std::size_t> neighbour(const std::vector<std::u16string>& names, std::size_t from,
                                      int direction, const std::u16string& folder) {
   auto index = static_cast<std::ptrdiff_t>(from);

@@ -2,8 +2,8 @@
 
 namespace quillmere {
 
-// Opens the PDF that stands before (-1) or after (+1) the active document in its folder, by name.
-// Past either end nothing happens.
+// Opens the PDF before (-1) or after (+1) the active document in its folder, by name. Does nothing
+// past either end.
 void StepInFolder(int direction);
 
 }  // namespace quillmere

@@ -16,7 +16,7 @@ namespace quillmere {
 
 namespace {
 
-// Its place in a binder stays when the other pane shows the same file.
+// Pane 0 still needs the binder if it shows the same file.
 void forgetBinderOfPaneOne() {
   const PaneSlot& kept = session.panes[0];
   const std::u16string& path = session.panes[1].path;
@@ -55,7 +55,7 @@ void takeOverPlacements() {
   }
 }
 
-// The turns of pages stay in the pane, those of the shared document are what they were.
+// Page turns stay in the pane; those of the shared document are unchanged.
 void leaveTwoDocuments() {
   PaneSlot& kept = session.panes[0];
   PaneSlot& lost = session.panes[1];
@@ -69,7 +69,8 @@ void leaveTwoDocuments() {
   takeOverPlacements();
 }
 
-// Pane 0 keeps an open page even where its number is lowered; only pane 1 must show its number.
+// Pane 0 keeps its open page even when its page number is lowered; only pane 1's page must match
+// its number.
 void showBook() {
   if (session.settings.bookRevertToFit) {
     session.panes[0].zoomMode = kFitPage;
@@ -106,20 +107,20 @@ void showMode(ViewMode mode) {
   }
 }
 
-// Leaving Book gives the panes the view that they had before it.
+// Leaving Book restores the view that the panes had before it.
 bool leaveBook() {
   if (session.viewMode != ViewMode::Book || !session.bookOverrideActive) return false;
   restoreBookOverride();
   return true;
 }
 
-// A book that is fitted to its panes remembers the view before, while the panes still have it.
+// If Book will fit the pages to the panes, saves the current view before it changes.
 void rememberViewForBook(ViewMode mode) {
   if (mode != ViewMode::Book || !session.settings.bookRevertToFit) return;
   if (documentOf(0) != nullptr && !session.bookOverrideActive) saveBookOverride();
 }
 
-// The stamp panel exists in SinglePage alone. True when it was hidden.
+// The stamp panel exists only in SinglePage. True when this hid it.
 bool hideStampPanelFor(ViewMode mode) {
   if (mode == ViewMode::SinglePage || !session.stampPanelVisible) return false;
   session.stampPanelVisible = false;

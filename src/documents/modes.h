@@ -4,11 +4,11 @@
 
 namespace quillmere {
 
-// Changes what the panes show. Choosing the present mode has no effect.
+// Changes what the panes show. Choosing the current mode does nothing.
 void setViewMode(ViewMode mode);
 
-// Opens the shown file anew in a viewer, which takes over what was saved meanwhile. View and page
-// number stay; the page itself is the first one until the next turn.
+// In a viewer, opens the shown file again to pick up what was saved meanwhile. The view and the
+// page number stay; the page itself is the first one until the next page turn.
 void refreshFromSource();
 
 }  // namespace quillmere

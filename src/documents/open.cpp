@@ -26,7 +26,7 @@ namespace quillmere {
 
 namespace {
 
-// One open on its way through the steps.
+// One open as it passes through the steps.
 struct OpenJob {
   std::u16string loadPath;
   std::u16string displayPath;
@@ -35,7 +35,7 @@ struct OpenJob {
   WorkingDocsMode workingDocsMode = kWorkingDocsLeaveAlone;
   bool askBeforeReplace = false;
   bool splits = false;     // the shown document moves to the other pane
-  bool replacing = false;  // a document stands where the new one goes
+  bool replacing = false;  // the new document takes another one's place
 };
 
 enum class StepResult { Next, Opened, Stopped };
@@ -57,7 +57,7 @@ StepResult decideReplacement(OpenJob& job) {
   return StepResult::Next;
 }
 
-// Placements that no annotation holds yet go into their document before the session forgets them.
+// Writes pending placements into their document before the session forgets them.
 void keepPendingPlacements(DocumentSlot& slot) {
   if (!placementsPending(slot.document.get())) return;
   WritePendingStamps();
@@ -118,14 +118,14 @@ void joinWorkingDocuments(const OpenJob& job) {
       session.binderLibrary[static_cast<std::size_t>(binder)].path;
 }
 
-// The document of one pane becomes the one that both panes show.
+// Makes one pane's document the one that both panes show.
 void shareDocumentOfPane(int pane) {
   PaneSlot& owner = session.panes[pane];
   moveDocument(owner, session.active);
   session.active.pageRotations = std::exchange(owner.pageRotations, {});
 }
 
-// A file that the other pane shows is never loaded twice: both panes show that document.
+// A file that the other pane shows is not loaded a second time: both panes then show that document.
 StepResult collapseOntoOtherPane(OpenJob& job) {
   const int other = 1 - job.pane;
   PaneSlot& target = session.panes[job.pane];
@@ -152,7 +152,7 @@ StepResult collapseOntoOtherPane(OpenJob& job) {
   return StepResult::Opened;
 }
 
-// The shown document moves to the other pane and makes room for the new one.
+// Moves the shown document to the other pane to make room for the new one.
 StepResult splitPanes(OpenJob& job) {
   if (!job.splits) return StepResult::Next;
   keepPendingPlacements(session.active);
@@ -175,7 +175,7 @@ StepResult splitPanes(OpenJob& job) {
   return StepResult::Next;
 }
 
-// What the failed open closed or moved away is no longer shown behind the box.
+// Updates the window first, so that it does not show closed or moved documents behind the box.
 StepResult reportLoadFailure(unsigned long error) {
   outlineChanged();
   documentsChanged();
@@ -185,8 +185,8 @@ StepResult reportLoadFailure(unsigned long error) {
   return StepResult::Stopped;
 }
 
-// The path stays where the next document fails to load: the folder that it names can still be
-// stepped through.
+// The path stays, so that the user can still step through its folder if the next document fails to
+// load.
 void closeSharedDocument() {
   dropPaneView(0);
   dropPaneView(1);
@@ -204,7 +204,7 @@ void adoptSharedDocument(DocumentHandle document, const std::u16string& path) {
   session.active.path = path;
   for (PaneSlot& pane : session.panes) {
     pane.documentRotation = 0;
-    // Turns of a document that this pane had beside another one are not turns of this document.
+    // These turns belong to the document that the pane had in TwoDocuments, not to this one.
     pane.pageRotations.clear();
   }
   clearJumpHistories();
@@ -271,8 +271,8 @@ StepResult finishOpening(OpenJob& job) {
 
 using OpenStep = StepResult (*)(OpenJob&);
 
-// Asking and the gate come before anything changes; what follows them cannot be refused any more.
-// Of the two that load, the mode that the steps before them left behind chooses one.
+// The question and the gate come before anything changes; the user cannot refuse any later step.
+// There are two loading steps: the mode left by the earlier steps decides which one acts.
 constexpr OpenStep kOpenSteps[] = {
     checkPathLimit,        decideReplacement,
     askBeforeReplacing,    passGate,

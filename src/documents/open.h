@@ -6,13 +6,13 @@
 
 namespace quillmere {
 
-// The single way in which a file is opened. True when it is open afterwards.
+// The only way to open a file. True when it is open afterwards.
 //   loadPath        the file that is read
 //   workingDocsMode how it joins the documents in use
-//   displayPath     the path that the document bears and is saved to; null for `loadPath`. They
-//                   differ when a shelf copy stands in for a document.
-// The user is told why when it fails; with `askBeforeReplace` also asked about unsaved changes of
-// what is being replaced.
+//   displayPath     the path that is shown for the document and that it is saved to; null for
+//                   `loadPath`. They differ when a shelf copy stands in for a document.
+// The user is told why when it fails. With `askBeforeReplace` the user is also asked about unsaved
+// changes of the document that it replaces.
 bool openDocument(const std::u16string* loadPath, int pane, WorkingDocsMode workingDocsMode,
                   bool askBeforeReplace, const std::u16string* displayPath);
 

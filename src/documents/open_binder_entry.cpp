@@ -17,7 +17,7 @@ namespace quillmere {
 
 namespace {
 
-// The three highest file indexes mark rows of the tree that are no files.
+// The three highest file indexes mark tree rows that are not files.
 constexpr int kFirstMarkerRow = 65533;
 
 void showAvailability(const std::u16string& path, bool available) {

@@ -18,7 +18,7 @@ namespace {
 
 enum class RecentList { Keep, Leave };
 
-// Files that are not shown themselves; those that the user refuses at the gate are left out.
+// Lists the files after the first, except those that the user refuses at the gate.
 void listFurtherFiles(const std::vector<std::u16string>& paths, RecentList recent) {
   for (std::size_t i = 1; i < paths.size(); ++i) {
     if (!CheckInternetZone(paths[i])) continue;

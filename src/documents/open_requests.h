@@ -5,27 +5,27 @@
 
 #include "store/working_documents.h"
 
-// Opens that the user asks for. Each first settles what the shelf holds of the document.
+// Opens that the user asks for. Each first settles whether to use a shelved copy of the document.
 namespace quillmere {
 
 // Opens one document as the user asked, in its shelved state when there is one.
 bool openRequested(const std::u16string& path, int pane, WorkingDocsMode workingDocsMode,
                    bool askBeforeReplace);
 
-// Opens the first of several files in `pane` and lists the others among the documents in use, also
+// Opens the first of several files in `pane` and lists the others among the documents in use, even
 // when the first fails.
 void openSeveral(const std::vector<std::u16string>& paths, int pane);
 
-// Files dropped at client x; outside the panes counts as pane 0. The others are listed, and leave
-// the recent list, unless the first fails.
+// Opens files dropped at client x; outside the panes counts as pane 0. Unless the first fails, the
+// others are listed and leave the recent list.
 void openDropped(const std::vector<std::u16string>& paths, int x);
 void openDroppedOnPane(const std::vector<std::u16string>& paths, int pane);
 
-// A path that another instance handed over; an empty one does not even raise the window.
+// Opens a path that another instance handed over; an empty one does not even raise the window.
 void openHandedOver(const std::u16string& path);
 
-// Deals with what had to wait: files open in the order in which they came, then the window closes
-// if it was asked to. Called from the main message loop.
+// Handles what had to wait: opens files in the order in which they came, then closes the window if
+// it was asked to. Called from the main message loop.
 void openWaiting();
 
 // Asks for files and opens them in `pane`.

@@ -2,7 +2,7 @@
 
 namespace quillmere {
 
-// Views are kept in binder files, and none is loaded.
+// Views are kept in binder files, which are not read yet.
 void RestoreView(int, std::u16string_view) {}
 
 }  // namespace quillmere

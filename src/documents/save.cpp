@@ -8,8 +8,8 @@
 
 namespace quillmere {
 
-// Documents are not written yet. The sound tells that nothing was saved, and whoever asks for a
-// save before closing keeps the document open.
+// Documents are not written yet. The sound says that nothing was saved, and callers that save
+// before closing keep the document open.
 void SaveCommand() {
   platform::beep(platform::Sound::Default);
 }

@@ -12,12 +12,12 @@ void SaveCommand();
 // Writes the pane's document to `path`. True when that is done and its unsaved state is cleared.
 bool SaveDocumentTo(int pane, const std::u16string& path);
 
-// Asks what to do about unsaved changes before the active document goes; `fileName` may be empty.
-// No: nothing is left to save, or the user gives the changes up. Yes: they were saved. Cancel: the
-// document must stay.
+// Asks what to do about unsaved changes before the active document closes; `fileName` may be empty.
+// No: there is nothing to save, or the user discards the changes. Yes: they were saved. Cancel: the
+// document must stay open.
 BoxAnswer PromptSaveBeforeClose(const std::u16string& fileName);
 
-// As above, but changes that the shelf takes over are never asked about.
+// As above, but never asks about changes that the shelf takes over.
 BoxAnswer SaveOrShelveBeforeClose(const std::u16string& fileName);
 
 }  // namespace quillmere

@@ -15,7 +15,8 @@ constexpr const char16_t* kConflictText =
     u"  No       Use the on-disk version (discards your unsaved changes)\n"
     u"  Cancel  Don't open anything";
 
-// A stored 0 says that the value was not known; a document that cannot be asked counts as the same.
+// A stored 0 means that the value was not known; a document that cannot be queried counts as
+// unchanged.
 bool changedOnDisk(const ShelfEntry& entry, const std::u16string& path) {
   const auto stamp = platform::fileStamp(path);
   if (!stamp) return false;

@@ -5,7 +5,7 @@
 
 namespace quillmere {
 
-// Nothing is shelved yet, so that unsaved changes are always asked about.
+// Nothing is shelved yet, so the user is always asked about unsaved changes.
 bool ShelveCurrentDocument() {
   return false;
 }

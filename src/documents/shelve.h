@@ -1,6 +1,6 @@
 #pragma once
 
-// What open documents have on the shelf.
+// The shelf entries of open documents.
 namespace quillmere {
 
 // Moves the active document's unsaved state to the shelf. True when it is safe there.
@@ -9,7 +9,7 @@ bool ShelveCurrentDocument();
 // Forgets the active document's entry and deletes its copy.
 void DropActiveShelfEntry();
 
-// Brings the shelf's record of the pane's document up to date after an edit.
+// Updates the shelf's record of the pane's document after an edit.
 void noteDocumentChanged(int pane);
 
 }  // namespace quillmere
