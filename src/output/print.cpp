@@ -2,7 +2,7 @@
 
 namespace quillmere {
 
-// There is no print engine yet, so that every job ends as one that failed.
+// There is no print engine yet, so every job fails.
 int runPrintChild(std::u16string_view) {
   return kPrintChildFailed;
 }

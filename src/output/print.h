@@ -6,7 +6,7 @@ namespace quillmere {
 
 inline constexpr int kPrintChildFailed = 2;
 
-// Prints what the command line of a print child asks for; the result is the exit code.
+// Prints what a print child's command line asks for and returns the exit code.
 int runPrintChild(std::u16string_view commandLine);
 
 }  // namespace quillmere
