@@ -2,10 +2,10 @@
 
 namespace quillmere {
 
-// Fills the binder tree anew from the loaded binders.
+// Rebuilds the binder tree from the loaded binders.
 void BuildBinderTree();
 
-// Shows the present state of the rows as they are.
+// Repaints the existing rows with their current state.
 void RepaintBinderTree();
 
 }  // namespace quillmere

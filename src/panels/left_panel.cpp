@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kHeaderHeight = 22;      // pixels
 constexpr int kBarHeight = 3;          // pixels
-constexpr int kSplitterReachLeft = 1;  // pixels left of the panel's edge that still grab
+constexpr int kSplitterReachLeft = 1;  // pixels left of the panel's edge that grab too
 constexpr int kSplitterReachRight = 4;
 constexpr int kMinimumPanelWidth = 150;  // pixels
 constexpr int kMaximumPanelWidth = 500;  // pixels

@@ -3,10 +3,10 @@
 #include "base/pixel_rect.h"
 
 // The panel left of the panes: bookmarks above binders, a bar between them and a splitter that
-// changes its width. Places are client pixels.
+// changes its width. Positions are in client pixels.
 namespace quillmere {
 
-// Everything that a hidden part has is empty.
+// The rectangles of a hidden part are empty.
 struct LeftPanelParts {
   PixelRect bookmarksHeader;
   PixelRect bookmarksTree;
@@ -21,7 +21,7 @@ bool onLeftSplitter(int x);
 // Whether a press there grabs the bar between the two parts.
 bool onLeftPanelBar(int x, int y);
 
-// A drag of the splitter. Moves without one under way are without effect.
+// A drag of the splitter. Moves do nothing when no drag is in progress.
 void startPanelWidthDrag(int x);
 void movePanelWidthDrag(int x);
 void endPanelWidthDrag();

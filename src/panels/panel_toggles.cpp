@@ -10,7 +10,7 @@ namespace quillmere {
 
 namespace {
 
-// Panels take room from the panes or give it back.
+// Showing or hiding a panel changes the room left for the panes.
 void panelsChanged() {
   platform::layoutMainWindow();
   refitPanes();

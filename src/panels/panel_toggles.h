@@ -5,11 +5,11 @@ namespace quillmere {
 
 void toggleNavigationPanel();
 void toggleBinderPanel();
-// The panel exists in SinglePage alone.
+// The panel exists only in SinglePage.
 void toggleStampPanel();
 void toggleMarkupGrouping();
 
-// Shows the panel when it is hidden and gives its tree the keyboard.
+// Shows the panel if it is hidden and moves the keyboard focus to its tree.
 void focusNavigationPanel();
 void focusBinderPanel();
 

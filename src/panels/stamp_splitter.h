@@ -2,8 +2,8 @@
 
 #include "base/pixel_rect.h"
 
-// The stamp panel right of the page, and the splitter that changes its width. Places are client
-// pixels.
+// The stamp panel right of the page, and the splitter that changes its width. Positions are in
+// client pixels.
 namespace quillmere {
 
 // Empty while the panel is hidden.
@@ -12,7 +12,7 @@ PixelRect stampPanelRect();
 // Whether a press there grabs the splitter.
 bool onStampSplitter(int x, int y);
 
-// A drag of the splitter. Moves without one under way are without effect.
+// A drag of the splitter. Moves do nothing when no drag is in progress.
 void startStampSplitterDrag(int x);
 void moveStampSplitterDrag(int x);
 void endStampSplitterDrag();
