@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-// The two trees of the left panel. Without the main window nothing is shown, rows still get their
-// numbers.
+// The two trees of the left panel. Without the main window nothing is shown, and the rows returned
+// mean nothing.
 namespace quillmere::platform {
 
 enum class Tree { Navigation, Binders };
