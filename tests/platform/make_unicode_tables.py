@@ -10,7 +10,7 @@ def lower_deltas():
         if 0xD800 <= unit <= 0xDFFF:
             continue
         lower = chr(unit).lower()
-        # Only pairs that lead back and forth are in the system's table.
+        # The system's table has only pairs that convert both ways.
         if lower != chr(unit) and len(lower) == 1 and ord(lower) < 0x10000:
             if lower.upper() == chr(unit):
                 yield unit, ord(lower) - unit

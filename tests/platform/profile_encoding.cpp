@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::string_view kUtf16Mark = "\xFF\xFE";
 
-// What Windows-1252 has at 80 to 9F; everything else in it equals its Unicode number.
+// Windows-1252 from 80 to 9F; all its other bytes equal their Unicode numbers.
 constexpr char16_t kCodePageUpper[32] = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,

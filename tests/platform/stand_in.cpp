@@ -11,7 +11,7 @@
 namespace quillmere::platform {
 namespace {
 
-// Rebuilt as a whole on reset, so that no record can be forgotten there.
+// Rebuilt as a whole on reset, so that no field can be missed.
 std::unique_ptr<StandIn>& holder() {
   static std::unique_ptr<StandIn> instance = std::make_unique<StandIn>();
   return instance;
@@ -32,7 +32,7 @@ void resetStandIn() {
   releaseSilentVolumes();
   if (!waitForDetachedThreads()) {
     ADD_FAILURE() << "a thread of an earlier test is still running";
-    forgetDetachedThreads();  // it must not fail every test from here on
+    forgetDetachedThreads();  // or every later test would fail too
   }
   resetVolumes();
   resetFileBooks();

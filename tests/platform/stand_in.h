@@ -23,10 +23,10 @@
 #include "platform/sound.h"
 #include "platform/tree.h"
 
-// The machine as the tests see it: what the logic asked for is recorded here, what the machine
-// answers is scripted here. Files are real ones in a temporary folder with a folder per volume.
+// The scripted machine: it records what the logic asks for and gives the answers that a test sets.
+// Files are real ones in a temporary folder with a folder per volume.
 //
-// Used from the test's own thread alone, but for what is said otherwise.
+// Use it only from the test's own thread, except where noted.
 namespace quillmere::platform {
 
 struct ShownBox {
@@ -63,7 +63,7 @@ struct MenuItemState {
   bool operator==(const MenuItemState&) const = default;
 };
 
-// The main window of this process, as far as the logic can see it.
+// The main window of this process, as far as the logic sees it.
 struct StandInWindow {
   bool exists = true;
   PixelSize client{1000, 700};
@@ -93,7 +93,7 @@ struct StandInWindow {
   int closeRequests = 0;
 };
 
-// A row of a tree; its number counts from 1 in the order in which rows came.
+// A row of a tree; rows are numbered from 1 in the order of insertion.
 struct StandInTreeRow {
   TreePlace place;
   TreeRowContent content;
@@ -101,10 +101,10 @@ struct StandInTreeRow {
 };
 struct StandInTree {
   std::vector<StandInTreeRow> rows;
-  int updates = 0;  // those that are under way
+  int updates = 0;  // those in progress
 };
 
-// The find bar as far as the logic can see it.
+// The find bar, as far as the logic sees it.
 struct StandInFindBar {
   std::u16string field;
   std::u16string status;
@@ -114,11 +114,11 @@ struct StandInFindBar {
 };
 
 struct StandIn {
-  // Answers to boxes in the order in which they come. A box without one fails the test and answers
-  // Cancel, as does one whose buttons do not offer its answer.
+  // Answers to boxes, in order. A box without an answer, or whose buttons do not offer it, fails
+  // the test and answers Cancel.
   std::deque<BoxAnswer> boxAnswers;
   std::vector<ShownBox> boxes;
-  std::function<BoxAnswer(const ShownBox&)> chooseAnswer;  // set: answers in place of the above
+  std::function<BoxAnswer(const ShownBox&)> chooseAnswer;  // if set, answers in place of the above
   std::function<void(const ShownBox&)> onBox;              // runs while the box is up
   std::vector<Sound> beeps;
 
@@ -135,14 +135,14 @@ struct StandIn {
   std::vector<std::u16string> openedWithSystem;
   bool openWithSystemResult = true;
   std::optional<std::uint32_t> date;  // unset: the real one
-  std::vector<std::uint32_t> sleeps;  // milliseconds, from this thread or others'
+  std::vector<std::uint32_t> sleeps;  // milliseconds, from any thread
   std::function<void()> onSleep;      // runs at each sleep, which itself takes no real time
-  std::uint32_t clockStep = 0;        // milliseconds by which each look at the clock turns it on
-  bool clockStopped = false;          // only such looks and sleeps turn the clock on
+  std::uint32_t clockStep = 0;        // milliseconds that each reading of the clock adds to it
+  bool clockStopped = false;          // only these steps and sleeps advance the clock
   std::atomic<bool> failEvents{false};
   std::atomic<bool> failThreads{false};
 
-  // Unset: the first claim of a name owns it, further ones find it there.
+  // Unset: the first claim of a name owns it, further ones find that it exists.
   std::optional<MutexClaim> mutexClaim;
   std::vector<std::u16string> mutexClaims;  // names in order
   int mutexCloses = 0;
@@ -158,7 +158,7 @@ struct StandIn {
   bool controlDown = false;
 
   StandInWindow window;
-  // What was asked of the window's visible parts, in order; the same twice in a row stands once.
+  // What was asked of the window's visible parts, in order; repetitions in a row are listed once.
   std::vector<std::string> shown;
   std::function<void()> onStatusFilled;  // runs when the status bar has its texts
   StandInTree navigationTree;
@@ -182,17 +182,17 @@ struct StandIn {
 
 StandIn& standIn();
 
-// Notes something in `shown`.
+// Adds an entry to `shown`.
 void noteShown(const std::string& what);
 
-// Starts afresh: waits for the threads that the logic started, empties every volume, forgets all
-// scripts and records, and makes the folders named above with the executable.
+// Resets everything: waits for the threads that the logic started, empties every volume, forgets
+// all scripts and records, and makes the folders named above with the executable.
 void resetStandIn();
 
 // Waits until no thread that the logic started is running. False after ten seconds.
 bool waitForDetachedThreads();
 
-// Stops counting those that run; one of them that ends later changes nothing.
+// Stops counting the threads that are still running; their end then changes nothing.
 void forgetDetachedThreads();
 
 // How a volume ("C:", "Z:" or "\\\\server\\share") answers. C: is present at first, other drives
@@ -208,7 +208,7 @@ void setVolume(const std::u16string& volume, VolumeState state, std::uint32_t er
 // thread.
 void setAttributeError(const std::u16string& path, std::uint32_t error);
 
-// Who else has a file open.
+// How another program has a file open.
 enum class OtherUse {
   Nobody,
   Exclusive,     // with no sharing
@@ -216,19 +216,19 @@ enum class OtherUse {
 };
 void setOtherUse(const std::u16string& path, OtherUse use);
 
-// Where the file or folder really lies, whether it exists or not. Components that exist are found
-// ignoring case, whatever the volume's state. For handing to std::filesystem or fopen.
+// The real location of the file or folder, whether it exists or not. Existing components are found
+// ignoring case, whatever the volume's state. For std::filesystem or fopen.
 std::filesystem::path realPath(const std::u16string& path);
 
 // The real path in UTF-8.
 std::string realPathUtf8(const std::u16string& path);
 
-// Makes the file with its folders, whatever script is in force.
+// Makes the file and its folders, whatever the script says.
 void putFile(const std::u16string& path, std::string_view bytes);
 void putFile(const std::u16string& path, const std::vector<std::uint8_t>& bytes);
 void putFolder(const std::u16string& path);
 
-// The bytes of a file; nothing when it is not there.
+// The bytes of a file; nullopt when there is none.
 std::optional<std::string> fileBytes(const std::u16string& path);
 
 // Sets the last-write time, in 100-nanosecond ticks since 1601. The file must exist.

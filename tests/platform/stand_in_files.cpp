@@ -21,13 +21,14 @@ constexpr std::uint32_t kAttributeArchive = 0x20;
 constexpr std::uint64_t kTicksPerSecond = 10'000'000;
 constexpr std::uint64_t kSecondsFrom1601To1970 = 11'644'473'600;
 
-// The time given to a file by the seam or a test, which counts as long as nobody else wrote to it.
+// The time that the seam or a test gave to a file; valid until something else writes to the file.
 struct GivenTime {
   std::uint64_t ticks = 0;
   fs::file_time_type realTime;
 };
 
-// What the temporary folder's own file system does not keep. Probe threads ask for attributes.
+// File properties that the real file system does not keep. Locked, because probe threads query
+// attributes.
 struct FileBooks {
   std::mutex mutex;
   std::set<fs::path> readOnly;
@@ -77,7 +78,7 @@ void giveTime(const fs::path& path, std::uint64_t ticks) {
   books().times[path] = {ticks, realTime};
 }
 
-// Every write through the seam gets a later time than the one before.
+// Every write through the seam gets a later time than the previous one.
 void giveCurrentTime(const fs::path& path) {
   std::uint64_t ticks = ticksOf(std::chrono::system_clock::now());
   {
@@ -143,7 +144,8 @@ bool fitsOnDisk(std::uint64_t size, std::uint64_t& written) {
   return written == size;
 }
 
-// Writes as far as the disk has room, with the stream's owner made first where it is missing.
+// Writes as much as the disk has room for. Makes a missing file first when `found` is a stream of
+// it.
 bool writeFound(const FoundPath& found, const void* bytes, std::uint64_t size) {
   std::error_code error;
   if (found.owner != found.real && !fs::exists(found.owner, error)) {
@@ -169,7 +171,7 @@ void removeWithStreams(const fs::path& path) {
   forgetPath(path);
 }
 
-// Renames over whatever has the name, with everything that belongs to the file.
+// Renames the file with its streams, time and attributes, replacing any file of that name.
 bool moveWithStreams(const fs::path& from, const fs::path& to) {
   const bool readOnly = isReadOnly(from);
   const std::uint64_t ticks = writeTimeOf(from);
@@ -308,7 +310,7 @@ bool createFolder(const std::u16string& path) {
   return fs::create_directory(found.real, error);
 }
 
-// Where the system would refuse the library, the name of nothing.
+// Empty when the system would not let a library open the file.
 std::string pathForLibraries(const std::u16string& path) {
   const FoundPath found = findPath(path);
   const bool refused =

@@ -8,7 +8,7 @@ namespace quillmere::platform {
 // Forgets attributes, times and other users of files.
 void resetFileBooks();
 
-// All bytes of the file, none for an empty one; nothing when it cannot be read.
+// All bytes of the file, possibly none; nullopt when it cannot be read.
 std::optional<std::string> readForProfile(const std::u16string& path);
 
 }  // namespace quillmere::platform

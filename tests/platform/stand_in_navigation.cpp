@@ -41,7 +41,7 @@ std::u16string findFieldText() {
 
 void setFindFieldText(const std::u16string& text) {
   StandInFindBar& bar = standIn().findBar;
-  bar.field = text.c_str();  // as a real field ends its text at the first NUL
+  bar.field = text.c_str();  // a real field ends its text at the first NUL
   if (bar.onFieldChanged) bar.onFieldChanged();
 }
 

@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::uint32_t kErrorBadNetworkPath = 53;
 constexpr std::size_t kPathLimit = 260;  // units with the terminator
-// Stands between a file's name and its stream's in the temporary folder.
+// Separates a file's name from its stream's name in the temporary folder.
 constexpr char16_t kStreamMark = 0xA789;
 
 struct VolumeScript {
@@ -76,7 +76,7 @@ bool isValidName(const std::u16string& name) {
   });
 }
 
-// Takes the volume from the front of `parts`; what comes without one lies on C:.
+// Takes the volume from the front of `parts`; a path without one is on C:.
 std::u16string takeVolume(const std::u16string& path, std::vector<std::u16string>& parts) {
   const bool network = path.size() >= 2 && isSeparator(path[0]) && isSeparator(path[1]);
   if (network) {
@@ -107,7 +107,7 @@ void dropDotComponents(std::vector<std::u16string>& parts) {
   parts = std::move(kept);
 }
 
-// The system drops blanks and dots behind the last name.
+// The system drops blanks and dots at the end of the last name.
 void trimLastComponent(std::vector<std::u16string>& parts) {
   if (parts.empty()) return;
   std::u16string& last = parts.back();
@@ -124,7 +124,7 @@ fs::path volumeFolder(const std::u16string& volume) {
   return folder;
 }
 
-// The entry of `folder` with that name ignoring case, otherwise the name as given.
+// The entry of `folder` with that name, ignoring case; the name as given when there is none.
 fs::path findEntry(const fs::path& folder, const std::u16string& name) {
   std::error_code error;
   const fs::path exact = folder / nativeName(name);
@@ -171,7 +171,7 @@ VolumeScript volumeScript(const std::u16string& volume) {
   return VolumeScript{VolumeState::Failing, network ? kErrorBadNetworkPath : kErrorPathNotFound};
 }
 
-// Waits while the volume is silent. The error with which it fails; 0 when it answers.
+// Waits while the volume is silent. Returns the error that it fails with; 0 when it answers.
 std::uint32_t awaitVolume(const std::u16string& volume) {
   VolumeScript script = volumeScript(volume);
   while (script.state == VolumeState::Silent) {

@@ -5,17 +5,17 @@
 #include <string>
 #include <vector>
 
-// Where Windows paths lie in the temporary folder of the tests.
+// Maps Windows paths into the tests' temporary folder.
 namespace quillmere::platform {
 
 inline constexpr std::uint32_t kErrorInvalidName = 123;
 
-// A Windows path taken apart.
+// A Windows path split into its parts.
 struct ParsedPath {
   std::u16string volume;                   // lower case, such as "c:" or "\\\\server\\share"
   std::vector<std::u16string> components;  // without "." and ".."
   std::u16string stream;                   // name of the alternate stream, usually empty
-  std::uint32_t error = 0;                 // why the path names nothing
+  std::uint32_t error = 0;                 // why the path is not valid
 };
 ParsedPath parsePath(const std::u16string& path);
 
@@ -26,29 +26,29 @@ struct FoundPath {
   std::u16string volume;
   bool exists = false;
   bool folder = false;
-  // 0 when it exists; otherwise what the system says, kErrorFileNotFound when it could be made.
+  // 0 when it exists; otherwise the system's error, kErrorFileNotFound when it could be made.
   std::uint32_t error = 0;
 };
 
-// As the logic's calls find it: obeys the limit of path lengths and the volume's script.
+// For the logic's calls: obeys the path length limit and the volume's script.
 FoundPath findPath(const std::u16string& path);
 
-// As the tests find it, without either.
+// For the tests: obeys neither.
 FoundPath findPathUnscripted(const std::u16string& path);
 
 // Files that stand for the alternate streams of `owner`.
 std::vector<std::filesystem::path> streamsOf(const std::filesystem::path& owner);
-// The file that stands for the same stream once `from` is called `to`.
+// The file that stands for the same stream after `from` is renamed to `to`.
 std::filesystem::path renamedStream(const std::filesystem::path& stream,
                                     const std::filesystem::path& from,
                                     const std::filesystem::path& to);
 bool isStreamName(const std::filesystem::path& name);
 
-// Path and name conversions that hold on both systems the tests run on.
+// Conversions between names and paths that work on both systems the tests run on.
 std::filesystem::path nativeName(const std::u16string& name);
 std::u16string unitsOf(const std::filesystem::path& path);
 
-// Lets calls that wait for a silent volume go on and fail.
+// Makes calls that wait for a silent volume fail.
 void releaseSilentVolumes();
 
 // Empties the temporary folder and forgets the volumes' scripts.

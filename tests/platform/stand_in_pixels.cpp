@@ -32,7 +32,7 @@ PixelSurface* createPixelSurface(int width, int height) {
   return new PixelSurface{std::move(pixels)};
 }
 
-// Never, so that a test can tell by the surface whether a page was rendered anew.
+// Always refuses, so that a new surface shows a test that a page was rendered again.
 bool resizePixelSurface(PixelSurface*, int, int) {
   return false;
 }

@@ -19,12 +19,12 @@ constexpr auto kPause = std::chrono::milliseconds(1);
 
 std::atomic<std::uint64_t> sleptMilliseconds{0};
 
-// Held by each thread too, which may outlive the test that gave up on it.
+// Shared with each thread, since a thread may outlive a test that gave up on it.
 std::shared_ptr<std::atomic<int>> threadsRunning = std::make_shared<std::atomic<int>>(0);
 std::mutex sleepMutex;
 
-// Looks again and again. Threads that were to be woken through condition variables have been seen
-// to hang in the Windows build.
+// Polls, because threads waiting on condition variables have been seen to hang in the Windows
+// build.
 template <typename Condition>
 bool waitUntil(std::chrono::milliseconds limit, Condition holds) {
   const auto end = std::chrono::steady_clock::now() + limit;

@@ -2,7 +2,7 @@
 
 namespace quillmere::platform {
 
-// Forgets the time that sleeps have added to the clock.
+// Removes the time that sleeps have added to the clock.
 void resetClock();
 
 }  // namespace quillmere::platform

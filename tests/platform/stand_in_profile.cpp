@@ -16,7 +16,7 @@ namespace {
 
 struct ProfileFile {
   ProfileEncoding encoding = ProfileEncoding::CodePage;
-  std::vector<std::u16string> lines;  // without their ends
+  std::vector<std::u16string> lines;  // without line ends
 };
 
 bool isBlank(char16_t unit) {
@@ -40,7 +40,7 @@ std::vector<std::u16string> linesOf(std::u16string_view text) {
   return lines;
 }
 
-// Nothing when the file is there and cannot be read.
+// Returns nullopt when the file exists but cannot be read.
 std::optional<ProfileFile> loadProfile(const std::u16string& path) {
   if (!fileExists(path)) return ProfileFile{};
   const std::optional<std::string> bytes = readForProfile(path);
@@ -58,7 +58,7 @@ bool saveProfile(const ProfileFile& file, const std::u16string& path) {
   return writeFile(path, bytes.data(), bytes.size());
 }
 
-// The name between the brackets of a section line; nothing for other lines.
+// The name between the brackets of a section line; nullopt for other lines.
 std::optional<std::u16string_view> sectionName(std::u16string_view line) {
   line = trimmed(line);
   const std::size_t end = line.rfind(u']');
@@ -66,8 +66,8 @@ std::optional<std::u16string_view> sectionName(std::u16string_view line) {
   return trimmed(line.substr(1, end - 1));
 }
 
-// True for "key=value" with that key, and for a line with the key alone; `value` gets what stands
-// behind the equals sign.
+// True for "key=value" with that key, and for a line with only the key; `value` gets the part after
+// the equals sign.
 bool takeValue(std::u16string_view line, std::u16string_view key, std::u16string_view& value) {
   const std::size_t equals = line.find(u'=');
   if (!equalIgnoringCase(trimmed(line.substr(0, equals)), key)) return false;
@@ -77,7 +77,7 @@ bool takeValue(std::u16string_view line, std::u16string_view key, std::u16string
 }
 
 struct SectionLines {
-  std::size_t begin = 0;  // behind the section's own line
+  std::size_t begin = 0;  // after the section's own line
   std::size_t end = 0;
 };
 
@@ -102,8 +102,8 @@ std::u16string_view withoutQuotes(std::u16string_view value) {
   return quoted ? value.substr(1, value.size() - 2) : value;
 }
 
-// The value as it is read, without blanks around it and without its quotes; nothing without the
-// key.
+// The value as the system reads it, without surrounding blanks and quotes; nullopt when the key is
+// missing.
 std::optional<std::u16string> findValue(const ProfileFile& file, const std::u16string& section,
                                         const std::u16string& key) {
   const std::optional<SectionLines> lines = findSection(file, section);
@@ -115,14 +115,14 @@ std::optional<std::u16string> findValue(const ProfileFile& file, const std::u16s
   return std::nullopt;
 }
 
-// As `findValue` in a file on disk; empty without the key.
+// As `findValue` in a file on disk; empty when the key is missing.
 std::u16string readValue(const std::u16string& section, const std::u16string& key,
                          const std::u16string& path) {
   const std::optional<ProfileFile> file = loadProfile(path);
   return file ? findValue(*file, section, key).value_or(u"") : std::u16string();
 }
 
-// Where a new key goes: behind the section's last line that is not empty.
+// Where a new key goes: after the section's last line that is not empty.
 std::size_t placeForKey(const ProfileFile& file, const SectionLines& lines) {
   std::size_t place = lines.end;
   while (place > lines.begin && trimmed(file.lines[place - 1]).empty()) --place;

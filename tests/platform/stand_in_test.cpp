@@ -115,7 +115,7 @@ TEST_F(StandInTest, AResetReleasesThreadsThatWaitForASilentShare) {
 
 TEST_F(StandInTest, AForgottenThreadIsNotWaitedFor) {
   setVolume(u"\\\\nas\\docs", VolumeState::Silent);
-  static Probe probe;  // the thread may still use it when the test is over
+  static Probe probe;  // the thread may still use it after the test
   ASSERT_TRUE(startDetachedThread(runProbe, &probe));
   forgetDetachedThreads();
   EXPECT_TRUE(waitForDetachedThreads());

@@ -7,7 +7,7 @@
 namespace quillmere::platform {
 namespace {
 
-// Every `stride`-th unit from `first` to `last` has its lower case `delta` further on.
+// The lower case of every `stride`-th unit from `first` to `last` is the unit plus `delta`.
 struct LowerRun {
   std::uint16_t first;
   std::uint16_t last;
@@ -60,9 +60,9 @@ void appendUtf16(std::u16string& out, char32_t point) {
   }
 }
 
-// What may follow a first byte: how many bytes, and the bounds of the second.
+// What a first byte demands: the sequence's length and the range of the second byte.
 struct Sequence {
-  int length = 0;  // of all bytes; 0 for a byte that begins nothing
+  int length = 0;  // in bytes; 0 for a byte that cannot begin a sequence
   std::uint8_t secondFrom = 0x80;
   std::uint8_t secondTo = 0xBF;
 };
@@ -79,8 +79,8 @@ Sequence sequenceOf(std::uint8_t first) {
   return {};
 }
 
-// Takes one code point; a sequence that breaks off gives one replacement for what was right of it.
-char32_t takePoint(std::string_view bytes, std::size_t& at) {
+// Decodes one code point. The valid start of a broken sequence becomes one replacement character.
+char32_t decodePoint(std::string_view bytes, std::size_t& at) {
   const auto first = static_cast<std::uint8_t>(bytes[at++]);
   const Sequence sequence = sequenceOf(first);
   if (sequence.length == 0) return kReplacement;
@@ -136,7 +136,7 @@ std::string toUtf8(std::u16string_view text) {
 
 std::u16string fromUtf8(std::string_view bytes) {
   std::u16string text;
-  for (std::size_t at = 0; at < bytes.size();) appendUtf16(text, takePoint(bytes, at));
+  for (std::size_t at = 0; at < bytes.size();) appendUtf16(text, decodePoint(bytes, at));
   return text;
 }
 
