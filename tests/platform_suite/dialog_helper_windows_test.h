@@ -10,8 +10,8 @@
 // A helper for tests that show a real box or dialog: a thread that waits for it and answers it.
 namespace quillmere::platform {
 
-// While this lives, waits up to half a minute for a visible window of this process with that class
-// and title, and hands it to `answer` once.
+// Waits up to half a minute, while it exists, for a visible window of this process with that class
+// and title, and passes it to `answer` once.
 class DialogAnswerer {
  public:
   DialogAnswerer(std::wstring className, std::wstring title, std::function<void(HWND)> answer);

@@ -31,14 +31,14 @@ std::string textOf(const std::optional<std::vector<std::uint8_t>>& bytes) {
 
 using Names = std::vector<std::u16string>;
 
-// What is listed, in an order that does not depend on the system.
+// The listed names, sorted, since the system's order may vary.
 std::optional<Names> listed(const std::u16string& folder) {
   std::optional<Names> names = listFiles(folder, u".pdf");
   if (names) std::sort(names->begin(), names->end());
   return names;
 }
 
-// A name that makes the whole path `units` long.
+// A path in `folder` that is `units` long.
 std::u16string pathOfLength(const std::u16string& folder, std::size_t units) {
   return folder + std::u16string(units - folder.size() - 4, u'n') + u".pdf";
 }
@@ -114,7 +114,7 @@ TEST_F(FilesSuite, AnEmptyPathNamesNothing) {
 
 TEST_F(FilesSuite, AMissingDriveIsMissing) {
   const std::uint32_t error = queryAttributes(u"Q:\\a.pdf").error;
-  // Wine blames the file.
+  // Wine reports a missing file instead of a missing path.
   EXPECT_TRUE(error == kErrorPathNotFound || error == kErrorFileNotFound) << error;
 }
 

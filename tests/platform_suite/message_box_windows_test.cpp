@@ -8,7 +8,7 @@
 namespace quillmere::platform {
 namespace {
 
-// Presses a button of the box and returns what the call answered.
+// Presses a button of the box and returns the call's answer.
 BoxAnswer answerWith(BoxButtons buttons, WPARAM command, BoxOwner owner = BoxOwner::MainWindow) {
   const DialogAnswerer answerer(L"#32770", L"Suite Title",
                                 [command](HWND box) { PostMessageW(box, WM_COMMAND, command, 0); });
@@ -24,7 +24,7 @@ TEST(MessageBoxWindows, EveryButtonGivesItsAnswer) {
   EXPECT_EQ(answerWith(BoxButtons::YesNoCancel, IDCANCEL), BoxAnswer::Cancel);
 }
 
-// Which window owns the box; Wine does not put a box on top, so the owner is what can be seen.
+// The window that owns the box. Wine does not keep a box on top, so only the owner can be checked.
 HWND ownerOfBox(BoxOwner owner) {
   HWND found = nullptr;
   const DialogAnswerer answerer(L"#32770", L"Suite Title", [&found](HWND box) {

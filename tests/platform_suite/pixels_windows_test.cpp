@@ -7,7 +7,7 @@
 namespace quillmere::platform {
 namespace {
 
-// What a copy of the surface has at a place, as 0x00RRGGBB.
+// The pixel at x, y of a copy of the surface, as 0x00RRGGBB.
 std::uint32_t seenAt(PixelSurface* surface, int x, int y) {
   const HDC screen = GetDC(nullptr);
   const HDC context = CreateCompatibleDC(screen);

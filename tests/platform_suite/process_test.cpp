@@ -33,7 +33,7 @@ TEST_F(ProcessSuite, AProgramThatIsNotThereDoesNotStart) {
 TEST_F(ProcessSuite, TheClockNeverGoesBackAndASleepPasses) {
   const std::uint64_t before = monotonicMilliseconds();
   sleepMilliseconds(30);
-  // The two need not come from the same source, so a little may be missing.
+  // Sleep and clock may use different sources, so allow a small difference.
   EXPECT_GE(monotonicMilliseconds() + 16, before + 30);
   std::uint64_t last = monotonicMilliseconds();
   for (int n = 0; n < 1000; ++n) {

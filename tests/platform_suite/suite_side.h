@@ -4,16 +4,16 @@
 
 #include <string>
 
-// The few things that the shared cases need and that the seam does not offer; each side, the
-// scripted machine and the real one, brings its own.
+// The few things that the shared cases need and the seam does not offer. Each side, the scripted
+// machine and the real one, has its own implementation.
 namespace quillmere::platform {
 
-// Makes an empty folder of its own for one test; its path ends in a backslash.
+// Makes an empty folder for one test; its path ends in a backslash.
 std::u16string makeScratchFolder();
-// Removes it with everything in it, read-only files included.
+// Removes the folder with everything in it, read-only files included.
 void removeScratchFolder(const std::u16string& folder);
 
-// Puts these bytes into a file, by other means than the seam's.
+// Writes these bytes to a file without using the seam.
 void putBytes(const std::u16string& path, const std::string& bytes);
 std::string bytesOf(const std::u16string& path);
 
@@ -22,7 +22,7 @@ enum class LockKind {
   SharedWriter,  // open for writing, others may read, write and delete
 };
 
-// Somebody else's use of an existing file, for as long as this lives.
+// Another program's use of an existing file, while this object lives.
 class FileLock {
  public:
   FileLock(const std::u16string& path, LockKind kind);

@@ -49,7 +49,7 @@ TEST(TextSuite, UnpairedSurrogatesBecomeTheReplacementCharacter) {
 
 TEST(TextSuite, MalformedBytesBecomeReplacementCharactersAndTheRestStays) {
   const std::string malformed[] = {
-      "\x80",              // nothing begins with it
+      "\x80",              // cannot begin a sequence
       "\xFF",              // never occurs
       "\xC0\xAF",          // longer than needed
       "\xE0\x80\xAF",      // longer than needed

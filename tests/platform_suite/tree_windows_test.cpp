@@ -15,7 +15,7 @@ namespace {
 
 constexpr wchar_t kClassName[] = L"QuillmereTreeSuiteWindow";
 
-// Adds two rows below the one that is expanded for the first time.
+// Adds two rows below a row that is expanded for the first time.
 LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   const auto* header = reinterpret_cast<const NMHDR*>(lParam);
   if (message == WM_NOTIFY && header->code == TVN_ITEMEXPANDINGW) {
@@ -70,7 +70,7 @@ class TreeWindows : public testing::Test {
     return item;
   }
 
-  // The rows of one level: text and entry, with a plus sign where there are rows below.
+  // The rows of one level: text and entry, with a plus sign if there are rows below.
   static std::vector<std::wstring> level(HTREEITEM first) {
     std::vector<std::wstring> rows;
     for (HTREEITEM row = first; row != nullptr; row = TreeView_GetNextSibling(tree(), row)) {
