@@ -163,7 +163,7 @@ class DocumentBuilder {
     return root;
   }
 
-  // Adds siblings and gives the entries by which their parent names them.
+  // Adds siblings and returns the entries that their parent needs to refer to them.
   std::string addOutlineItems(const std::vector<PdfOutlineItem>& items, int parent) {
     std::vector<int> numbers;
     for (std::size_t i = 0; i < items.size(); ++i) numbers.push_back(file_.reserve());
@@ -331,7 +331,7 @@ std::string zeroPagePdf() {
 }
 
 std::string passwordProtectedPdf() {
-  // The keys match no password, least of all the empty one.
+  // The keys match no password, in particular not the empty one.
   const std::string key(64, '5');
   PdfOptions options;
   options.trailerEntries =

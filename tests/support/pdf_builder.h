@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-// Small PDF files as byte strings. What a caller writes is readable PDF text; object numbers,
-// offsets and the cross-reference table are filled in.
+// Small PDF files as byte strings. Callers write readable PDF text; the builder fills in object
+// numbers, offsets and the cross-reference table.
 namespace quillmere::test {
 
 // The object level: bodies are the text between "N 0 obj" and "endobj".
@@ -30,13 +30,13 @@ class PdfFile {
   std::vector<std::string> bodies_;
 };
 
-// The text of `content`, annotations and outline entries may name a page by its one-based number:
-// "{page 3}" becomes the reference to that page's object.
+// `content`, annotations and outline entries may refer to a page by its one-based number: "{page
+// 3}" becomes the reference to that page's object.
 struct PdfPage {
   double width = 612;   // points
   double height = 792;  // points
   int rotate = 0;       // degrees; left out of the page when 0
-  // A content stream. Fonts F1 Helvetica, F2 Times-Roman and F3 Courier are at hand.
+  // A content stream. Fonts F1 Helvetica, F2 Times-Roman and F3 Courier are available.
   std::string content;
   std::vector<std::string> annotations;  // dictionaries with their angle brackets
   std::string entries;                   // further entries of the page dictionary
@@ -44,7 +44,7 @@ struct PdfPage {
 
 struct PdfOutlineItem {
   std::u16string title;
-  // Entries that say where it leads, such as "/Dest [{page 3} /Fit]"; may be empty.
+  // Entries with its target, such as "/Dest [{page 3} /Fit]"; may be empty.
   std::string target;
   std::vector<PdfOutlineItem> children;
   bool open = true;
@@ -61,8 +61,8 @@ std::string buildPdf(const std::vector<PdfPage>& pages, const PdfOptions& option
 // Page i carries the text "Page i" (one-based) in Helvetica.
 std::string simplePdf(int pages, double width = 612, double height = 792);
 
-// Content that shows one line of text with its baseline starting at x, y. ASCII alone; parentheses
-// and backslashes may occur.
+// Content that shows one line of text with its baseline starting at x, y. ASCII only; parentheses
+// and backslashes are escaped.
 std::string textContent(const std::string& text, double x = 72, double y = 700, double size = 24,
                         const std::string& font = "F1");
 // Content that fills a rectangle; red, green and blue are 0 to 1.
@@ -78,19 +78,19 @@ std::string pageDestination(int page, double top);
 // "/A << /S /URI /URI (...) >>".
 std::string webAction(const std::string& address);
 
-// Files that are not as they should be.
+// Damaged and unusual files.
 std::string emptyFile();     // no byte
-std::string garbageFile();   // bytes that are no PDF
+std::string garbageFile();   // bytes that are not a PDF
 std::string truncatedPdf();  // ends inside its first object
 std::string truncatedPdf(const std::string& whole, std::size_t bytes);  // the first `bytes`
-std::string wrongOffsetsPdf(int pages);  // every xref offset lies; can be repaired
+std::string wrongOffsetsPdf(int pages);  // every xref offset is wrong; can be repaired
 std::string cyclicPageTreePdf();         // a page tree node is its own child
 std::string zeroPagePdf();               // sound, with an empty page tree
-std::string passwordProtectedPdf();      // opens with a password alone
+std::string passwordProtectedPdf();      // opens only with a password
 std::string manyPagesPdf(int pages);     // pages share one content
 std::string hugePagePdf(double width = 1e6, double height = 1e6);
 // One page with "ebb" and a form with "flood", which draws itself and "neap", another form that
-// draws both again: followed all the way they would fill any memory.
+// draws both again: following them without a limit would exhaust any memory.
 std::string formsThatDrawThemselvesPdf();
 
 }  // namespace quillmere::test

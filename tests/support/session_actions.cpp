@@ -40,7 +40,7 @@ constexpr std::uint32_t kCommands[] = {
     701, 702, 703, 704, 705, 706, 707, 708, 709, 710, 719, 725, 726, 727, 728, 731, 732,
 };
 
-// Bytes one after the other; zeros once they are used up.
+// Reads bytes one after the other, then zeros once they are used up.
 class Reader {
  public:
   Reader(const std::uint8_t* bytes, std::size_t size) : bytes_(bytes), size_(size) {}
@@ -106,7 +106,7 @@ void drag(Reader& reader) {
     movePointer(reader.within(width), reader.within(height));
   }
   const std::uint8_t end = reader.next() % 8;
-  if (end == 0) return;  // the button stays down for what follows
+  if (end == 0) return;  // the button stays down for the next actions
   const int endX = reader.within(width);
   end == 1 ? loseCapture() : middle ? releaseMiddle(endX, y) : releaseLeft(endX, y);
   standIn().shiftDown = false;
@@ -125,7 +125,7 @@ void wheel(Reader& reader) {
   turnWheel(x, y, (reader.next() - 128) * 4, (modifiers & 1) != 0, (modifiers & 2) != 0);
 }
 
-// An edit as the rooms that edit will leave it behind.
+// Leaves the same state as a real edit.
 void edit(Reader& reader) {
   const int pane = session.activePane;
   if (documentOf(pane) == nullptr || pageCountOf(pane) == 0) return;
@@ -153,7 +153,7 @@ void dropFiles(Reader& reader) {
               reader.within(standIn().window.client.width));
 }
 
-// The folder of the shown document is renamed by somebody else, or its file goes.
+// Another program renames the shown document's folder or deletes its file.
 void vanish(Reader& reader) {
   const bool two = session.viewMode == ViewMode::TwoDocuments;
   std::u16string& path = two ? session.panes[session.activePane].path : session.active.path;

@@ -6,10 +6,10 @@
 
 namespace quillmere::test {
 
-// Plays bytes as what a person does to the program: opening and closing files, commands, keys, the
-// mouse, new window sizes, answers to questions. Expects a fresh session and machine with a small
-// window, and PDFium up. The rule of the session that broke first, with the action that broke it;
-// empty when all of them held.
+// Plays bytes as a user's actions: opening and closing files, commands, keys, the mouse, new window
+// sizes, answers to questions. Needs a fresh session and machine with a small window, and PDFium
+// started. Returns the first session rule that broke and the action that broke it; empty when all
+// rules held.
 std::string playSessionActions(const std::uint8_t* bytes, std::size_t size);
 
 }  // namespace quillmere::test

@@ -40,7 +40,7 @@ std::string brokenDocument(int pane) {
   }
   if (pageCountOf(pane) != FPDF_GetPageCount(document)) return "a page count that is not PDFium's";
   const std::int32_t page = session.panes[pane].currentPage;
-  const bool numbered = shown(pane) && pageCountOf(pane) > 0;  // no page has no number
+  const bool numbered = shown(pane) && pageCountOf(pane) > 0;  // without a page there is no number
   if (numbered && (page < 0 || page >= pageCountOf(pane))) {
     return "a page number outside the document";
   }

@@ -4,8 +4,8 @@
 
 namespace quillmere::test {
 
-// What must hold of the session whenever the program waits for input: the first rule that does not,
-// in words; empty when all hold.
+// Checks the rules that the session must obey whenever the program waits for input. Returns the
+// first broken rule in words; empty when all hold.
 std::string brokenInvariant();
 
 }  // namespace quillmere::test

@@ -11,25 +11,25 @@
 
 namespace quillmere::test {
 
-// A test of logic that works on the session: PDFium is up, the session and the machine are fresh,
-// and the window's client area has 1000 by 800 pixels with a status bar of 22.
+// A test of logic that works on the session: PDFium is started, the session and the machine are
+// fresh, and the window's client area has 1000 by 800 pixels with a status bar of 22.
 class SessionTest : public ::testing::Test {
  protected:
   SessionTest();
   ~SessionTest() override;
 
-  // Writes a file and gives its path. A name without a volume lies below "C:\".
+  // Writes a file and returns its path. A name without a volume goes below "C:\".
   static std::u16string putPdf(const std::u16string& name, const std::string& bytes);
 
-  // Makes a document the one of the modes with a single document, with no page open. The session
-  // closes it. Null, with the document left out, when PDFium refuses the bytes.
+  // Opens a document as the one that the single-document modes share, with no page open. The
+  // session closes it. Null, with no document set, when PDFium refuses the bytes.
   FPDF_DOCUMENT openInActive(const std::string& bytes,
                              const std::u16string& path = u"C:\\active.pdf");
 
   // Handles the messages that the logic has posted to the main window.
   static void deliverPosted();
 
-  // Makes a document the pane's own, in TwoDocuments.
+  // Opens a document as the pane's own, in TwoDocuments.
   FPDF_DOCUMENT openInPane(int pane, const std::string& bytes);
   FPDF_DOCUMENT openInPane(int pane, const std::string& bytes, const std::u16string& path);
 

@@ -18,7 +18,7 @@ inline constexpr const char16_t* kDataFolder = u"C:\\Users\\User\\AppData\\Local
 inline constexpr const char16_t* kIniPath =
     u"C:\\Users\\User\\AppData\\Local\\Quillmere\\quillmere.ini";
 
-// One "key=value" line of the settings file with the section it stands in.
+// One "key=value" line of the settings file, with its section.
 struct IniEntry {
   std::u16string section;
   std::u16string key;
@@ -31,20 +31,20 @@ void PrintTo(const IniEntry& entry, std::ostream* out);
 // Starts every test without a settings file.
 class SettingsFileTest : public SessionTest {
  protected:
-  // Nothing that the settings do is ever told to the user.
+  // The settings never show the user a box.
   void TearDown() override { EXPECT_TRUE(platform::standIn().boxes.empty()); }
 };
 
 // Makes the settings file with the UTF-16 mark and these lines; a line feed becomes CR LF.
 void putIni(std::u16string_view lines);
 
-// The text of the settings file behind its mark; nothing without a file or without the mark.
+// The text of the settings file after its mark; nullopt without a file or without the mark.
 std::optional<std::u16string> iniText();
 
 // The lines of the settings file, in order.
 std::vector<IniEntry> iniEntries();
 
-// The value of a key as the file writes it; nothing when the key is absent.
+// The value of a key as written in the file; nullopt when the key is absent.
 std::optional<std::u16string> iniValue(std::u16string_view section, std::u16string_view key);
 
 // A fresh session that reads the settings file, as the next start of the program does.
