@@ -19,7 +19,7 @@ using testing::IsEmpty;
 
 class DocumentSlotsTest : public SessionTest {
  protected:
-  // A freshly loaded document, as a save finds it on disk.
+  // A freshly loaded document, as after a save.
   DocumentHandle freshDocument(int pages) { return loadDocument(simplePdf(pages)); }
 };
 

@@ -15,8 +15,8 @@ namespace {
 
 constexpr int kManyPages = 2 * kPagesBetweenReleases;
 
-// The text of the first page is changed in the file behind the open document's back, so that it
-// shows whether the page was read again.
+// Changes the first page's text in the file while the document is open, so that the text shows
+// whether the page was read again.
 class PageMemoryTest : public ViewTest {
  protected:
   ~PageMemoryTest() override { resetSession(); }
@@ -33,7 +33,7 @@ class PageMemoryTest : public ViewTest {
 
   void open(int pages) { open(simplePdf(pages), pages); }
 
-  // Turns to other pages than the first until memory must have been given back, if it can be.
+  // Turns through the other pages until memory must have been released, if it can be.
   static void turnManyPages() {
     const int last = session.active.pageCount - 1;
     for (int i = 0; i < 2 * kPagesBetweenReleases; ++i) show(0, 1 + i % last);
@@ -67,7 +67,7 @@ TEST_F(PageMemoryTest, ASearchOfTheWholeDocumentKeepsNothingOfIt) {
 }
 
 TEST_F(PageMemoryTest, ALongSearchKeepsNothingForLongOnItsWay) {
-  // All pages have the same content, so that each shows whether it was read anew.
+  // All pages have the same content, so that each shows whether it was read again.
   PdfPage page;
   page.content = textContent("Page 1");
   constexpr int kPages = 1000;

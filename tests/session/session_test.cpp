@@ -286,7 +286,7 @@ TEST_F(SessionStateTest, APageIsOpenedWithItsText) {
   EXPECT_EQ(FPDFText_GetUnicode(session.panes[0].textPage.get(), 5), static_cast<unsigned>('2'));
 }
 
-// Text that is added before somebody asks for the text is found in it.
+// Text added to the page before its text page is first used is found in it.
 TEST_F(SessionStateTest, ThePagesTextIsReadWhenItIsAskedFor) {
   openInActive(simplePdf(1));
   loadPane(0, 0);
@@ -415,7 +415,7 @@ TEST_F(SessionStateTest, ResettingClosesEverythingInEveryMode) {
   }
 }
 
-// A document that was read whole reads from its kept bytes until it has closed.
+// A document loaded from memory reads from its kept bytes until it is closed.
 TEST_F(SessionStateTest, KeptBytesOutliveTheDocumentThatReadsFromThem) {
   session.viewerRole = true;
   const std::u16string path = putPdf(u"kept.pdf", simplePdf(3));
@@ -428,7 +428,7 @@ TEST_F(SessionStateTest, KeptBytesOutliveTheDocumentThatReadsFromThem) {
   resetSession();
   EXPECT_TRUE(session.documentKeptBuffer.empty());
 
-  // Members go in the reverse of their order in the record.
+  // Members are destroyed in the reverse of their order in the record.
   const auto place = [](const auto& member) { return reinterpret_cast<std::uintptr_t>(&member); };
   EXPECT_LT(place(session.documentKeptBuffer), place(session.active.document));
   EXPECT_LT(place(session.active.document), place(session.panes[0]));
