@@ -17,7 +17,7 @@ std::int32_t between(Random& random, std::int32_t low, std::int32_t high) {
   return std::uniform_int_distribution<std::int32_t>(low, high)(random);
 }
 
-// Characters that a path can have, with those in which a settings file has an interest.
+// Characters that a path can have, including those with a meaning in a settings file.
 std::u16string anyPath(Random& random) {
   constexpr std::u16string_view kUnits = u"abcXYZ019 _-=;[]#%,.'äßéЖ文字\\";
   std::u16string path = u"C:\\";
@@ -35,7 +35,7 @@ std::int32_t anyNumber(const SettingRow& row, Random& random) {
   return between(random, row.range.low, row.range.high);
 }
 
-// What the file says of these is replaced by the live state at every save, or follows a policy.
+// Every save replaces these with the live state, or they follow a policy.
 bool isLive(const SettingRow& row) {
   static const std::set<std::u16string_view> kLiveSections = {u"LastUsed", u"Panels", u"Window"};
   static const std::set<std::u16string_view> kPolicies = {

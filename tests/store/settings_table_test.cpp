@@ -18,7 +18,7 @@ class SettingsTableTest : public SettingsFileTest {};
 
 constexpr const char16_t* kAbsent = nullptr;
 
-// What the text of one key, alone in the file, reads as.
+// The text of one key, the only one in the file, and the value that it reads as.
 struct ReadCase {
   const char16_t* section;
   const char16_t* key;
@@ -192,7 +192,7 @@ std::string nameOf(const ReadCase& read) {
   return platform::toUtf8(std::u16string(read.section) + u" " + read.key + text);
 }
 
-// The cases in groups that one file can hold: each key once in each.
+// The cases in groups that fit into one file: no key twice in a group.
 std::vector<std::vector<ReadCase>> filesOfCases() {
   std::map<std::pair<std::u16string, std::u16string>, std::size_t> seen;
   std::vector<std::vector<ReadCase>> files;
