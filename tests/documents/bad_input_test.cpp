@@ -1,4 +1,4 @@
-// Files that are not what a reader hopes for: the user is told why, and the program goes on.
+// Damaged and unsuitable files: the user is told why they do not open, and the program carries on.
 #include <fpdf_text.h>
 #include <gtest/gtest.h>
 
@@ -27,8 +27,8 @@ class BadInputTest : public SessionTest {
     return openRequested(path, 0, kWorkingDocsToHead, true);
   }
 
-  // Opening fails with that error of PDFium, and a sound file opens afterwards, in every mode and
-  // in a viewer.
+  // Expects that opening fails with this PDFium error and that a sound file opens afterwards, in
+  // every mode and in a viewer.
   static void expectError(const std::u16string& path, int error) {
     for (bool viewer : {false, true}) {
       for (ViewMode mode : kAllModes) {

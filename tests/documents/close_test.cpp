@@ -52,7 +52,7 @@ class CloseTest : public SessionTest {
     EXPECT_FALSE(slot.dirty);
   }
 
-  // Every kind of state that belongs to what is open.
+  // Sets every kind of state that belongs to an open document.
   static void leaveTraces() {
     for (int pane : {0, 1}) {
       PaneSlot& slot = session.panes[pane];

@@ -15,7 +15,7 @@ constexpr ViewMode kModes[] = {ViewMode::SinglePage, ViewMode::Book, ViewMode::I
 
 class ModesTest : public ViewTest {
  protected:
-  // A document of ten pages on its third one, in `mode`.
+  // Opens a document of ten pages on its third page, in `mode`.
   FPDF_DOCUMENT startIn(ViewMode mode) {
     const FPDF_DOCUMENT document = openAndShow(simplePdf(10, 400, 600));
     setViewMode(mode);
@@ -23,7 +23,7 @@ class ModesTest : public ViewTest {
     return document;
   }
 
-  // The dirty document `document` of startIn stands where a mode has its document.
+  // Expects the edited `document` of startIn where `mode` keeps its document.
   static void expectDocumentMovedTo(ViewMode mode, FPDF_DOCUMENT document) {
     EXPECT_EQ(session.viewMode, mode);
     EXPECT_EQ(documentOf(0), document);
@@ -38,7 +38,7 @@ class ModesTest : public ViewTest {
     EXPECT_EQ(session.panes[0].dirty, two);
   }
 
-  // What the panes show in a mode whose left pane is on the third page.
+  // Expects what the panes show in `mode` with the left pane on the third page.
   static void expectPanesShownIn(ViewMode mode) {
     EXPECT_EQ(pane(0).currentPage, 2);
     EXPECT_NE(pane(0).pageBitmap, nullptr);
@@ -447,7 +447,7 @@ TEST_F(BookOverrideTest, ChangedSettingsReachTheOpenBook) {
   EXPECT_EQ(window().erasingInvalidations, erased + 1);
 
   setView(0, 3.0f, 0.0f, 0.0f);
-  applyBookSettings();  // what was saved first stays
+  applyBookSettings();  // the view saved first stays
   EXPECT_FLOAT_EQ(session.bookOverrideZoom[0], 2.0f);
 
   session.settings.bookRevertToFit = false;

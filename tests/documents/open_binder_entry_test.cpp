@@ -33,8 +33,8 @@ std::uint32_t itemData(std::uint32_t binder, std::uint32_t file) {
   return binder << 16 | file;
 }
 
-// Two binders: the first is the one of documents in use, the second holds a.pdf, a missing file and
-// one on the network.
+// Two binders: the first holds the documents in use; the second holds a.pdf, a missing file and one
+// on the network.
 class OpenBinderEntryTest : public SessionTest {
  protected:
   OpenBinderEntryTest() {
@@ -204,7 +204,7 @@ TEST_F(OpenBinderEntryTest, TheFileOpensInTheActivePane) {
 TEST_F(OpenBinderEntryTest, TheCallerDecidesAboutTheQuestion) {
   openBinderEntry(itemData(0, 0), true, false);
   session.active.dirty = true;
-  session.documentBinders.clear();  // nothing that the shelf would take over
+  session.documentBinders.clear();  // so that the shelf does not take the changes over
   standIn().boxAnswers = {BoxAnswer::Cancel};
   openBinderEntry(itemData(1, 0), true, false);
   EXPECT_EQ(session.active.path, u"C:\\used.pdf");

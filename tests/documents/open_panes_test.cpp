@@ -1,5 +1,5 @@
-// Opening where two panes are in play: splitting into two documents, opening into one pane, and
-// falling back to one document.
+// Opening with two panes involved: splitting into two documents, opening into one pane, and falling
+// back to one document.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -305,7 +305,7 @@ TEST_F(TwoDocumentsOpenTest, ReopeningThePanesOwnFileLoadsItAfresh) {
 
 class CollapseTest : public TwoDocumentsOpenTest {
  protected:
-  // Both documents open, the one that stays with turns and edits of its own.
+  // Opens both documents; the one that stays has turns and edits of its own.
   void openBoth(int closing) {
     resetSession();
     session.viewMode = ViewMode::TwoDocuments;

@@ -31,7 +31,7 @@ constexpr const char16_t* kConflictText =
 
 class OpenRequestsTest : public SessionTest {
  protected:
-  // The document has one page, its shelf copy two.
+  // Makes a document of one page with a shelf copy of two pages.
   void shelve(const std::u16string& name, bool conflicting) {
     document_ = putPdf(name, simplePdf(1));
     session.shelveFolder = u"C:\\Shelve\\";

@@ -38,14 +38,14 @@ class OpenTest : public SessionTest {
                         options.displayPath.empty() ? nullptr : &options.displayPath);
   }
 
-  // A file on disk that is open as a person would have opened it.
+  // Makes a file and opens it as a user would.
   std::u16string opened(const std::u16string& name, int pages = 3, int pane = 0) {
     const std::u16string path = putPdf(name, simplePdf(pages));
     EXPECT_TRUE(open(path, {.pane = pane}));
     return path;
   }
 
-  // Two files side by side.
+  // Opens two files side by side.
   void openTwo(int leftPages = 3, int rightPages = 4) {
     session.viewMode = ViewMode::TwoDocuments;
     left_ = opened(u"left.pdf", leftPages, 0);
@@ -205,7 +205,7 @@ TEST_F(OpenTest, ABookOpensAtFitPageWhenItRevertsAndInItsZoomModeOtherwise) {
     opened(u"a.pdf", 3);
     for (const PaneSlot& slot : session.panes) {
       EXPECT_EQ(slot.zoomMode, reverts ? kFitPage : kActualSize);
-      // 498 pixels and more beside pages of 612 points, with a margin.
+      // A pane of 498 pixels or more, a page of 612 points, and a margin.
       EXPECT_NEAR(slot.zoom, reverts ? 0.78f : 1.0f, 0.01f);
     }
   }
@@ -474,7 +474,7 @@ TEST_F(OpenTest, AnEmptyPaneIsFilledWithoutAQuestion) {
   EXPECT_THAT(standIn().boxes, IsEmpty());
 }
 
-// The binder entry of what is replaced.
+// The binder entry of the replaced document.
 
 TEST_F(OpenTest, TheReplacedDocumentForgetsItsBinder) {
   opened(u"Old.pdf");

@@ -70,7 +70,7 @@ TEST_F(WaitingOpensTest, ARefusedQuestionStillLetsThePathCome) {
   openRequested(second_, 0, kWorkingDocsToHead, true);
   deliverPosted();
   EXPECT_EQ(session.active.path, first_);
-  EXPECT_EQ(standIn().boxes.size(), 2u);  // the path that waited asks for itself
+  EXPECT_EQ(standIn().boxes.size(), 2u);  // the waiting path asks its own question
 }
 
 TEST_F(WaitingOpensTest, DroppedFilesWaitForTheirPane) {
