@@ -11,7 +11,7 @@ namespace {
 
 class ViewersTest : public SessionTest {};
 
-// What the started process receives as its command line: all behind the quoted program.
+// The arguments that the started process receives: everything after the quoted program.
 std::u16string argumentsOf(const platform::StartedProcess& process) {
   const std::u16string quoted = u"\"" + process.program + u"\" ";
   EXPECT_EQ(process.commandLine.substr(0, quoted.size()), quoted);
