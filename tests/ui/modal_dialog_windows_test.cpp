@@ -18,7 +18,7 @@ constexpr WORD kAnswerButton = 1001;
 constexpr std::int32_t kCancelled = -7;
 constexpr std::int32_t kAnswered = 42;
 
-// What one dialog of a test is told and what it reports.
+// What a test's dialog runs, and what it records.
 struct Script {
   std::function<void()> whileOpen;  // runs once the dialog's loop runs
   HWND owner = nullptr;
@@ -224,7 +224,7 @@ TEST_F(ModalDialogTest, ItStandsInTheMiddleOfItsOwner) {
   EXPECT_NEAR(outer.top + outer.bottom, owner.top + owner.bottom, 1);
 }
 
-// The frame is that of the dialog's screen, which here is another than the density says.
+// Compares outer sizes: the frame drawn here has the real screen's density, not the session's.
 TEST_F(ModalDialogTest, ItGrowsWithTheScreensDensity) {
   session.dpi = 144;
   RECT outer{};
