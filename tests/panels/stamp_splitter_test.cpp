@@ -8,7 +8,7 @@
 namespace quillmere::test {
 namespace {
 
-// The panel's left edge stands at 820, its splitter at 817 to 819.
+// The panel's left edge is at 820, its splitter at 817 to 819.
 class StampSplitterTest : public ViewTest {
  protected:
   StampSplitterTest() {
@@ -109,7 +109,7 @@ TEST_F(StampSplitterTest, APressOnItAloneLeavesThePageWhereItIs) {
 TEST_F(StampSplitterTest, MovesWithoutADragDoNothing) {
   moveStampSplitterDrag(700);
   EXPECT_EQ(session.stampPanelWidth, 180);
-  window().mouseCaptured = true;  // for somebody else
+  window().mouseCaptured = true;  // by something else
   endStampSplitterDrag();
   EXPECT_TRUE(window().mouseCaptured);
 }
