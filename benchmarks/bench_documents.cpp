@@ -1,4 +1,4 @@
-// Writes the documents of the benchmarks that no package has. Usage: bench_documents FOLDER
+// Writes the benchmark documents that no package provides. Usage: bench_documents FOLDER
 
 #include <cstdio>
 #include <string>
@@ -14,7 +14,7 @@ using test::PdfPage;
 
 constexpr int kPages = 20;
 constexpr int kLines = 40;
-constexpr int kSameLetters = 75;  // a line
+constexpr int kSameLetters = 75;  // letters in a line
 constexpr int kOutlineEntries = 10000;
 constexpr int kChapters = 100;
 
@@ -38,7 +38,7 @@ std::vector<PdfPage> textPages() {
   return pages;
 }
 
-// Lines of a's, each of which another letter ends.
+// Lines of a's that each end in another letter.
 std::vector<PdfPage> sameLetters() {
   PdfPage page;
   for (int line = 0; line < kLines; ++line) {
@@ -55,14 +55,14 @@ PdfOutlineItem entry(int number) {
   return item;
 }
 
-// All entries beside each other, the worst case of what is shown at once.
+// All entries on one level, so that all are shown at once: the worst case.
 std::vector<PdfOutlineItem> flatOutline() {
   std::vector<PdfOutlineItem> outline;
   for (int i = 0; i < kOutlineEntries; ++i) outline.push_back(entry(i));
   return outline;
 }
 
-// As many entries, under chapters.
+// The same number of entries, under chapters.
 std::vector<PdfOutlineItem> deepOutline() {
   std::vector<PdfOutlineItem> outline;
   constexpr int kSections = kOutlineEntries / kChapters - 1;

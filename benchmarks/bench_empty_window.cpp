@@ -1,5 +1,4 @@
-// The least that a Windows program does to show a window: what starting the reader is measured
-// against.
+// The least that a Windows program must do to show a window: the baseline for starting the reader.
 
 #include <windows.h>
 

@@ -1,5 +1,5 @@
-// Times PDFium alone on whole documents, so that its builds can be compared: this program exists
-// for Windows and for the machine that it is built on.
+// Times PDFium alone on whole documents, so that its builds can be compared: this program is built
+// for Windows and for the build machine.
 //
 // Usage: bench_engine DOCUMENT...
 //        bench_engine --first-page|--text|--search DOCUMENT
@@ -52,7 +52,7 @@ void searchText(FPDF_DOCUMENT document) {
   searchPlain(document, u"function");
 }
 
-// So many of them, from all over the document.
+// Draws a fixed number of pages from all over the document.
 void drawPages(FPDF_DOCUMENT document) {
   const int count = FPDF_GetPageCount(document);
   const int step = count / kDrawnPages + 1;

@@ -1,9 +1,9 @@
-// Times searches in the reader's real main window, each time beside PDFium's own calls for the same
-// pages, and tells what the process holds after the first search and after some more.
+// Times searches in the reader's real main window against direct PDFium calls for the same pages,
+// and reports the process's memory after the first search and after some more.
 //
 // Usage: bench_find DOCUMENT                 in the reader's real main window
 //        bench_find --bad-pattern DOCUMENT   there, with a pattern that explodes on a run of a's
-//        bench_find --plain DOCUMENT         memory with PDFium's calls alone
+//        bench_find --plain DOCUMENT         memory with PDFium's calls only
 
 #include <windows.h>
 
@@ -25,10 +25,10 @@
 namespace quillmere::bench {
 namespace {
 
-// Rare enough that the search does not end before the last page.
+// Rare enough that the search goes on to the last page.
 constexpr const char16_t* kWord = u"eigenvalue";
 constexpr const char16_t* kPattern = u"[Ee]igenvalues?";
-// On a's that something else follows there is no end to the ways of sharing them out.
+// Backtracks exponentially on a run of a's that is followed by something else.
 constexpr const char16_t* kExplodingPattern = u"(a+)+$";
 constexpr int kSearches = 2;
 constexpr int kExplosions = 3;
@@ -83,7 +83,7 @@ void compareSearches(const std::string& path) {
   }
 }
 
-// Nothing has been searched before.
+// Must run before any other search.
 void measureMemory(const std::string& path) {
   setField(kWord);
   FindInDocument();
@@ -92,7 +92,7 @@ void measureMemory(const std::string& path) {
   reportPair("find-memory", documentName(path), memory().workingSet, first.workingSet);
 }
 
-// The word is typed letter by letter, and each time looked for on the shown page.
+// Types the word letter by letter; each letter starts a search on the shown page.
 void compareKeystrokes(const std::string& path) {
   chooseFindMode(false);
   goToPage(0, kKeystrokePage, false);

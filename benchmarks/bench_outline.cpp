@@ -1,5 +1,4 @@
-// Times how long the reader needs to fill its tree with the outline of a document that it has just
-// opened.
+// Times how long the reader takes to fill its tree with the outline of a newly opened document.
 //
 // Usage: bench_outline DOCUMENT
 
@@ -19,7 +18,7 @@ namespace {
 constexpr int kFills = 5;
 constexpr int kOtherPane = 1;
 
-// Into the pane that is not active, whose document's outline nobody reads.
+// Opens the document in the inactive pane, since its outline is not read there.
 bool openAside(const std::string& path) {
   setActivePane(0);
   if (!openRequested(platform::fromUtf8(path), kOtherPane, kWorkingDocsToHead, true)) return false;
@@ -28,7 +27,7 @@ bool openAside(const std::string& path) {
   return session.bookmarks.empty();
 }
 
-// The pane is chosen, and with it its document's outline.
+// Activates the pane, and with it its document's outline.
 bool timeFill(const std::string& document) {
   const Stopwatch watch;
   activatePane(kOtherPane);

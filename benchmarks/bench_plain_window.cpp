@@ -1,5 +1,5 @@
-// The least that a Windows program does to show the first page of a document with PDFium: what the
-// reader's memory is measured against. Its command line is the document's path.
+// The least that a Windows program must do to show the first page of a document with PDFium: the
+// baseline for the reader's memory. Its command line is the document's path.
 
 #include <windows.h>
 

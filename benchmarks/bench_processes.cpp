@@ -1,7 +1,7 @@
-// Starts the reader and the smallest programs that compare with it, and tells how long it takes
-// until each waits for its user with its window painted, and how much memory it then holds.
+// Starts the reader and the smallest comparable programs, and reports how long each takes until its
+// window is painted and it waits for the user, and how much memory it then uses.
 //
-// Usage: bench_processes DOCUMENT...    beside quillmere.exe, with no other reader running
+// Usage: bench_processes DOCUMENT...    next to quillmere.exe, with no other reader running
 
 #include <windows.h>
 

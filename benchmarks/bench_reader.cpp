@@ -1,5 +1,5 @@
-// Times what the reader does in its real main window, each time beside the PDFium calls or the
-// copy that it cannot do without.
+// Times what the reader does in its real main window against the PDFium calls or the copying that
+// it cannot do without.
 //
 // Usage: bench_reader DOCUMENT...
 
@@ -50,7 +50,7 @@ bool same(BitmapSize left, BitmapSize right) {
   return left.width == right.width && left.height == right.height;
 }
 
-// The document that is being measured: open in the reader, and for comparison once more beside it.
+// The document being measured: open in the reader, and once more in plain PDFium for comparison.
 struct Subject {
   std::string path;
   std::string name;
@@ -58,7 +58,7 @@ struct Subject {
   PlainView plainRight;  // a second page of the same document
 };
 
-// What does most for one side's caches must not help the other side's time: they take turns.
+// The two sides take turns at going first, since the first one fills caches for the other.
 template <typename Ours, typename Theirs>
 void comparePair(const char* row, const Subject& subject, int repetition, Ours ours,
                  Theirs theirs) {
@@ -83,7 +83,7 @@ void compareOpening(Subject& subject) {
       loadPlainPage(subject.plain, 0, false);
       renderView(subject.plain, size);
     };
-    // The first time fills the caches of fonts and tells the size.
+    // The first time fills the font caches and gives the size.
     if (i < 0) {
       openAndPaint(subject.path);
       size = shownSize(0);
@@ -121,16 +121,15 @@ void goToMiddle(Subject& subject) {
   handleMessages();
 }
 
-// A step by itself, up to where what it changed waits to be painted, and with the repaint that
-// follows it.
+// Reports a step twice: without painting, and with the repaint that follows it.
 void reportStep(const std::string& row, const Subject& subject, const PaintTimes& ours,
                 double theirs) {
   reportPair(row, subject.name, ours.work, theirs);
   reportPair(row + "-painted", subject.name, ours.last, theirs);
 }
 
-// Steps that come back to where they began, over and over. The first cycle fills the caches and
-// tells the sizes, so that afterwards either side may come first.
+// Steps through a cycle that ends where it began, over and over. The first cycle fills the caches
+// and gives the sizes, so that afterwards either side may go first.
 template <typename Ours, typename Theirs>
 void compareSteps(const char* row, const Subject& subject, int cycleLength, int steps, Ours ours,
                   Theirs theirs) {
@@ -169,7 +168,7 @@ void compareRotation(Subject& subject) {
 constexpr ViewMode kModeCycle[] = {ViewMode::Book, ViewMode::IndependentPages,
                                    ViewMode::TwoDocuments, ViewMode::SinglePage};
 
-// The page loads and renders that a mode needs when it follows the one before it in the cycle.
+// The page loads and renderings that a mode needs after the previous one in the cycle.
 void showPlainMode(ViewMode mode, Subject& subject, int index, BitmapSize left, BitmapSize right) {
   if (mode == ViewMode::Book) loadPlainPage(subject.plainRight, index + 1, false);
   const bool opensAgain = mode == ViewMode::TwoDocuments || mode == ViewMode::SinglePage;
@@ -178,8 +177,8 @@ void showPlainMode(ViewMode mode, Subject& subject, int index, BitmapSize left, 
   if (!opensAgain) renderView(subject.plainRight, right);
 }
 
-// One time through the cycle, step by step in turns. `sizes` are those of both pages after each
-// step, as the cycle before left them.
+// Goes through the cycle once; the sides take turns at each step. `sizes` are those of both pages
+// after each step, from the previous cycle.
 void compareModeCycle(Subject& subject, bool oursFirst, int index,
                       std::vector<std::array<BitmapSize, 2>>& sizes) {
   PaintTimes ours;

@@ -1,7 +1,7 @@
-// Turns hundreds of pages of one document and tells what the process holds afterwards.
+// Turns hundreds of pages of one document and reports what the process holds afterwards.
 //
 // Usage: bench_turning DOCUMENT           in the reader's real main window
-//        bench_turning --plain DOCUMENT   with PDFium's calls alone
+//        bench_turning --plain DOCUMENT   with PDFium's calls only
 
 #include <algorithm>
 #include <cstdio>
@@ -41,7 +41,7 @@ void report(const std::string& row, const std::string& name, const State& first,
   reportPair(row + "-handles", name, last.objects.handles, first.objects.handles);
 }
 
-// Both states are those of the same page, so that they differ by what was left behind alone.
+// Both states are taken on the same page, so they differ only by what page turning left behind.
 void measure(const std::string& row, const std::string& name, int pageCount,
              const std::function<void(int)>& show) {
   const auto turn = [&](int turns, int farthest) {

@@ -1,7 +1,6 @@
 #pragma once
 
-// Watches what a program asks of PDFium, by the table through which the program reaches the
-// library.
+// Watches a program's calls to PDFium through its import table.
 namespace quillmere::bench {
 
 struct EngineCalls {
@@ -19,14 +18,14 @@ struct EngineCalls {
   }
 };
 
-// From here on these calls are counted. Once in a process.
+// Starts counting these calls. Call it once in a process.
 void startCountingEngineCalls();
 
-// What was counted since the last call of this function.
+// The counts since the last call of this function.
 EngineCalls takeEngineCalls();
 
-// While it lives every function of PDFium is replaced by one that counts and does nothing, so only
-// code that should not reach PDFium at all may run.
+// While it lives, every PDFium function is replaced by one that only counts, so run only code that
+// should not call PDFium at all.
 class EngineBarred {
  public:
   EngineBarred();

@@ -51,7 +51,7 @@ void countingRender(FPDF_BITMAP bitmap, FPDF_PAGE page, int x, int y, int width,
   realRender(bitmap, page, x, y, width, height, rotate, flags);
 }
 
-// The calling convention lets one function stand for all: arguments stay with the caller.
+// One function can replace them all, because the caller cleans up the arguments.
 std::intptr_t countBarredCall() {
   ++barredCalls;
   return 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-// What a process holds of the machine.
+// The resources that a process uses.
 namespace quillmere::bench {
 
 struct Memory {
@@ -12,8 +12,8 @@ struct Memory {
 Memory memory();
 Memory memoryOf(void* process);
 
-// What this process has open. Counted one by one, since Wine does not answer the functions that
-// tell these numbers.
+// The objects that this process has open. Counted one by one, since Wine lacks the functions that
+// report these numbers.
 struct OpenObjects {
   int gdiObjects = 0;
   int windows = 0;

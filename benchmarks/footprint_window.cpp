@@ -14,7 +14,7 @@ namespace quillmere::bench {
 
 namespace {
 
-// Where a process finds the table of its GDI handles.
+// Where the table of a process's GDI handles is.
 constexpr std::uintptr_t kGdiTableInEnvironmentBlock = 0xF8;
 constexpr int kGdiTableLength = 0x4000;
 struct GdiTableEntry {

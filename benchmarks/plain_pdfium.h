@@ -11,7 +11,7 @@
 
 #include "session/pdfium_handles.h"
 
-// PDFium's own calls with nothing around them: what the reader is measured against.
+// Direct PDFium calls with nothing around them: the baseline for the reader.
 namespace quillmere::bench {
 
 struct BitmapCloser {
@@ -27,11 +27,11 @@ struct BitmapSize {
 // Starts PDFium as the reader does.
 void startPdfium();
 
-// The page on white paper, with annotations, turned by `rotate` quarters. `pixels` is what the
-// picture is made in, four bytes a pixel without padding; null for memory of PDFium's own.
+// The page on white paper, with annotations, turned by `rotate` quarters. `pixels` is the memory to
+// render into, four bytes a pixel without padding; null lets PDFium allocate it.
 PlainBitmap renderPlain(FPDF_PAGE page, BitmapSize size, int rotate = 0, void* pixels = nullptr);
 
-// A page of one document, opened and rendered again and again.
+// A page of one document, for loading and rendering it again and again.
 struct PlainView {
   DocumentHandle document;
   PageHandle page;
@@ -42,10 +42,10 @@ struct PlainView {
 bool openPlain(PlainView& view, const std::string& path);
 void closePlain(PlainView& view);
 void loadPlainPage(PlainView& view, int index, bool withText);
-// Into the same memory each time: fresh memory costs about as much as a rendering.
+// Renders into the same memory each time: fresh memory costs about as much as the rendering.
 void renderView(PlainView& view, BitmapSize size, int rotate = 0);
 
-// The number of hits on a page, or on all pages of a document, which are loaded for it one by one.
+// The number of hits on a page, or on all pages of a document, loading them one by one.
 int searchPlainPage(FPDF_PAGE page, const std::u16string& text);
 int searchPlain(FPDF_DOCUMENT document, const std::u16string& text);
 

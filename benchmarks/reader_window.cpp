@@ -39,7 +39,7 @@ void fitToClientArea(PlainPicture& picture, HDC window) {
   PatBlt(picture.dc, 0, 0, client.width, client.height, WHITENESS);
 }
 
-// Notes when pages are painted.
+// Records when pages are painted.
 struct PaintWatch {
   Stopwatch watch;
   PaintTimes times;

@@ -13,26 +13,27 @@ void prepareSettings();
 bool showReader();
 void closeReader();
 
-// Handles every message that waits.
+// Handles all waiting messages.
 void handleMessages();
 
 // Opens a document and paints its first page. False when it does not open.
 bool openAndPaint(const std::string& path);
 
-// Milliseconds from the start of some work and the painting that follows it to certain moments.
+// Milliseconds from the start of some work to certain moments in it and in the painting that
+// follows.
 struct PaintTimes {
-  double work = 0;   // the work was done, and what it changed waits to be painted
+  double work = 0;   // the work was done; the changes are not painted yet
   double first = 0;  // a page was painted for the first time
   double last = 0;   // pages were painted for the last time
   double whole = 0;  // the program can handle messages again
 };
 PaintTimes timePainting(const std::function<void()>& work);
 
-// Paints what is invalid of the main window itself, where the page is. Its children follow with the
-// messages that wait.
+// Paints the invalid part of the main window itself, where the page is. Its child windows are
+// painted when messages are handled.
 void paintNow();
 
-// Copies a picture of the client area's size from memory to the window, once.
+// Copies one picture of the client area's size from memory to the window.
 void copyPlainPicture();
 
 }  // namespace quillmere::bench

@@ -3,8 +3,8 @@
 #include <chrono>
 #include <string>
 
-// What the benchmark programs tell the script that makes the table: one line a measurement, with
-// tabs between its fields. The script knows the rows and takes the medians.
+// What the benchmark programs print for the script that makes the table: one line per measurement,
+// with tab-separated fields. The script knows the rows and computes the medians.
 namespace quillmere::bench {
 
 class Stopwatch {
@@ -19,13 +19,15 @@ class Stopwatch {
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
-// One repetition of a row: ours and what it is compared with, measured right after each other.
+// One repetition of a row: our value and the one it is compared with, measured one right after the
+// other.
 void reportPair(const std::string& row, const std::string& document, double ours, double theirs);
 
-// A single number: a count, or one side of a comparison whose other side another program measures.
+// A single number: a count, or one side of a comparison whose other side is measured by another
+// program.
 void reportValue(const std::string& row, const std::string& document, double value);
 
-// Last part of a path with either kind of separator.
+// The last part of a path with either kind of separator.
 std::string documentName(const std::string& path);
 
 }  // namespace quillmere::bench

@@ -4,8 +4,8 @@
 Usage: scripts/with-desktop benchmarks/table.py [--brief] [--record] FOLDER DOCUMENT...
 FOLDER holds what bench_documents wrote.
 
-The programs print one line a measurement ("pair ROW DOCUMENT OURS THEIRS" or "value ROW DOCUMENT
-NUMBER", with tabs between); what a row means and its limit stand here.
+The programs print one line per measurement ("pair ROW DOCUMENT OURS THEIRS" or "value ROW DOCUMENT
+NUMBER", separated by tabs); this file says what each row means and what its limit is.
 """
 
 import collections
@@ -25,7 +25,7 @@ NOTES = ROOT / "docs/speed.md"
 
 Row = collections.namedtuple("Row", "key title unit limit")
 
-# In the order of the table. The limit is of the ratio ours / theirs; None where none is set.
+# In the order of the table. The limit applies to the ratio ours / theirs; None for no limit.
 RATIOS = [
     Row("open", "open to first painted page / PDFium load + page + render", "ms", 1.5),
     Row("open-whole", "open until the program answers again / the same", "ms", None),
@@ -53,7 +53,7 @@ RATIOS = [
     Row("start-with-document", "start to painted document / plain PDFium window", "ms", None),
 ]
 
-# Ours less theirs must not be above the limit.
+# Ours minus theirs must not exceed the limit.
 DIFFERENCES = [
     Row("turning-gdi", "GDI objects left behind by 1,000 page turns", "", 0),
     Row("turning-windows", "windows left behind by 1,000 page turns", "", 0),
@@ -77,8 +77,8 @@ ENGINE = [
     Row("engine-search", "engine: search every page, Windows build / native", "ms", None),
 ]
 
-# What a search in the reader (under Wine, its document open) needs beside a new process of another
-# program (native).
+# The time of a search in the reader (under Wine, document already open) against a new process of
+# another program (native).
 FIND_PEERS = [
     ("find-literal", "find in the whole document, Wine / pdfgrep, native",
      ["pdfgrep", "-c", "-i", "-F", "eigenvalue", "{document}"], 0.25),
@@ -94,7 +94,7 @@ FIND_PEERS = [
      ["mutool", "draw", "-q", "-F", "txt", "-o", "{out}.txt", "{document}"], 1.0),
 ]
 
-# What a new process of our engine, built natively, needs beside a new process of another program.
+# The time of a new native process with our engine against a new process of another program.
 PEERS = [
     ("--first-page", "engine, native: page 1 / mutool draw",
      ["mutool", "draw", "-q", "-r", "72", "-o", "{out}.png", "{document}", "1"]),
@@ -127,7 +127,7 @@ def windows_path(path):
     return "Z:" + str(path).replace("/", "\\")
 
 
-# Moving between processors in the middle of a comparison would be measured too.
+# A move to another processor in the middle of a comparison would distort it.
 def stay_on_one_processor():
     os.sched_setaffinity(0, {max(os.sched_getaffinity(0))})
 
@@ -224,8 +224,8 @@ def line(title, document, ratio, ours, theirs, unit, limit, good):
     return [title, document, ratio, numbers, "" if limit is None else f"{limit:g}", verdict]
 
 
-# Whoever comes second finds the caches filled, and the sides take turns at that: the median of
-# either order counts half.
+# The side that runs second finds the caches filled. The sides take turns, so average the medians of
+# both orders.
 def balanced_median(values):
     orders = [values[0::2], values[1::2] or values]
     return statistics.mean(statistics.median(order) for order in orders)
