@@ -1,6 +1,6 @@
-// A document of any content is searched, and moved through by its outline, its links and its
-// histories. The first line is the search: one character whose bits say how, then the text in
-// UTF-8. The document follows.
+// Searches a document of any content and moves through it by its outline, its links and the
+// histories. The first line is the search: one character whose bits are the options, then the text
+// in UTF-8. The document follows.
 #include <fpdf_doc.h>
 #include <quillmere_engine.h>
 
@@ -34,9 +34,9 @@ namespace {
 using namespace quillmere;
 using fuzz::require;
 
-constexpr int kPages = 4;     // that are looked at
-constexpr int kJumps = 60;    // along the outline, and back
-constexpr int kGridStep = 6;  // pixels between the rows of places that are asked for a link
+constexpr int kPages = 4;     // shown at most
+constexpr int kJumps = 60;    // followed at most, along the outline and back
+constexpr int kGridStep = 6;  // pixels between the places that are tested for a link
 
 enum HowBit : unsigned {
   kRegex = 1,
@@ -50,7 +50,7 @@ struct Search {
   std::u16string text;
 };
 
-// Takes the search off the front of the bytes.
+// Removes the search from the front of the bytes.
 Search takeSearch(std::string_view& bytes) {
   const std::string_view line = bytes.substr(0, bytes.find('\n'));
   bytes.remove_prefix(std::min(line.size() + 1, bytes.size()));
@@ -97,7 +97,7 @@ void searchWith(const Search& search, bool regex) {
   }
 }
 
-// At every rotation, with the current hit scrolled to.
+// Scrolls to the current hit at every rotation.
 void turnAround() {
   for (std::uint32_t turns = 0; turns < 4; ++turns) {
     session.panes[0].documentRotation = turns;

@@ -1,4 +1,5 @@
-// A file of any content, opened and walked through in every mode, as the program and as a viewer.
+// A file of any content, opened and paged through in every mode, in the main program and in a
+// viewer.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>

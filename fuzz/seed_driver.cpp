@@ -19,7 +19,7 @@ class SeedTest : public testing::Test {
  public:
   explicit SeedTest(std::filesystem::path seed) : seed_(std::move(seed)) {}
 
-  // Passes by coming back: the sanitizers end the program on a fault.
+  // Passes if it returns: the sanitizers end the program on a fault.
   void TestBody() override {
     std::ifstream file(seed_, std::ios::binary);
     ASSERT_TRUE(file) << seed_;

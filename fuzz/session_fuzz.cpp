@@ -1,4 +1,4 @@
-// A person at work on well-formed and damaged files: see support/session_actions.h.
+// A user working with sound and damaged files: see support/session_actions.h.
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>

@@ -11,12 +11,12 @@
 #include "session/session.h"
 #include "support/session_invariants.h"
 
-// What targets that open a file share.
+// Shared by the targets that open a file.
 namespace quillmere::fuzz {
 
 inline const std::u16string kPath = u"C:\\fuzz.pdf";
 
-// A fresh session over the files that there are, in a small window; every question is answered.
+// A fresh session in a small window that keeps the existing files; every question gets an answer.
 inline void prepareSession(bool viewer) {
   resetSession();
   session.viewerRole = viewer;
