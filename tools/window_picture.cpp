@@ -1,7 +1,7 @@
 // Usage: window_picture CLASS TITLE_PART OUT.png [SECONDS]
 // Waits until a window of the class shows the text in its title and has finished painting, then
-// writes a picture of the whole window. Exits with 1 when that does not happen in time; the
-// picture then shows what there was.
+// writes a picture of the whole window. Exits with 1 when that does not happen in time; the picture
+// then shows the last state.
 #include <windows.h>
 // GDI+ needs the COM types first.
 #include <objidl.h>
@@ -17,7 +17,8 @@
 namespace {
 
 constexpr DWORD kPollMilliseconds = 100;
-// Equal pictures in a row that count as finished; more while the middle has only one colour.
+// So many equal pictures in a row mean finished; more are needed while the middle has only one
+// colour.
 constexpr int kStableWhenPainted = 4;
 constexpr int kStableWhenPlain = 30;
 
@@ -99,7 +100,7 @@ BOOL CALLBACK printTitle(HWND window, LPARAM) {
   return TRUE;
 }
 
-// True when the window stood still; `picture` is the last one taken, if any.
+// True when the window stopped changing; `picture` is the last one taken, if any.
 bool waitForPicture(const std::wstring& className, const std::wstring& titlePart, DWORD limit,
                     Picture& picture) {
   const ULONGLONG end = GetTickCount64() + limit;
