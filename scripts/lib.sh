@@ -9,7 +9,8 @@ build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix libboost1.81-de
 test_packages=(clang-format-14)
 desktop_packages=(wine wine64 fonts-wine fonts-liberation xvfb)
 
-# Quiet, without the boxes that offer to install more of Wine, and with all characters in paths.
+# Keeps Wine quiet, without boxes that offer to install more of it, and allows any character in
+# paths.
 wine_environment=(LC_ALL=C.UTF-8 WINEDEBUG=-all "WINEDLLOVERRIDES=mscoree,mshtml=;winemenubuilder.exe=d")
 
 note() { echo "== $*"; }
@@ -21,8 +22,8 @@ die() {
 
 require() { "$root/scripts/require-packages" "$@"; }
 
-# build_engine TARGET...: the engine for these targets ("windows", "native", "native-asan"); nothing
-# when cached.
+# build_engine TARGET...: the engine for these targets ("windows", "native", "native-asan"); does
+# nothing when it is cached.
 build_engine() {
   local target
   for target in "$@"; do
@@ -50,5 +51,5 @@ build() {
   cmake --build "$root/build/$preset" -j "$jobs" "${targets[@]}"
 }
 
-# windows_path PATH: what Windows programs under Wine call an absolute path.
+# windows_path PATH: an absolute path as Windows programs under Wine see it.
 windows_path() { printf 'Z:%s' "${1//\//\\}"; }
