@@ -1,5 +1,5 @@
-# Boost's headers alone, without the rest of the folder that they are installed in: that one belongs
-# to this machine's compiler and would mislead the one for Windows.
+# Only Boost's headers, without the rest of the folder that they are installed in: its other headers
+# are for the native compiler and would mislead the one for Windows.
 if(NOT EXISTS /usr/include/boost/regex.hpp)
   message(FATAL_ERROR "Boost.Regex is missing: install the package libboost1.81-dev.")
 endif()

@@ -1,4 +1,4 @@
-# What every target of ours is compiled and linked with.
+# Settings that all our targets are compiled and linked with.
 add_library(quillmere_settings INTERFACE)
 target_compile_options(quillmere_settings INTERFACE -Wall -Wextra)
 if(QUILLMERE_WERROR)
@@ -25,7 +25,7 @@ if(WIN32)
     -Wl,--dynamicbase,--high-entropy-va,--nxcompat -Wl,--no-insert-timestamp)
 endif()
 
-# What the Windows side is made of beside our own code.
+# The system libraries that the Windows side links.
 set(QUILLMERE_WINDOWS_LIBRARIES gdiplus comctl32 comdlg32 ole32 oleaut32 shell32 shlwapi uuid
   winspool winhttp version gdi32 user32 advapi32)
 

@@ -1,10 +1,10 @@
 # Imported target `pdfium`: the engine that engine/build has put into its cache, or the one under
-# QUILLMERE_ENGINE_DIR where that is set. engine_prefix has include/, lib/, bin/ and licenses/.
+# QUILLMERE_ENGINE_DIR if that is set. engine_prefix has include/, lib/, bin/ and licenses/.
 if(WIN32)
   set(engine_target windows)
 elseif(QUILLMERE_SANITIZE)
-  # Faults inside the engine are found as well. It brings no sanitizer runtime of its own, so that
-  # programs of either compiler can use it.
+  # This finds faults inside the engine as well. It has no sanitizer runtime of its own, so that
+  # programs built with either compiler can use it.
   set(engine_target native-asan)
 else()
   set(engine_target native)
@@ -25,13 +25,13 @@ endif()
 
 add_library(pdfium SHARED IMPORTED GLOBAL)
 target_include_directories(pdfium SYSTEM INTERFACE ${engine_prefix}/include)
-# Declares the functions as those of a shared library.
+# Declares the engine's functions as imports from a shared library.
 target_compile_definitions(pdfium INTERFACE COMPONENT_BUILD)
 if(WIN32)
   set_target_properties(pdfium PROPERTIES
     IMPORTED_LOCATION ${engine_prefix}/bin/pdfium.dll
     IMPORTED_IMPLIB ${engine_prefix}/lib/libpdfium.dll.a)
-  # Programs look for the engine in their own folder, and all of them share one.
+  # Programs look for the engine in their own folder, which they all share.
   add_custom_command(OUTPUT ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/pdfium.dll
     COMMAND ${CMAKE_COMMAND} -E copy ${engine_prefix}/bin/pdfium.dll
       ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/pdfium.dll

@@ -13,8 +13,8 @@ foreach(target gtest gtest_main gmock gmock_main)
     INTERFACE_SYSTEM_INCLUDE_DIRECTORIES "${include_dirs}")
 endforeach()
 
-# The sources of tests take longer to compile than to run: they are not optimised, and GoogleTest's
-# headers are read once. The code under test keeps its own options.
+# Tests take longer to compile than to run, so they are not optimised and GoogleTest's headers are
+# precompiled. The code under test keeps its own options.
 function(quick_to_compile target)
   target_compile_options(${target} PRIVATE -O0 -U_FORTIFY_SOURCE)
   target_precompile_headers(${target} PRIVATE <gmock/gmock.h>)
