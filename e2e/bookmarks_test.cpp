@@ -39,7 +39,7 @@ class Bookmarks : public Scenario {
     startWith(bytes);
   }
   HWND tree() const { return childOf(window, 401); }
-  // "depth|text" for each row that was filled in.
+  // "depth|text" for each row that exists so far.
   std::vector<std::wstring> rows() const {
     std::vector<std::wstring> rows = treeItems(window, tree());
     for (std::wstring& row : rows) row.erase(row.find(L'|'), 2);
@@ -70,13 +70,13 @@ class Bookmarks : public Scenario {
     ASSERT_FALSE(IsRectEmpty(&place)) << ::testing::PrintToString(text);
     clickAside({place.left + 4, (place.top + place.bottom) / 2});
   }
-  // The button before a row's text opens and closes what stands below it.
+  // Clicks the button before a row's text, which expands and collapses the row.
   void clickButtonOf(const std::wstring& text) {
     const RECT place = rowPlace(text);
     ASSERT_FALSE(IsRectEmpty(&place)) << ::testing::PrintToString(text);
     clickAside({place.left - 10, (place.top + place.bottom) / 2});
   }
-  // Two clicks below each other count as a double click here, so none stands below the one before.
+  // Two clicks straight below each other count as a double click here, so shift each one sideways.
   void clickAside(POINT place) {
     constexpr LONG kApart = 8;  // pixels
     if (std::abs(place.x - lastX) < kApart) place.x += kApart;
@@ -132,7 +132,7 @@ TEST_F(Bookmarks, AClickedRowLeadsToItsPageAndBackComesBack) {
   ASSERT_TRUE(pageTextBecomes(L"Page 6 of 6"));
   clickRow(L"Third");
   EXPECT_TRUE(pageTextBecomes(L"Page 3 of 6"));
-  // Opening a row's children is no choice of the row.
+  // Expanding a row does not choose it.
   clickButtonOf(L"Third");
   clickRow(L"Fourth");
   EXPECT_TRUE(pageTextBecomes(L"Page 4 of 6"));
@@ -159,7 +159,7 @@ TEST_F(Bookmarks, AClickOnTheSelectedRowLeadsThereAgain) {
   EXPECT_TRUE(rowSelected(L"Third"));
   clickRow(L"Third");
   EXPECT_TRUE(pageTextBecomes(L"Page 3 of 6"));
-  // Once more on the page that is shown: nothing to come back from.
+  // Its page is shown already, so this adds no step to the history.
   clickRow(L"Third");
   press(VK_TAB);
   press(VK_BACK);
@@ -233,7 +233,7 @@ TEST_F(Bookmarks, ATargetOnThePageComesToStandBelowThePanesTop) {
     const double above = (kPage.height - target.y) * static_cast<double>(zoom);
     OffsetRect(&wanted, 0, area.top + distance - static_cast<int>(above) - unmoved.top);
     const int column = (wanted.left + wanted.right) / 2;
-    // The page's lower edge tells where the page stands to the pixel.
+    // The page's lower edge gives its exact position.
     EXPECT_TRUE(eventually([&] {
       const RECT page = pageOnScreen(client(), area);
       const bool inPlace = wanted.bottom >= area.bottom

@@ -5,8 +5,8 @@ namespace {
 
 constexpr Size kLetter{612, 792};
 
-// One and a half times the usual resolution, on a desktop that was started so: lengths of the
-// window grow, pages stay pixels per point.
+// Runs on a desktop started at 144 DPI: the window's lengths grow, while page zoom still means
+// pixels per point.
 class HighResolution : public Scenario {
  protected:
   void SetUp() override {

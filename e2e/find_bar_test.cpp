@@ -12,10 +12,10 @@ constexpr std::uint32_t kBottomLine = rgb(160, 160, 160);
 struct Row {
   int id;
   const wchar_t* kind;
-  DWORD type;  // the lowest bits of the style, which tell the kinds of a class apart
+  DWORD type;  // the lowest style bits, which distinguish the kinds of a class
   const wchar_t* text;
   int x;      // pixels at 96 DPI; from the bar's right edge when negative
-  int width;  // pixels at 96 DPI; what the bar has beyond it when negative
+  int width;  // pixels at 96 DPI; added to the bar's width when negative
 };
 
 constexpr Row kControls[] = {
@@ -161,7 +161,7 @@ TEST_F(FindBar, ThePanelMakesRoomWithoutLeavingTraces) {
     ASSERT_TRUE(eventually([&] { return barShown() == opens; }));
     EXPECT_TRUE(eventually([&] {
       RECT beside = inClient(header);
-      beside.left += dip(100);  // what its text leaves free
+      beside.left += dip(100);  // right of its text
       return client().formatText(beside, face);
     })) << opens;
   }
@@ -178,7 +178,7 @@ TEST_F(FindBar, ItsCloseButtonAndEscapeOnThePageCloseIt) {
   ASSERT_TRUE(keyboardGoesTo(0));
   press(VK_ESCAPE);
   EXPECT_TRUE(eventually([&] { return !barShown(); }));
-  // Text and options stay, hits do not.
+  // The text and the options stay, the hits do not.
   EXPECT_TRUE(hitsBecome(L""));
   EXPECT_EQ(controlText(control(kField)), L"text");
 }
@@ -259,7 +259,7 @@ TEST_F(FindBar, PastingTakesTheFirstLineAndEightyUnits) {
   EXPECT_TRUE(hitsBecome(L"0 on page"));
   press('Z', kCtrl);
   EXPECT_TRUE(fieldBecomes(L"first"));
-  // What is pasted stands in place of the selection alone.
+  // Pasting replaces only the selection.
   ASSERT_TRUE(setClipboardText(L"ly\nrest"));
   press(VK_END);
   press('V', kCtrl);
@@ -299,7 +299,7 @@ TEST_F(FindBar, OpeningItWithAWordSelectedLooksForTheWord) {
   openFindBar();
   EXPECT_TRUE(fieldBecomes(L"ink"));
   EXPECT_TRUE(hitsBecome(L"1 of 1"));
-  // All of it is selected, so that typing replaces it.
+  // All of the text is selected, so typing replaces it.
   type(L"quill");
   EXPECT_TRUE(fieldBecomes(L"quill"));
   EXPECT_TRUE(hitsBecome(L"3 on page"));

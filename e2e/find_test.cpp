@@ -16,7 +16,7 @@ std::string linedPdf(const std::vector<Lines>& pages, Size size = kPage) {
   return test::buildPdf(list);
 }
 
-// Text that leaves no mark, so that hits are all that shows.
+// Invisible text, so that only the hits show.
 test::PdfPage invisiblePage(const Lines& lines, Size size = kSmall) {
   test::PdfPage page = linedPage(lines, size);
   page.content = "3 Tr\n" + page.content;
@@ -34,7 +34,7 @@ bool withinAPixel(RECT a, RECT b) {
          std::abs(a.right - b.right) <= 1 && std::abs(a.bottom - b.bottom) <= 1;
 }
 
-// Where a rectangle of an unturned page stands once the page was turned clockwise so many times.
+// Where a rectangle of an unturned page is after the page was turned clockwise so many times.
 RECT turned(RECT place, RECT unturnedPage, RECT turnedPage, int turns) {
   OffsetRect(&place, -unturnedPage.left, -unturnedPage.top);
   const LONG width = unturnedPage.right - unturnedPage.left;
@@ -51,7 +51,7 @@ RECT turned(RECT place, RECT unturnedPage, RECT turnedPage, int turns) {
 
 class Find : public FindScenario {
  protected:
-  // One full rectangle of this colour is all there is of it in the pane.
+  // Waits until the pane has exactly one filled rectangle of this colour.
   ::testing::AssertionResult oneHit(RECT pane, std::uint32_t color, RECT wanted) const {
     RECT seen{};
     const bool found = eventually([&] {
@@ -76,7 +76,7 @@ class Find : public FindScenario {
     const Picture shown = client();
     return shown.countAlike(pane, hitColor()) + shown.countAlike(pane, currentHitColor()) == 0;
   }
-  // Rows of the pane's middle; a hit brought into view has its own there.
+  // A hit that was brought into view is vertically centred in the pane.
   bool hitIsInTheMiddle(RECT pane) const {
     return eventually([&] {
       const RECT hit = client().extentAlike(pane, currentHitColor());
@@ -121,7 +121,7 @@ TEST_F(Find, SteppingFromTheFieldAndByTheButtonsGivesThePageTheKeyboard) {
   EXPECT_TRUE(hitsBecome(L"3 of 3"));
   clickControl(kPrevious);
   EXPECT_TRUE(hitsBecome(L"2 of 3"));
-  // A click into the field searches nothing.
+  // A click into the field does not search.
   clickControl(kField);
   ASSERT_TRUE(keyboardGoesTo(kField));
   press(VK_RETURN, kShift);
@@ -169,7 +169,7 @@ TEST_F(Find, OnlyStepsBetweenPagesGoIntoTheHistory) {
   ASSERT_TRUE(hitsBecome(L"3 of 3"));
   press(VK_BACK);
   EXPECT_TRUE(pageTextBecomes(L"Page 2 of 4"));
-  // The first hit of the page that is shown becomes the current one.
+  // The first hit on the shown page becomes the current one.
   EXPECT_TRUE(hitsBecome(L"1 of 3"));
   press(VK_BACK);
   press(VK_BACK, kShift);
@@ -295,7 +295,7 @@ TEST_F(Find, HitsStandOnThePageAtEveryRotation) {
     EXPECT_TRUE(oneHit(area, currentHitColor(), turned(current, upright, page, turns))) << turns;
     EXPECT_TRUE(oneHit(area, hitColor(), turned(other, upright, page, turns))) << turns;
   };
-  // A word of four characters, each as wide as the next, with its letters on the baseline.
+  // A word of four characters of equal width, with no descenders.
   const POINT start = placeOnPage(upright, 1, kSmall, kLineLeft, kSmall.height - kFirstBaseline);
   EXPECT_NEAR(first.left, start.x, 2);
   EXPECT_NEAR(first.right, start.x + 4 * kCourierAdvance, 2);
@@ -309,7 +309,7 @@ TEST_F(Find, HitsStandOnThePageAtEveryRotation) {
   }
   press(VK_NEXT);
   ASSERT_TRUE(hitsBecome(L"3 of 4"));
-  // The engine reads the lines of a page that lies on its side from the last to the first.
+  // The engine reads the lines of a page that is turned on its side from last to first.
   expectTurned(2, second, first);
   press('R', kCtrl);
   expectTurned(3, second, first);
@@ -343,7 +343,7 @@ TEST_F(Find, AHitOutOfViewComesIntoTheMiddleOfThePane) {
   press(VK_RETURN);
   ASSERT_TRUE(hitsBecome(L"2 of 2"));
   EXPECT_TRUE(hitIsInTheMiddle(area));
-  // At the last hit another step leads back to it.
+  // At the last hit, another step returns to it.
   press('W');
   EXPECT_TRUE(pageBecomes(area, clipped(placedPage(area, kPage, zoom), area)));
   press(VK_RETURN);
@@ -370,7 +370,7 @@ TEST_F(Find, ABookShowsTheHitsOfBothItsPages) {
   press(VK_RETURN);
   press(VK_RETURN);
   EXPECT_TRUE(hitsBecome(L"4 of 4"));
-  // The last page stands at the right.
+  // The last page is on the right.
   EXPECT_TRUE(pageTextBecomes(L"L:3  R:4  of 4"));
   EXPECT_TRUE(hitShownIn(rightPane(), currentHitColor()));
 }
@@ -408,7 +408,7 @@ TEST_F(Find, OfTwoDocumentsTheActiveOneIsSearched) {
   ASSERT_TRUE(hitsBecome(L"1 of 1"));
   press(VK_TAB);
   ASSERT_TRUE(paneIsActive(rightPane()));
-  // The hits belong to the document that was left; the text stays for the next search.
+  // The hits belonged to the previous document; the text stays for the next search.
   EXPECT_TRUE(hitsBecome(L""));
   EXPECT_TRUE(eventually([&] { return noHitIn(leftPane()); }));
   EXPECT_EQ(controlText(control(kField)), L"mark");

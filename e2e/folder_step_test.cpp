@@ -8,7 +8,7 @@ constexpr WORD kNextKey = VK_OEM_6;      // ]
 
 class FolderStep : public Scenario {
  protected:
-  // A folder of files by these names, whose first has one page, the second two and so on.
+  // Makes a folder of files with these names; the first has one page, the second two and so on.
   static void putFiles(const std::vector<std::wstring>& names) {
     int pages = 0;
     for (const std::wstring& name : names) makeFile(name, coloredPdf(++pages));
@@ -22,7 +22,8 @@ class FolderStep : public Scenario {
     press(key, kCtrl);
     EXPECT_TRUE(titleBecomes(L"Quillmere - " + wantedTitle)) << ::testing::PrintToString(title());
   }
-  // What was opened would have shown by the time a page was turned.
+  // Steps and expects no effect. A file opened by mistake would show before the mode changes are
+  // done.
   void stepNowhere(WORD key) const {
     const std::wstring before = title();
     press(key, kCtrl);
@@ -54,7 +55,7 @@ TEST_F(FolderStep, TheKeysGoThroughTheFolderByNameAndStopAtItsEnds) {
   stepTo(kPreviousKey, L"a.PDF");
   EXPECT_TRUE(pageTextBecomes(L"Page 1 of 3"));
   stepNowhere(kPreviousKey);
-  // What was stepped to is remembered nowhere.
+  // Files opened by stepping are not remembered anywhere.
   runCommand(window, 109);
   ASSERT_EQ(program.exitCode(), 0u);
   for (const std::wstring& line : settingsLines()) {
@@ -98,7 +99,7 @@ TEST_F(FolderStep, BesideAnotherDocumentItsFileIsSkipped) {
   stepTo(kNextKey, L"a.pdf | c.pdf");
   stepTo(kPreviousKey, L"a.pdf | b.pdf");
   EXPECT_TRUE(pageTextBecomes(L"L:1/1  R:1/2"));
-  // The file before it is the other pane's, and there is none beyond.
+  // The previous file is open in the other pane, and there is none before that.
   press(kPreviousKey, kCtrl);
   press(VK_END);
   EXPECT_TRUE(pageTextBecomes(L"L:1/1  R:2/2"));
@@ -108,7 +109,7 @@ TEST_F(FolderStep, BesideAnotherDocumentItsFileIsSkipped) {
 TEST_F(FolderStep, AFileAndAFolderThatAreGoneAreReported) {
   putFiles({L"a.pdf", L"b.pdf"});
   const std::wstring path = scenarioFolder() + L"\\a.pdf";
-  start(L"--viewer " + inQuotes(path));  // it leaves its file free
+  start(L"--viewer " + inQuotes(path));  // it does not lock its file
   ASSERT_TRUE(titleBecomes(L"Quillmere - Viewer (Read-Only) - a.pdf"));
   toFront();
   ASSERT_TRUE(MoveFileW(path.c_str(), (scenarioFolder() + L"\\c.pdf").c_str()));

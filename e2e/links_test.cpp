@@ -10,7 +10,7 @@ using test::linkAnnotation;
 using test::pageDestination;
 using test::webAction;
 
-// Each link has a field of its own on the page, from the top: 300 points wide, 40 high.
+// Each link has its own field on the page, from the top: 300 points wide, 40 high.
 constexpr double kFieldHeight = 40;
 
 double middleOfField(int field) {
@@ -22,8 +22,8 @@ std::string field(int index, const std::string& action) {
   return linkAnnotation(0, top - kFieldHeight, kPage.width, top, action);
 }
 
-// The pages lead on to each other: the top field to the page after, from the last to the first; the
-// field below it to the page itself.
+// Each page's top field links to the next page, and the last page's to the first; the field below
+// it links to its own page.
 std::string linkedPdf(int pages) {
   std::vector<test::PdfPage> list;
   for (int i = 0; i < pages; ++i) {
@@ -51,7 +51,7 @@ class Links : public Scenario {
                                     kPage.width / 2, middleOfField(index));
     return onScreen(place.x, place.y);
   }
-  // Each click a little aside from the one before, since two on one spot are a double click.
+  // Shifts each click a little from the previous one, since two on one spot are a double click.
   void clickField(RECT pane, int index) {
     POINT place = fieldOf(pane, index);
     place.x += aside;
@@ -84,7 +84,7 @@ TEST_F(Links, ALinkOnATurnedPageIsWhereThePageShowsIt) {
   const Size across{kPage.height, kPage.width};
   const RECT page = fitPage(pageArea(), across);
   ASSERT_TRUE(pageBecomes(pageArea(), page));
-  // The page's top is at the right.
+  // The page's top is on the right.
   click(onScreen(page.right - 10, (page.top + page.bottom) / 2));
   EXPECT_TRUE(pageTextBecomes(L"Page 2 of 3"));
 }
@@ -112,7 +112,7 @@ TEST_F(Links, APaneFollowsTheLinksOfItsOwnPage) {
   EXPECT_TRUE(pageTextBecomes(L"L:1  R:3  of 4"));
   clickField(leftPane(), 0);
   EXPECT_TRUE(pageTextBecomes(L"L:2  R:3  of 4"));
-  // Each pane has a history of its own; a side button moves the pane below the pointer.
+  // Each pane has its own history; a side button acts on the pane under the pointer.
   click(fieldOf(rightPane(), 5), Button::Back);
   EXPECT_TRUE(pageTextBecomes(L"L:2  R:2  of 4"));
   click(fieldOf(leftPane(), 5), Button::Back);
@@ -158,7 +158,7 @@ TEST_F(Links, BackspaceGoesBackAndWithShiftForward) {
   startWith(linkedPdf(4));
   ASSERT_TRUE(pageBecomes(pageArea(), fitPage(pageArea(), kPage)));
   for (const wchar_t* page : {L"Page 2 of 4", L"Page 3 of 4"}) EXPECT_TRUE(follows(0, page));
-  // A link to the page that is shown and a turned page leave no trace.
+  // A link to the shown page and a page turn do not enter the history.
   clickField(pageArea(), 1);
   press(VK_END);
   EXPECT_TRUE(pageTextBecomes(L"Page 4 of 4"));
@@ -173,7 +173,7 @@ TEST_F(Links, BackspaceGoesBackAndWithShiftForward) {
   EXPECT_TRUE(pageTextBecomes(L"Page 4 of 4"));
   press(VK_BACK);
   ASSERT_TRUE(pageTextBecomes(L"Page 2 of 4"));
-  // A new jump ends the way forward.
+  // A new jump clears the forward history.
   EXPECT_TRUE(follows(0, L"Page 3 of 4"));
   press(VK_BACK, kShift);
   press(VK_BACK);
@@ -181,7 +181,7 @@ TEST_F(Links, BackspaceGoesBackAndWithShiftForward) {
 }
 
 TEST_F(Links, BackComesToThePlaceAndZoomThatWereLeft) {
-  constexpr LONG kMoved = 60;  // pixels of an arrow key
+  constexpr LONG kMoved = 60;  // pixels moved by an arrow key
   startWith(linkedPdf(3));
   press('A');
   press(VK_ADD);
@@ -227,7 +227,7 @@ TEST_F(Links, RefusedKindsDoNothing) {
   }));
   ASSERT_TRUE(pageBecomes(pageArea(), fitPage(pageArea(), kPage)));
   for (int index = 0; index < 8; ++index) clickField(pageArea(), index);
-  // By the time the last one was opened, the others would have been.
+  // The others would have been opened before the last one.
   EXPECT_TRUE(eventually([] { return !openedAddresses().empty(); }));
   EXPECT_EQ(openedAddresses(), "http://quillmere.test/last\n");
   EXPECT_TRUE(pageTextBecomes(L"Page 1 of 3"));

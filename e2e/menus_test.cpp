@@ -3,15 +3,15 @@
 namespace quillmere::e2e {
 namespace {
 
-// When a menu item can be chosen.
+// When a menu item is enabled.
 enum class Rule {
   Always,
   Document,  // a document is open
 
   Selection,    // text is selected
   FindBar,      // the find bar is open
-  Beside,       // two panes stand beside each other
-  NotInViewer,  // everywhere but in a viewer
+  TwoPanes,     // two panes are shown
+  NotInViewer,  // everywhere except in a viewer
   DocumentNotInViewer,
   SeveralPagesNotInViewer,
   SinglePageNotInViewer,
@@ -27,7 +27,7 @@ struct Row {
 
 constexpr Row kSeparatorRow{1, 0, L"", Rule::Always};
 
-// The recent documents have no id of their own while there are none.
+// The Recent Documents item has no id of its own while the list is empty.
 constexpr Row kMenuBar[] = {
     {0, -1, L"&File", Rule::Always},
     {1, 101, L"&Open...\tCtrl+O", Rule::Always},
@@ -90,7 +90,7 @@ constexpr Row kMenuBar[] = {
     kSeparatorRow,
     {1, 209, L"Pa&n Scroll\tCtrl+N", Rule::Always},
     kSeparatorRow,
-    {1, 207, L"&Equal Panes\tCtrl+\\", Rule::Beside},
+    {1, 207, L"&Equal Panes\tCtrl+\\", Rule::TwoPanes},
 };
 
 constexpr Row kViewerRows[] = {
@@ -115,13 +115,13 @@ constexpr Row kLastMenus[] = {
     {1, 501, L"&About...", Rule::Always},
 };
 
-// What the window is in while its menus are looked at.
+// The state of the window while its menus are examined.
 struct State {
   bool viewer = false;
   bool document = false;
   bool severalPages = false;
   bool selection = false;
-  bool beside = false;
+  bool twoPanes = false;
   bool findBar = false;
 };
 
@@ -133,8 +133,8 @@ bool enabled(Rule rule, const State& state) {
       return state.document;
     case Rule::Selection:
       return state.selection;
-    case Rule::Beside:
-      return state.beside;
+    case Rule::TwoPanes:
+      return state.twoPanes;
     case Rule::NotInViewer:
       return !state.viewer;
     case Rule::DocumentNotInViewer:
@@ -142,7 +142,7 @@ bool enabled(Rule rule, const State& state) {
     case Rule::SeveralPagesNotInViewer:
       return state.severalPages && !state.viewer;
     case Rule::SinglePageNotInViewer:
-      return !state.beside && !state.viewer;
+      return !state.twoPanes && !state.viewer;
     case Rule::FindBar:
       return state.findBar;
     case Rule::Never:
@@ -243,7 +243,7 @@ TEST_F(Menus, OfADocumentWithSelectedTextInABook) {
   press('A', kCtrl);
   ASSERT_TRUE(eventually([&] { return !menuItem(window, 702).grayed; }));
   State state;
-  state.document = state.severalPages = state.selection = state.beside = true;
+  state.document = state.severalPages = state.selection = state.twoPanes = true;
   expectMenuBar(state);
   press('W');
   press('N', kCtrl);

@@ -56,7 +56,7 @@ TEST_F(Modes, BookFitsEachPageIntoItsPane) {
   EXPECT_TRUE(showsPage(rightPane(), 2));
   press(VK_END);
   EXPECT_TRUE(pageTextBecomes(L"L:3  R:4  of 4"));
-  // Back among single pages the zoom from before is in force again.
+  // Back in Single Page, the earlier zoom applies again.
   press(VK_F5);
   EXPECT_TRUE(zoomTextBecomes(L"Zoom: 100%"));
 }
@@ -123,7 +123,7 @@ TEST_F(Modes, ThePlaceholderOfTheRightPaneOpensThere) {
   const std::wstring two = makeFile(L"two.pdf", coloredPdf(2));
   startWith(coloredPdf(1));
   press(VK_F8);
-  // The text of the empty window stands on the screen until the first page is painted.
+  // The empty window's text stays on the screen until the first page is painted.
   ASSERT_TRUE(showsPage(leftPane(), 0));
   ASSERT_TRUE(paneIsActive(leftPane()));
   ASSERT_TRUE(paneShowsPlaceholder(rightPane()));
@@ -209,7 +209,8 @@ TEST_F(Modes, ABoxThatComesDuringADragEndsIt) {
   releaseButton({grip.x + 120, grip.y});
   press(VK_NEXT);
   ASSERT_TRUE(pageTextBecomes(L"L:2/2  R:1/1"));
-  // A late echo of the pointer may have taken it back, but what came after the box did not.
+  // A late pointer event may have moved the divider back, but the movement after the box must not
+  // have moved it.
   EXPECT_NE(client().at(left.right + 120, left.top + 2), kDivider);
 }
 
@@ -247,7 +248,7 @@ TEST_F(Modes, AClickOnASplitterLeavesThePageWhereItIs) {
   press('W');
   const RECT page = placedPage(area, kPage, fitWidthZoom(area, kPage));
   ASSERT_TRUE(pageBecomes(area, clipped(page, area)));
-  // The square in the page's corner tells how far the page was scrolled.
+  // The square in the page's corner shows how far the page was scrolled.
   const auto squareBottom = [&] { return client().extentAlike(area, rgb(255, 0, 0)).bottom; };
   LONG bottom = squareBottom();
   for (const LONG splitter : {area.left - 2, area.right + 1}) {

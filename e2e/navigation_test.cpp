@@ -10,7 +10,7 @@ constexpr int kStepLength = 60;  // at 96 DPI, of an arrow key or a notch of the
 
 class Navigation : public Scenario {
  protected:
-  // At Actual Size the small page stands free in the pane, so that each move shows.
+  // At Actual Size the small page is surrounded by background, so every move is visible.
   void startAtActualSize(int pages) {
     startWith(coloredPdf(pages));
     press('A');
@@ -99,7 +99,7 @@ TEST_F(Navigation, PanScrollTurnsThePageThatWasPannedPast) {
   for (int i = 0; i < steps; ++i) press(VK_DOWN);
   EXPECT_TRUE(pageTextBecomes(L"Page 2 of 3"));
   EXPECT_TRUE(zoomTextBecomes(L"Zoom: 100%"));
-  // The new page comes up from below.
+  // The new page enters from below.
   EXPECT_TRUE(movedBy(0, static_cast<int>(paneHeight() * 0.75f) - home.top));
   press(VK_UP);
   EXPECT_TRUE(pageTextBecomes(L"Page 1 of 3"));

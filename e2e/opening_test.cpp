@@ -13,7 +13,7 @@ std::wstring loadFailure(int code) {
 
 class Opening : public Scenario {
  protected:
-  // Opens the path in the running program, answers the box, and proves that all goes on.
+  // Starts the program with the path, answers the box and checks that the program still works.
   void expectRefused(const std::wstring& path, const std::wstring& text) {
     start(inQuotes(path));
     EXPECT_TRUE(boxSays(text));
@@ -24,7 +24,7 @@ class Opening : public Scenario {
     EXPECT_TRUE(titleBecomes(L"Quillmere - sound.pdf"));
     EXPECT_TRUE(pageTextBecomes(L"Page 1 of 2"));
   }
-  // A path of this many units through a chain of folders; the file is there.
+  // Makes a file whose path has this many units, in a chain of folders.
   static std::wstring longPath(std::size_t units, const std::string& bytes) {
     std::wstring folder = scenarioFolder();
     while (folder.size() + 61 < units - 10) {
@@ -120,7 +120,7 @@ TEST_F(Opening, ADropOnAPaneOpensThere) {
   ASSERT_TRUE(becomesChecked(304));
   dropFiles(window, {rightPane().left + 50, 100}, {two});
   EXPECT_TRUE(titleBecomes(L"Quillmere -  | two.pdf"));
-  // Over the panel on the left there is no pane; the left one stands in.
+  // Over the left panel there is no pane, so the left one gets the file.
   dropFiles(window, {20, 100}, {one});
   EXPECT_TRUE(titleBecomes(L"Quillmere - one.pdf | two.pdf"));
   EXPECT_TRUE(pageTextBecomes(L"L:1/1  R:1/2"));

@@ -180,13 +180,14 @@ TEST_F(Painting, TheSliderZoomsByMouseAndFollowsTheZoom) {
   drag(thumb, {rect.right + 20, thumb.y});
   EXPECT_TRUE(zoomTextBecomes(L"Zoom: 500%"));
   EXPECT_EQ(SendMessageW(slider, TBM_GETPOS, 0, 0), 19);
-  // A click beside the thumb goes ten steps; a held button would go on towards the pointer.
+  // A click beside the thumb moves it ten steps; a held button would move it on towards the
+  // pointer.
   const LONG width = rect.right - rect.left;
   click({rect.left + width * 3 / 4, thumb.y});
   EXPECT_TRUE(zoomTextBecomes(L"Zoom: 89%"));
   click({rect.left + width / 4, thumb.y});
   EXPECT_TRUE(zoomTextBecomes(L"Zoom: 20%"));
-  // The page has the keyboard all the while.
+  // The page keeps the focus throughout.
   press('A');
   EXPECT_TRUE(zoomTextBecomes(L"Zoom: 100%"));
   EXPECT_EQ(focusOf(window), window);

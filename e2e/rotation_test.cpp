@@ -9,7 +9,7 @@ constexpr std::uint32_t kRed = rgb(255, 0, 0);
 
 class Rotation : public Scenario {
  protected:
-  // Where the red square of the page's top left corner is after so many quarter turns.
+  // Waits until the red square of the page's top left corner is where so many quarter turns put it.
   ::testing::AssertionResult turnedBy(int turns, RECT pane) const {
     const RECT page = fitPage(pane, turns % 2 == 0 ? kPage : kTurned);
     const ::testing::AssertionResult placed = pageBecomes(pane, page);

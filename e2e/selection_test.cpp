@@ -17,7 +17,7 @@ class Selection : public Scenario {
     ASSERT_TRUE(pageBecomes(pageArea(), clipped(page, pageArea())));
     ASSERT_TRUE(clearClipboard());
   }
-  // The middle of a character of the line, from 0, so many pixels above the baseline.
+  // The middle of a character of the line, counted from 0, so many pixels above the baseline.
   POINT character(int index, int above = 6) const {
     const double x = kTextLeft + (index + 0.5) * kCourierAdvance;
     return onScreen(page.left + static_cast<int>(x),
@@ -29,7 +29,7 @@ class Selection : public Scenario {
     if (seen == wanted) return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure() << "copied " << ::testing::PrintToString(seen);
   }
-  // Paper under the system's highlight colour at 130 of 255.
+  // White paper under the system's highlight colour at an opacity of 130 of 255.
   static std::uint32_t selectedPaper() {
     const COLORREF highlight = GetSysColor(COLOR_HIGHLIGHT);
     return mixed(rgb(GetRValue(highlight), GetGValue(highlight), GetBValue(highlight)), 130,
@@ -73,7 +73,7 @@ TEST_F(Selection, ADoubleClickBetweenWordsSelectsNothing) {
   doubleClick(character(1));
   ASSERT_TRUE(copies(L"one"));
   ASSERT_TRUE(clearClipboard());
-  // Its first press has ended the selection.
+  // The first press of the double click ends the selection.
   doubleClick(character(3));
   EXPECT_TRUE(eventually([&] { return selectedPixels() == 0; }));
   press('C', kCtrl);

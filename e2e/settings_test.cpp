@@ -105,7 +105,7 @@ TEST_F(Settings, LoggingOffKeepsWhatWasChanged) {
   drag(onScreen(edge - 2, 300), onScreen(edge + 58, 300));
   ASSERT_TRUE(eventually([&] { return pageArea().left == edge + 60; }));
   EXPECT_TRUE(SendMessageW(window, WM_QUERYENDSESSION, 0, 0));
-  // Somebody else objected.
+  // Another program refused to end the session.
   SendMessageW(window, WM_ENDSESSION, FALSE, 0);
   EXPECT_NE(savedWidth(), L"250");
   SendMessageW(window, WM_ENDSESSION, TRUE, 0);

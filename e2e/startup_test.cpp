@@ -92,7 +92,7 @@ TEST_F(Startup, CopyDataThatIsNoPathIsIgnored) {
   sendCopyData(window, kOpenFileTag, nullptr, 0);
   EXPECT_TRUE(IsIconic(window));
   EXPECT_EQ(title(), L"Quillmere");
-  // Without a zero at the end, and with several: the path is the same.
+  // The path is the same without a terminator and with several.
   sendCopyData(window, kOpenFileTag, path.c_str(), size - 2);
   EXPECT_EQ(title(), L"Quillmere - one.pdf");
   EXPECT_FALSE(IsIconic(window));
@@ -109,7 +109,7 @@ TEST_F(Startup, TheWindowsOfTheMainWindowAreCreatedInTheirOrder) {
        child = GetWindow(child, GW_HWNDNEXT)) {
     ids.push_back(GetDlgCtrlID(child));
   }
-  // A later one lies below: panel of stamps, find bar, status bar, headers and trees.
+  // From top to bottom of the window order: stamp panel, find bar, status bar, headers and trees.
   EXPECT_THAT(ids, ::testing::ElementsAre(402, 404, 0, 422, 401, 423, 420));
   EXPECT_NE(GetDlgItem(statusBarOf(window), 403), nullptr);
 }
@@ -150,7 +150,7 @@ TEST_F(Startup, AMutexWhoseOwnerShowsNoWindowIsOverruled) {
   CloseHandle(mutex);
 }
 
-// Asked for by a marker file, whose launch never reaches a window that runs already.
+// A marker file asks for this; its launch is never handed to a running window.
 class DefaultViewerMarker : public Startup {
  protected:
   void answerMarker(const std::wstring& prefix) {
@@ -198,7 +198,7 @@ class FirstStart : public Scenario {
   }
   static std::wstring shortcut() { return desktopFolder() + L"\\Quillmere.lnk"; }
 
-  // Starts and answers the question with the key of its button.
+  // Starts the program and answers the question with a button's key.
   void answerPrompt(const std::wstring& rest, WORD key) {
     start(rest);
     const Box box = waitForBox(program);

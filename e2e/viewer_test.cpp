@@ -10,7 +10,7 @@ constexpr wchar_t kViewerTitle[] = L"Quillmere - Viewer (Read-Only)";
 
 class Viewer : public Scenario {
  protected:
-  // Starts a viewer from the main window and waits for the window that was not there before.
+  // Starts a viewer from the main window and waits for its new window.
   HWND openViewer() {
     const std::vector<HWND> before = windowsOfClass(kViewerClass);
     runCommand(window, 110);
@@ -78,7 +78,7 @@ TEST_F(Viewer, EachStandsBesideTheMainWindowAndAStepFurtherThanTheLast) {
   ASSERT_NE(first, nullptr);
   EXPECT_TRUE(shows(first, L"a file.pdf"));
   const int step = GetSystemMetrics(SM_CYCAPTION);
-  const int width = dip(600);  // the least; 65% of 900 is less
+  const int width = dip(600);  // the minimum; 65% of 900 is less
   const int height = std::max(630, dip(480));
   const RECT wanted{main.right + 2 * step - width, main.top - step, main.right + 2 * step,
                     main.top - step + height};
@@ -102,7 +102,7 @@ TEST_F(Viewer, LeavesTheFileFreeAndRefreshesFromIt) {
   EXPECT_TRUE(pageTextBecomes(L"Page 2 of 2"));
   runCommand(window, 213);
   EXPECT_TRUE(pageTextBecomes(L"Page 2 of 5"));
-  // The first page stands under the old number until the next turn.
+  // The first page is shown under the old page number until the next page turn.
   const RECT area = pageArea();
   EXPECT_TRUE(pixelBecomes((area.left + area.right) / 2, area.bottom / 2, pageColor(0)));
   press(VK_NEXT);

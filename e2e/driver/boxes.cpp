@@ -24,7 +24,7 @@ std::vector<std::wstring> buttonsOf(HWND box) {
   return buttons;
 }
 
-// The field for the file's name has the keyboard when the dialog is ready.
+// The file name field has the focus once the dialog is ready.
 HWND focusedEdit(HWND dialog) {
   const HWND focus = focusOf(dialog);
   return focus != nullptr && classOf(focus) == L"Edit" ? focus : nullptr;

@@ -13,7 +13,7 @@ bool openClipboard() {
   return eventually([] { return OpenClipboard(nullptr) != FALSE; });
 }
 
-// The clipboard owns the block from then on.
+// The clipboard takes ownership of the block.
 HGLOBAL blockWith(const std::wstring& text) {
   const SIZE_T size = (text.size() + 1) * sizeof(wchar_t);
   const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-// Files that scenarios make and look at. Paths are Windows paths.
+// Files that scenarios make and check. Paths are Windows paths.
 namespace quillmere::e2e {
 
 // "%LOCALAPPDATA%\Quillmere".
@@ -15,20 +15,21 @@ std::wstring desktopFolder();
 // A folder for the files of the running scenario; ends without a backslash.
 std::wstring scenarioFolder();
 
-// Empties the user data and the scenario folder. With `promptAnswered` the question of the first
+// Empties the user data and the scenario folder. With `promptAnswered`, the question of the first
 // start counts as answered.
 void prepareFolders(bool promptAnswered);
 
 bool exists(const std::wstring& path);
 void removeTree(const std::wstring& folder);
-// False when it could not be written whole.
+// False when not all of it could be written.
 bool writeFile(const std::wstring& path, const std::string& bytes);
 std::string readFile(const std::wstring& path);
 FILETIME lastWrite(const std::wstring& path);
-// Writes into the scenario folder and gives the path.
+// Writes a file into the scenario folder and returns its path.
 std::wstring makeFile(const std::wstring& name, const std::string& bytes);
 
-// A value in quillmere.ini; empty when absent. setSetting makes the file with its mark if needed.
+// A value in quillmere.ini; empty when absent. setSetting makes the file, with its UTF-16 mark, if
+// needed.
 std::wstring setting(const wchar_t* section, const wchar_t* key);
 void setSetting(const wchar_t* section, const wchar_t* key, const std::wstring& value);
 // The file's lines, read as UTF-16 without its mark.

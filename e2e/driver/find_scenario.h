@@ -18,27 +18,27 @@ enum FindBarControl {
   kWholeWord = 421,
 };
 
-// A search as a person does it: in the bar, by keyboard and mouse.
+// Searches as a user does: in the find bar, with keyboard and mouse.
 class FindScenario : public Scenario {
  protected:
   HWND control(int id) const { return GetDlgItem(findBar(), id); }
   bool barShown() const { return IsWindowVisible(findBar()) != FALSE; }
-  // Presses Ctrl+F and waits until the field has the keyboard.
+  // Presses Ctrl+F and waits until the field has the focus.
   void openFindBar() const;
-  // Opens the bar and types over whatever stands in the field.
+  // Opens the bar and types over whatever is in the field.
   void lookFor(const std::wstring& text) const;
   void clickControl(int id) const;
   bool isChecked(int id) const;
   ::testing::AssertionResult checkBecomes(int id, bool wanted) const;
 
   ::testing::AssertionResult fieldBecomes(const std::wstring& wanted) const;
-  // The text about the hits, at the right end of the bar.
+  // Waits for this text about the hits, at the right end of the bar.
   ::testing::AssertionResult hitsBecome(const std::wstring& wanted) const;
-  // The control, or the window itself for 0, gets the keyboard.
+  // Waits until the control, or the window itself for 0, has the focus.
   ::testing::AssertionResult keyboardGoesTo(int id) const;
 };
 
-// Hits on paper.
+// The colours of hits on white paper.
 std::uint32_t hitColor();
 std::uint32_t currentHitColor();
 

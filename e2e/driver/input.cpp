@@ -20,7 +20,7 @@ void sendKey(WORD key, WORD scan, DWORD flags) {
   SendInput(1, &input, sizeof(input));
 }
 
-// Keys of the grey block carry this mark, by which they differ from those of the number pad.
+// These keys need the extended flag, which tells them apart from the number pad's keys.
 bool extended(WORD key) {
   constexpr std::array<WORD, 10> kExtended{VK_PRIOR, VK_NEXT,  VK_END,  VK_HOME,   VK_LEFT,
                                            VK_UP,    VK_RIGHT, VK_DOWN, VK_INSERT, VK_DELETE};
@@ -43,12 +43,12 @@ void sendModifiers(unsigned modifiers, bool down) {
   if (modifiers & kAlt) sendVirtualKey(VK_MENU, down);
 }
 
-// The smallest absolute coordinate that stands for this pixel.
+// The smallest absolute coordinate that maps to this pixel.
 LONG absolute(LONG pixel, int extent) {
   return (pixel * kAbsoluteRange + extent - 1) / extent;
 }
 
-// The place goes with the event itself, since the desktop may report an older place of the pointer
+// Sends the position with every event, since the desktop may report an older pointer position
 // between two events.
 void sendMouse(POINT place, DWORD flags, DWORD data = 0) {
   INPUT input{};
@@ -75,14 +75,14 @@ DWORD buttonFlag(Button button, bool down) {
   return down ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP;
 }
 
-// Which of the side buttons it is.
+// The number of a side button; 0 for other buttons.
 DWORD buttonData(Button button) {
   if (button == Button::Back) return XBUTTON1;
   return button == Button::Forward ? XBUTTON2 : 0;
 }
 
-// Moves the pointer and lets the window there take note, since a pointer that comes into a window
-// makes the desktop forget keys that are held. The window.
+// Moves the pointer, waits until the window there has handled that, and returns the window. A
+// pointer that enters a window makes the desktop forget held keys, so it must arrive first.
 HWND arriveAt(POINT place) {
   movePointer(place);
   const HWND window = GetAncestor(WindowFromPoint(place), GA_ROOT);
@@ -148,7 +148,7 @@ void drag(POINT from, POINT to, Button button, unsigned modifiers) {
     movePointer({from.x + (to.x - from.x) * step / kDragSteps,
                  from.y + (to.y - from.y) * step / kDragSteps});
   }
-  // A release that overtakes the last movement would come up where the pointer was before it.
+  // Otherwise the release could overtake the last movement and happen at the previous position.
   inputIsHandled(window);
   releaseButton(to, button);
   releaseKeys(modifiers);

@@ -6,7 +6,8 @@
 
 namespace quillmere::e2e {
 
-// Has a request served in the process of `window`; empty when it did not answer in time.
+// Runs a request inside the process of `window` and returns the answer; empty when none came in
+// time.
 std::wstring askInside(HWND window, InsideRequest request, LPARAM detail,
                        const std::wstring& text = {});
 

@@ -12,7 +12,7 @@ struct PageColor {
   int green;
   int blue;
 };
-// Full or no channels come out of any renderer exactly.
+// Any renderer reproduces channels of 0 and 1 exactly.
 constexpr PageColor kPageColors[] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1},
                                      {1, 1, 0}, {0, 1, 1}, {1, 0, 1}};
 

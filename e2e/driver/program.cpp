@@ -23,7 +23,7 @@ std::wstring environment(const wchar_t* name) {
   return {value, length < MAX_PATH ? length : 0};
 }
 
-// Beside the tests, unless QUILLMERE_PROGRAM says otherwise.
+// Next to the tests, unless QUILLMERE_PROGRAM says otherwise.
 std::wstring programPath() {
   const std::wstring told = environment(L"QUILLMERE_PROGRAM");
   if (!told.empty()) return told;
@@ -60,7 +60,7 @@ std::vector<std::wstring> split(const std::wstring& text, wchar_t separator) {
   return parts;
 }
 
-// A text may hold the separator, so only the first three of four fields are split off.
+// The text may contain the separator, so split off only the first three of the four fields.
 MenuItem parseMenuItem(const std::wstring& line) {
   const std::size_t first = line.find(L'|');
   const std::size_t second = line.find(L'|', first + 1);
@@ -79,7 +79,7 @@ void closeWindowsOf(const wchar_t* className) {
   for (const HWND window : windowsOfClass(className)) PostMessageW(window, WM_CLOSE, 0, 0);
 }
 
-// Viewers are started by the program itself, so their processes are known by their windows alone.
+// The program itself starts the viewers, so their processes are known only by their windows.
 bool viewersGone() {
   closeWindowsOf(kViewerClass);
   return eventually([] { return windowsOfClass(kViewerClass).empty(); });

@@ -20,36 +20,37 @@ struct MenuItem {
   std::wstring text;
 };
 
-// A running process. It does not own the process: endPrograms() ends what startProgram() started.
+// A process. It does not own the process: endPrograms() ends what startProgram() started.
 struct Program {
   HANDLE process = nullptr;
   DWORD id = 0;
 
   bool running() const;
-  // The exit code once it has ended; STILL_ACTIVE when it has not in time.
+  // Waits for the process to end and returns its exit code; STILL_ACTIVE when it did not end in
+  // time.
   DWORD exitCode() const;
   // Its first window of a class; null when there is none (yet).
   HWND find(const wchar_t* className) const;
-  // The main or viewer window, waited for until it is shown.
+  // Waits until the main or viewer window is shown and returns it.
   HWND window() const;
 };
 
-// Starts quillmere.exe with `rest` behind its own name on the command line, as it stands.
+// Starts quillmere.exe with `rest`, unchanged, after its own name on the command line.
 Program startProgram(const std::wstring& rest = {});
-// Asks every window of programs started here or by them to close, and answers for whoever does not.
-// False when a process had to be terminated.
+// Asks every window of the programs started here, or by them, to close, and terminates those that
+// do not. False when a process had to be terminated.
 bool endPrograms();
 
 std::wstring inQuotes(const std::wstring& path);
 
 std::wstring titleOf(HWND window);
 std::wstring classOf(HWND window);
-// What a control of the program shows or holds.
+// What the program's controls show or hold.
 std::wstring controlText(HWND control);
 std::vector<HWND> windowsOfClass(const wchar_t* className);
 // A child of the window by its control id, at any depth.
 HWND childOf(HWND window, int id);
-// The window that has the keyboard in the thread of this one.
+// The focused window in this window's thread.
 HWND focusOf(HWND window);
 HWND statusBarOf(HWND window);
 std::wstring statusText(HWND window, int part);
@@ -62,24 +63,24 @@ MenuItem menuItem(HWND window, int id);
 std::vector<MenuItem> describeMenu(HWND window, HMENU menu);
 // "depth|selected|text" for each item.
 std::vector<std::wstring> treeItems(HWND window, HWND tree);
-// Screen pixels of the text of the first row that reads so; empty when it is not to be seen.
+// Screen rectangle of the first row's text that reads so; empty when the row is not visible.
 RECT treeRowOnScreen(HWND window, HWND tree, const std::wstring& text);
 // "face|height|weight" of a control's font.
 std::wstring fontOf(HWND window, HWND control);
 void dropFiles(HWND window, POINT client, const std::vector<std::wstring>& paths);
-// Copy-data with this tag, as any program may send it.
+// Sends copy-data with this tag, as any program may.
 constexpr ULONG_PTR kOpenFileTag = 0x514D4F31;  // "QMO1"
 void sendCopyData(HWND window, ULONG_PTR tag, const void* bytes, DWORD size);
-// What a second launch sends.
+// Sends what a second launch sends.
 void sendPath(HWND window, const std::wstring& path);
-// The same from a sender that does not wait until the box that may follow is answered.
+// The same, without waiting until a box that may follow is answered.
 void sendPathAndReturn(HWND window, const std::wstring& path);
 void runCommand(HWND window, int id);
-// Tells the window that its screen has another density now.
+// Tells the window that its screen's density has changed.
 void changeDensity(HWND window, int dpi);
 // The right edges of the status bar's parts, in pixels; -1 for "to the end".
 std::vector<int> statusParts(HWND window);
-// The picture of the pointer while it is over the window, for comparing.
+// Identifies the pointer's picture while it is over the window, for comparisons.
 std::wstring cursorOf(HWND window);
 
 }  // namespace quillmere::e2e

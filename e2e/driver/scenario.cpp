@@ -65,7 +65,7 @@ RECT pageOnScreen(const Picture& client, RECT area) {
 }
 
 void Scenario::SetUp() {
-  // Places and sizes as the screen has them, whatever its resolution.
+  // Use the screen's real pixels, whatever its resolution.
   SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
   ASSERT_TRUE(endPrograms()) << "a program of the scenario before was still running";
   movePointer({GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1});

@@ -2,10 +2,10 @@
 
 #include <string>
 
-// Stands in for the programs that the system opens addresses with.
+// Replaces the programs that the system opens addresses with.
 namespace quillmere::e2e {
 
-// While it lives, addresses of this scheme ("http") are noted instead of opened.
+// While it lives, addresses of this scheme ("http") are recorded instead of opened.
 class SchemeHandler {
  public:
   explicit SchemeHandler(const std::wstring& scheme);
@@ -18,7 +18,7 @@ class SchemeHandler {
   std::wstring before_;
 };
 
-// The addresses noted in this scenario, each on a line.
+// The addresses recorded in this scenario, each on a line.
 std::string openedAddresses();
 
 }  // namespace quillmere::e2e

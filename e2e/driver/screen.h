@@ -14,9 +14,9 @@ constexpr std::uint32_t rgb(unsigned r, unsigned g, unsigned b) {
   return r << 16 | g << 8 | b;
 }
 
-// Equal but for what mixing colours may round differently.
+// Equal except for rounding differences of mixed colours.
 bool alike(std::uint32_t a, std::uint32_t b);
-// A colour laid over another; `alpha` of 255 hides what lies below.
+// A colour laid over another; `alpha` of 255 hides the one below.
 std::uint32_t mixed(std::uint32_t over, unsigned alpha, std::uint32_t below);
 
 class Picture {
@@ -26,7 +26,7 @@ class Picture {
 
   int width() const { return width_; }
   int height() const { return height_; }
-  // An impossible colour outside the picture.
+  // Outside the picture it returns an impossible colour.
   std::uint32_t at(int x, int y) const;
   // True when all pixels of the rectangle (right and bottom not included) have this colour.
   bool formatText(RECT area, std::uint32_t color) const;
@@ -34,7 +34,7 @@ class Picture {
   int count(RECT area, std::uint32_t color) const;
   // The smallest rectangle around all pixels of this colour; empty when there is none.
   RECT extent(std::uint32_t color) const;
-  // The same for the pixels of a rectangle that are like this colour, and how many these are.
+  // The same for the pixels of a rectangle that are alike to this colour, and their number.
   RECT extentAlike(RECT area, std::uint32_t color) const;
   int countAlike(RECT area, std::uint32_t color) const;
   bool operator==(const Picture&) const = default;
@@ -51,7 +51,7 @@ class Picture {
   std::vector<std::uint32_t> pixels_;
 };
 
-// A part of the screen as it is at this moment.
+// A part of the screen as it is now.
 Picture capture(RECT screen);
 Picture captureClient(HWND window);
 std::uint32_t screenPixel(POINT place);

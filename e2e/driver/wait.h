@@ -7,7 +7,7 @@ namespace quillmere::e2e {
 // Long enough for a loaded machine; a test that passes never waits that long.
 constexpr DWORD kPatience = 20000;  // milliseconds
 
-// Asks again and again until the answer is yes; false when patience ends first.
+// Polls until `question` returns true; false when time runs out first.
 template <typename Question>
 bool eventually(Question question, DWORD patience = kPatience) {
   const ULONGLONG end = GetTickCount64() + patience;
@@ -18,7 +18,7 @@ bool eventually(Question question, DWORD patience = kPatience) {
   }
 }
 
-// Asks until two things are equal; gives the last value of `read`, for a message that shows it.
+// Polls until `read` returns `wanted`. Returns the last value read, for the failure message.
 template <typename Read, typename Value>
 auto settled(Read read, const Value& wanted, DWORD patience = kPatience) {
   auto last = read();

@@ -102,7 +102,7 @@ std::wstring statusParts(HWND window) {
   return text;
 }
 
-// The block belongs to the receiver from then on.
+// The receiver takes ownership of the block.
 void dropFiles(HWND window, LPARAM place, const wchar_t* paths, DWORD units) {
   const SIZE_T size = sizeof(DROPFILES) + (units + 1) * sizeof(wchar_t);
   const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, size);

@@ -2,9 +2,9 @@
 
 #include <windows.h>
 
-// What a test asks from within the program's process, since menus and dropped files are handles
-// that mean nothing elsewhere. The library inside.dll is brought there by a message hook; request
-// and answer lie in a shared block of memory.
+// Requests that a test runs inside the program's process, since handles of menus and dropped files
+// are valid only there. A message hook loads the library inside.dll into it; request and answer are
+// in a shared block of memory.
 namespace quillmere::e2e {
 
 constexpr wchar_t kInsideMessage[] = L"QuillmereEndToEndInside";
@@ -36,7 +36,7 @@ enum class InsideRequest : WPARAM {
 };
 
 struct InsideBlock {
-  LONG done;  // 1 when the answer is there
+  LONG done;  // 1 when the answer is ready
   DWORD units;
   wchar_t text[64 * 1024];
 };
