@@ -43,7 +43,7 @@ enum HowBit : unsigned {
   kMatchCase = 2,
   kWholeWord = 4,
   kMode = 8
-};  // two bits of mode
+};  // kMode is the lower of two bits
 
 struct Search {
   unsigned how = 0;
@@ -156,25 +156,25 @@ void goBackAndForth() {
   }
 }
 
-// What a bookmark's handle says of itself.
-std::string titleBehind(FPDF_BOOKMARK bookmark) {
+// The title that PDFium reads through a bookmark's handle.
+std::string bookmarkTitle(FPDF_BOOKMARK bookmark) {
   std::string title(FPDFBookmark_GetTitle(bookmark, nullptr, 0), '\0');
   FPDFBookmark_GetTitle(bookmark, title.data(), static_cast<unsigned long>(title.size()));
   return title;
 }
 
-// Bookmark handles outlive what the engine gives back, whatever else their objects are. Pages are
-// read in between, so that other objects take the place of those that went.
-void giveMemoryBack() {
+// Releases parsed objects and checks that bookmark handles survive it. Pages are read in between,
+// so that other objects reuse the freed memory.
+void releaseMemory() {
   FPDF_DOCUMENT document = documentOf(0);
   std::vector<std::string> titles;
   for (const BookmarkEntry& entry : session.bookmarks) {
-    titles.push_back(titleBehind(entry.bookmark));
+    titles.push_back(bookmarkTitle(entry.bookmark));
   }
   QuillmereEngine_ReleaseParsedObjects(document);
   for (int page = 0; page < std::min(pageCountOf(0), kPages); ++page) goToPage(0, page, false);
   for (std::size_t i = 0; i < titles.size(); ++i) {
-    require(titleBehind(session.bookmarks[i].bookmark) == titles[i], "another object's title");
+    require(bookmarkTitle(session.bookmarks[i].bookmark) == titles[i], "another object's title");
   }
 }
 
@@ -184,7 +184,7 @@ void use(const Search& search) {
   const bool regex = (search.how & kRegex) != 0;
   searchWith(search, regex);
   turnAround();
-  giveMemoryBack();
+  releaseMemory();
   followOutline();
   followLinks();
   goBackAndForth();
