@@ -24,7 +24,7 @@ void forgetBinderOfPaneOne() {
   forgetDocumentBinder(path);
 }
 
-void takeMode(ViewMode mode) {
+void applyMode(ViewMode mode) {
   session.viewMode = mode;
   session.paneDividerPosition = 0;
   session.lastPaneWidth[0] = -1;
@@ -42,11 +42,11 @@ void enterTwoDocuments() {
   forgetBinderOfPaneOne();
   clearDocument(session.panes[1]);
   session.panes[1].currentPage = 0;
-  takeMode(ViewMode::TwoDocuments);
+  applyMode(ViewMode::TwoDocuments);
   if (session.panes[0].document) showPane(0);
 }
 
-void takeOverPlacements() {
+void loadSharedPlacements() {
   if (session.placementDocument == session.active.document.get()) return;
   if (session.active.document) {
     LoadPlacements(session.active.document.get());
@@ -66,7 +66,7 @@ void leaveTwoDocuments() {
   clearDocument(lost);
   lost.documentRotation = kept.documentRotation;
   moveDocument(kept, session.active);
-  takeOverPlacements();
+  loadSharedPlacements();
 }
 
 // Pane 0 keeps its open page even when its page number is lowered; only pane 1's page must match
@@ -133,7 +133,7 @@ void enterMode(ViewMode mode) {
     return;
   }
   if (inTwoDocuments()) leaveTwoDocuments();
-  takeMode(mode);
+  applyMode(mode);
   showMode(mode);
 }
 
