@@ -33,7 +33,7 @@ PixelRect panelArea() {
   return {0, top, session.leftPanelWidth, std::max(top, pageAreaBottom())};
 }
 
-int limitedPanelWidth(int wanted) {
+int clampedPanelWidth(int wanted) {
   const int share = static_cast<int>(platform::mainWindowClientSize().width * kLargestShare);
   const int most = std::min(scaled(kMaximumPanelWidth), share);
   return std::max(std::min(wanted, most), scaled(kMinimumPanelWidth));
@@ -82,7 +82,7 @@ void startPanelWidthDrag(int x) {
 void movePanelWidthDrag(int x) {
   const GestureState& drag = session.gesture;
   if (drag.kind != Gesture::LeftPanelWidth) return;
-  const int width = limitedPanelWidth(drag.start + (x - drag.pressX));
+  const int width = clampedPanelWidth(drag.start + (x - drag.pressX));
   if (width == session.leftPanelWidth) return;
   session.leftPanelWidth = width;
   showNewPanelLayout();
