@@ -44,7 +44,7 @@ std::optional<FileStamp> fileStamp(const std::u16string& path);
 bool setReadOnly(const std::u16string& path, bool readOnly);
 
 // The whole file, opened with read access while others may read, write and delete it. Returns
-// nullopt when it cannot be opened, is empty, exceeds `maximumSize` bytes, or gives fewer bytes
+// nullopt when it cannot be opened, is empty, exceeds `maximumSize` bytes, or yields fewer bytes
 // than its size.
 std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& path,
                                                         std::uint64_t maximumSize);

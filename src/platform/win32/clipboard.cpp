@@ -25,7 +25,7 @@ class OpenedClipboard {
 };
 
 // A movable block with the text and its terminator; null when memory ran out.
-HGLOBAL blockOf(const std::u16string& text) {
+HGLOBAL globalBlockWith(const std::u16string& text) {
   const std::size_t size = (text.size() + 1) * sizeof(char16_t);
   const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);
   void* bytes = block == nullptr ? nullptr : GlobalLock(block);
@@ -43,7 +43,7 @@ HGLOBAL blockOf(const std::u16string& text) {
 bool setClipboardText(const std::u16string& text) {
   const OpenedClipboard clipboard;
   if (!clipboard) return false;
-  const HGLOBAL block = blockOf(text);
+  const HGLOBAL block = globalBlockWith(text);
   if (block == nullptr) return false;
   EmptyClipboard();
   if (SetClipboardData(CF_UNICODETEXT, block) != nullptr) return true;

@@ -25,7 +25,7 @@ HWND mainWindow() {
 
 constexpr UINT_PTR kStatusBarSubclass = 0x51;
 
-bool showsStatus(UINT message) {
+bool needsStatus(UINT message) {
   switch (message) {
     case WM_PAINT:
     case WM_PRINTCLIENT:
@@ -52,7 +52,7 @@ bool showsStatus(UINT message) {
 // Subclasses both the status bar and the slider in it; each has message numbers of its own.
 LRESULT CALLBACK statusBarProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR, DWORD_PTR) {
-  if (showsStatus(message)) {
+  if (needsStatus(message)) {
     if (const auto fill = std::exchange(windowHandles.fillStatusBar, nullptr)) fill();
   }
   return DefSubclassProc(window, message, wParam, lParam);
