@@ -35,7 +35,7 @@ struct WheelGathering {
 // Captures the mouse for a drag.
 void beginGesture(Gesture kind, int x, int y, int start = 0);
 
-// Releases the mouse. False, and nothing happens, unless this kind of drag is in progress.
+// Releases the mouse. Does nothing and returns false unless this kind of drag is in progress.
 bool endGesture(Gesture kind);
 
 }  // namespace quillmere
