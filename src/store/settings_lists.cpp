@@ -16,7 +16,7 @@ namespace quillmere {
 namespace {
 
 // At least this many path keys are written, with empty values after the last path.
-constexpr std::int32_t kPathKeysKept = 20;
+constexpr std::int32_t kMinimumPathKeys = 20;
 
 }  // namespace
 
@@ -36,7 +36,7 @@ void writePathList(const PathListRow& list, const std::vector<std::u16string>& p
                    const std::u16string& iniPath) {
   const auto count = static_cast<std::int32_t>(paths.size());
   platform::writeProfileText(list.section, kCountKey, decimal(count), iniPath);
-  for (std::int32_t index = 0; index < std::max(kPathKeysKept, count); ++index) {
+  for (std::int32_t index = 0; index < std::max(kMinimumPathKeys, count); ++index) {
     const std::u16string path =
         index < count ? paths[static_cast<std::size_t>(index)] : std::u16string();
     platform::writeProfileText(list.section, pathKey(index), path, iniPath);
