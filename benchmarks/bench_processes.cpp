@@ -44,7 +44,7 @@ HWND windowOf(DWORD thread) {
   return window;
 }
 
-// A program waits for its user only when nothing is left to paint.
+// A program counts as waiting for its user once it has nothing left to paint.
 bool waitUntilPainted(const PROCESS_INFORMATION& process) {
   if (WaitForInputIdle(process.hProcess, kPatience) != 0) return false;
   const HWND window = windowOf(process.dwThreadId);

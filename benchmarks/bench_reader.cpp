@@ -129,7 +129,7 @@ void reportStep(const std::string& row, const Subject& subject, const PaintTimes
 }
 
 // Steps through a cycle that ends where it began, over and over. The first cycle fills the caches
-// and gives the sizes, so that afterwards either side may go first.
+// and gives the sizes, so afterwards either side may go first.
 template <typename Ours, typename Theirs>
 void compareSteps(const char* row, const Subject& subject, int cycleLength, int steps, Ours ours,
                   Theirs theirs) {

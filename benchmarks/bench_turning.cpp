@@ -29,7 +29,7 @@ struct State {
   OpenObjects objects;
 };
 
-State presentState() {
+State currentState() {
   return {memory(), openObjects()};
 }
 
@@ -49,10 +49,10 @@ void measure(const std::string& row, const std::string& name, int pageCount,
     for (int i = 0; i < turns; ++i) show(pageOfStep(i, last));
   };
   turn(kFirstTurns, kFirstTurns);
-  const State first = presentState();
+  const State first = currentState();
   turn(2 * kTurns, kTurns);
   turn(kFirstTurns, kFirstTurns);
-  report(row, name, first, presentState());
+  report(row, name, first, currentState());
 }
 
 int measureReader(const std::string& path) {

@@ -8,7 +8,7 @@ struct Memory {
   double peakWorkingSet = 0;  // MiB
 };
 
-// Of this process, or of the one behind a process handle.
+// The memory of this process, or of the one with this process handle.
 Memory memory();
 Memory memoryOf(void* process);
 
