@@ -14,7 +14,7 @@ bool openClipboard() {
 }
 
 // The clipboard takes ownership of the block.
-HGLOBAL blockWith(const std::wstring& text) {
+HGLOBAL globalBlockWith(const std::wstring& text) {
   const SIZE_T size = (text.size() + 1) * sizeof(wchar_t);
   const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);
   std::memcpy(GlobalLock(block), text.c_str(), size);
@@ -34,7 +34,7 @@ bool clearClipboard() {
 bool setClipboardText(const std::wstring& text) {
   if (!openClipboard()) return false;
   EmptyClipboard();
-  const bool taken = SetClipboardData(CF_UNICODETEXT, blockWith(text)) != nullptr;
+  const bool taken = SetClipboardData(CF_UNICODETEXT, globalBlockWith(text)) != nullptr;
   CloseClipboard();
   return taken;
 }

@@ -24,7 +24,7 @@ constexpr double kTextSize = 24;  // points
 constexpr double kFitMargin = 0.96;
 constexpr int kVerticalMargin = 8;  // at 96 DPI
 
-float limited(double zoom) {
+float clamped(double zoom) {
   return static_cast<float>(std::max(std::min(zoom, 5.0), 0.2));
 }
 
@@ -97,11 +97,11 @@ std::string markedPdf(int pages, double width, double height, const std::string&
 }
 
 float fitPageZoom(RECT pane, Size page) {
-  return limited(std::min(heightOf(pane) / page.height, widthOf(pane) / page.width) * kFitMargin);
+  return clamped(std::min(heightOf(pane) / page.height, widthOf(pane) / page.width) * kFitMargin);
 }
 
 float fitWidthZoom(RECT pane, Size page) {
-  return limited(widthOf(pane) / page.width * kFitMargin);
+  return clamped(widthOf(pane) / page.width * kFitMargin);
 }
 
 RECT fitPage(RECT pane, Size page) {

@@ -7,7 +7,7 @@
 namespace quillmere::e2e {
 namespace {
 
-std::wstring besideTheTests(const std::wstring& name) {
+std::wstring inTestFolder(const std::wstring& name) {
   wchar_t own[MAX_PATH];
   GetModuleFileNameW(nullptr, own, MAX_PATH);
   const std::wstring path = own;
@@ -41,7 +41,7 @@ void writeDefault(const std::wstring& key, const std::wstring& value) {
 
 SchemeHandler::SchemeHandler(const std::wstring& scheme)
     : key_(scheme + L"\\shell\\open\\command"), before_(readDefault(key_)) {
-  writeDefault(key_, L"rundll32.exe \"" + besideTheTests(L"e2e_inside.dll") + L"\",noteAddress " +
+  writeDefault(key_, L"rundll32.exe \"" + inTestFolder(L"e2e_inside.dll") + L"\",noteAddress " +
                          notesFile() + L" %1");
 }
 

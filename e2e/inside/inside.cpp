@@ -189,7 +189,8 @@ extern "C" __declspec(dllexport) LRESULT CALLBACK
   return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
-// For rundll32: appends a line, "FILE TEXT" being what stands behind the name of this function.
+// For rundll32, which passes the "FILE TEXT" after this function's name: appends TEXT as a line to
+// FILE.
 extern "C" __declspec(dllexport) void CALLBACK
     noteAddressW(HWND, HINSTANCE, const wchar_t* rest, int) {
   const std::wstring line = rest;

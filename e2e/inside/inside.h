@@ -23,7 +23,7 @@ enum class InsideRequest : WPARAM {
   // Answer: "1" while keys or mouse events wait in the queue of the window's thread, else "0".
   InputWaits = 5,
   // lParam: a tree view; text: what a row reads. Answer: the place of that text in client pixels,
-  // "left top right bottom", or nothing when the row is not to be seen.
+  // "left top right bottom", or empty when the row is not visible.
   TreeRowPlace = 6,
   // lParam: a control. Answer: "face|height|weight" of its font.
   DescribeFont = 7,
@@ -31,7 +31,7 @@ enum class InsideRequest : WPARAM {
   Cursor = 8,
   // lParam: the density that the window's screen now has; the window keeps its place.
   ChangeDensity = 9,
-  // Answer: the right edges of the status bar's parts in pixels, each behind a blank.
+  // Answer: the right edges of the status bar's parts in pixels, each after a blank.
   StatusParts = 10,
 };
 
