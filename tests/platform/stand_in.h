@@ -192,7 +192,7 @@ void resetStandIn();
 // Waits until no thread that the logic started is running. False after ten seconds.
 bool waitForDetachedThreads();
 
-// Stops counting the threads that are still running; their end then changes nothing.
+// Stops counting the threads that are still running, so that they no longer affect later tests.
 void forgetDetachedThreads();
 
 // How a volume ("C:", "Z:" or "\\\\server\\share") answers. C: is present at first, other drives

@@ -22,7 +22,7 @@ constexpr std::uint64_t kTicksPerSecond = 10'000'000;
 constexpr std::uint64_t kSecondsFrom1601To1970 = 11'644'473'600;
 
 // The time that the seam or a test gave to a file; valid until something else writes to the file.
-struct GivenTime {
+struct RecordedTime {
   std::uint64_t ticks = 0;
   fs::file_time_type realTime;
 };
@@ -33,7 +33,7 @@ struct FileBooks {
   std::mutex mutex;
   std::set<fs::path> readOnly;
   std::map<fs::path, OtherUse> otherUses;
-  std::map<fs::path, GivenTime> times;
+  std::map<fs::path, RecordedTime> times;
   std::map<std::u16string, std::uint32_t> attributeErrors;  // by path in lower case
   std::uint64_t lastTicks = 0;
 };
@@ -71,7 +71,7 @@ std::uint64_t realTicks(fs::file_time_type time) {
   return ticksOf(std::chrono::time_point_cast<std::chrono::system_clock::duration>(onSystemClock));
 }
 
-void giveTime(const fs::path& path, std::uint64_t ticks) {
+void setTime(const fs::path& path, std::uint64_t ticks) {
   std::error_code error;
   const fs::file_time_type realTime = fs::last_write_time(path, error);
   const std::lock_guard lock(books().mutex);
@@ -79,14 +79,14 @@ void giveTime(const fs::path& path, std::uint64_t ticks) {
 }
 
 // Every write through the seam gets a later time than the previous one.
-void giveCurrentTime(const fs::path& path) {
+void setCurrentTime(const fs::path& path) {
   std::uint64_t ticks = ticksOf(std::chrono::system_clock::now());
   {
     const std::lock_guard lock(books().mutex);
     ticks = std::max(ticks, books().lastTicks + 1);
     books().lastTicks = ticks;
   }
-  giveTime(path, ticks);
+  setTime(path, ticks);
 }
 
 std::uint64_t writeTimeOf(const fs::path& path) {
@@ -154,8 +154,8 @@ bool writeFound(const FoundPath& found, const void* bytes, std::uint64_t size) {
   std::uint64_t written = 0;
   const bool fits = fitsOnDisk(size, written);
   const bool done = writeReal(found.real, bytes, written);
-  giveCurrentTime(found.real);
-  if (found.owner != found.real) giveCurrentTime(found.owner);
+  setCurrentTime(found.real);
+  if (found.owner != found.real) setCurrentTime(found.owner);
   return done && fits;
 }
 
@@ -184,7 +184,7 @@ bool moveWithStreams(const fs::path& from, const fs::path& to) {
     fs::rename(stream, renamedStream(stream, from, to), error);
   }
   forgetPath(from);
-  giveTime(to, ticks);
+  setTime(to, ticks);
   const std::lock_guard lock(books().mutex);
   if (readOnly) books().readOnly.insert(to);
   return true;
@@ -368,7 +368,7 @@ void putFile(const std::u16string& path, std::string_view bytes) {
   fs::create_directories(found.real.parent_path());
   if (found.owner != found.real && !fs::exists(found.owner)) writeReal(found.owner, nullptr, 0);
   writeReal(found.real, bytes.data(), bytes.size());
-  giveCurrentTime(found.real);
+  setCurrentTime(found.real);
 }
 
 void putFile(const std::u16string& path, const std::vector<std::uint8_t>& bytes) {
@@ -386,7 +386,7 @@ std::optional<std::string> fileBytes(const std::u16string& path) {
 }
 
 void setWriteTime(const std::u16string& path, std::uint64_t ticks) {
-  giveTime(realPath(path), ticks);
+  setTime(realPath(path), ticks);
 }
 
 std::vector<std::u16string> namesIn(const std::u16string& folder) {

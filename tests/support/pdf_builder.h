@@ -16,9 +16,9 @@ class PdfFile {
   // A number whose body is set later.
   int reserve();
   void set(int number, const std::string& body);
-  // `entries` go into the stream's dictionary beside its length.
+  // `entries` go into the stream's dictionary next to its length.
   int addStream(const std::string& data, const std::string& entries = "");
-  // The whole file; `trailerEntries` go into the trailer beside Root and Size.
+  // The whole file; `trailerEntries` go into the trailer next to Root and Size.
   std::string finish(int root, const std::string& trailerEntries = "") const;
 
   // "N 0 R".
