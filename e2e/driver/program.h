@@ -45,7 +45,7 @@ std::wstring inQuotes(const std::wstring& path);
 
 std::wstring titleOf(HWND window);
 std::wstring classOf(HWND window);
-// What the program's controls show or hold.
+// The text or value of a control of the program.
 std::wstring controlText(HWND control);
 std::vector<HWND> windowsOfClass(const wchar_t* className);
 // A child of the window by its control id, at any depth.
@@ -63,7 +63,7 @@ MenuItem menuItem(HWND window, int id);
 std::vector<MenuItem> describeMenu(HWND window, HMENU menu);
 // "depth|selected|text" for each item.
 std::vector<std::wstring> treeItems(HWND window, HWND tree);
-// Screen rectangle of the first row's text that reads so; empty when the row is not visible.
+// Screen rectangle of the text of the first row with this text; empty when the row is not visible.
 RECT treeRowOnScreen(HWND window, HWND tree, const std::wstring& text);
 // "face|height|weight" of a control's font.
 std::wstring fontOf(HWND window, HWND control);

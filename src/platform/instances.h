@@ -23,7 +23,7 @@ enum class MutexClaim {
 
 // Claims the name of the primary instance. A claim that is Owned lasts as long as the process.
 MutexClaim claimPrimaryMutex(const std::u16string& name);
-// Releases a claim that returned AlreadyExists before the process ends.
+// Gives up a claim that returned AlreadyExists, without waiting for the process to end.
 void closePrimaryMutex();
 
 // A top-level window of another process, found by class name; 0 when there is none.

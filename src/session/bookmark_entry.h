@@ -10,7 +10,7 @@
 namespace quillmere {
 
 // One node of the navigation tree. A bookmark's target is looked up only when it is needed: each
-// look-up can make PDFium walk owned by the document page tree.
+// look-up can make PDFium walk the document's page tree.
 struct BookmarkEntry {
   std::int32_t kind = 0;   // 0 for a bookmark
   std::int32_t level = 1;  // of its row, from 1; its descendants follow with higher levels
@@ -18,7 +18,7 @@ struct BookmarkEntry {
   bool hasY = false;
   double y = 0;  // vertical target in page points
   std::u16string title;
-  FPDF_BOOKMARK bookmark = nullptr;  // the document's
+  FPDF_BOOKMARK bookmark = nullptr;  // owned by the document
   bool resolved = false;             // page and y are known
 };
 

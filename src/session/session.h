@@ -97,7 +97,7 @@ struct SessionState {
 
   // The markups of one document, in reading order. Written by annot/markup_list.cpp.
   std::vector<MarkupEntry> markupList;
-  FPDF_DOCUMENT markupListDocument = nullptr;  // the document; not owned, null for none
+  FPDF_DOCUMENT markupListDocument = nullptr;  // the listed document; not owned, null for none
 
   // The navigation tree: its nodes by number, and in the tree's order. Written by
   // nav/bookmarks.cpp.

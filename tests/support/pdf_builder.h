@@ -30,8 +30,8 @@ class PdfFile {
   std::vector<std::string> bodies_;
 };
 
-// `content`, annotations and outline entries may refer to a page by its one-based number: "{page
-// 3}" becomes the reference to that page's object.
+// `content`, annotations and outline entries may refer to a page by its one-based number:
+// "{page 3}" becomes the reference to that page's object.
 struct PdfPage {
   double width = 612;   // points
   double height = 792;  // points
