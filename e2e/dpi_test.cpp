@@ -23,9 +23,9 @@ TEST_F(HighResolution, PanelsAndMarginsGrowAndThePageFillsItsPane) {
   const RECT page = fitPage(area, kLetter);
   ASSERT_TRUE(pageBecomes(area, page));
   const Picture shown = client();
-  EXPECT_TRUE(shown.formatText({area.left - 5, area.top, area.left, area.bottom}, kSplitter));
+  EXPECT_TRUE(shown.isFilledWith({area.left - 5, area.top, area.left, area.bottom}, kSplitter));
   EXPECT_TRUE(
-      shown.formatText({page.right, page.top + 6, page.right + 6, page.bottom + 6}, kShadow));
+      shown.isFilledWith({page.right, page.top + 6, page.right + 6, page.bottom + 6}, kShadow));
   const RECT header = windowRect(childOf(window, 422));
   EXPECT_EQ(header.bottom - header.top, 33);
   press(VK_F6);

@@ -119,7 +119,7 @@ TEST_F(FindBar, ItsControlsKeepTheirPlacesInAWindowOfAnySize) {
   const LONG width = inClient(findBar()).right;
   const std::uint32_t face = systemColor(COLOR_BTNFACE);
   const auto becomesFilled = [&](const RECT& area, std::uint32_t color) {
-    return eventually([&] { return client().formatText(area, color); });
+    return eventually([&] { return client().isFilledWith(area, color); });
   };
   EXPECT_TRUE(becomesFilled({0, barHeight() - 1, width, barHeight()}, kBottomLine));
   EXPECT_TRUE(becomesFilled({0, 0, width, controlTop()}, face));
@@ -162,7 +162,7 @@ TEST_F(FindBar, ThePanelMakesRoomWithoutLeavingTraces) {
     EXPECT_TRUE(eventually([&] {
       RECT beside = inClient(header);
       beside.left += dip(100);  // right of its text
-      return client().formatText(beside, face);
+      return client().isFilledWith(beside, face);
     })) << opens;
   }
 }

@@ -67,7 +67,7 @@ TEST_F(Modes, AOnePageDocumentLeavesTheRightSideOfABookEmpty) {
   EXPECT_TRUE(pageTextBecomes(L"L:1  R:1  of 1"));
   EXPECT_TRUE(showsPage(leftPane(), 0));
   const RECT right = rightPane();
-  EXPECT_TRUE(eventually([&] { return client().formatText(right, kBackground); }));
+  EXPECT_TRUE(eventually([&] { return client().isFilledWith(right, kBackground); }));
 }
 
 TEST_F(Modes, IndependentPanesTurnByThemselves) {

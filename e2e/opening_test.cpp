@@ -197,7 +197,7 @@ TEST_F(Opening, AFileWithoutPagesIsSurvived) {
   ASSERT_TRUE(titleBecomes(L"Quillmere - bare.pdf"));
   EXPECT_TRUE(pageTextBecomes(L"Page 1 of 0"));
   const RECT area = pageArea();
-  EXPECT_TRUE(eventually([&] { return client().formatText(area, kBackground); }));
+  EXPECT_TRUE(eventually([&] { return client().isFilledWith(area, kBackground); }));
   toFront();
   press(VK_NEXT);
   press(VK_END);

@@ -21,22 +21,23 @@ TEST_F(Painting, AFittedPageLiesInTheMiddleWithAShadowAtRightAndBottomOnly) {
   EXPECT_TRUE(zoomTextBecomes(percent(fitPageZoom(area, kLetter))));
   const Picture shown = client();
   const int shadow = dip(4);
-  EXPECT_TRUE(
-      shown.formatText({page.left, (page.top + page.bottom) / 2, page.right, page.bottom}, kPaper));
+  EXPECT_TRUE(shown.isFilledWith({page.left, (page.top + page.bottom) / 2, page.right, page.bottom},
+                                 kPaper));
   EXPECT_EQ(shown.at(page.left + 5, page.top + 5), kRed);
-  EXPECT_TRUE(shown.formatText(
+  EXPECT_TRUE(shown.isFilledWith(
       {page.right, page.top + shadow, page.right + shadow, page.bottom + shadow}, kShadow));
-  EXPECT_TRUE(shown.formatText({page.left + shadow, page.bottom, page.right, page.bottom + shadow},
-                               kShadow));
-  EXPECT_TRUE(shown.formatText({area.left, area.top, page.left, area.bottom}, kBackground));
-  EXPECT_TRUE(shown.formatText({area.left, area.top, area.right, page.top}, kBackground));
-  EXPECT_TRUE(shown.formatText({page.right, area.top, area.right, page.top + shadow}, kBackground));
+  EXPECT_TRUE(shown.isFilledWith(
+      {page.left + shadow, page.bottom, page.right, page.bottom + shadow}, kShadow));
+  EXPECT_TRUE(shown.isFilledWith({area.left, area.top, page.left, area.bottom}, kBackground));
+  EXPECT_TRUE(shown.isFilledWith({area.left, area.top, area.right, page.top}, kBackground));
   EXPECT_TRUE(
-      shown.formatText({page.right + shadow, area.top, area.right, area.bottom}, kBackground));
+      shown.isFilledWith({page.right, area.top, area.right, page.top + shadow}, kBackground));
   EXPECT_TRUE(
-      shown.formatText({area.left, page.bottom, page.left + shadow, area.bottom}, kBackground));
+      shown.isFilledWith({page.right + shadow, area.top, area.right, area.bottom}, kBackground));
   EXPECT_TRUE(
-      shown.formatText({area.left, page.bottom + shadow, area.right, area.bottom}, kBackground));
+      shown.isFilledWith({area.left, page.bottom, page.left + shadow, area.bottom}, kBackground));
+  EXPECT_TRUE(
+      shown.isFilledWith({area.left, page.bottom + shadow, area.right, area.bottom}, kBackground));
 }
 
 TEST_F(Painting, TheStatusBarsPartsFollowTheWindowsWidth) {
@@ -61,11 +62,12 @@ TEST_F(Painting, ThePanelSplittersHaveTheirColour) {
   const RECT area = pageArea();
   EXPECT_TRUE(pixelBecomes(area.left - dip(3), area.top + 10, kSplitter));
   const Picture shown = client();
-  EXPECT_TRUE(shown.formatText({area.left - dip(3), area.top, area.left, area.bottom}, kSplitter));
+  EXPECT_TRUE(
+      shown.isFilledWith({area.left - dip(3), area.top, area.left, area.bottom}, kSplitter));
   const RECT bar = windowRect(childOf(window, 423));
   POINT belowBar{bar.left, bar.top};
   ScreenToClient(window, &belowBar);
-  EXPECT_TRUE(shown.formatText({0, belowBar.y - dip(3), area.left, belowBar.y}, kSplitter));
+  EXPECT_TRUE(shown.isFilledWith({0, belowBar.y - dip(3), area.left, belowBar.y}, kSplitter));
 }
 
 TEST_F(Painting, TheActivePaneHasAFrameAndADividerStandsBetween) {
@@ -76,16 +78,16 @@ TEST_F(Painting, TheActivePaneHasAFrameAndADividerStandsBetween) {
   const RECT right = rightPane();
   ASSERT_TRUE(pixelBecomes(left.left + dip(1), left.top + dip(1), kFrame));
   const Picture shown = client();
-  EXPECT_TRUE(shown.formatText({left.right, left.top, right.left, left.bottom}, kDivider));
+  EXPECT_TRUE(shown.isFilledWith({left.right, left.top, right.left, left.bottom}, kDivider));
   const auto expectFrame = [&](RECT pane, std::uint32_t color) {
     const RECT outer{pane.left + dip(1), pane.top + dip(1), pane.right - dip(1),
                      pane.bottom - dip(1)};
     const RECT inner{outer.left + dip(3), outer.top + dip(3), outer.right - dip(3),
                      outer.bottom - dip(3)};
-    EXPECT_TRUE(shown.formatText({outer.left, outer.top, outer.right, inner.top}, color));
-    EXPECT_TRUE(shown.formatText({outer.left, inner.bottom, outer.right, outer.bottom}, color));
-    EXPECT_TRUE(shown.formatText({outer.left, outer.top, inner.left, outer.bottom}, color));
-    EXPECT_TRUE(shown.formatText({inner.right, outer.top, outer.right, outer.bottom}, color));
+    EXPECT_TRUE(shown.isFilledWith({outer.left, outer.top, outer.right, inner.top}, color));
+    EXPECT_TRUE(shown.isFilledWith({outer.left, inner.bottom, outer.right, outer.bottom}, color));
+    EXPECT_TRUE(shown.isFilledWith({outer.left, outer.top, inner.left, outer.bottom}, color));
+    EXPECT_TRUE(shown.isFilledWith({inner.right, outer.top, outer.right, outer.bottom}, color));
   };
   expectFrame(left, kFrame);
   expectFrame(right, kBackground);

@@ -52,7 +52,7 @@ std::uint32_t Picture::at(int x, int y) const {
   return pixels_[static_cast<std::size_t>(y) * width_ + x];
 }
 
-bool Picture::formatText(RECT area, std::uint32_t color) const {
+bool Picture::isFilledWith(RECT area, std::uint32_t color) const {
   const LONG pixels = (area.right - area.left) * (area.bottom - area.top);
   return pixels > 0 && count(area, color) == pixels;
 }

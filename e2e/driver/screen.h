@@ -29,7 +29,7 @@ class Picture {
   // Outside the picture it returns an impossible colour.
   std::uint32_t at(int x, int y) const;
   // True when all pixels of the rectangle (right and bottom not included) have this colour.
-  bool formatText(RECT area, std::uint32_t color) const;
+  bool isFilledWith(RECT area, std::uint32_t color) const;
   // How many pixels of the rectangle have this colour.
   int count(RECT area, std::uint32_t color) const;
   // The smallest rectangle around all pixels of this colour; empty when there is none.

@@ -26,16 +26,16 @@ std::u16string userGuidePath() {
 void openInSeparateViewer() {
   if (documentOf(session.activePane) == nullptr) return;
   if (!startViewer(pathOf(session.activePane))) {
-    tell(u"Could not open a separate viewer window.", BoxIcon::Error);
+    showNotice(u"Could not open a separate viewer window.", BoxIcon::Error);
   }
 }
 
 void openUserGuide() {
   const std::u16string path = userGuidePath();
   if (path.empty() || !platform::fileExists(path)) {
-    tell(u"The User Guide could not be found.", BoxIcon::Warning);
+    showNotice(u"The User Guide could not be found.", BoxIcon::Warning);
   } else if (!startViewer(path)) {
-    tell(u"Could not open a separate viewer window.", BoxIcon::Error);
+    showNotice(u"Could not open a separate viewer window.", BoxIcon::Error);
   }
 }
 
@@ -47,12 +47,12 @@ void openRecentDocument(std::uint32_t row) {
 
 void saveAllDocuments() {
   if (session.viewerRole) return;
-  tell(u"No documents have unsaved changes.", BoxIcon::Information);
+  showNotice(u"No documents have unsaved changes.", BoxIcon::Information);
 }
 
 void discardAllDocuments() {
   if (session.viewerRole) return;
-  tell(u"No documents have unsaved changes.", BoxIcon::Information);
+  showNotice(u"No documents have unsaved changes.", BoxIcon::Information);
 }
 
 void togglePanScroll() {

@@ -59,7 +59,7 @@ void StepInFolder(int direction) {
 
   auto listing = platform::listFiles(folder, u".pdf");
   if (!listing) {
-    tell(u"Could not read the folder.\nIt may have been moved or renamed.", BoxIcon::Warning);
+    showNotice(u"Could not read the folder.\nIt may have been moved or renamed.", BoxIcon::Warning);
     return;
   }
   std::vector<std::u16string>& names = *listing;
@@ -70,8 +70,9 @@ void StepInFolder(int direction) {
     return platform::equalIgnoringCase(entry, name);
   });
   if (found == names.end()) {
-    tell(u"Could not locate the current file in its folder.\nIt may have been renamed or moved.",
-         BoxIcon::Warning);
+    showNotice(
+        u"Could not locate the current file in its folder.\nIt may have been renamed or moved.",
+        BoxIcon::Warning);
     return;
   }
   const auto start = static_cast<std::size_t>(found - names.begin());

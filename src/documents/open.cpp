@@ -45,7 +45,7 @@ StepResult checkPathLimit(OpenJob& job) {
       job.displayPath.size() < kPathBufferUnits) {
     return StepResult::Next;
   }
-  tell(u"The file's path is too long to open.", BoxIcon::Error);
+  showNotice(u"The file's path is too long to open.", BoxIcon::Error);
   return StepResult::Stopped;
 }
 
@@ -179,9 +179,9 @@ StepResult splitPanes(OpenJob& job) {
 StepResult reportLoadFailure(unsigned long error) {
   outlineChanged();
   documentsChanged();
-  tell(formatText(u"Could not open PDF.\n(PDFium error %lu)",
-                  {decimal(static_cast<std::int64_t>(error))}),
-       BoxIcon::Error);
+  showNotice(formatText(u"Could not open PDF.\n(PDFium error %lu)",
+                        {decimal(static_cast<std::int64_t>(error))}),
+             BoxIcon::Error);
   return StepResult::Stopped;
 }
 

@@ -144,10 +144,11 @@ bool searchAllPages(SearchJob& job, std::vector<FindResult>& results) {
 
 void reportCap() {
   const std::u16string cap = decimal(static_cast<std::int64_t>(kHitCap));
-  tell(formatText(u"Search found more than %d results.\nOnly the first %d are shown. Try a more "
-                  u"specific query.",
-                  {cap, cap}),
-       BoxIcon::Information);
+  showNotice(
+      formatText(u"Search found more than %d results.\nOnly the first %d are shown. Try a more "
+                 u"specific query.",
+                 {cap, cap}),
+      BoxIcon::Information);
 }
 
 bool comesBefore(const FindResult& left, const FindResult& right) {

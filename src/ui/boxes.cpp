@@ -11,7 +11,7 @@ BoxAnswer showBox(const std::u16string& text, const std::u16string& title, BoxBu
   return platform::showMessageBox(text, title, buttons, icon, owner);
 }
 
-void tell(const std::u16string& text, BoxIcon icon) {
+void showNotice(const std::u16string& text, BoxIcon icon) {
   showBox(text, kProductTitle, BoxButtons::Ok, icon);
 }
 

@@ -21,7 +21,7 @@ BoxAnswer showBox(const std::u16string& text, const std::u16string& title, BoxBu
                   BoxIcon icon, BoxOwner owner = BoxOwner::MainWindow);
 
 // Shows a message in a box titled with the program's name.
-void tell(const std::u16string& text, BoxIcon icon);
+void showNotice(const std::u16string& text, BoxIcon icon);
 
 // Asks for existing files. Returns full paths in the dialog's order; empty when the user cancelled
 // or the dialog could not be shown.
