@@ -76,6 +76,8 @@ add_dependencies(engine_libraries jpeg_build)
 # The DLL's own heap. As objects, not an archive, so that its operator new comes
 # before the C++ library's.
 add_library(heap OBJECT heap.c heap_new.cpp)
+# Guard pages around the heap's own data and around its pages of blocks.
+target_compile_definitions(heap PRIVATE MI_SECURE=2)
 target_include_directories(heap PRIVATE ${MIMALLOC_DIR}/include ${MIMALLOC_DIR}/src)
 target_link_libraries(engine_libraries INTERFACE $<TARGET_OBJECTS:heap>)
 add_dependencies(engine_libraries heap)
