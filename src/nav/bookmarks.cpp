@@ -149,7 +149,7 @@ void fillTree(FPDF_DOCUMENT document) {
 
 // Puts the target a little below the pane's top edge.
 void scrollToTarget(int pane, double y) {
-  const PanePoint target = pageToPane(pane, 0, y);
+  const PanePoint target = pageToPane(pane, pageBoxOf(pane).left, y);
   session.panes[pane].panY += static_cast<float>(scaled(kTargetDistance) - target.y);
   clampPan(pane);
 }

@@ -132,8 +132,10 @@ class DocumentBuilder {
 
   void setPage(std::size_t index, int parent) {
     const PdfPage& page = pages_[index];
-    std::string body = "<< /Type /Page /Parent " + PdfFile::reference(parent) + " /MediaBox [0 0 " +
-                       number(page.width) + " " + number(page.height) + "]";
+    std::string body = "<< /Type /Page /Parent " + PdfFile::reference(parent) + " /MediaBox [" +
+                       number(page.left) + " " + number(page.bottom) + " " +
+                       number(page.left + page.width) + " " + number(page.bottom + page.height) +
+                       "]";
     if (page.rotate != 0) body += " /Rotate " + std::to_string(page.rotate);
     if (!page.content.empty()) body += " /Contents " + PdfFile::reference(addContent(page.content));
     if (!page.annotations.empty()) body += " /Annots " + addAnnotations(page.annotations);

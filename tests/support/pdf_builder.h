@@ -35,7 +35,9 @@ class PdfFile {
 struct PdfPage {
   double width = 612;   // points
   double height = 792;  // points
-  int rotate = 0;       // degrees; left out of the page when 0
+  double left = 0;      // the corner of the page's media box, in points
+  double bottom = 0;
+  int rotate = 0;  // degrees; left out of the page when 0
   // A content stream. Fonts F1 Helvetica, F2 Times-Roman and F3 Courier are at hand.
   std::string content;
   std::vector<std::string> annotations;  // dictionaries with their angle brackets
