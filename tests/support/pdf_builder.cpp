@@ -288,6 +288,34 @@ std::string webAction(const std::string& address) {
   return "/A << /S /URI /URI " + literal(address) + " >>";
 }
 
+std::string filledFormPdf() {
+  PdfFile file;
+  const int catalog = file.reserve();
+  const int pages = file.reserve();
+  const int page = file.reserve();
+  const auto picture = [&](const std::string& color) {
+    return PdfFile::reference(file.addStream(color + " rg 0 0 100 50 re f",
+                                             "/Type /XObject /Subtype /Form /BBox [0 0 100 50]"));
+  };
+  const auto addField = [&](const std::string& rect, const std::string& entries) {
+    return file.add("<< /Type /Annot /Subtype /Widget /T (field) /P " + PdfFile::reference(page) +
+                    " /Rect [" + rect + "] " + entries + " >>");
+  };
+  const std::vector<int> fields = {
+      addField("50 300 150 350", "/FT /Sig /F 4 /AP << /N " + picture("0 1 0") + " >>"),
+      addField("50 200 150 220", "/FT /Tx /F 4 /DA (/F1 12 Tf 0 g) /V (HHHH)"),
+      addField("50 100 150 150", "/FT /Sig /F 2 /AP << /N " + picture("1 0 0") + " >>")};
+  const std::string font = "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>";
+  file.set(catalog,
+           "<< /Type /Catalog /Pages " + PdfFile::reference(pages) +
+               " /AcroForm << /NeedAppearances true /DA (/F1 12 Tf 0 g) /DR << /Font << /F1 " +
+               font + " >> >> /Fields " + references(fields) + " >> >>");
+  file.set(pages, "<< /Type /Pages /Count 1 /Kids " + references({page}) + " >>");
+  file.set(page, "<< /Type /Page /Parent " + PdfFile::reference(pages) +
+                     " /MediaBox [0 0 300 400] /Annots " + references(fields) + " >>");
+  return file.finish(catalog);
+}
+
 std::string emptyFile() {
   return {};
 }

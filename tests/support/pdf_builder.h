@@ -80,6 +80,11 @@ std::string pageDestination(int page, double top);
 // "/A << /S /URI /URI (...) >>".
 std::string webAction(const std::string& address);
 
+// One page of 300 by 400 points with form fields and no content: a green signature at 50 300 150
+// 350, a text field with the value "HHHH" and no picture at 50 200 150 220, and a hidden red
+// signature at 50 100 150 150.
+std::string filledFormPdf();
+
 // Files that are not as they should be.
 std::string emptyFile();     // no byte
 std::string garbageFile();   // bytes that are no PDF
