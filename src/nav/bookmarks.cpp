@@ -233,11 +233,12 @@ void JumpToTreeEntry(std::int32_t index) {
   const bool eachPaneItsOwn =
       session.viewMode == ViewMode::IndependentPages || session.viewMode == ViewMode::TwoDocuments;
   const int pane = eachPaneItsOwn ? session.activePane : 0;
-  if (entry.page != session.panes[pane].currentPage) {
+  if (paneShowing(pane, entry.page) < 0) {
     PushJump(pane);
     goToPage(pane, entry.page, false);
   }
-  if (entry.hasY) scrollToTarget(pane, entry.y);
+  const int shown = paneShowing(pane, entry.page);
+  if (entry.hasY && shown >= 0) scrollToTarget(shown, entry.y);
   pictureChanged();
 }
 

@@ -199,6 +199,30 @@ TEST_F(BookmarksTest, ABookTurnsAsAWhole) {
   EXPECT_EQ(pane(1).currentPage, 3);
 }
 
+TEST_F(BookmarksTest, ATargetOnTheRightPageOfABookScrollsThatPaneAlone) {
+  ASSERT_TRUE(
+      openWith({{u"Two", pageDestination(2, 300), {}}, {u"Five", pageDestination(5, 300), {}}}));
+  setViewMode(ViewMode::Book);
+  for (int index = 0; index < 2; ++index) {
+    pane(index).zoomMode = kCustomFit;
+    pane(index).zoom = 2;
+    layoutAndRender(index);
+  }
+  session.settings.bookRevertToFit = false;
+  const float leftPanY = pane(0).panY;
+  JumpToTreeEntry(0);
+  EXPECT_EQ(pane(0).currentPage, 0);
+  EXPECT_EQ(pane(0).panY, leftPanY);
+  EXPECT_TRUE(pane(0).backHistory.empty());
+  EXPECT_NEAR(pageToPane(1, 0, 300).y, 24.0, 0.5);
+
+  // The last page stands on the right, whatever was asked for.
+  JumpToTreeEntry(1);
+  EXPECT_EQ(pane(0).currentPage, 3);
+  EXPECT_EQ(pane(0).backHistory.size(), 1u);
+  EXPECT_NEAR(pageToPane(1, 0, 300).y, 24.0, 0.5);
+}
+
 TEST_F(BookmarksTest, TheTreeFollowsTheActiveDocument) {
   setViewMode(ViewMode::TwoDocuments);
   ASSERT_TRUE(open(buildPdf({PdfPage{}}, {{{u"Left", "", {}}}, "", ""}), 0, u"C:\\l.pdf"));
