@@ -40,6 +40,23 @@ TEST_F(Painting, AFittedPageLiesInTheMiddleWithAShadowAtRightAndBottomOnly) {
       shown.isFilledWith({area.left, page.bottom + shadow, area.right, area.bottom}, kBackground));
 }
 
+TEST_F(Painting, FilledInFormFieldsAreSeenAndHiddenOnesAreNot) {
+  startWith(test::filledFormPdf());
+  const RECT area = pageArea();
+  const RECT page = fitPage(area, kSmall);
+  const float zoom = fitPageZoom(area, kSmall);
+  ASSERT_TRUE(pageBecomes(area, page));
+  const POINT green = placeOnPage(page, zoom, kSmall, 100, 325);
+  EXPECT_TRUE(pixelBecomes(green.x, green.y, rgb(0, 255, 0)));
+  const POINT valueEnd = placeOnPage(page, zoom, kSmall, 150, 200);
+  const POINT valueStart = placeOnPage(page, zoom, kSmall, 50, 220);
+  const RECT value{valueStart.x, valueStart.y, valueEnd.x, valueEnd.y};
+  const Picture shown = client();
+  EXPECT_LT(shown.countAlike(value, kPaper),
+            (value.right - value.left) * (value.bottom - value.top) - 40);
+  EXPECT_EQ(shown.countAlike(page, kRed), 0);
+}
+
 TEST_F(Painting, TheStatusBarsPartsFollowTheWindowsWidth) {
   start();
   for (const bool opened : {false, true}) {

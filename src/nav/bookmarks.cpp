@@ -1,9 +1,12 @@
 #include "nav/bookmarks.h"
 
+#include <quillmere_engine.h>
+
 #include <algorithm>
 #include <optional>
 #include <string>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "nav/jump_history.h"
@@ -62,26 +65,56 @@ std::optional<double> targetY(FPDF_DEST destination) {
   return topOfView(destination);
 }
 
-BookmarkEntry entryOf(FPDF_BOOKMARK bookmark, std::int32_t level) {
-  BookmarkEntry entry;
-  entry.level = level;
-  entry.title = titleOf(bookmark);
-  entry.bookmark = bookmark;
-  return entry;
-}
-
-void resolve(FPDF_DOCUMENT document, BookmarkEntry& entry) {
-  if (entry.resolved || entry.bookmark == nullptr) return;
+void setTarget(FPDF_DOCUMENT document, FPDF_BOOKMARK bookmark, BookmarkEntry& entry) {
   entry.resolved = true;
-  const FPDF_DEST destination =
-      destinationHere(document, FPDFBookmark_GetDest(document, entry.bookmark),
-                      FPDFBookmark_GetAction(entry.bookmark));
+  const FPDF_DEST destination = destinationHere(document, FPDFBookmark_GetDest(document, bookmark),
+                                                FPDFBookmark_GetAction(bookmark));
   if (destination == nullptr) return;
-  entry.page = FPDFDest_GetDestPageIndex(document, destination);
+  entry.page = QuillmereEngine_PageIndexOfDest(document, destination);
   if (const std::optional<double> y = targetY(destination)) {
     entry.hasY = true;
     entry.y = *y;
   }
+}
+
+// Calls `visit` with `first`, its following siblings and all that lies below them, in the order of
+// the tree and with the level of each, until it returns false. An outline can be deeper than the
+// call stack, so the levels that wait stand in a list; what refers back is visited once.
+template <typename Visit>
+void walkOutline(FPDF_DOCUMENT document, FPDF_BOOKMARK first, Visit visit) {
+  struct Waiting {
+    FPDF_BOOKMARK next;
+    std::int32_t level;
+  };
+  std::unordered_set<FPDF_BOOKMARK> seen;
+  std::vector<Waiting> waiting{{first, 1}};
+  while (!waiting.empty()) {
+    const Waiting here = waiting.back();
+    waiting.pop_back();
+    if (here.next == nullptr || !seen.insert(here.next).second) continue;
+    if (!visit(here.next, here.level)) return;
+    waiting.push_back({FPDFBookmark_GetNextSibling(document, here.next), here.level});
+    waiting.push_back(
+        {FPDFBookmark_GetFirstChild(document, here.next), std::min(here.level + 1, kDeepestLevel)});
+  }
+}
+
+// Looks up where entries lead, given in the order of the list. Handles do not last as long as the
+// entries do, so the outline is walked again.
+void resolve(const std::vector<BookmarkEntry*>& entries) {
+  const FPDF_DOCUMENT document = documentOf(session.activePane);
+  if (document == nullptr || entries.empty()) return;
+  auto next = entries.begin();
+  std::int32_t number = 0;
+  const auto visit = [&](FPDF_BOOKMARK bookmark, std::int32_t) {
+    if ((*next)->outlineNumber == number++) setTarget(document, bookmark, **next++);
+    return next != entries.end();
+  };
+  walkOutline(document, FPDFBookmark_GetFirstChild(document, nullptr), visit);
+}
+
+bool unresolved(const BookmarkEntry& entry) {
+  return entry.outlineNumber >= 0 && !entry.resolved;
 }
 
 bool isEntry(std::int32_t index) {
@@ -105,24 +138,17 @@ void addRows(platform::TreeRow parent, std::size_t first) {
   }
 }
 
-// An outline can be deeper than the call stack, so the levels that wait stand in a list.
 void readOutline(FPDF_BOOKMARK first) {
-  struct Waiting {
-    FPDF_BOOKMARK next;
-    std::int32_t level;
-  };
-  const FPDF_DOCUMENT document = documentOf(session.activePane);
-  std::unordered_set<FPDF_BOOKMARK> seen;
-  std::vector<Waiting> waiting{{first, 1}};
-  while (!waiting.empty()) {
-    const Waiting here = waiting.back();
-    waiting.pop_back();
-    if (here.next == nullptr || !seen.insert(here.next).second) continue;
-    session.bookmarks.push_back(entryOf(here.next, here.level));
-    waiting.push_back({FPDFBookmark_GetNextSibling(document, here.next), here.level});
-    waiting.push_back(
-        {FPDFBookmark_GetFirstChild(document, here.next), std::min(here.level + 1, kDeepestLevel)});
-  }
+  std::int32_t number = 0;
+  walkOutline(documentOf(session.activePane), first,
+              [&](FPDF_BOOKMARK bookmark, std::int32_t level) {
+                BookmarkEntry entry;
+                entry.level = level;
+                entry.title = titleOf(bookmark);
+                entry.outlineNumber = number++;
+                session.bookmarks.push_back(std::move(entry));
+                return true;
+              });
   session.bookmarkOrder.resize(session.bookmarks.size());
 }
 
@@ -149,7 +175,7 @@ void fillTree(FPDF_DOCUMENT document) {
 
 // Puts the target a little below the pane's top edge.
 void scrollToTarget(int pane, double y) {
-  const PanePoint target = pageToPane(pane, 0, y);
+  const PanePoint target = pageToPane(pane, pageBoxOf(pane).left, y);
   session.panes[pane].panY += static_cast<float>(scaled(kTargetDistance) - target.y);
   clampPan(pane);
 }
@@ -187,10 +213,13 @@ void FillTreeEntry(std::int32_t index) {
 }
 
 void ResolveBookmarks() {
-  const FPDF_DOCUMENT document = documentOf(session.activePane);
+  std::vector<BookmarkEntry*> entries;
+  for (BookmarkEntry& entry : session.bookmarks) {
+    if (unresolved(entry)) entries.push_back(&entry);
+  }
+  resolve(entries);
   for (std::size_t i = 0; i < session.bookmarks.size(); ++i) {
-    BookmarkEntry& entry = session.bookmarks[i];
-    resolve(document, entry);
+    const BookmarkEntry& entry = session.bookmarks[i];
     session.bookmarkOrder[i].page = entry.page;
     session.bookmarkOrder[i].y = entry.hasY ? entry.y : kNoBookmarkY;
   }
@@ -198,17 +227,18 @@ void ResolveBookmarks() {
 
 void JumpToTreeEntry(std::int32_t index) {
   if (!isEntry(index)) return;
-  resolve(documentOf(session.activePane), session.bookmarks[static_cast<std::size_t>(index)]);
-  const BookmarkEntry entry = session.bookmarks[static_cast<std::size_t>(index)];
+  BookmarkEntry& entry = session.bookmarks[static_cast<std::size_t>(index)];
+  if (unresolved(entry)) resolve({&entry});
   if (entry.page < 0) return;
   const bool eachPaneItsOwn =
       session.viewMode == ViewMode::IndependentPages || session.viewMode == ViewMode::TwoDocuments;
   const int pane = eachPaneItsOwn ? session.activePane : 0;
-  if (entry.page != session.panes[pane].currentPage) {
+  if (paneShowing(pane, entry.page) < 0) {
     PushJump(pane);
     goToPage(pane, entry.page, false);
   }
-  if (entry.hasY) scrollToTarget(pane, entry.y);
+  const int shown = paneShowing(pane, entry.page);
+  if (entry.hasY && shown >= 0) scrollToTarget(shown, entry.y);
   pictureChanged();
 }
 

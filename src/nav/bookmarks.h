@@ -16,15 +16,17 @@ void RebuildNavigationTree();
 // Empties the tree.
 void ClearNavigationTree();
 
-// Adds `first` and its following siblings to the list of entries, each with all that lies below it,
-// and shows them as the rows of `parent`. An outline that refers back to itself is shown once.
+// Adds the outline's `first` item and its following siblings to the list of entries, each with all
+// that lies below it, and shows them as the rows of `parent`. An outline that refers back to itself
+// is shown once.
 void AddBookmarkLevel(platform::TreeRow parent, FPDF_BOOKMARK first);
 
 // Adds the rows right below an entry's row, which is about to be expanded. Without effect when they
 // are there, for an entry with none, and for an entry that has no row itself.
 void FillTreeEntry(std::int32_t index);
 
-// Looks up where every entry leads, and notes it in the list in tree order.
+// Looks up where every entry leads, those without a row included, and notes it in the list in tree
+// order.
 void ResolveBookmarks();
 
 // Shows what an entry of the tree leads to; without effect for entries that lead nowhere.

@@ -177,6 +177,15 @@ void moveCurrentHitTo(std::int32_t page) {
   find.currentIndex = static_cast<std::int32_t>(first - find.results.begin());
 }
 
+// In the pane that shows its page; the pages of a book do not always come to stand in the pane that
+// was turned.
+void scrollToCurrentHit(int pane) {
+  const FindState& find = session.find;
+  const int shown =
+      paneShowing(pane, find.results[static_cast<std::size_t>(find.currentIndex)].page);
+  if (shown >= 0) FindScrollToCurrent(shown);
+}
+
 }  // namespace
 
 void FindInVisiblePages() {
@@ -194,7 +203,7 @@ void FindInDocument() {
 
   const FindState& find = session.find;
   const int pane = session.activePane;
-  if (!find.results.empty() && find.results.front().page != session.panes[pane].currentPage) {
+  if (!find.results.empty() && paneShowing(pane, find.results.front().page) < 0) {
     goToPage(pane, find.results.front().page, false);
   }
   if (find.capped && !find.badPattern) reportCap();
@@ -224,7 +233,7 @@ void FindStep(int direction) {
   if (!find.wholeDocument) {
     FindInDocument();
     if (!find.results.empty()) {
-      FindScrollToCurrent(pane);
+      scrollToCurrentHit(pane);
       pictureChanged();
       return;
     }
@@ -237,12 +246,12 @@ void FindStep(int direction) {
   // Turning the page brings the hits up to it, which must not move the current one.
   const std::int32_t chosen = find.currentIndex;
   const std::int32_t page = find.results[static_cast<std::size_t>(chosen)].page;
-  if (page != session.panes[pane].currentPage) {
+  if (paneShowing(pane, page) < 0) {
     PushJump(pane);
     goToPage(pane, page, false);
     find.currentIndex = chosen;
   }
-  FindScrollToCurrent(pane);
+  scrollToCurrentHit(pane);
   hitsChanged();
 }
 

@@ -14,18 +14,10 @@ namespace {
 constexpr int kScreenMargin = 24;  // pixels between a hit in view and the pane's edges
 constexpr double kFarAway = 1e18;
 
-// A rectangle of page points; top lies above bottom.
-struct PageBox {
-  double left = kFarAway;
-  double top = -kFarAway;
-  double right = -kFarAway;
-  double bottom = kFarAway;
-};
-
 std::optional<PageBox> boundingBoxOf(FPDF_TEXTPAGE textPage, const FindResult& hit) {
   const int count = FPDFText_CountRects(textPage, hit.start, hit.count);
   if (count <= 0) return std::nullopt;
-  PageBox box;
+  PageBox box{kFarAway, kFarAway, -kFarAway, -kFarAway};
   for (int i = 0; i < count; ++i) {
     double left = 0;
     double top = 0;

@@ -1,5 +1,7 @@
 #include "nav/links.h"
 
+#include <quillmere_engine.h>
+
 #include <cstring>
 #include <string>
 
@@ -16,10 +18,11 @@ namespace quillmere {
 namespace {
 
 bool followDestination(int pane, FPDF_DEST destination) {
-  const int page = FPDFDest_GetDestPageIndex(documentOf(pane), destination);
-  if (page < 0 || page >= pageCountOf(pane)) return false;
-  if (page != session.panes[pane].currentPage) PushJump(pane);
-  goToPage(pane, page, false);
+  const int page = QuillmereEngine_PageIndexOfDest(documentOf(pane), destination);
+  if (page < 0) return false;
+  const int shown = paneShowing(pane, page);
+  if (shown < 0) PushJump(pane);
+  if (shown < 0 || shown == pane) goToPage(pane, page, false);
   return true;
 }
 

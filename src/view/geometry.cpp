@@ -23,15 +23,6 @@ std::uint32_t ownRotation(int pane) {
   return static_cast<std::uint32_t>(FPDFPage_GetRotation(page)) & kQuarterTurnBits;
 }
 
-// The page as it lies in the file, before any turn.
-PageSize unrotatedPageSize(int pane) {
-  const FPDF_PAGE page = session.panes[pane].page.get();
-  if (page == nullptr) return {};
-  PageSize size{FPDF_GetPageWidth(page), FPDF_GetPageHeight(page)};
-  if (sideways(ownRotation(pane))) std::swap(size.width, size.height);
-  return size;
-}
-
 // A page that is taller than the pane rests a margin away from one of the pane's edges.
 double restingPanY(double paneHeight, double pageHeight, bool fromBottom) {
   if (paneHeight - scaled(kFitHeightAllowance) >= pageHeight) return (paneHeight - pageHeight) / 2;
@@ -111,8 +102,15 @@ std::uint32_t pageRotationOf(int pane) {
   return (renderRotationOf(pane) + ownRotation(pane)) & kQuarterTurnBits;
 }
 
+PageBox pageBoxOf(int pane) {
+  FS_RECTF box{};
+  if (!FPDF_GetPageBoundingBox(session.panes[pane].page.get(), &box)) return {};
+  return {box.left, box.bottom, box.right, box.top};
+}
+
 PageSize pageSizeRotated(int pane) {
-  PageSize size = unrotatedPageSize(pane);
+  const PageBox box = pageBoxOf(pane);
+  PageSize size{box.right - box.left, box.top - box.bottom};
   if (sideways(pageRotationOf(pane))) std::swap(size.width, size.height);
   return size;
 }
@@ -167,35 +165,35 @@ PagePoint paneToPage(int pane, double x, double y) {
   if (!slot.page || !(slot.zoom > 0)) return {};
   const double viewX = (x - slot.panX) / slot.zoom;
   const double viewY = (y - slot.panY) / slot.zoom;
-  const PageSize size = unrotatedPageSize(pane);
+  const PageBox box = pageBoxOf(pane);
   switch (pageRotationOf(pane)) {
     case 1:
-      return {viewY, viewX};
+      return {box.left + viewY, box.bottom + viewX};
     case 2:
-      return {size.width - viewX, viewY};
+      return {box.right - viewX, box.bottom + viewY};
     case 3:
-      return {size.width - viewY, size.height - viewX};
+      return {box.right - viewY, box.top - viewX};
     default:
-      return {viewX, size.height - viewY};
+      return {box.left + viewX, box.top - viewY};
   }
 }
 
 PanePoint pageToPane(int pane, double pageX, double pageY) {
   const PaneSlot& slot = session.panes[pane];
-  const PageSize size = unrotatedPageSize(pane);
+  const PageBox box = pageBoxOf(pane);
   PanePoint view;
   switch (pageRotationOf(pane)) {
     case 1:
-      view = {pageY, pageX};
+      view = {pageY - box.bottom, pageX - box.left};
       break;
     case 2:
-      view = {size.width - pageX, pageY};
+      view = {box.right - pageX, pageY - box.bottom};
       break;
     case 3:
-      view = {size.height - pageY, size.width - pageX};
+      view = {box.top - pageY, box.right - pageX};
       break;
     default:
-      view = {pageX, size.height - pageY};
+      view = {pageX - box.left, box.top - pageY};
       break;
   }
   return {slot.panX + view.x * slot.zoom, slot.panY + view.y * slot.zoom};

@@ -4,7 +4,7 @@
 
 #include "base/pixel_rect.h"
 
-// Where panes and pages lie, and how pixels and page points map onto each other.
+// Where panes and pages lie, and how pixels and places of a page map onto each other.
 namespace quillmere {
 
 inline constexpr float kMinimumZoom = 0.2f;
@@ -25,9 +25,19 @@ struct PageSize {
   double height = 0;  // points
 };
 
+// A place in the page's own coordinates, PDF's user space: x to the right, y upwards before any
+// turn. The page's corner need not be 0, 0.
 struct PagePoint {
-  double x = 0;  // points from the page's left edge
-  double y = 0;  // points from the page's bottom edge
+  double x = 0;  // points
+  double y = 0;  // points
+};
+
+// The part of a page that is shown, in the page's own coordinates.
+struct PageBox {
+  double left = 0;
+  double bottom = 0;
+  double right = 0;
+  double top = 0;
 };
 
 struct PanePoint {
@@ -59,6 +69,8 @@ std::uint32_t pageRotationOf(int pane);
 // Turns to hand to PDFium, which adds the page's own: 0 to 3.
 std::uint32_t renderRotationOf(int pane);
 
+// What the pane shows of its page; empty without a page.
+PageBox pageBoxOf(int pane);
 // Displayed size of the pane's page; zero without a page.
 PageSize pageSizeRotated(int pane);
 
@@ -72,9 +84,9 @@ void layoutPane(int pane, bool fromBottom, int widthDelta);
 // Keeps a part of the bitmap inside the pane. Without effect when the pane has no bitmap.
 void clampPan(int pane);
 
-// Pane pixels to page points; both 0 when the pane has no page or no zoom.
+// Pane pixels to the page's own coordinates; both 0 when the pane has no page or no zoom.
 PagePoint paneToPage(int pane, double x, double y);
-// Page points to pane pixels.
+// The page's own coordinates to pane pixels.
 PanePoint pageToPane(int pane, double pageX, double pageY);
 
 }  // namespace quillmere

@@ -130,6 +130,12 @@ void goToPage(int pane, std::int32_t index, bool fromBottom) {
   pageShown(pane);
 }
 
+int paneShowing(int pane, std::int32_t page) {
+  if (session.panes[pane].currentPage == page) return pane;
+  const PaneSlot& other = session.panes[1 - pane];
+  return inBook() && other.page && other.openPage == page ? 1 - pane : -1;
+}
+
 std::int32_t lastPage(int pane) {
   return pageCountOf(pane);
 }

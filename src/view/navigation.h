@@ -17,6 +17,10 @@ inline constexpr unsigned kWheelControl = 2;
 // taller than the pane. In Book both panes turn together.
 void goToPage(int pane, std::int32_t index, bool fromBottom);
 
+// Where a page is shown to somebody who looks at `pane`: that pane, or in Book the other one; -1
+// when the pane has to be turned to the page first.
+int paneShowing(int pane, std::int32_t page);
+
 // Number of the last page as it is shown to people: the page count of the pane's document.
 std::int32_t lastPage(int pane);
 

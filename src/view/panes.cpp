@@ -133,12 +133,14 @@ void startDividerDrag(int x) {
 void moveDividerDrag(int x) {
   const GestureState& drag = session.gesture;
   if (drag.kind != Gesture::Divider) return;
-  session.paneDividerPosition = limitedDivider(drag.start + (x - drag.pressX));
+  const int wanted = drag.start + (x - drag.pressX);
+  if (wanted == dividerX()) return;  // a centred divider stays centred until it is moved
+  session.paneDividerPosition = limitedDivider(wanted);
   platform::invalidateMainWindow(true);
 }
 
 void endDividerDrag() {
-  if (endGesture(Gesture::Divider)) refitPanes();
+  if (endGesture(Gesture::Divider) && dividerX() != session.gesture.start) refitPanes();
 }
 
 void equalizePanes() {

@@ -6,6 +6,7 @@
 #include <set>
 
 #include "documents/open.h"
+#include "session/document_slots.h"
 #include "store/working_documents.h"
 #include "support/pdf_builder.h"
 #include "support/session_test.h"
@@ -338,6 +339,16 @@ TEST_F(CommandsTest, RecentDocumentsOpenByTheirPlaceInTheMenu) {
   EXPECT_EQ(session.active.path, b);
   runCommand(709);
   EXPECT_EQ(session.active.path, a);
+}
+
+TEST_F(CommandsTest, ARecentDocumentDoesNotReplaceAChangedOneUnasked) {
+  openInActive(simplePdf(3), u"C:\\changed.pdf");
+  markEdited(session.active);
+  session.settings.recentFiles = {putPdf(u"C:\\a.pdf", simplePdf(1))};
+  platform::standIn().boxAnswers = {platform::BoxAnswer::Cancel};
+  EXPECT_TRUE(runCommand(kCmdRecentFirst));
+  EXPECT_EQ(platform::standIn().boxes.size(), 1u);
+  EXPECT_EQ(session.active.path, u"C:\\changed.pdf");
 }
 
 TEST_F(CommandsTest, ARecentDocumentOpensInTheActivePane) {

@@ -483,6 +483,16 @@ TEST_F(RefitTest, FittedPagesFollowTheWindow) {
   EXPECT_EQ(window().erasingInvalidations, erased + 1);
 }
 
+TEST_F(RefitTest, APageTallerThanItsPaneShowsItsTopAgain) {
+  for (const ZoomMode mode : {kFitWidth, kActualSize, kCustomFit}) {
+    setView(0, 3.0f, 0.0f, -400.0f);
+    pane(0).zoomMode = mode;
+    window().client.height = 500;
+    refitPanes();
+    EXPECT_FLOAT_EQ(pane(0).panY, 8.0f) << mode;
+  }
+}
+
 TEST_F(RefitTest, CustomFitKeepsItsPlaceFromThePanesCentre) {
   setView(0, 1.0f, 40.0f, 0.0f);
   window().client.width = 1100;

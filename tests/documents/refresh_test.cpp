@@ -42,6 +42,14 @@ TEST_F(RefreshTest, TheFirstPageComesUnderTheOldNumberWithTheOldView) {
   EXPECT_EQ(shownPageDigit(), u'8');
 }
 
+TEST_F(RefreshTest, TheStatusShowsThePageAndTheZoomThatCameBack) {
+  goToPage(0, 6, false);
+  setView(0, 2.0f, -70.0f, -320.0f);
+  refreshFromSource();
+  EXPECT_EQ(window().statusTexts[0], u"  Zoom: 200%");
+  EXPECT_EQ(window().statusTexts[2], u"\t\tPage 7 of 10  ");
+}
+
 TEST_F(RefreshTest, AShorterFileHoldsTheNumberAtItsEnd) {
   goToPage(0, 6, false);
   putPdf(path_, simplePdf(3, 400, 600));

@@ -6,6 +6,7 @@
 
 #include "documents/close.h"
 #include "nav/nav_test.h"
+#include "session/page_memory.h"
 #include "view/geometry.h"
 #include "view/render.h"
 
@@ -198,6 +199,30 @@ TEST_F(BookmarksTest, ABookTurnsAsAWhole) {
   EXPECT_EQ(pane(1).currentPage, 3);
 }
 
+TEST_F(BookmarksTest, ATargetOnTheRightPageOfABookScrollsThatPaneAlone) {
+  ASSERT_TRUE(
+      openWith({{u"Two", pageDestination(2, 300), {}}, {u"Five", pageDestination(5, 300), {}}}));
+  setViewMode(ViewMode::Book);
+  for (int index = 0; index < 2; ++index) {
+    pane(index).zoomMode = kCustomFit;
+    pane(index).zoom = 2;
+    layoutAndRender(index);
+  }
+  session.settings.bookRevertToFit = false;
+  const float leftPanY = pane(0).panY;
+  JumpToTreeEntry(0);
+  EXPECT_EQ(pane(0).currentPage, 0);
+  EXPECT_EQ(pane(0).panY, leftPanY);
+  EXPECT_TRUE(pane(0).backHistory.empty());
+  EXPECT_NEAR(pageToPane(1, 0, 300).y, 24.0, 0.5);
+
+  // The last page stands on the right, whatever was asked for.
+  JumpToTreeEntry(1);
+  EXPECT_EQ(pane(0).currentPage, 3);
+  EXPECT_EQ(pane(0).backHistory.size(), 1u);
+  EXPECT_NEAR(pageToPane(1, 0, 300).y, 24.0, 0.5);
+}
+
 TEST_F(BookmarksTest, TheTreeFollowsTheActiveDocument) {
   setViewMode(ViewMode::TwoDocuments);
   ASSERT_TRUE(open(buildPdf({PdfPage{}}, {{{u"Left", "", {}}}, "", ""}), 0, u"C:\\l.pdf"));
@@ -386,12 +411,68 @@ TEST_F(BookmarksTest, ADestinationOfTheBookmarksOwnComesBeforeItsAction) {
   EXPECT_EQ(pane(0).currentPage, 1);
 }
 
-TEST_F(BookmarksTest, APageBeyondTheEndMeansTheLastOne) {
-  ASSERT_TRUE(openWith({{u"beyond", "/Dest [99 /Fit]", {}}}));
+TEST_F(BookmarksTest, APageBeyondTheEndLeadsNowhere) {
+  ASSERT_TRUE(openWith({{u"beyond", "/Dest [99 /Fit]", {}}, {u"last", "/Dest [4 /Fit]", {}}}));
   goToPage(0, 2, false);
   JumpToTreeEntry(0);
+  EXPECT_EQ(pane(0).currentPage, 2);
+  EXPECT_TRUE(pane(0).backHistory.empty());
+  JumpToTreeEntry(1);
   EXPECT_EQ(pane(0).currentPage, 4);
-  EXPECT_EQ(pane(0).backHistory.size(), 1u);
+}
+
+// Two nodes of the page tree that list each other's ancestor twice; a search for a page that is not
+// in the tree can go round for ever.
+TEST_F(BookmarksTest, TargetsInAPageTreeThatLeadsBackAreFoundOrNot) {
+  PdfFile file;
+  const int catalog = file.reserve();
+  const int tree = file.reserve();
+  const int node = file.reserve();
+  const int outline = file.reserve();
+  const auto addPage = [&](int parent) {
+    return file.add("<< /Type /Page /MediaBox [0 0 200 200] /Parent " + PdfFile::reference(parent) +
+                    " >>");
+  };
+  const std::string first = PdfFile::reference(addPage(tree));
+  const std::string second = PdfFile::reference(addPage(node));
+  const std::string stray = PdfFile::reference(addPage(tree));
+  const std::string up = PdfFile::reference(tree);
+  file.set(tree,
+           "<< /Type /Pages /Count 3 /Kids [" + first + " " + PdfFile::reference(node) + "] >>");
+  file.set(node, "<< /Type /Pages /Count 3 /Kids [" + up + " " + second + " " + up + "] >>");
+  const int stranger = file.add("<< /Title (stray) /Dest [" + stray + " /Fit] >>");
+  const int known = file.add("<< /Title (first) /Dest [" + first + " /XYZ 0 100 0] /Next " +
+                             PdfFile::reference(stranger) + " >>");
+  file.set(outline, "<< /First " + PdfFile::reference(known) + " >>");
+  file.set(catalog,
+           "<< /Type /Catalog /Pages " + up + " /Outlines " + PdfFile::reference(outline) + " >>");
+  ASSERT_TRUE(open(file.finish(catalog)));
+  ResolveBookmarks();
+  ASSERT_EQ(session.bookmarks.size(), 2u);
+  EXPECT_EQ(session.bookmarks[0].page, 0);
+  EXPECT_EQ(session.bookmarks[1].page, -1);
+  JumpToTreeEntry(1);
+  EXPECT_EQ(pane(0).currentPage, 0);
+}
+
+// Items that no row shows yet are found by their place in the outline, whatever was forgotten
+// since.
+TEST_F(BookmarksTest, TargetsAreFoundAfterMemoryWasGivenBack) {
+  const std::vector<PdfOutlineItem> outline = {
+      {u"A",
+       pageDestination(2),
+       {{u"B", pageDestination(3, 400), {{u"C", pageDestination(4), {}}}}}},
+      {u"D", pageDestination(70), {}}};
+  ASSERT_TRUE(open(buildPdf(std::vector<PdfPage>(100), {outline, "", ""})));
+  noteDocumentRead(0);
+  JumpToTreeEntry(2);
+  EXPECT_EQ(pane(0).currentPage, 3);
+  noteDocumentRead(0);
+  ResolveBookmarks();
+  std::vector<std::int32_t> pages;
+  for (const BookmarkOrderEntry& entry : session.bookmarkOrder) pages.push_back(entry.page);
+  EXPECT_EQ(pages, (std::vector<std::int32_t>{1, 2, 3, 69}));
+  EXPECT_DOUBLE_EQ(session.bookmarkOrder[1].y, 400);
 }
 
 // Documents that go, each with an outline of one entry that bears the document's name.

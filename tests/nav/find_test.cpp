@@ -282,8 +282,9 @@ TEST_F(FindTest, StepsOnTheRightPageOfABookStayOnTheirHit) {
   ASSERT_EQ(pane(0).backHistory.size(), 1u);
   EXPECT_EQ(pane(0).backHistory[0].page, 1);
   EXPECT_TRUE(pane(1).backHistory.empty());
-  FindStep(-1);
-  EXPECT_EQ(pane(1).currentPage, 2);
+  FindStep(-1);  // to what stands on the left now
+  EXPECT_EQ(pane(0).currentPage, 2);
+  EXPECT_EQ(pane(0).backHistory.size(), 1u);
   EXPECT_EQ(bar().status, u"1 of 2");
 }
 

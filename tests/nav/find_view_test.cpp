@@ -110,6 +110,43 @@ TEST_F(FindViewTest, StepsBringTheLastHitBackIntoView) {
   EXPECT_EQ(bar().status, u"1 of 1");
 }
 
+TEST_F(FindViewTest, AHitOnTheRightPageOfABookScrollsThatPaneWithoutATurn) {
+  for (const int active : {0, 1}) {
+    SCOPED_TRACE(active);
+    ASSERT_TRUE(openLines({"none", "stone", "none", "stone stone"}));
+    setViewMode(ViewMode::Book);
+    session.settings.bookRevertToFit = false;
+    setActivePane(active);
+    for (int index = 0; index < 2; ++index) {
+      pane(index).zoomMode = kCustomFit;
+      pane(index).zoom = 3;
+      layoutAndRender(index);
+      pane(index).panX = -900;
+      pane(index).panY = -900;
+    }
+    type(u"stone");
+    FindStep(1);
+    EXPECT_EQ(pane(0).currentPage, 0);
+    EXPECT_EQ(pane(0).panY, -900);
+    EXPECT_NE(pane(1).panY, -900);
+    ASSERT_EQ(findHitQuads(1).size(), 1u);
+    EXPECT_TRUE(pane(0).backHistory.empty());
+    EXPECT_TRUE(pane(1).backHistory.empty());
+
+    // The last page comes to stand on the right whatever pane is active.
+    FindStep(1);
+    EXPECT_EQ(pane(0).currentPage, 2);
+    EXPECT_EQ(pane(0).backHistory.size(), 1u);
+    EXPECT_EQ(findHitQuads(1).size(), 2u);
+    EXPECT_EQ(bar().status, u"2 of 3");
+    FindStep(1);
+    EXPECT_EQ(bar().status, u"3 of 3");
+    EXPECT_EQ(pane(0).currentPage, 2);
+    EXPECT_EQ(pane(0).backHistory.size(), 1u);
+    setViewMode(ViewMode::SinglePage);
+  }
+}
+
 TEST_F(FindViewTest, WithoutATextPageNothingIsPaintedOrScrolled) {
   showTheOnlyHitOutOfView();
   pane(0).textPage.reset();

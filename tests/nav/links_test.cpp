@@ -86,6 +86,14 @@ TEST_F(LinksTest, ALinkToTheShownPageAddsNoHistory) {
   EXPECT_TRUE(pane(0).backHistory.empty());
 }
 
+TEST_F(LinksTest, ALinkToThePageBesideItInABookTurnsNothing) {
+  ASSERT_TRUE(openWithLink(pageDestination(2)));
+  setViewMode(ViewMode::Book);
+  EXPECT_TRUE(follow());
+  EXPECT_EQ(pane(0).currentPage, 0);
+  EXPECT_TRUE(pane(0).backHistory.empty());
+}
+
 TEST_F(LinksTest, WebAndMailAddressesAreOpened) {
   for (const std::string& address :
        {std::string("http://a.example/x"), std::string("HTTPS://b.example"),

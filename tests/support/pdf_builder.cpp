@@ -132,8 +132,10 @@ class DocumentBuilder {
 
   void setPage(std::size_t index, int parent) {
     const PdfPage& page = pages_[index];
-    std::string body = "<< /Type /Page /Parent " + PdfFile::reference(parent) + " /MediaBox [0 0 " +
-                       number(page.width) + " " + number(page.height) + "]";
+    std::string body = "<< /Type /Page /Parent " + PdfFile::reference(parent) + " /MediaBox [" +
+                       number(page.left) + " " + number(page.bottom) + " " +
+                       number(page.left + page.width) + " " + number(page.bottom + page.height) +
+                       "]";
     if (page.rotate != 0) body += " /Rotate " + std::to_string(page.rotate);
     if (!page.content.empty()) body += " /Contents " + PdfFile::reference(addContent(page.content));
     if (!page.annotations.empty()) body += " /Annots " + addAnnotations(page.annotations);
@@ -284,6 +286,34 @@ std::string pageDestination(int page, double top) {
 
 std::string webAction(const std::string& address) {
   return "/A << /S /URI /URI " + literal(address) + " >>";
+}
+
+std::string filledFormPdf() {
+  PdfFile file;
+  const int catalog = file.reserve();
+  const int pages = file.reserve();
+  const int page = file.reserve();
+  const auto picture = [&](const std::string& color) {
+    return PdfFile::reference(file.addStream(color + " rg 0 0 100 50 re f",
+                                             "/Type /XObject /Subtype /Form /BBox [0 0 100 50]"));
+  };
+  const auto addField = [&](const std::string& rect, const std::string& entries) {
+    return file.add("<< /Type /Annot /Subtype /Widget /T (field) /P " + PdfFile::reference(page) +
+                    " /Rect [" + rect + "] " + entries + " >>");
+  };
+  const std::vector<int> fields = {
+      addField("50 300 150 350", "/FT /Sig /F 4 /AP << /N " + picture("0 1 0") + " >>"),
+      addField("50 200 150 220", "/FT /Tx /F 4 /DA (/F1 12 Tf 0 g) /V (HHHH)"),
+      addField("50 100 150 150", "/FT /Sig /F 2 /AP << /N " + picture("1 0 0") + " >>")};
+  const std::string font = "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>";
+  file.set(catalog,
+           "<< /Type /Catalog /Pages " + PdfFile::reference(pages) +
+               " /AcroForm << /NeedAppearances true /DA (/F1 12 Tf 0 g) /DR << /Font << /F1 " +
+               font + " >> >> /Fields " + references(fields) + " >> >>");
+  file.set(pages, "<< /Type /Pages /Count 1 /Kids " + references({page}) + " >>");
+  file.set(page, "<< /Type /Page /Parent " + PdfFile::reference(pages) +
+                     " /MediaBox [0 0 300 400] /Annots " + references(fields) + " >>");
+  return file.finish(catalog);
 }
 
 std::string emptyFile() {

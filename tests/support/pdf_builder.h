@@ -35,7 +35,9 @@ class PdfFile {
 struct PdfPage {
   double width = 612;   // points
   double height = 792;  // points
-  int rotate = 0;       // degrees; left out of the page when 0
+  double left = 0;      // the corner of the page's media box, in points
+  double bottom = 0;
+  int rotate = 0;  // degrees; left out of the page when 0
   // A content stream. Fonts F1 Helvetica, F2 Times-Roman and F3 Courier are available.
   std::string content;
   std::vector<std::string> annotations;  // dictionaries with their angle brackets
@@ -77,6 +79,11 @@ std::string pageDestination(int page);
 std::string pageDestination(int page, double top);
 // "/A << /S /URI /URI (...) >>".
 std::string webAction(const std::string& address);
+
+// One page of 300 by 400 points with form fields and no content: a green signature at 50 300 150
+// 350, a text field with the value "HHHH" and no picture at 50 200 150 220, and a hidden red
+// signature at 50 100 150 150.
+std::string filledFormPdf();
 
 // Damaged and unusual files.
 std::string emptyFile();     // no byte

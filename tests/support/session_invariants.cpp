@@ -79,9 +79,14 @@ std::string brokenBookmarks() {
   const FPDF_DOCUMENT document = documentOf(session.activePane);
   if (document == nullptr) return session.bookmarks.empty() ? "" : "bookmarks of no document";
   const FPDF_BOOKMARK first = FPDFBookmark_GetFirstChild(document, nullptr);
-  const FPDF_BOOKMARK shown =
-      session.bookmarks.empty() ? nullptr : session.bookmarks.front().bookmark;
-  return shown == first ? "" : "bookmarks of another document";
+  if (first == nullptr || session.bookmarks.empty()) {
+    return (first == nullptr) == session.bookmarks.empty() ? "" : "bookmarks of another document";
+  }
+  std::u16string title(FPDFBookmark_GetTitle(first, nullptr, 0) / sizeof(char16_t), u'\0');
+  FPDFBookmark_GetTitle(first, title.data(), title.size() * sizeof(char16_t));
+  title.resize(std::min(title.find(u'\0'), title.size()));
+  const std::u16string& shown = session.bookmarks.front().title;
+  return title.empty() || shown == title ? "" : "bookmarks of another document";
 }
 
 std::string brokenSelection() {

@@ -55,6 +55,27 @@ TEST_F(DividerTest, ItMovesByWhatThePointerMoves) {
   EXPECT_EQ(session.paneDividerPosition, 510);
 }
 
+TEST_F(DividerTest, AClickThatMovesNothingChangesNothing) {
+  setView(0, 2.5f, -40.0f, -130.0f);
+  const auto* bitmap = pane(0).pageBitmap.get();
+  window().invalidations = 0;
+  for (const int x : {499, 500, 502}) {
+    startDividerDrag(x);
+    moveDividerDrag(x);
+    endDividerDrag();
+    EXPECT_EQ(session.paneDividerPosition, 0);
+  }
+  EXPECT_EQ(window().invalidations, 0);
+  EXPECT_EQ(pane(0).pageBitmap.get(), bitmap);
+  EXPECT_EQ(pane(0).panY, -130.0f);
+  // A window without room for both panes: the divider stands where no drag could put it.
+  window().client.width = 250;
+  startDividerDrag(dividerX());
+  moveDividerDrag(dividerX());
+  endDividerDrag();
+  EXPECT_EQ(session.paneDividerPosition, 0);
+}
+
 TEST_F(DividerTest, MovesRepaintAndTheReleaseRendersOnce) {
   const auto* bitmap = pane(0).pageBitmap.get();
   startDividerDrag(500);
@@ -83,7 +104,7 @@ TEST_F(DividerTest, TheLeftLimitCountsFromTheLeftPanel) {
 
 TEST_F(DividerTest, InANarrowWindowTheLeftLimitWins) {
   window().client.width = 250;
-  EXPECT_EQ(dragTo(500), 150);
+  EXPECT_EQ(dragTo(501), 150);
 }
 
 TEST_F(DividerTest, BandAndLimitsGrowWithTheScreensDensity) {

@@ -53,6 +53,19 @@ TEST_F(RenderTest, ThePagesOwnTurnIsNotAppliedTwice) {
   EXPECT_EQ(pixel(90, 10), 0x0000FFu);
 }
 
+TEST_F(RenderTest, FilledInFormFieldsAreSeenAndHiddenOnesAreNot) {
+  openAndShow(filledFormPdf());
+  setView(0, 1.0f, 0, 0);
+  EXPECT_EQ(pixel(100, 400 - 325), 0x00FF00u);
+  int ink = 0;  // of the value that has no picture in the file
+  for (int y = 400 - 220; y < 400 - 200; ++y) {
+    for (int x = 50; x < 150; ++x) ink += (pixel(x, y) & 0xFF) < 0x80 ? 1 : 0;
+  }
+  EXPECT_GT(ink, 40);
+  EXPECT_EQ(pixel(100, 400 - 125), 0xFFFFFFu);
+  EXPECT_FALSE(hasUnsavedChanges());
+}
+
 TEST_F(RenderTest, AnnotationsAreDrawnWithThePage) {
   PdfPage page = cornerPage(0);
   page.content.clear();

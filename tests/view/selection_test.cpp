@@ -127,6 +127,22 @@ TEST_F(SelectionTest, ADragBackwardsSelectsTheSameText) {
   EXPECT_EQ(copied(), u"ello");
 }
 
+TEST_F(SelectionTest, ADragToTheFirstCharacterSelectsIt) {
+  openText("Hello world");
+  drag(3, 0);
+  EXPECT_EQ(session.selection.endChar, 0);
+  EXPECT_TRUE(hasTextSelection(0));
+  EXPECT_EQ(copied(), u"Hell");
+  EXPECT_EQ(selectionBoxes(0).size(), 1u);
+}
+
+TEST_F(SelectionTest, ADragFromTheFirstCharacterSelectsItToo) {
+  openText("Hello world");
+  drag(0, 3);
+  EXPECT_TRUE(hasTextSelection(0));
+  EXPECT_EQ(copied(), u"Hell");
+}
+
 TEST_F(SelectionTest, AClickSelectsNothing) {
   openText("Hello world");
   const ClientPoint place = placeOf(3);
