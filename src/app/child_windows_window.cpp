@@ -13,7 +13,6 @@
 #include "platform/main_window.h"
 #include "platform/win32/sized.h"
 #include "platform/win32/system_fonts.h"
-#include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
 #include "session/density.h"
 #include "session/session.h"

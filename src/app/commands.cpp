@@ -1,7 +1,5 @@
 #include "app/commands.h"
 
-#include <iterator>
-
 #include "app/command_actions.h"
 #include "app/keys.h"
 #include "documents/close.h"

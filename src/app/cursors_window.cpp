@@ -17,7 +17,8 @@ constexpr int kSerifHalfLength = 2;
 using Mask = std::array<BYTE, kMaskBytes>;
 
 void setBit(Mask& mask, int x, int y) {
-  mask[static_cast<std::size_t>(y * kMaskSide / 8 + x / 8)] |= static_cast<BYTE>(0x80 >> (x % 8));
+  const int byte = y * kMaskSide / 8 + x / 8;
+  mask[static_cast<std::size_t>(byte)] |= static_cast<BYTE>(0x80 >> (x % 8));
 }
 
 // The text beam lying on its side, inverting what it covers:

@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <iterator>
 
 #include "app/main_window_messages.h"
 #include "app/window_placement.h"

@@ -3,7 +3,6 @@
 #include <gdiplus.h>
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 #include <type_traits>
 

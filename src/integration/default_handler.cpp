@@ -1,6 +1,5 @@
 #include "integration/default_handler.h"
 
-#include <optional>
 #include <string>
 
 #include "base/text_format.h"

@@ -1,7 +1,6 @@
 #include "session/session.h"
 
 #include <algorithm>
-#include <memory>
 
 #include "session/changes.h"
 #include "session/page_memory.h"

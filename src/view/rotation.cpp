@@ -8,7 +8,6 @@
 #include "session/changes.h"
 #include "session/document_slots.h"
 #include "session/session.h"
-#include "view/geometry.h"
 #include "view/render.h"
 
 namespace quillmere {
