@@ -10,8 +10,8 @@ namespace {
 constexpr Size kSeen{412, 542};
 constexpr double kLeft = 100;  // the crop box's corner, in points
 constexpr double kBottom = 150;
-constexpr double kTextLeft = 72;   // points from the seen page's left edge
-constexpr double kBaseline = 200;  // points from its top
+constexpr double kTextLeft = 72;    // points from the seen page's left edge
+constexpr double kBaseline = 200;   // points from its top
 constexpr double kTargetTop = 300;  // points from its bottom
 
 test::PdfPage croppedPage() {
@@ -19,8 +19,8 @@ test::PdfPage croppedPage() {
   page.entries = "/CropBox [100 150 512 692]";
   page.content = test::textContent("Quill and page", kLeft + kTextLeft,
                                    kBottom + kSeen.height - kBaseline, 24, "F3");
-  page.annotations = {test::linkAnnotation(kLeft, kBottom, kLeft + 100, kBottom + 100,
-                                           test::pageDestination(2))};
+  page.annotations = {
+      test::linkAnnotation(kLeft, kBottom, kLeft + 100, kBottom + 100, test::pageDestination(2))};
   return page;
 }
 
