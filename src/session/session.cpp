@@ -93,6 +93,7 @@ void closePanePage(int pane) {
   slot.textPage.reset();
   slot.page.reset();
   slot.openPage = -1;
+  slot.markupBoxes.reset();
 }
 
 void freePaneBitmap(int pane) {
