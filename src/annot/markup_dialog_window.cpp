@@ -109,16 +109,15 @@ void addOpacity(HWND dialog, const MarkupDialogView& view) {
 
 HWND addControls(HWND dialog, const MarkupDialogView& view) {
   addLabel(dialog, L"Highlight color:", 0);
-  const HWND first =
-      addColorList(dialog, kHighlightColorId, 0, view.colors, view.highlightRow);
+  const HWND first = addColorList(dialog, kHighlightColorId, 0, view.colors, view.highlightRow);
   addLabel(dialog, L"Strikethrough color:", 1);
   addColorList(dialog, kStrikeColorId, 1, view.colors, view.strikeRow);
   addLabel(dialog, L"Highlight opacity:", 2);
   addOpacity(dialog, view);
-  createDialogControl(dialog, {WC_STATICW, platform::wide(view.help), SS_LEFT | SS_NOPREFIX,
-                               kHelpId,
-                               area(kMargin, kHelpTop, kClientWidth - 2 * kMargin,
-                                    kClientHeight - kMargin - kHelpTop)});
+  createDialogControl(
+      dialog,
+      {WC_STATICW, platform::wide(view.help), SS_LEFT | SS_NOPREFIX, kHelpId,
+       area(kMargin, kHelpTop, kClientWidth - 2 * kMargin, kClientHeight - kMargin - kHelpTop)});
   return first;
 }
 
@@ -188,13 +187,11 @@ bool markupDialogOpen() {
 
 void openMarkupDialog(const MarkupDialogView& view) {
   platform::registerDialogClass(kClassName, dialogProcedure);
-  const SIZE size =
-      platform::dialogSize(scaled(kClientWidth), scaled(kClientHeight), session.dpi);
+  const SIZE size = platform::dialogSize(scaled(kClientWidth), scaled(kClientHeight), session.dpi);
   const POINT place = placeFor(view, size);
-  const HWND dialog =
-      CreateWindowExW(platform::kDialogExtendedStyle, kClassName, kTitle, platform::kDialogStyle,
-                      place.x, place.y, size.cx, size.cy, windowHandles.main, nullptr,
-                      GetModuleHandleW(nullptr), nullptr);
+  const HWND dialog = CreateWindowExW(
+      platform::kDialogExtendedStyle, kClassName, kTitle, platform::kDialogStyle, place.x, place.y,
+      size.cx, size.cy, windowHandles.main, nullptr, GetModuleHandleW(nullptr), nullptr);
   if (dialog == nullptr) return;
   dialogWindow() = dialog;
   const HWND first = addControls(dialog, view);

@@ -133,8 +133,7 @@ const std::vector<MarkupBox>& markupBoxesOf(PaneSlot& slot) {
 }
 
 bool contains(const MarkupBox& box, const PagePoint& point) {
-  return point.x >= box.left && point.x <= box.right && point.y >= box.bottom &&
-         point.y <= box.top;
+  return point.x >= box.left && point.x <= box.right && point.y >= box.bottom && point.y <= box.top;
 }
 
 // An index of -1 when the markup has no pop-up. A file may name any annotation as one.

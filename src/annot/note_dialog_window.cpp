@@ -58,10 +58,9 @@ LRESULT CALLBACK textProcedure(HWND window, UINT message, WPARAM wParam, LPARAM 
 
 HWND createText(HWND dialog, const std::u16string& text) {
   const HWND edit = createDialogControl(
-      dialog,
-      {WC_EDITW, L"", ES_MULTILINE | ES_WANTRETURN | ES_AUTOVSCROLL | WS_VSCROLL | WS_TABSTOP,
-       kTextId, area(kMargin, kTextTop, kClientWidth - 2 * kMargin, kTextHeight),
-       WS_EX_CLIENTEDGE});
+      dialog, {WC_EDITW, L"",
+               ES_MULTILINE | ES_WANTRETURN | ES_AUTOVSCROLL | WS_VSCROLL | WS_TABSTOP, kTextId,
+               area(kMargin, kTextTop, kClientWidth - 2 * kMargin, kTextHeight), WS_EX_CLIENTEDGE});
   SetWindowSubclass(edit, textProcedure, 0, 0);
   SendMessageW(edit, EM_SETLIMITTEXT, 0, 0);  // no limit
   SetWindowTextW(edit, platform::wide(text));
@@ -71,10 +70,9 @@ HWND createText(HWND dialog, const std::u16string& text) {
 
 HWND createControls(ModalDialog& dialog, void* context) {
   const NoteQuestion& question = static_cast<const Exchange*>(context)->question;
-  createDialogControl(dialog.window,
-                      {WC_STATICW, platform::wide(question.prompt), SS_LEFT | SS_NOPREFIX,
-                       kPromptId,
-                       area(kMargin, kMargin, kClientWidth - 2 * kMargin, kPromptHeight)});
+  createDialogControl(
+      dialog.window, {WC_STATICW, platform::wide(question.prompt), SS_LEFT | SS_NOPREFIX, kPromptId,
+                      area(kMargin, kMargin, kClientWidth - 2 * kMargin, kPromptHeight)});
   const HWND text = createText(dialog.window, question.text);
   const int cancelLeft = kClientWidth - kMargin - kButtonWidth;
   const int okLeft = cancelLeft - kButtonGap - kButtonWidth;

@@ -18,9 +18,9 @@ using platform::windowHandles;
 
 namespace {
 
-constexpr int kLongestLine = 360;         // pixels at 96 an inch
-constexpr int kBesideX = 16;              // likewise, from the pointer
-constexpr int kBesideY = 20;              // likewise
+constexpr int kLongestLine = 360;  // pixels at 96 an inch
+constexpr int kBesideX = 16;       // likewise, from the pointer
+constexpr int kBesideY = 20;       // likewise
 constexpr LPARAM kShownMilliseconds = 32767;
 constexpr COLORREF kBackground = RGB(255, 247, 153);
 constexpr COLORREF kText = RGB(33, 33, 33);
@@ -97,18 +97,22 @@ void showTip(const std::u16string& text, int x, int y) {
   sendTool(TTM_UPDATETIPTEXTW, 0, tool);
   moveTip(x, y);
   sendTool(TTM_TRACKACTIVATE, TRUE, mainTool());
+  moveTip(x, y);
 }
 
+// The control adds its border to the place that it is told, so it is put there by hand as well.
 void moveTip(int x, int y) {
   if (!IsWindow(tip)) return;
   POINT pointer{x, y};
   ClientToScreen(windowHandles.main, &pointer);
   TTTOOLINFOW tool = mainTool();
-  const auto size = static_cast<DWORD>(
-      SendMessageW(tip, TTM_GETBUBBLESIZE, 0, reinterpret_cast<LPARAM>(&tool)));
+  const auto size =
+      static_cast<DWORD>(SendMessageW(tip, TTM_GETBUBBLESIZE, 0, reinterpret_cast<LPARAM>(&tool)));
   const PixelRect place = placeTip(pointer.x, pointer.y, LOWORD(size), HIWORD(size),
                                    scaled(kBesideX), scaled(kBesideY), workAreaAt(pointer));
   SendMessageW(tip, TTM_TRACKPOSITION, 0, MAKELPARAM(place.left, place.top));
+  SetWindowPos(tip, nullptr, place.left, place.top, 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void hideTip() {
