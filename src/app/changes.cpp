@@ -2,6 +2,8 @@
 
 #include <cassert>
 
+#include "annot/markup_tip.h"
+#include "annot/markups.h"
 #include "app/commands.h"
 #include "documents/shelve.h"
 #include "nav/bookmarks.h"
@@ -45,6 +47,7 @@ void repaintAll() {
 // Hits move along before the page is painted with them.
 void pageShown(int pane) {
   const Report report;
+  forgetMarkupTip();
   if (session.findBarVisible) FindSyncToPage(pane);
   dropTextSelection();
   repaint();
@@ -73,6 +76,7 @@ void panesLaidOut() {
 // TwoDocuments.
 void activePaneChanged() {
   const Report report;
+  forgetPickedMarkup();
   if (inTwoDocuments()) {
     forgetSearch();
     RebuildNavigationTree();
@@ -89,8 +93,10 @@ void turnsChanged(int pane) {
   noteDocumentChanged(pane);
 }
 
-void markupsChanged(FPDF_DOCUMENT document, int) {
+void markupsChanged(FPDF_DOCUMENT document, int page) {
   const Report report;
+  forgetMarkupBoxes(document, page);
+  forgetMarkupTip();
   for (const int pane : panesHolding(document)) {
     noteDocumentChanged(pane);
     break;
@@ -106,6 +112,8 @@ void hitsChanged() {
 
 void documentsLeaving() {
   const Report report;
+  forgetPickedMarkup();
+  forgetMarkupTip();
   forgetSearch();
   dropTextSelection();
   repaint();

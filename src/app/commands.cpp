@@ -1,5 +1,10 @@
 #include "app/commands.h"
 
+
+#include "annot/markup_dialog.h"
+#include "annot/markup_tip.h"
+#include "annot/markups.h"
+#include "annot/notes.h"
 #include "app/command_actions.h"
 #include "app/keys.h"
 #include "documents/close.h"
@@ -148,7 +153,7 @@ constexpr Command kCommands[] = {
     {kCmdDeletePage, u"De&lete Page...", kRefused, severalPages, nullptr, notImplementedYet},
     {kCmdInsertAbove, u"&Insert Document Above...", kRefused, nullptr, nullptr, notImplementedYet},
     {kCmdInsertBelow, u"Insert Document &Below...", kRefused, nullptr, nullptr, notImplementedYet},
-    {kCmdMarkUp, u"&Mark Up...\tCtrl+M", kRefused, nullptr, nullptr, notImplementedYet, ctrl('M')},
+    {kCmdMarkUp, u"&Mark Up...\tCtrl+M", kRefused, nullptr, nullptr, toggleMarkupDialog, ctrl('M')},
     {kCmdFlatten, u"Flatten &Annotations...", kRefused, nullptr, nullptr, notImplementedYet},
     {kCmdRemoveAnnotations, u"Remove All A&nnotations...", kRefused, nullptr, nullptr,
      notImplementedYet},
@@ -158,11 +163,11 @@ constexpr Command kCommands[] = {
     {kCmdRotatePage, u"Rotate &Page\tCtrl+R", kRefused, nullptr, nullptr, turnPage},
     {kCmdDiscardChanges, u"&Discard Changes...", kRefused, nullptr, nullptr, notImplementedYet},
     {kCmdSettings, u"&Settings...", kRefused, nullptr, nullptr, notImplementedYet},
-    {kCmdHighlight, u"&Highlight Selection\tSpace", kRefused, nullptr, nullptr, notImplementedYet},
+    {kCmdHighlight, u"&Highlight Selection\tSpace", kRefused, nullptr, nullptr, highlightSelection},
     {kCmdStrikethrough, u"Stri&kethrough Selection\tCtrl+Space", kRefused, nullptr, nullptr,
-     notImplementedYet},
-    {kCmdRemoveMarkup, u"&Remove Markup", kRefused, nullptr, nullptr, notImplementedYet},
-    {kCmdNote, u"&Add Note...", kRefused, nullptr, nullptr, notImplementedYet},
+     strikeSelectionThrough},
+    {kCmdRemoveMarkup, u"&Remove Markup", kRefused, nullptr, nullptr, RemoveMarkup},
+    {kCmdNote, u"&Add Note...", kRefused, nullptr, nullptr, EditMarkupNote},
     {kCmdEditText, u"&Edit Text Object...", kRefused, nullptr, nullptr, notImplementedYet},
 
     {kCmdBookmarksPanel, u"&Bookmarks Panel\tF2", kAllowed, nullptr, navigationShown,
@@ -229,6 +234,7 @@ bool commandEnabled(const Command& command) {
 }
 
 bool runCommand(std::uint32_t id) {
+  HideMarkupTip();
   if (id >= kCmdRecentFirst && id <= kCmdRecentLast) {
     openRecentDocument(id - kCmdRecentFirst);
     return true;

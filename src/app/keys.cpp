@@ -1,5 +1,7 @@
 #include "app/keys.h"
 
+#include "annot/markup_dialog.h"
+#include "annot/markup_tip.h"
 #include "app/commands.h"
 #include "nav/find.h"
 #include "nav/find_bar.h"
@@ -54,10 +56,18 @@ void stepThroughHits() {
   if (session.findBarVisible) FindStep(platform::shiftDown() ? -1 : 1);
 }
 
+void closeWhatIsInFront() {
+  if (markupDialogOpen()) {
+    closeMarkupDialog();
+  } else {
+    CloseFindBar();
+  }
+}
+
 constexpr KeyRow kKeys[] = {
     {kKeyBackspace, jumpInHistory, jumpInHistory},
     {kKeyEnter, stepThroughHits, stepThroughHits},
-    {kKeyEscape, CloseFindBar, CloseFindBar},
+    {kKeyEscape, closeWhatIsInFront, closeWhatIsInFront},
     {kKeyTab, flipActivePane, flipActivePane},
     {kKeySpace, commandOnSelection<kCmdHighlight>, commandOnSelection<kCmdStrikethrough>},
     {kKeyPageUp, turn<PageKey::PageUp>, turn<PageKey::PageUp>},
@@ -86,6 +96,7 @@ constexpr KeyRow kKeys[] = {
 }  // namespace
 
 bool handleKey(std::uint32_t key) {
+  HideMarkupTip();
   const bool control = platform::controlDown();
   for (const KeyRow& row : kKeys) {
     if (row.key != key) continue;

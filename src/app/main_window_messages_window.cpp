@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "annot/markup_tip.h"
 #include "annot/stamp_library.h"
 #include "app/child_windows.h"
 #include "app/commands.h"
@@ -248,10 +249,25 @@ Result onRightUp(WPARAM, LPARAM lParam) {
   return 0;
 }
 
-Result onMouseMove(WPARAM, LPARAM lParam) {
+Result onMouseMove(WPARAM wParam, LPARAM lParam) {
+  constexpr WPARAM kButtons = MK_LBUTTON | MK_MBUTTON | MK_RBUTTON | MK_XBUTTON1 | MK_XBUTTON2;
   const ClientPoint point = pointOf(lParam);
   movePointer(point.x, point.y);
+  if ((wParam & kButtons) != 0) return 0;
+  TRACKMOUSEEVENT leaving{sizeof(leaving), TME_LEAVE, windowHandles.main, 0};
+  TrackMouseEvent(&leaving);
+  hoverPointer(point.x, point.y);
   return 0;
+}
+
+Result onMouseLeave(WPARAM, LPARAM) {
+  HideMarkupTip();
+  return 0;
+}
+
+Result onActivate(WPARAM wParam, LPARAM) {
+  if (LOWORD(wParam) == WA_INACTIVE) HideMarkupTip();
+  return std::nullopt;
 }
 
 // The wheel reports screen coordinates.
@@ -293,6 +309,7 @@ Result onInitMenuPopup(WPARAM wParam, LPARAM) {
 std::optional<DocumentWork> menuWork;
 
 Result onMenuLoop(WPARAM, LPARAM) {
+  HideMarkupTip();
   menuWork.emplace();
   return std::nullopt;
 }
@@ -401,6 +418,8 @@ constexpr MessageHandler kHandlers[] = {
     {WM_XBUTTONDBLCLK, onSideButtonDown},
     {WM_RBUTTONUP, onRightUp},
     {WM_MOUSEMOVE, onMouseMove},
+    {WM_MOUSELEAVE, onMouseLeave},
+    {WM_ACTIVATE, onActivate},
     {WM_MOUSEWHEEL, onMouseWheel},
     {WM_CAPTURECHANGED, onCaptureChanged},
     {WM_SETCURSOR, onSetCursor},

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <span>
 
+#include "annot/notes.h"
 #include "app/commands.h"
 #include "base/limits.h"
 #include "base/text_format.h"
@@ -106,6 +107,18 @@ std::vector<MenuRow> rowsOf(std::span<const std::uint32_t> layout) {
   return rows;
 }
 
+// What can be done with the markup that was right-clicked; nothing without one.
+std::vector<MenuRow> markupRows() {
+  if (session.markupMenuAnnot < 0) return {};
+  const bool editable = !session.viewerRole;
+  std::vector<MenuRow> rows{commandRow(kCmdNote, editable), commandRow(kCmdRemoveMarkup, editable),
+                            MenuRow{}};
+  if (!ReadMarkupNote(session.markupMenuPage, session.markupMenuAnnot).empty()) {
+    rows.front().text = u"&Edit Note...";
+  }
+  return rows;
+}
+
 std::vector<MenuRow> viewMenu() {
   std::vector<MenuRow> rows = rowsOf(kViewMenu);
   if (session.viewerRole) {
@@ -135,7 +148,7 @@ std::vector<MenuRow> contextMenu(int pane, int x, int y) {
   const bool unsaved = hasUnsavedChanges();
   const bool onText = charAtPoint(pane, x, y) >= 0;
 
-  std::vector<MenuRow> rows;
+  std::vector<MenuRow> rows = markupRows();
   rows.push_back(commandRow(kCmdSave, unsaved));
   rows.push_back(commandRow(kCmdDiscardChanges, unsaved));
   rows.push_back(MenuRow{});

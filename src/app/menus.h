@@ -28,7 +28,8 @@ std::vector<MenuBarEntry> menuBar();
 // The File menu, whose recent documents change from one opening to the next.
 std::vector<MenuRow> fileMenu();
 
-// The menu of a right click at client x and y in a pane that shows a page.
+// The menu of a right click at client x and y in a pane that shows a page. The markup there must
+// have been picked.
 std::vector<MenuRow> contextMenu(int pane, int x, int y);
 
 }  // namespace quillmere

@@ -1,5 +1,7 @@
 #include "app/mouse.h"
 
+#include "annot/markup_tip.h"
+#include "annot/markups.h"
 #include "documents/open_requests.h"
 #include "nav/jump_history.h"
 #include "nav/links.h"
@@ -16,12 +18,6 @@
 namespace quillmere {
 
 namespace {
-
-// The pane that shows its page or background at a place; -1 outside all of them.
-int paneUnder(int x, int y) {
-  const int pane = paneAt(x);
-  return pane >= 0 && paneRect(pane).contains(x, y) ? pane : -1;
-}
 
 int placeholderAt(int x, int y) {
   for (int pane = 0; pane < 2; ++pane) {
@@ -166,6 +162,7 @@ bool aboveStatusBar(int y) {
 
 // One drag at a time: another button ends the one before where it is.
 void pressLeft(int x, int y) {
+  HideMarkupTip();
   loseCapture();
   for (const PressRow& row : kLeftPresses) {
     if (row.press(x, y)) return;
@@ -173,6 +170,7 @@ void pressLeft(int x, int y) {
 }
 
 void pressMiddle(int x, int y) {
+  HideMarkupTip();
   const int pane = paneUnder(x, y);
   if (pane < 0) return;
   loseCapture();
@@ -188,6 +186,10 @@ void doubleClickLeft(int x, int y) {
 
 void movePointer(int x, int y) {
   if (const GestureRow* gesture = presentGesture()) gesture->move(x, y);
+}
+
+void hoverPointer(int x, int y) {
+  ShowMarkupTip(x, y);
 }
 
 // A drag may have ended without releasing the mouse.
@@ -206,9 +208,11 @@ void loseCapture() {
 }
 
 std::vector<MenuRow> releaseRight(int x, int y) {
+  HideMarkupTip();
   const int pane = paneUnder(x, y);
   if (pane < 0) return {};
   activatePane(pane);
+  pickMarkup(pane, x, y);
   if (!session.panes[pane].page) return {};
   return contextMenu(pane, x, y);
 }
@@ -223,6 +227,7 @@ void pressSideButton(int x, bool forward) {
 }
 
 void turnWheel(int x, int y, int delta, bool shift, bool control) {
+  HideMarkupTip();
   const unsigned modifiers = (shift ? kWheelShift : 0) | (control ? kWheelControl : 0);
   handleWheel(paneForPointer(x), modifiers, delta, x, y);
 }

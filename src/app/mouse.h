@@ -21,6 +21,8 @@ void pressLeft(int x, int y);
 void pressMiddle(int x, int y);
 void doubleClickLeft(int x, int y);
 void movePointer(int x, int y);
+// A movement with no button held.
+void hoverPointer(int x, int y);
 void releaseLeft(int x, int y);
 void releaseMiddle(int x, int y);
 

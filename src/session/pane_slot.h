@@ -2,11 +2,13 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <vector>
 
 #include "platform/pixels.h"
 #include "session/document_slot.h"
 #include "session/jump_record.h"
+#include "session/markup_box.h"
 #include "session/pdfium_handles.h"
 #include "session/zoom_mode.h"
 
@@ -42,8 +44,11 @@ struct PaneSlot : DocumentSlot {
   // `currentPage` and leaves this page open, so code that acts on a page's contents uses this
   // number.
   std::int32_t openPage = -1;
-  TextOfPage textPage;         // null when `page` is null or loading failed
-  std::int32_t pagesRead = 0;  // since memory was last released
+  TextOfPage textPage;         // null together with `page`, or when loading it failed
+  std::int32_t pagesRead = 0;  // since memory was last given back
+  // Where the open page's markups lie. Absent until somebody points at the page, and again after a
+  // change: with thousands of marks, reading them takes longer than a movement of the mouse.
+  std::optional<MarkupBoxes> markupBoxes;
 
   std::vector<JumpRecord> backHistory;     // most recent last
   std::vector<JumpRecord> forwardHistory;  // most recent last

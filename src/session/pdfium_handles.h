@@ -1,5 +1,6 @@
 #pragma once
 
+#include <fpdf_annot.h>
 #include <fpdf_text.h>
 #include <fpdfview.h>
 
@@ -20,10 +21,14 @@ struct PageCloser {
 struct TextPageCloser {
   void operator()(FPDF_TEXTPAGE textPage) const { FPDFText_ClosePage(textPage); }
 };
+struct AnnotationCloser {
+  void operator()(FPDF_ANNOTATION annotation) const { FPDFPage_CloseAnnot(annotation); }
+};
 
 using DocumentHandle = std::unique_ptr<std::remove_pointer_t<FPDF_DOCUMENT>, DocumentCloser>;
 using PageHandle = std::unique_ptr<std::remove_pointer_t<FPDF_PAGE>, PageCloser>;
 using TextPageHandle = std::unique_ptr<std::remove_pointer_t<FPDF_TEXTPAGE>, TextPageCloser>;
+using AnnotationHandle = std::unique_ptr<std::remove_pointer_t<FPDF_ANNOTATION>, AnnotationCloser>;
 
 // The text page of an open page. It is loaded on first use, since showing a page does not need it.
 class TextOfPage {

@@ -92,6 +92,7 @@ void closePanePage(int pane) {
   slot.textPage.reset();
   slot.page.reset();
   slot.openPage = -1;
+  slot.markupBoxes.reset();
 }
 
 void freePaneBitmap(int pane) {

@@ -15,6 +15,7 @@
 #include "session/find_state.h"
 #include "session/gesture.h"
 #include "session/markup_entry.h"
+#include "session/markup_tip_state.h"
 #include "session/pane_slot.h"
 #include "session/placement.h"
 #include "session/shelf_entry.h"
@@ -95,6 +96,9 @@ struct SessionState {
   std::int32_t markupMenuPage = -1;   // zero-based
   std::int32_t markupMenuAnnot = -1;  // in the page's annotation list
 
+  // Written by annot/markup_tip.cpp.
+  MarkupTipState markupTip;
+
   // The markups of one document, in reading order. Written by annot/markup_list.cpp.
   std::vector<MarkupEntry> markupList;
   FPDF_DOCUMENT markupListDocument = nullptr;  // the listed document; not owned, null for none
@@ -112,11 +116,12 @@ struct SessionState {
 
   // Settings and the data folder. Written by store/, and by the commands that change a setting.
   AppSettings settings;
-  bool settingsFileSeeded = false;  // this process has tried to make the settings file
-  bool restoringBinders = false;    // do not save the list of loaded binders now
-  std::u16string stampsFolder;      // with a trailing backslash; empty when there is no data folder
-  std::u16string bindersFolder;     // likewise
-  std::u16string shelveFolder;      // likewise
+  bool markupOpacityUnsaved = false;  // its slider was moved and not yet let go
+  bool settingsFileSeeded = false;    // this process has tried to make the settings file
+  bool restoringBinders = false;      // the list of loaded binders is not to be saved now
+  std::u16string stampsFolder;   // with a trailing backslash; empty when there is no data folder
+  std::u16string bindersFolder;  // likewise
+  std::u16string shelveFolder;   // likewise
 
   // Written by integration/update_check.cpp.
   std::u16string latestVersion;       // newer than this one; empty until a check finds one

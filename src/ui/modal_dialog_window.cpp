@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "platform/win32/sized.h"
+#include "platform/win32/dialog_parts.h"
 #include "platform/win32/system_fonts.h"
 #include "session/density.h"
 #include "session/session.h"
@@ -10,9 +10,6 @@
 namespace quillmere {
 
 namespace {
-
-constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU;
-constexpr DWORD kExtendedStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
 
 struct OpenDialog {
   ModalDialog& dialog;
@@ -63,53 +60,22 @@ LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARA
       forgetWindow(open->dialog);
       return 0;
     case WM_CTLCOLORSTATIC:
-      SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
-      return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));
+      return platform::labelBackground(reinterpret_cast<HDC>(wParam));
     default:
       return DefWindowProcW(window, message, wParam, lParam);
   }
 }
 
-void registerClassOnce(const wchar_t* className) {
-  auto existing = platform::sized<WNDCLASSEXW>();
-  const HINSTANCE instance = GetModuleHandleW(nullptr);
-  if (GetClassInfoExW(instance, className, &existing)) return;
-  auto description = platform::sized<WNDCLASSEXW>();
-  description.lpfnWndProc = dialogProcedure;
-  description.hInstance = instance;
-  description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-  description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-  description.lpszClassName = className;
-  RegisterClassExW(&description);
-}
-
-// Outer size for the client size, centred on the owner.
-RECT placeDialog(const ModalDialogDesign& design, HWND owner) {
-  RECT size{0, 0, scaled(design.clientWidth), scaled(design.clientHeight)};
-  AdjustWindowRectExForDpi(&size, kStyle, FALSE, kExtendedStyle, static_cast<UINT>(session.dpi));
-  const LONG width = size.right - size.left;
-  const LONG height = size.bottom - size.top;
-  RECT around{};
-  GetWindowRect(owner, &around);
-  const LONG left = around.left + (around.right - around.left - width) / 2;
-  const LONG top = around.top + (around.bottom - around.top - height) / 2;
-  return {left, top, left + width, top + height};
-}
-
-BOOL CALLBACK giveFont(HWND control, LPARAM font) {
-  SendMessageW(control, WM_SETFONT, static_cast<WPARAM>(font), TRUE);
-  return TRUE;
-}
-
 bool createDialogWindow(OpenDialog& open, HWND owner) {
   const ModalDialogDesign& design = open.design;
-  registerClassOnce(design.className);
-  const RECT place = placeDialog(design, owner);
+  platform::registerDialogClass(design.className, dialogProcedure);
+  const SIZE size =
+      platform::dialogSize(scaled(design.clientWidth), scaled(design.clientHeight), session.dpi);
+  const POINT place = platform::middlePlace(owner, size);
   open.dialog.owner = owner;
-  open.dialog.window =
-      CreateWindowExW(kExtendedStyle, design.className, design.title, kStyle, place.left, place.top,
-                      place.right - place.left, place.bottom - place.top, owner, nullptr,
-                      GetModuleHandleW(nullptr), &open);
+  open.dialog.window = CreateWindowExW(
+      platform::kDialogExtendedStyle, design.className, design.title, platform::kDialogStyle,
+      place.x, place.y, size.cx, size.cy, owner, nullptr, GetModuleHandleW(nullptr), &open);
   return open.dialog.window != nullptr;
 }
 
@@ -117,7 +83,7 @@ void showControls(OpenDialog& open) {
   ModalDialog& dialog = open.dialog;
   dialog.font = platform::createMessageFont(session.dpi);
   const HWND focused = open.design.createControls(dialog, open.design.context);
-  EnumChildWindows(dialog.window, giveFont, reinterpret_cast<LPARAM>(dialog.font));
+  platform::giveControlsFont(dialog.window, dialog.font);
   EnableWindow(dialog.owner, FALSE);
   ShowWindow(dialog.window, SW_SHOW);
   UpdateWindow(dialog.window);

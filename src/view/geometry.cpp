@@ -88,6 +88,11 @@ int paneAt(int x) {
   return x < dividerX() + scaled(kDividerWidth) ? -1 : 1;
 }
 
+int paneUnder(int x, int y) {
+  const int pane = paneAt(x);
+  return pane >= 0 && paneRect(pane).contains(x, y) ? pane : -1;
+}
+
 std::uint32_t pendingPageRotation(int pane) {
   const PageRotations& rotations = pageRotationsOf(pane);
   const auto entry = rotations.find(session.panes[pane].currentPage);

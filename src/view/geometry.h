@@ -59,6 +59,8 @@ bool paneShown(int pane);
 PixelRect paneRect(int pane);
 // The pane under client x: 0, 1, or -1 over the left panel or the divider.
 int paneAt(int x);
+// The pane that shows its page or background at a client place; -1 outside all of them.
+int paneUnder(int x, int y);
 // The divider's left edge in client pixels.
 int dividerX();
 

@@ -74,12 +74,17 @@ void layoutAndRender(int pane) {
   renderPane(pane);
 }
 
-void refreshPicture(int pane) {
+void redrawPicture(int pane) {
   if (paneShown(pane)) {
-    layoutAndRender(pane);
+    renderPane(pane);
   } else {
     freePaneBitmap(pane);
   }
+}
+
+void refreshPicture(int pane) {
+  if (paneShown(pane)) layoutPane(pane, false, 0);
+  redrawPicture(pane);
 }
 
 }  // namespace quillmere

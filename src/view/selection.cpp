@@ -18,19 +18,8 @@ namespace {
 constexpr int kHitTolerance = 6;  // pixels
 constexpr char16_t kRightSingleQuote = 0x2019;
 
-struct TextRange {
-  std::int32_t first = 0;
-  std::int32_t count = 0;
-};
-
 bool bothEndsValid() {
   return session.selection.anchorChar >= 0 && session.selection.endChar >= 0;
-}
-
-TextRange selectedRange() {
-  const TextSelection& selection = session.selection;
-  return {std::min(selection.anchorChar, selection.endChar),
-          std::abs(selection.endChar - selection.anchorChar) + 1};
 }
 
 FPDF_TEXTPAGE textPageOf(int pane) {
@@ -147,14 +136,20 @@ bool hasTextSelection(int pane) {
   return selection.active && selection.pane == pane && bothEndsValid();
 }
 
-std::u16string selectedText() {
+std::optional<TextRange> selectedRange(int pane) {
+  if (!hasTextSelection(pane)) return std::nullopt;
   const TextSelection& selection = session.selection;
-  if (!selection.active || !bothEndsValid()) return {};
-  const FPDF_TEXTPAGE textPage = textPageOf(selection.pane);
+  return TextRange{std::min(selection.anchorChar, selection.endChar),
+                   std::abs(selection.endChar - selection.anchorChar) + 1};
+}
+
+std::u16string selectedText() {
+  const std::optional<TextRange> range = selectedRange(session.selection.pane);
+  if (!range) return {};
+  const FPDF_TEXTPAGE textPage = textPageOf(session.selection.pane);
   if (textPage == nullptr) return {};
-  const TextRange range = selectedRange();
-  std::vector<unsigned short> units(static_cast<std::size_t>(range.count) + 2);
-  const int written = FPDFText_GetText(textPage, range.first, range.count, units.data());
+  std::vector<unsigned short> units(static_cast<std::size_t>(range->count) + 2);
+  const int written = FPDFText_GetText(textPage, range->first, range->count, units.data());
   if (written <= 1) return {};
   return std::u16string(units.begin(), units.begin() + written - 1);
 }
@@ -183,9 +178,9 @@ std::vector<TextQuad> textQuads(int pane, std::int32_t first, std::int32_t count
 
 std::vector<PaneBox> selectionBoxes(int pane) {
   std::vector<PaneBox> boxes;
-  if (!hasTextSelection(pane)) return boxes;
-  const TextRange range = selectedRange();
-  for (const TextQuad& quad : textQuads(pane, range.first, range.count)) {
+  const std::optional<TextRange> range = selectedRange(pane);
+  if (!range) return boxes;
+  for (const TextQuad& quad : textQuads(pane, range->first, range->count)) {
     boxes.push_back(boundingBox(quad));
   }
   return boxes;

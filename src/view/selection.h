@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,14 @@ void selectAll(int pane);
 
 // True when text of this pane is selected.
 bool hasTextSelection(int pane);
+
+// The selected characters, forwards whichever way they were selected.
+struct TextRange {
+  std::int32_t first = 0;
+  std::int32_t count = 0;
+};
+// Of the pane's text page; nothing when no text of this pane is selected.
+std::optional<TextRange> selectedRange(int pane);
 
 // The selected text; empty without a selection.
 std::u16string selectedText();

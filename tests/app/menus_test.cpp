@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "app/mouse.h"
 #include "documents/open.h"
 #include "store/working_documents.h"
 #include "support/pdf_builder.h"
@@ -212,6 +213,47 @@ TEST_F(MenusTest, ARightClickInAViewerOffersNoEdits) {
     EXPECT_FALSE(rowOf(rows, id).enabled) << id;
   }
   for (std::uint32_t id : {702u, 703u, 213u, 105u}) EXPECT_TRUE(rowOf(rows, id).enabled) << id;
+}
+
+class MarkupMenuTest : public MenusTest {
+ protected:
+  static std::vector<MenuRow> rows(const std::string& note, bool viewer = false) {
+    PdfPage page;
+    page.annotations = {
+        "<< /Type /Annot /Subtype /Highlight /Rect [100 300 300 400] /QuadPoints [100 400 300 400 "
+        "100 300 300 300] " +
+        note + " >>"};
+    const std::u16string path = putPdf(u"a.pdf", buildPdf({page}));
+    EXPECT_TRUE(openDocument(&path, 0, kWorkingDocsLeaveAlone, false, nullptr));
+    session.viewerRole = viewer;
+    const PanePoint point = pageToPane(0, 200, 350);
+    const PixelRect pane = paneRect(0);
+    return releaseRight(pane.left + static_cast<int>(point.x),
+                        pane.top + static_cast<int>(point.y));
+  }
+};
+
+TEST_F(MarkupMenuTest, ARightClickOnAMarkOffersItsNoteAndItsRemovalFirst) {
+  const std::vector<MenuRow> menu = rows("");
+  EXPECT_THAT(idsOf(menu),
+              ElementsAre(730, 729, kSeparator, 602, 707, kSeparator, 702, 703, 727, 728, 733,
+                          kSeparator, 708, 725, 726, 210, 211, kSeparator, 110, 105));
+  EXPECT_EQ(menu[0].text, u"&Add Note...");
+  EXPECT_EQ(menu[1].text, u"&Remove Markup");
+  EXPECT_TRUE(menu[0].enabled);
+  EXPECT_TRUE(menu[1].enabled);
+}
+
+TEST_F(MarkupMenuTest, AMarkWithANoteOffersToEditIt) {
+  EXPECT_EQ(rows("/Contents (here)").at(0).text, u"&Edit Note...");
+  EXPECT_EQ(rows("/Contents ()").at(0).text, u"&Add Note...");
+}
+
+TEST_F(MarkupMenuTest, AViewerShowsBothGreyed) {
+  const std::vector<MenuRow> menu = rows("/Contents (here)", true);
+  EXPECT_EQ(menu.at(0).text, u"&Edit Note...");
+  EXPECT_FALSE(menu.at(0).enabled);
+  EXPECT_FALSE(menu.at(1).enabled);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "app/keys.h"
 #include "app/mouse.h"
 #include "base/limits.h"
+#include "dialogs/dialog_script.h"
 #include "documents/close.h"
 #include "documents/modes.h"
 #include "documents/open_requests.h"
@@ -115,7 +116,10 @@ void drag(Reader& reader) {
 void click(Reader& reader) {
   const int x = reader.within(standIn().window.client.width);
   const int y = reader.within(standIn().window.client.height);
-  (reader.next() & 1) != 0 ? doubleClickLeft(x, y) : static_cast<void>(releaseRight(x, y));
+  hoverPointer(x, y);
+  if ((reader.next() & 1) != 0) return doubleClickLeft(x, y);
+  releaseRight(x, y);
+  if (x % 3 > 0) runCommand(x % 3 == 1 ? kCmdNote : kCmdRemoveMarkup);
 }
 
 void wheel(Reader& reader) {
@@ -196,6 +200,9 @@ std::string playSessionActions(const std::uint8_t* bytes, std::size_t size) {
   session.viewerRole = (answer & 0x80) != 0;
   standIn().chooseAnswer = [&answer](const platform::ShownBox& box) {
     return answerFor(box, answer++);
+  };
+  dialogScript().answerNote = [&answer](const NoteQuestion& question) {
+    return answer++ % 3 == 0 ? std::nullopt : std::optional(question.text + u"\r\nmore");
   };
   while (!reader.atEnd()) {
     const Action& action = reader.oneOf(kActions);

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "dialogs/dialog_script.h"
 #include "documents/open_requests.h"
 #include "support/engine.h"
 
@@ -11,6 +12,7 @@ SessionTest::SessionTest() {
   startEngine();
   resetSession();
   platform::resetStandIn();
+  resetDialogScript();
   platform::standIn().window.client = {1000, 800};
   platform::standIn().window.statusBarHeight = 22;
 }

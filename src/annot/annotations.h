@@ -1,0 +1,36 @@
+#pragma once
+
+#include <fpdfview.h>
+
+#include <cstdint>
+#include <string>
+
+#include "session/pdfium_handles.h"
+
+// Reaching the annotations of a page, whichever kind they are.
+namespace quillmere {
+
+// A page of a document for as long as this lives: the one that a pane has open, since loading it
+// once more would parse all of its contents, or else one of its own.
+class ReachedPage {
+ public:
+  // `page` is zero-based.
+  ReachedPage(FPDF_DOCUMENT document, std::int32_t page);
+  // Null when the page cannot be loaded.
+  FPDF_PAGE get() const { return page_; }
+
+ private:
+  PageHandle own_;
+  FPDF_PAGE page_ = nullptr;
+};
+
+// Null for an index that the page does not have.
+AnnotationHandle annotationAt(FPDF_PAGE page, std::int32_t index);
+
+// True for highlights and strikethroughs, whoever made them.
+bool isMarkup(FPDF_ANNOTATION annotation);
+
+// The text of an entry such as "Contents"; empty without one, and for null.
+std::u16string ReadAnnotString(FPDF_ANNOTATION annotation, const char* key);
+
+}  // namespace quillmere

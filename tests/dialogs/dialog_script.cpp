@@ -1,0 +1,73 @@
+#include "dialogs/dialog_script.h"
+
+#include <gtest/gtest.h>
+
+#include "annot/tip_window.h"
+#include "platform/text.h"
+#include "session/waiting_opens.h"
+
+namespace quillmere {
+
+namespace test {
+
+namespace {
+DialogScript script;
+}
+
+DialogScript& dialogScript() {
+  return script;
+}
+
+void resetDialogScript() {
+  script = DialogScript{};
+}
+
+}  // namespace test
+
+using test::dialogScript;
+
+std::optional<std::u16string> askForNote(const NoteQuestion& question) {
+  const DocumentWork work;
+  test::DialogScript& script = dialogScript();
+  script.noteQuestions.push_back(question);
+  if (script.answerNote) return script.answerNote(question);
+  if (script.noteAnswers.empty()) {
+    ADD_FAILURE() << "no answer for the note dialog \"" << platform::toUtf8(question.title) << "\"";
+    return std::nullopt;
+  }
+  if (script.onNote) script.onNote();
+  std::optional<std::u16string> answer = std::move(script.noteAnswers.front());
+  script.noteAnswers.pop_front();
+  return answer;
+}
+
+void showTip(const std::u16string& text, int x, int y) {
+  dialogScript().tip = test::ShownTip{text, x, y};
+  ++dialogScript().tipsShown;
+}
+
+void moveTip(int x, int y) {
+  if (!dialogScript().tip) return;
+  dialogScript().tip->x = x;
+  dialogScript().tip->y = y;
+}
+
+void hideTip() {
+  dialogScript().tip.reset();
+}
+
+bool markupDialogOpen() {
+  return dialogScript().markupDialog.has_value();
+}
+
+void openMarkupDialog(const MarkupDialogView& view) {
+  dialogScript().markupDialog = view;
+}
+
+void closeMarkupDialog() {
+  if (!markupDialogOpen()) return;
+  dialogScript().markupDialog.reset();
+  markupDialogCloses(dialogScript().markupDialogPlace);
+}
+
+}  // namespace quillmere
