@@ -17,11 +17,25 @@ BoxAnswer answerWith(BoxButtons buttons, WPARAM command, BoxOwner owner = BoxOwn
 
 TEST(MessageBoxWindows, EveryButtonGivesItsAnswer) {
   EXPECT_EQ(answerWith(BoxButtons::Ok, IDOK), BoxAnswer::Ok);
+  EXPECT_EQ(answerWith(BoxButtons::OkDefaultCancel, IDOK), BoxAnswer::Ok);
+  EXPECT_EQ(answerWith(BoxButtons::OkDefaultCancel, IDCANCEL), BoxAnswer::Cancel);
   EXPECT_EQ(answerWith(BoxButtons::YesNo, IDYES), BoxAnswer::Yes);
   EXPECT_EQ(answerWith(BoxButtons::YesNo, IDNO), BoxAnswer::No);
   EXPECT_EQ(answerWith(BoxButtons::YesNoCancel, IDYES), BoxAnswer::Yes);
   EXPECT_EQ(answerWith(BoxButtons::YesNoCancel, IDNO), BoxAnswer::No);
   EXPECT_EQ(answerWith(BoxButtons::YesNoCancel, IDCANCEL), BoxAnswer::Cancel);
+}
+
+TEST(MessageBoxWindows, TheSecondButtonIsTheDefaultWhereTheFirstCannotBeUndone) {
+  WORD defaultButton = 0;
+  {
+    const DialogAnswerer answerer(L"#32770", L"Suite Title", [&defaultButton](HWND box) {
+      defaultButton = LOWORD(SendMessageW(box, DM_GETDEFID, 0, 0));
+      PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
+    });
+    showMessageBox(u"Some text", u"Suite Title", BoxButtons::OkDefaultCancel, BoxIcon::Warning);
+  }
+  EXPECT_EQ(defaultButton, IDCANCEL);
 }
 
 // Which window owns the box; Wine does not put a box on top, so the owner is what can be seen.
