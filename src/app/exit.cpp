@@ -43,13 +43,14 @@ void tearDown() {
   // A window that is closed while a question is up leaves nobody to open these.
   session.waitingOpens.clear();
   SaveSettings();
-  SaveCurrentView(session.activePane);
+  SaveCurrentViews();
   closeAllDocuments();
   FPDF_DestroyLibrary();
 }
 
 void settleForLogoff() {
   SaveSettings();
+  SaveCurrentViews();
   ShelveCurrentDocument();
 }
 

@@ -81,6 +81,13 @@ MenuRow commandRow(std::uint32_t id, bool enabled) {
   return row;
 }
 
+// A menu takes a single ampersand for the mark of a key.
+std::u16string menuText(const std::u16string& text) {
+  std::u16string shown;
+  for (const char16_t unit : text) shown.append(unit == u'&' ? 2 : 1, unit);
+  return shown;
+}
+
 MenuRow recentDocumentsRow() {
   MenuRow row;
   row.text = u"Recent &Documents";
@@ -92,8 +99,8 @@ MenuRow recentDocumentsRow() {
   for (std::size_t i = 0; i < std::min(recent.size(), kRecentRows); ++i) {
     MenuRow entry;
     entry.command = kCmdRecentFirst + static_cast<std::uint32_t>(i);
-    entry.text =
-        formatText(u"&%d  %s", {decimal(static_cast<std::int64_t>(i) + 1), fileNameOf(recent[i])});
+    entry.text = formatText(
+        u"&%d  %s", {decimal(static_cast<std::int64_t>(i) + 1), menuText(fileNameOf(recent[i]))});
     row.submenu.push_back(entry);
   }
   return row;

@@ -107,7 +107,8 @@ std::optional<int> handOverToRunningInstance(const LaunchArguments& arguments) {
   if (window == 0) return std::nullopt;
   platform::raiseWindow(window);
   if (!arguments.filePath.empty()) {
-    platform::sendPathToWindow(window, kOpenFileTag, arguments.filePath);
+    // The other process has a current folder of its own.
+    platform::sendPathToWindow(window, kOpenFileTag, platform::absolutePath(arguments.filePath));
   }
   platform::closePrimaryMutex();
   return 0;

@@ -25,7 +25,7 @@ void dropUnusedBuffers() {
 DocumentHandle loadIntoMemory(const std::u16string& path) {
   dropUnusedBuffers();
   auto bytes = platform::readFileShared(path, kMaximumMemoryFile);
-  if (!bytes) return nullptr;
+  if (!bytes || bytes->empty()) return nullptr;
   DocumentHandle document(
       FPDF_LoadMemDocument(bytes->data(), static_cast<int>(bytes->size()), nullptr));
   if (document) session.documentKeptBuffer[document.get()] = std::move(*bytes);

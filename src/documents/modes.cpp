@@ -9,6 +9,7 @@
 #include "platform/text.h"
 #include "session/changes.h"
 #include "session/document_slots.h"
+#include "store/binder_library.h"
 #include "view/panes.h"
 #include "view/render.h"
 
@@ -59,6 +60,7 @@ void loadSharedPlacements() {
 void leaveTwoDocuments() {
   PaneSlot& kept = session.panes[0];
   PaneSlot& lost = session.panes[1];
+  SaveCurrentView(1);
   dropPaneView(0);
   dropPaneView(1);
   forgetBinderOfPaneOne();

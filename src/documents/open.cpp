@@ -18,6 +18,7 @@
 #include "session/document_slots.h"
 #include "session/session.h"
 #include "store/binder_library.h"
+#include "store/recent_files.h"
 #include "ui/boxes.h"
 #include "view/navigation.h"
 #include "view/rotation.h"
@@ -65,14 +66,8 @@ void keepPendingPlacements(DocumentSlot& slot) {
   markEdited(slot);
 }
 
-bool inactivePaneChanged(int pane) {
-  const PaneSlot& slot = session.panes[pane];
-  return slot.dirty || documentRotationPending(slot) || anyPageRotationPending(pane) ||
-         placementsPending(slot.document.get());
-}
-
 StepResult askAboutInactivePane(const OpenJob& job) {
-  if (!inactivePaneChanged(job.pane)) return StepResult::Next;
+  if (!hasUnsavedChanges(job.pane)) return StepResult::Next;
   const std::u16string& path = session.panes[job.pane].path;
   const BoxAnswer answer =
       showBox(formatText(u"Document \"%s\" has unsaved changes.\n\nSave them before replacing it?",

@@ -11,6 +11,7 @@
 #include "session/waiting_opens.h"
 #include "store/binder_library.h"
 #include "store/probe_path.h"
+#include "store/shelf.h"
 #include "ui/boxes.h"
 
 namespace quillmere {
@@ -53,6 +54,12 @@ bool alreadyShown(const std::u16string& path, bool otherPaneCounts) {
   return otherPaneCounts && inTwoDocuments() && shownIn(1 - session.activePane, path);
 }
 
+// Unsaved changes outlive the document that they are of.
+bool canBeOpened(const std::u16string& path, ProbeResult probe, bool shown) {
+  if (probe == ProbeResult::Available) return true;
+  return probe == ProbeResult::Missing && !shown && !liveShelfCopy(path).empty();
+}
+
 }  // namespace
 
 void openBinderEntry(std::uint32_t itemData, bool askBeforeReplace, bool otherPaneCounts) {
@@ -66,13 +73,14 @@ void openBinderEntry(std::uint32_t itemData, bool askBeforeReplace, bool otherPa
       binder.isWorkingDocuments ? kWorkingDocsKeepPlace : kWorkingDocsLeaveAlone;
 
   const std::int32_t seconds = session.settings.openTimeoutSeconds;
-  const ProbeResult probe = probePath(path, static_cast<std::uint32_t>(seconds) * 1000);
-  if (probe != ProbeResult::Available) {
+  const ProbeResult probe = probeWithinOpenTimeout(path);
+  const bool shown = alreadyShown(path, otherPaneCounts);
+  if (!canBeOpened(path, probe, shown)) {
     reportUnreachable(probe, seconds);
     showAvailability(path, false);
     return;
   }
-  if (alreadyShown(path, otherPaneCounts)) {
+  if (shown) {
     showAvailability(path, true);
     return;
   }

@@ -6,9 +6,11 @@
 #include "documents/open.h"
 #include "documents/settle_shelf.h"
 #include "integration/internet_gate.h"
+#include "platform/files.h"
 #include "platform/main_window.h"
 #include "session/session.h"
 #include "session/waiting_opens.h"
+#include "store/recent_files.h"
 #include "ui/boxes.h"
 #include "view/geometry.h"
 
@@ -16,22 +18,22 @@ namespace quillmere {
 
 namespace {
 
-enum class RecentList { Keep, Leave };
-
-// Lists the files after the first, except those that the user refuses at the gate.
-void listFurtherFiles(const std::vector<std::u16string>& paths, RecentList recent) {
+// Files that are not shown themselves; those that the user refuses at the gate are left out.
+void listFurtherFiles(const std::vector<std::u16string>& paths) {
+  std::vector<std::u16string> passed;
   for (std::size_t i = 1; i < paths.size(); ++i) {
-    if (!CheckInternetZone(paths[i])) continue;
-    AddToWorkingDocuments(paths[i], kWorkingDocsToHead);
-    if (recent == RecentList::Leave) RemoveFromRecentFiles(paths[i]);
+    if (CheckInternetZone(paths[i])) passed.push_back(platform::absolutePath(paths[i]));
   }
+  AddToWorkingDocuments(passed, kWorkingDocsToHead);
+  for (const std::u16string& path : passed) RemoveFromRecentFiles(path);
 }
 
 }  // namespace
 
-bool openRequested(const std::u16string& path, int pane, WorkingDocsMode workingDocsMode,
+bool openRequested(const std::u16string& requested, int pane, WorkingDocsMode workingDocsMode,
                    bool askBeforeReplace) {
   const DocumentWork work;
+  const std::u16string path = platform::absolutePath(requested);
   const ShelfDecision decision = settleShelfCopy(path);
   return decision.opens &&
          openDocument(&decision.loadPath, pane, workingDocsMode, askBeforeReplace, &path);
@@ -40,7 +42,7 @@ bool openRequested(const std::u16string& path, int pane, WorkingDocsMode working
 void openSeveral(const std::vector<std::u16string>& paths, int pane) {
   if (paths.empty()) return;
   openRequested(paths.front(), pane, kWorkingDocsToHead, true);
-  listFurtherFiles(paths, RecentList::Keep);
+  listFurtherFiles(paths);
 }
 
 void openDropped(const std::vector<std::u16string>& paths, int x) {
@@ -53,7 +55,7 @@ void openDropped(const std::vector<std::u16string>& paths, int x) {
 void openDroppedOnPane(const std::vector<std::u16string>& paths, int pane) {
   if (paths.empty() || openMustWait({paths, pane})) return;
   if (openRequested(paths.front(), pane, kWorkingDocsToHead, true)) {
-    listFurtherFiles(paths, RecentList::Leave);
+    listFurtherFiles(paths);
   }
 }
 

@@ -8,16 +8,17 @@
 // Opens that the user asks for. Each first settles whether to use a shelved copy of the document.
 namespace quillmere {
 
-// Opens one document as the user asked, in its shelved state when there is one.
-bool openRequested(const std::u16string& path, int pane, WorkingDocsMode workingDocsMode,
+// Opens one document as the user asked, in its shelved state when there is one. From here on it has
+// its absolute path.
+bool openRequested(const std::u16string& requested, int pane, WorkingDocsMode workingDocsMode,
                    bool askBeforeReplace);
 
-// Opens the first of several files in `pane` and lists the others among the documents in use, even
-// when the first fails.
+// Opens the first of several files in `pane`. The others are listed among the documents in use and
+// leave the recent list, also when the first fails.
 void openSeveral(const std::vector<std::u16string>& paths, int pane);
 
-// Opens files dropped at client x; outside the panes counts as pane 0. Unless the first fails, the
-// others are listed and leave the recent list.
+// Files dropped at client x; outside the panes counts as pane 0. The others are listed in the same
+// way unless the first fails.
 void openDropped(const std::vector<std::u16string>& paths, int x);
 void openDroppedOnPane(const std::vector<std::u16string>& paths, int pane);
 

@@ -1,8 +1,71 @@
 #include "documents/restore_view.h"
 
+#include <algorithm>
+
+#include "nav/jump_history.h"
+#include "platform/text.h"
+#include "session/changes.h"
+#include "session/session.h"
+#include "store/binder_library.h"
+#include "view/navigation.h"
+
 namespace quillmere {
 
-// Views are kept in binder files, which are not read yet.
-void RestoreView(int, std::u16string_view) {}
+namespace {
+
+// A stored pan is any number; beyond this many pixels no page can be.
+constexpr float kFarthestPan = 1e6f;
+
+bool inBook() {
+  return session.viewMode == ViewMode::Book;
+}
+
+bool hasView(const BinderEntry& entry) {
+  return entry.mode >= kFitPage && entry.mode <= kCustomFit;
+}
+
+// What the binder holds of the document, if it says where to go; null otherwise.
+const BinderEntry* storedView(int binderIndex, std::u16string_view path) {
+  if (!session.settings.restoreView || !IsValidBinder(binderIndex)) return nullptr;
+  const auto& views = binderAt(binderIndex).views;
+  const auto found = views.find(platform::toLower(path));
+  if (found == views.end()) return nullptr;
+  const BinderEntry& entry = found->second;
+  return hasView(entry) || entry.hasPage ? &entry : nullptr;
+}
+
+// A book keeps a page for its right side.
+std::int32_t lastPageToShow(std::int32_t pageCount) {
+  const bool leavesRoom = inBook() && pageCount > static_cast<std::int32_t>(session.viewMode);
+  return std::max(pageCount - (leavesRoom ? 2 : 1), 0);
+}
+
+// A book that is fitted to its panes takes no other view.
+bool viewCounts(const BinderEntry& entry) {
+  return hasView(entry) && !(inBook() && session.settings.bookRevertToFit);
+}
+
+JumpRecord viewOf(const BinderEntry& entry, std::int32_t page) {
+  return {page, std::clamp(entry.panX, -kFarthestPan, kFarthestPan),
+          std::clamp(entry.panY, -kFarthestPan, kFarthestPan), entry.zoom,
+          static_cast<ZoomMode>(entry.mode)};
+}
+
+}  // namespace
+
+void RestoreView(int binderIndex, std::u16string_view path) {
+  const BinderEntry* entry = storedView(binderIndex, path);
+  const int pane = inBook() ? 0 : session.activePane;
+  const std::int32_t pageCount = pageCountOf(pane);
+  if (entry == nullptr || pageCount < 1) return;
+
+  const std::int32_t page = std::clamp(entry->page, 0, lastPageToShow(pageCount));
+  if (viewCounts(*entry)) {
+    RestoreJump(pane, viewOf(*entry, page));
+  } else {
+    goToPage(pane, page, false);
+  }
+  commandsChanged();
+}
 
 }  // namespace quillmere

@@ -32,8 +32,8 @@ ShelfDecision settleShelfCopy(const std::u16string& path) {
   const ShelfEntry* entry = shelfEntryOf(path);
   if (entry == nullptr || !entry->dirty || entry->shelfName.empty()) return decision;
 
-  const std::u16string copy = ShelfFilePath(entry->shelfName);
-  if (copy.empty() || !platform::fileExists(copy)) {
+  const std::u16string copy = liveShelfCopy(path);
+  if (copy.empty()) {
     DropShelfEntry(path);
     return decision;
   }

@@ -6,6 +6,10 @@ namespace quillmere {
 // Moves the active document's unsaved state to the shelf. True when it is safe there.
 bool ShelveCurrentDocument();
 
+// Writes the unsaved changes of a binder's file to the document itself. True when it has them, also
+// when there were none.
+bool SaveShelved(int binderIndex, int fileIndex);
+
 // Forgets the active document's entry and deletes its copy.
 void DropActiveShelfEntry();
 

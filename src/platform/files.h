@@ -43,9 +43,15 @@ std::optional<FileStamp> fileStamp(const std::u16string& path);
 // False on failure. Only kAttributeReadOnly can be changed.
 bool setReadOnly(const std::u16string& path, bool readOnly);
 
-// The whole file, opened with read access while others may read, write and delete it. Returns
-// nullopt when it cannot be opened, is empty, exceeds `maximumSize` bytes, or yields fewer bytes
-// than its size.
+// The path from a drive or share on, as the system completes it by the current folder; an empty
+// path and one that the system refuses come back as they are. No disk is asked.
+std::u16string absolutePath(const std::u16string& path);
+
+// True for a path on a share, by its name or on a drive that is mapped to one. No disk is asked.
+bool isNetworkPath(const std::u16string& path);
+
+// The whole file, opened with read access while others may read, write and delete it. Nothing when
+// it cannot be opened, exceeds `maximumSize` bytes, or gives fewer bytes than its size.
 std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& path,
                                                         std::uint64_t maximumSize);
 
@@ -67,6 +73,11 @@ bool deleteFile(const std::u16string& path);
 // Renames `source` to `target`, replacing a file of that name in one step. False on failure (either
 // in use, the target read-only or a folder), with both files as they were.
 bool replaceFile(const std::u16string& source, const std::u16string& target);
+
+// Renames `source` to `target` and never replaces a file. False on failure (`source` in use,
+// another file of the name `target`), with everything as it was. Other letter case alone is another
+// name.
+bool renameFile(const std::u16string& source, const std::u16string& target);
 
 // Makes one folder. True when it exists afterwards.
 bool createFolder(const std::u16string& path);

@@ -5,7 +5,8 @@
 
 namespace quillmere::platform {
 
-enum class BoxButtons { Ok, YesNo, YesNoCancel };
+// The first button is the default, but for a box whose name says otherwise.
+enum class BoxButtons { Ok, OkDefaultCancel, YesNo, YesNoCancel };
 enum class BoxIcon { None, Information, Warning, Error, Question };
 
 // The values are the system's own.

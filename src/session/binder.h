@@ -32,4 +32,11 @@ struct BinderFile {
   bool isWorkingDocuments = false;
 };
 
+// A binder that the settings name and whose file could not be reached or opened, which says nothing
+// about whether it is still wanted.
+struct AbsentBinder {
+  std::u16string path;
+  std::u16string before;  // path of the loaded binder that it follows; empty for the first place
+};
+
 }  // namespace quillmere

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/text.h"
 #include "session/changes.h"
 #include "session/page_memory.h"
 
@@ -65,8 +66,18 @@ PageRotations& pageRotationsOf(int pane) {
   return inTwoDocuments() ? session.panes[pane].pageRotations : session.active.pageRotations;
 }
 
+int paneShowing(std::u16string_view path) {
+  for (const int pane : {session.activePane, 1 - session.activePane}) {
+    if (documentOf(pane) != nullptr && platform::equalIgnoringCase(pathOf(pane), path)) return pane;
+  }
+  return -1;
+}
+
 bool hasUnsavedChanges() {
-  const int pane = session.activePane;
+  return hasUnsavedChanges(session.activePane);
+}
+
+bool hasUnsavedChanges(int pane) {
   const FPDF_DOCUMENT document = documentOf(pane);
   if (document == nullptr) return false;
   if (dirtyOf(pane)) return true;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -128,7 +129,9 @@ struct SessionState {
   std::u16string latestInstallerUrl;  // of the manifest that installs it
 
   // Binders and unsaved work. Written by store/ and documents/.
-  std::vector<BinderFile> binderLibrary;
+  std::vector<BinderFile> binderLibrary;    // the documents in use first, when there is such a list
+  std::vector<AbsentBinder> absentBinders;  // in the order of the settings; they stay in there
+  bool workingDocumentsUnread = false;      // their file is there and could not be opened
   std::unordered_set<std::u16string, Fnv1aTextHash> unavailableFiles;        // lower-cased paths
   std::unordered_map<std::u16string, ShelfEntry, Fnv1aTextHash> shelfIndex;  // by lower-cased path
 };
@@ -149,7 +152,13 @@ std::u16string& pathOf(int pane);
 bool& dirtyOf(int pane);
 PageRotations& pageRotationsOf(int pane);
 
-// True when the active pane's document has edits, placements or rotations that are not in its file.
+// The pane whose document has this path, ignoring case; the active one where both panes share it;
+// -1 for none.
+int paneShowing(std::u16string_view path);
+
+// True when the document of the pane, or of the active one, has edits, placements or rotations that
+// its file lacks.
+bool hasUnsavedChanges(int pane);
 bool hasUnsavedChanges();
 
 // True when `document` has placements that are not annotations of it yet.

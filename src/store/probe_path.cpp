@@ -4,6 +4,7 @@
 
 #include "platform/files.h"
 #include "platform/process.h"
+#include "session/session.h"
 
 namespace quillmere {
 
@@ -33,10 +34,6 @@ void probeOnThread(void* context) {
   release(job);
 }
 
-bool isNetworkPath(const std::u16string& path) {
-  return path.size() >= 2 && path[0] == u'\\' && path[1] == u'\\';
-}
-
 ProbeResult judgeNetworkQuery(const platform::AttributeQuery& query) {
   if (query.attributes != platform::kInvalidAttributes) return ProbeResult::Available;
   const bool missing =
@@ -44,19 +41,34 @@ ProbeResult judgeNetworkQuery(const platform::AttributeQuery& query) {
   return missing ? ProbeResult::Missing : ProbeResult::Unavailable;
 }
 
-ProbeResult probeNetworkPath(const std::u16string& path, std::uint32_t timeoutMilliseconds) {
+// A probe under way; one that no thread could be had for has its result already.
+struct Probe {
+  ProbeJob* job = nullptr;
+  ProbeResult result = ProbeResult::Unavailable;
+};
+
+Probe startNetworkProbe(const std::u16string& path) {
   platform::Event* event = platform::createEvent();
-  if (event == nullptr) return judgeNetworkQuery(platform::queryAttributes(path));
+  if (event == nullptr) return {nullptr, judgeNetworkQuery(platform::queryAttributes(path))};
 
   auto* job = new ProbeJob;
   job->path = path;
   job->doneEvent = event;
-  if (!platform::startDetachedThread(probeOnThread, job)) {
-    job->references = 1;  // no thread took the other one
-    release(job);
-    return judgeNetworkQuery(platform::queryAttributes(path));
-  }
-  const bool answered = platform::waitForEvent(event, timeoutMilliseconds);
+  if (platform::startDetachedThread(probeOnThread, job)) return {job};
+  job->references = 1;  // there is no thread to hold the other one
+  release(job);
+  return {nullptr, judgeNetworkQuery(platform::queryAttributes(path))};
+}
+
+Probe startProbe(const std::u16string& path) {
+  if (platform::isNetworkPath(path)) return startNetworkProbe(path);
+  return {nullptr, platform::fileExists(path) ? ProbeResult::Available : ProbeResult::Missing};
+}
+
+ProbeResult finishProbe(const Probe& probe, std::uint32_t timeoutMilliseconds) {
+  ProbeJob* job = probe.job;
+  if (job == nullptr) return probe.result;
+  const bool answered = platform::waitForEvent(job->doneEvent, timeoutMilliseconds);
   const ProbeResult result =
       answered ? judgeNetworkQuery({job->attributes, job->lastError}) : ProbeResult::Unavailable;
   release(job);
@@ -66,8 +78,36 @@ ProbeResult probeNetworkPath(const std::u16string& path, std::uint32_t timeoutMi
 }  // namespace
 
 ProbeResult probePath(const std::u16string& path, std::uint32_t timeoutMilliseconds) {
-  if (isNetworkPath(path)) return probeNetworkPath(path, timeoutMilliseconds);
-  return platform::fileExists(path) ? ProbeResult::Available : ProbeResult::Missing;
+  return finishProbe(startProbe(path), timeoutMilliseconds);
+}
+
+std::vector<ProbeResult> probePaths(const std::vector<std::u16string>& paths,
+                                    std::uint32_t timeoutMilliseconds) {
+  std::vector<Probe> probes;
+  probes.reserve(paths.size());
+  for (const std::u16string& path : paths) probes.push_back(startProbe(path));
+
+  const std::uint64_t start = platform::monotonicMilliseconds();
+  std::vector<ProbeResult> results;
+  results.reserve(probes.size());
+  for (const Probe& probe : probes) {
+    const std::uint64_t waited = platform::monotonicMilliseconds() - start;
+    const std::uint64_t left = timeoutMilliseconds > waited ? timeoutMilliseconds - waited : 0;
+    results.push_back(finishProbe(probe, static_cast<std::uint32_t>(left)));
+  }
+  return results;
+}
+
+ProbeResult probeWithinOpenTimeout(const std::u16string& path) {
+  return probePath(path, openTimeoutMilliseconds());
+}
+
+bool onGoneShare(const std::u16string& path) {
+  return platform::isNetworkPath(path) && probeWithinOpenTimeout(path) == ProbeResult::Unavailable;
+}
+
+std::uint32_t openTimeoutMilliseconds() {
+  return static_cast<std::uint32_t>(session.settings.openTimeoutSeconds) * 1000;
 }
 
 }  // namespace quillmere

@@ -7,9 +7,7 @@
 #include <string_view>
 
 #include "base/text_format.h"
-#include "platform/files.h"
 #include "platform/profile.h"
-#include "platform/text.h"
 #include "session/density.h"
 #include "session/session.h"
 #include "store/binder_library.h"
@@ -73,18 +71,6 @@ void startPanels() {
   session.leftPanelSplit = static_cast<float>(settings.leftPanelSplitBp) / kSplitUnits;
 }
 
-void restoreBinders(const std::u16string& path) {
-  session.restoringBinders = true;
-  const std::u16string workingDocs = WorkingDocsPath();
-  for (const std::u16string& binder : readPathList(kBinderList, path)) {
-    if (platform::equalIgnoringCase(binder, workingDocs)) continue;
-    if (platform::fileExists(binder)) LoadBinder(binder);
-  }
-  session.restoringBinders = false;
-  // This drops binder files that no longer exist from the list.
-  SaveBinderList();
-}
-
 void rememberLiveState() {
   AppSettings& settings = session.settings;
   settings.lastZoomMode0 = static_cast<std::uint32_t>(session.panes[0].zoomMode);
@@ -132,7 +118,7 @@ void LoadSettings() {
   placeMainWindowFromSettings();
   startPanels();
   if (path.empty()) return;
-  if (settings.restoreOnLaunch) restoreBinders(path);
+  if (settings.restoreOnLaunch) RestoreBinders();
   LoadWorkingDocuments();
 }
 

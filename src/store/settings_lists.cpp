@@ -7,6 +7,7 @@
 #include "base/text_format.h"
 #include "platform/files.h"
 #include "platform/profile.h"
+#include "platform/text.h"
 #include "session/session.h"
 #include "store/data_folder.h"
 #include "store/settings.h"
@@ -17,6 +18,28 @@ namespace {
 
 // At least this many path keys are written, with empty values after the last path.
 constexpr std::int32_t kMinimumPathKeys = 20;
+
+// Absent binders keep their place behind the one that they followed; where that one is gone too,
+// they come last.
+std::vector<std::u16string> binderPathsInOrder() {
+  std::vector<AbsentBinder> absent = session.absentBinders;
+  std::vector<std::u16string> paths;
+  const auto takeAbsentBehind = [&](std::u16string_view before) {
+    std::erase_if(absent, [&](const AbsentBinder& binder) {
+      if (!platform::equalIgnoringCase(binder.before, before)) return false;
+      paths.push_back(binder.path);
+      return true;
+    });
+  };
+  takeAbsentBehind(u"");
+  for (const BinderFile& binder : session.binderLibrary) {
+    if (binder.isWorkingDocuments || binder.path.empty()) continue;
+    paths.push_back(binder.path);
+    takeAbsentBehind(binder.path);
+  }
+  for (const AbsentBinder& binder : absent) paths.push_back(binder.path);
+  return paths;
+}
 
 }  // namespace
 
@@ -55,11 +78,7 @@ void SaveBinderList() {
   const std::u16string iniPath = GetIniPath();
   if (iniPath.empty()) return;
   if (session.viewerRole && !platform::fileExists(iniPath)) return;
-  std::vector<std::u16string> paths;
-  for (const BinderFile& binder : session.binderLibrary) {
-    if (!binder.isWorkingDocuments && !binder.path.empty()) paths.push_back(binder.path);
-  }
-  writePathList(kBinderList, paths, iniPath);
+  writePathList(kBinderList, binderPathsInOrder(), iniPath);
 }
 
 }  // namespace quillmere

@@ -19,6 +19,17 @@ const ShelfEntry* shelfEntryOf(const std::u16string& path) {
   return found == session.shelfIndex.end() ? nullptr : &found->second;
 }
 
+bool IsShelved(const std::u16string& path) {
+  const ShelfEntry* entry = shelfEntryOf(path);
+  return entry != nullptr && entry->dirty;
+}
+
+std::u16string liveShelfCopy(const std::u16string& path) {
+  if (!IsShelved(path)) return {};
+  const std::u16string copy = ShelfFilePath(shelfEntryOf(path)->shelfName);
+  return !copy.empty() && platform::fileExists(copy) ? copy : std::u16string();
+}
+
 void DropShelfEntry(const std::u16string& path) {
   const auto found = session.shelfIndex.find(platform::toLower(path));
   if (found == session.shelfIndex.end()) return;

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
+// The built-in binder of documents in use. It stands first in the library and is kept in a file of
+// its own. A viewer shows it empty and keeps no file.
 namespace quillmere {
 
 // How a document joins the working documents.
@@ -11,16 +14,17 @@ enum WorkingDocsMode : int {
   kWorkingDocsLeaveAlone = 2,
 };
 
-// Lists a document among those in use.
+// Lists documents among those in use, one after the other. The tree follows once the present
+// message is done.
+void AddToWorkingDocuments(const std::vector<std::u16string>& paths, WorkingDocsMode how);
 void AddToWorkingDocuments(const std::u16string& path, WorkingDocsMode how);
 
-// Makes the built-in binder of documents in use, with the contents it had last time.
+// Makes the built-in binder unless it is there, with what it held last time where that is restored;
+// where it is not, its file is deleted. Without a data folder there is no such binder.
 void LoadWorkingDocuments();
-
-// Takes a document out of the recent list and saves the list if that changed it.
-void RemoveFromRecentFiles(const std::u16string& path);
 
 // The file that holds the list of documents in use; empty without a data folder.
 std::u16string WorkingDocsPath();
+bool IsWorkingDocsPath(const std::u16string& path);
 
 }  // namespace quillmere

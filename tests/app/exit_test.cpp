@@ -10,6 +10,7 @@
 #include "support/pdf_builder.h"
 #include "support/session_test.h"
 #include "support/settings_file.h"
+#include "view/navigation.h"
 
 namespace quillmere::test {
 namespace {
@@ -100,6 +101,38 @@ TEST_F(ExitTest, TheListOfDocumentsInUseGoesUnlessItIsRestored) {
   session.settings.restoreOpenDocs = false;
   EXPECT_TRUE(settleBeforeClose());
   EXPECT_EQ(platform::fileBytes(WorkingDocsPath()), std::nullopt);
+}
+
+TEST_F(ExitTest, TheViewOfTheOpenDocumentIsKeptAndBringsNoUnwantedListBack) {
+  for (const bool restored : {true, false}) {
+    session.settings.restoreOpenDocs = restored;
+    const std::u16string path = putPdf(u"a.pdf", simplePdf(3));
+    openRequested(path, 0, kWorkingDocsToHead, true);
+    goToPage(0, 2, false);
+    EXPECT_TRUE(settleBeforeClose());
+    tearDown();
+    FPDF_InitLibrary();
+    const std::string list = platform::fileBytes(WorkingDocsPath()).value_or("");
+    EXPECT_EQ(list.find("a.pdf\tpage=2\t") != std::string::npos, restored) << list;
+    EXPECT_EQ(platform::fileExists(WorkingDocsPath()), restored);
+  }
+}
+
+TEST_F(ExitTest, ASecondMainWindowLeavesTheListOfDocumentsInUseAlone) {
+  platform::putFile(WorkingDocsPath(), "x");
+  session.ownsPrimaryName = false;
+  session.settings.restoreOpenDocs = false;
+  EXPECT_TRUE(settleBeforeClose());
+  EXPECT_EQ(platform::fileBytes(WorkingDocsPath()), "x");
+}
+
+TEST_F(ExitTest, LoggingOffKeepsTheView) {
+  const std::u16string path = putPdf(u"a.pdf", simplePdf(3));
+  openRequested(path, 0, kWorkingDocsToHead, true);
+  goToPage(0, 1, false);
+  settleForLogoff();
+  EXPECT_NE(platform::fileBytes(WorkingDocsPath()).value_or("").find("\tpage=1\t"),
+            std::string::npos);
 }
 
 TEST_F(ExitTest, UnsavedEditsAreNotAskedAbout) {

@@ -139,6 +139,15 @@ TEST_F(HandOverTest, WithoutAMutexHandleTheProgramGoesOn) {
   EXPECT_THAT(standIn().sentPaths, IsEmpty());
 }
 
+TEST_F(HandOverTest, ARelativePathIsCompletedForTheOtherInstance) {
+  anotherInstanceRuns();
+  standIn().otherWindows = {windowOf(u"QuillmereWnd", 7)};
+  standIn().currentFolder = u"C:\\Texts";
+  EXPECT_EQ(handOverToRunningInstance(launch(u"a.pdf")), 0);
+  ASSERT_EQ(standIn().sentPaths.size(), 1u);
+  EXPECT_EQ(standIn().sentPaths[0].path, u"C:\\Texts\\a.pdf");
+}
+
 TEST_F(HandOverTest, AFileIsSentToTheRunningInstance) {
   anotherInstanceRuns();
   standIn().otherWindows = {windowOf(u"QuillmereWnd", 7)};

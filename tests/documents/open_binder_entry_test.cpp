@@ -55,6 +55,17 @@ class OpenBinderEntryTest : public SessionTest {
     platform::waitForDetachedThreads();
   }
 
+  // A copy of two pages with unsaved changes of the document.
+  static ShelfEntry& shelve(const std::u16string& path) {
+    session.shelveFolder = u"C:\\Shelve\\";
+    putPdf(u"Shelve\\0123.pdf", simplePdf(2));
+    ShelfEntry& entry = session.shelfIndex[platform::toLower(path)];
+    entry.path = platform::toLower(path);
+    entry.dirty = true;
+    entry.shelfName = u"0123";
+    return entry;
+  }
+
   static bool unavailable(const std::u16string& path) {
     return session.unavailableFiles.contains(platform::toLower(path));
   }
@@ -214,28 +225,69 @@ TEST_F(OpenBinderEntryTest, TheCallerDecidesAboutTheQuestion) {
 }
 
 TEST_F(OpenBinderEntryTest, AShelvedFileOpensInItsShelvedState) {
-  session.shelveFolder = u"C:\\Shelve\\";
-  putPdf(u"Shelve\\0123.pdf", simplePdf(2));
-  ShelfEntry entry;
-  entry.path = u"c:\\a.pdf";
-  entry.dirty = true;
-  entry.shelfName = u"0123";
-  session.shelfIndex[entry.path] = entry;
+  shelve(u"C:\\A.pdf");
   openBinderEntry(itemData(1, 0), true, false);
   EXPECT_EQ(session.active.path, u"C:\\A.pdf");
   EXPECT_EQ(session.active.pageCount, 2);
   EXPECT_EQ(session.documentBinders[u"c:\\a.pdf"], u"C:\\Binder.lst");
 }
 
+TEST_F(OpenBinderEntryTest, AMissingFileOpensInItsShelvedState) {
+  shelve(u"C:\\missing.pdf").sourceSize = 1;
+  openBinderEntry(itemData(1, 1), true, false);
+  EXPECT_EQ(session.active.path, u"C:\\missing.pdf");
+  EXPECT_EQ(session.active.pageCount, 2);
+  EXPECT_THAT(standIn().beeps, IsEmpty());
+  EXPECT_FALSE(unavailable(u"C:\\missing.pdf"));
+
+  platform::deleteFile(u"C:\\Shelve\\0123.pdf");
+  openBinderEntry(itemData(1, 0), false, false);
+  openBinderEntry(itemData(1, 1), false, false);  // now the copy is missing too
+  EXPECT_EQ(session.active.path, u"C:\\A.pdf");
+  EXPECT_EQ(standIn().beeps.size(), 1u);
+  EXPECT_TRUE(unavailable(u"C:\\missing.pdf"));
+}
+
+TEST_F(OpenBinderEntryTest, AnUnreachablePlaceIsExplainedEvenWithAShelvedState) {
+  shelve(kNetworkFile);
+  setVolume(kShare, VolumeState::Failing, 53);
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  openBinderEntry(itemData(1, 2), true, false);
+  expectNothingOpen();
+  EXPECT_EQ(standIn().boxes.size(), 1u);
+}
+
+TEST_F(OpenBinderEntryTest, AShownFileThatHasGoneBeepsAndStaysOpen) {
+  openBinderEntry(itemData(1, 0), true, false);
+  platform::deleteFile(u"C:\\A.pdf");
+  openBinderEntry(itemData(1, 0), true, false);
+  EXPECT_EQ(session.active.pageCount, 5);
+  EXPECT_EQ(standIn().beeps.size(), 1u);
+  EXPECT_TRUE(unavailable(u"C:\\A.pdf"));
+}
+
+TEST_F(OpenBinderEntryTest, AFileOnAMappedDriveThatDoesNotAnswerIsExplained) {
+  standIn().mappedDrives = u"n";
+  setVolume(u"N:", VolumeState::Failing, 53);
+  session.binderLibrary[1].files[1] = u"n:\\a.pdf";
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  openBinderEntry(itemData(1, 1), true, false);
+  ASSERT_EQ(standIn().boxes.size(), 1u);
+  EXPECT_EQ(standIn().boxes[0].title, u"Network Location Unavailable");
+}
+
+TEST_F(OpenBinderEntryTest, AFileOfTheDocumentsInUseKeepsItsPlaceAndTheTreeFollowsLater) {
+  putPdf(u"head.pdf", simplePdf(1));
+  session.binderLibrary[0].files.insert(session.binderLibrary[0].files.begin(), u"C:\\head.pdf");
+  openBinderEntry(itemData(0, 1), true, false);
+  EXPECT_EQ(session.active.path, u"C:\\used.pdf");
+  EXPECT_THAT(session.binderLibrary[0].files,
+              testing::ElementsAre(u"C:\\head.pdf", u"C:\\used.pdf"));
+  EXPECT_EQ(standIn().window.binderTreeRebuildsPosted, 1);
+}
+
 TEST_F(OpenBinderEntryTest, CancelAtAConflictLeavesTheTreeAlone) {
-  session.shelveFolder = u"C:\\Shelve\\";
-  putPdf(u"Shelve\\0123.pdf", simplePdf(2));
-  ShelfEntry entry;
-  entry.path = u"c:\\a.pdf";
-  entry.dirty = true;
-  entry.shelfName = u"0123";
-  entry.sourceSize = 1;
-  session.shelfIndex[entry.path] = entry;
+  shelve(u"C:\\A.pdf").sourceSize = 1;
   standIn().boxAnswers = {BoxAnswer::Cancel};
   openBinderEntry(itemData(1, 0), true, false);
   expectNothingOpen();

@@ -67,13 +67,30 @@ class OpenRequestsTest : public SessionTest {
 
 // Several files at once.
 
-TEST_F(OpenRequestsTest, TheFirstOfSeveralIsOpened) {
+TEST_F(OpenRequestsTest, TheFirstOfSeveralIsOpenedAndAllLeaveTheRecentList) {
   const std::u16string a = putPdf(u"a.pdf", simplePdf(1));
   const std::u16string b = putPdf(u"b.pdf", simplePdf(2));
-  session.settings.recentFiles = {a, b};
+  session.settings.recentFiles = {a, b, u"C:\\x.pdf"};
   openSeveral({a, b}, 0);
   EXPECT_EQ(session.active.path, a);
-  EXPECT_THAT(session.settings.recentFiles, ElementsAre(b));
+  EXPECT_THAT(session.settings.recentFiles, ElementsAre(u"C:\\x.pdf"));
+}
+
+TEST_F(OpenRequestsTest, AllOfSeveralAreInUseTheLastOneAtTheHead) {
+  const std::u16string a = putPdf(u"a.pdf", simplePdf(1));
+  openSeveral({a, u"C:\\b.pdf", u"C:\\c.pdf"}, 0);
+  ASSERT_EQ(session.binderLibrary.size(), 1u);
+  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\c.pdf", u"C:\\b.pdf", a));
+  EXPECT_EQ(session.documentBinders[u"c:\\a.pdf"], session.binderLibrary[0].path);
+}
+
+TEST_F(OpenRequestsTest, ARelativePathIsCompletedBeforeAnythingRemembersIt) {
+  standIn().currentFolder = u"C:\\Texts";
+  putPdf(u"Texts\\a.pdf", simplePdf(1));
+  openRequested(u"a.pdf", 0, kWorkingDocsToHead, true);
+  EXPECT_EQ(session.active.path, u"C:\\Texts\\a.pdf");
+  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\Texts\\a.pdf"));
+  EXPECT_TRUE(session.documentBinders.contains(u"c:\\texts\\a.pdf"));
 }
 
 TEST_F(OpenRequestsTest, NoFilesOpenNothing) {
@@ -164,11 +181,11 @@ TEST_F(OpenRequestsTest, TheDialogOffersPdfsFirstAndTakesSeveral) {
 TEST_F(OpenRequestsTest, TheDialogsFilesOpenInTheGivenPane) {
   session.viewMode = ViewMode::TwoDocuments;
   const std::u16string a = putPdf(u"a.pdf", simplePdf(1));
-  session.settings.recentFiles = {u"C:\\b.pdf"};
+  session.settings.recentFiles = {u"C:\\b.pdf", u"C:\\x.pdf"};
   standIn().openDialogAnswers = {{a, u"C:\\b.pdf"}};
   openWithDialog(1);
   EXPECT_EQ(session.panes[1].path, a);
-  EXPECT_THAT(session.settings.recentFiles, ElementsAre(u"C:\\b.pdf"));
+  EXPECT_THAT(session.settings.recentFiles, ElementsAre(u"C:\\x.pdf"));
 }
 
 TEST_F(OpenRequestsTest, AFileThatIsDeletedMeanwhileIsReported) {

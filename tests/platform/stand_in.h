@@ -168,6 +168,8 @@ struct StandIn {
   std::u16string localAppDataFolder = u"C:\\Users\\User\\AppData\\Local";
   std::u16string desktopFolder = u"C:\\Users\\User\\Desktop";
   std::u16string temporaryFolder = u"C:\\Users\\User\\AppData\\Local\\Temp\\";
+  std::u16string currentFolder = u"C:\\Current";  // completes relative paths; it need not exist
+  std::u16string mappedDrives;            // lower-case letters of drives that are mapped to a share
   std::optional<std::uint64_t> diskFree;  // bytes left for files; unset: no limit
 
   std::map<std::pair<std::u16string, std::u16string>, std::u16string> registry;  // key, name

@@ -13,6 +13,8 @@ bool offers(BoxButtons buttons, BoxAnswer answer) {
   switch (buttons) {
     case BoxButtons::Ok:
       return answer == BoxAnswer::Ok;
+    case BoxButtons::OkDefaultCancel:
+      return answer == BoxAnswer::Ok || answer == BoxAnswer::Cancel;
     case BoxButtons::YesNo:
       return answer == BoxAnswer::Yes || answer == BoxAnswer::No;
     case BoxButtons::YesNoCancel:

@@ -245,6 +245,16 @@ bool setReadOnly(const std::u16string& path, bool readOnly) {
   return true;
 }
 
+std::u16string absolutePath(const std::u16string& path) {
+  return completedPath(path, standIn().currentFolder);
+}
+
+bool isNetworkPath(const std::u16string& path) {
+  if (path.starts_with(u"\\\\")) return true;
+  return path.size() >= 2 && path[1] == u':' &&
+         standIn().mappedDrives.find(toLower(path)[0]) != std::u16string::npos;
+}
+
 std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& path,
                                                         std::uint64_t maximumSize) {
   const FoundPath found = findPath(path);
@@ -253,7 +263,7 @@ std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& pa
   }
   std::error_code error;
   const std::uintmax_t size = fs::file_size(found.real, error);
-  if (error || size == 0 || size > maximumSize) return std::nullopt;
+  if (error || size > maximumSize) return std::nullopt;
   return readReal(found.real);
 }
 
@@ -300,6 +310,16 @@ bool replaceFile(const std::u16string& source, const std::u16string& target) {
   if (to.folder || isReadOnly(to.real)) return false;
   if (otherUseOf(to.real) == OtherUse::Exclusive) return false;
   return moveWithStreams(from.real, to.real);
+}
+
+bool renameFile(const std::u16string& source, const std::u16string& target) {
+  const FoundPath from = findPath(source);
+  const FoundPath to = findPath(target);
+  if (!from.exists || otherUseOf(from.real) == OtherUse::Exclusive) return false;
+  if (to.exists ? from.real != to.real : to.error != kErrorFileNotFound) return false;
+  if (from.volume != to.volume) return false;
+  const fs::path named = to.real.parent_path() / nativeName(lastNameOf(target));
+  return from.real == named || moveWithStreams(from.real, named);
 }
 
 bool createFolder(const std::u16string& path) {

@@ -179,11 +179,62 @@ TEST_F(FilesSuite, ARenamedFileKeepsItsStamp) {
   EXPECT_EQ(after->size, before.size);
 }
 
-TEST_F(FilesSuite, ReadingWholeRefusesEmptyMissingAndTooLargeFilesAndFolders) {
+TEST_F(FilesSuite, RenamingReplacesNothing) {
+  putBytes(in(u"a.lst"), "a");
+  putBytes(in(u"b.lst"), "b");
+  EXPECT_FALSE(renameFile(in(u"a.lst"), in(u"B.lst")));
+  EXPECT_EQ(bytesOf(in(u"a.lst")), "a");
+  EXPECT_EQ(bytesOf(in(u"b.lst")), "b");
+  EXPECT_FALSE(renameFile(in(u"none.lst"), in(u"c.lst")));
+  EXPECT_FALSE(renameFile(in(u"a.lst"), in(u"none\\c.lst")));
+  EXPECT_TRUE(renameFile(in(u"a.lst"), in(u"c.lst")));
+  EXPECT_FALSE(fileExists(in(u"a.lst")));
+  EXPECT_EQ(bytesOf(in(u"c.lst")), "a");
+}
+
+TEST_F(FilesSuite, AFileCanBeRenamedToOtherLetterCase) {
+  putBytes(in(u"list.lst"), "a");
+  EXPECT_TRUE(renameFile(in(u"list.lst"), in(u"LIST.lst")));
+  EXPECT_EQ(listFiles(folder, u".lst"), (std::optional<Names>{{u"LIST.lst"}}));
+}
+
+TEST_F(FilesSuite, AFileHeldExclusivelyIsNotRenamed) {
+  putBytes(in(u"a.lst"), "a");
+  const FileLock lock(in(u"a.lst"), LockKind::Exclusive);
+  EXPECT_FALSE(renameFile(in(u"a.lst"), in(u"b.lst")));
+  EXPECT_TRUE(fileExists(in(u"a.lst")));
+}
+
+TEST_F(FilesSuite, AbsolutePathsAreCompletedByTheCurrentFolderAlone) {
+  EXPECT_EQ(absolutePath(u"C:\\Texts\\a.pdf"), u"C:\\Texts\\a.pdf");
+  EXPECT_EQ(absolutePath(u"C:/Texts/./b/../a.pdf"), u"C:\\Texts\\a.pdf");
+  EXPECT_EQ(absolutePath(u"\\\\server\\share\\x\\..\\a.pdf"), u"\\\\server\\share\\a.pdf");
+  EXPECT_EQ(absolutePath(u""), u"");
+  const std::u16string completed = absolutePath(u"a.pdf");
+  ASSERT_GT(completed.size(), 8u);
+  EXPECT_EQ(completed.substr(1, 2), u":\\");
+  EXPECT_TRUE(completed.ends_with(u"\\a.pdf"));
+  EXPECT_EQ(absolutePath(u"sub\\..\\a.pdf"), completed);
+  EXPECT_EQ(absolutePath(u"\\a.pdf"), completed.substr(0, 2) + u"\\a.pdf");
+}
+
+TEST_F(FilesSuite, AnAbsolutePathMayBeLongerThanAnyFileName) {
+  const std::u16string longPath = u"C:\\" + std::u16string(400, u'x');
+  EXPECT_EQ(absolutePath(longPath), longPath);
+}
+
+TEST_F(FilesSuite, ASharesNameTellsANetworkPath) {
+  EXPECT_TRUE(isNetworkPath(u"\\\\server\\share\\a.pdf"));
+  EXPECT_FALSE(isNetworkPath(in(u"a.pdf")));
+  EXPECT_FALSE(isNetworkPath(u""));
+  EXPECT_FALSE(isNetworkPath(u"a.pdf"));
+}
+
+TEST_F(FilesSuite, ReadingWholeRefusesMissingAndTooLargeFilesAndFolders) {
   putBytes(in(u"empty"), "");
   putBytes(in(u"five"), "12345");
   ASSERT_TRUE(createFolder(in(u"sub")));
-  EXPECT_FALSE(readFileShared(in(u"empty"), kNoLimit));
+  EXPECT_EQ(textOf(readFileShared(in(u"empty"), kNoLimit)), "");
   EXPECT_FALSE(readFileShared(in(u"none"), kNoLimit));
   EXPECT_FALSE(readFileShared(in(u"sub"), kNoLimit));
   EXPECT_FALSE(readFileShared(in(u"five"), 4));

@@ -17,6 +17,8 @@ BoxAnswer answerWith(BoxButtons buttons, WPARAM command, BoxOwner owner = BoxOwn
 
 TEST(MessageBoxWindows, EveryButtonGivesItsAnswer) {
   EXPECT_EQ(answerWith(BoxButtons::Ok, IDOK), BoxAnswer::Ok);
+  EXPECT_EQ(answerWith(BoxButtons::OkDefaultCancel, IDOK), BoxAnswer::Ok);
+  EXPECT_EQ(answerWith(BoxButtons::OkDefaultCancel, IDCANCEL), BoxAnswer::Cancel);
   EXPECT_EQ(answerWith(BoxButtons::YesNo, IDYES), BoxAnswer::Yes);
   EXPECT_EQ(answerWith(BoxButtons::YesNo, IDNO), BoxAnswer::No);
   EXPECT_EQ(answerWith(BoxButtons::YesNoCancel, IDYES), BoxAnswer::Yes);
@@ -24,7 +26,19 @@ TEST(MessageBoxWindows, EveryButtonGivesItsAnswer) {
   EXPECT_EQ(answerWith(BoxButtons::YesNoCancel, IDCANCEL), BoxAnswer::Cancel);
 }
 
-// The window that owns the box. Wine does not keep a box on top, so only the owner can be checked.
+TEST(MessageBoxWindows, TheSecondButtonIsTheDefaultWhereTheFirstCannotBeUndone) {
+  WORD defaultButton = 0;
+  {
+    const DialogAnswerer answerer(L"#32770", L"Suite Title", [&defaultButton](HWND box) {
+      defaultButton = LOWORD(SendMessageW(box, DM_GETDEFID, 0, 0));
+      PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
+    });
+    showMessageBox(u"Some text", u"Suite Title", BoxButtons::OkDefaultCancel, BoxIcon::Warning);
+  }
+  EXPECT_EQ(defaultButton, IDCANCEL);
+}
+
+// Which window owns the box; Wine does not put a box on top, so the owner is what can be seen.
 HWND ownerOfBox(BoxOwner owner) {
   HWND found = nullptr;
   const DialogAnswerer answerer(L"#32770", L"Suite Title", [&found](HWND box) {

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <vector>
+
 #include "support/session_test.h"
 
 namespace quillmere::test {
@@ -87,6 +90,30 @@ TEST_F(ProbePathTest, ManyProbesShareNothing) {
   for (int i = 0; i < 20; ++i) {
     ASSERT_EQ(probePath(kNetworkFile, 10000), ProbeResult::Available);
   }
+}
+
+TEST_F(ProbePathTest, SeveralProbesShareOneTimeout) {
+  setVolume(kShare, VolumeState::Silent);
+  const std::u16string local = putPdf(u"a.pdf", "x");
+  std::vector<std::u16string> paths(20, kNetworkFile);
+  paths.push_back(local);
+  paths.push_back(u"C:\\b.pdf");
+  const auto start = std::chrono::steady_clock::now();
+  const std::vector<ProbeResult> results = probePaths(paths, 200);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(2000));
+  ASSERT_EQ(results.size(), 22u);
+  EXPECT_EQ(results[0], ProbeResult::Unavailable);
+  EXPECT_EQ(results[19], ProbeResult::Unavailable);
+  EXPECT_EQ(results[20], ProbeResult::Available);
+  EXPECT_EQ(results[21], ProbeResult::Missing);
+}
+
+TEST_F(ProbePathTest, ADriveThatIsMappedToAShareIsProbedAsOne) {
+  standIn().mappedDrives = u"z";
+  setVolume(u"Z:", VolumeState::Failing, 53);
+  EXPECT_EQ(probePath(u"z:\\a.pdf", 10000), ProbeResult::Unavailable);
+  EXPECT_TRUE(onGoneShare(u"Z:\\a.pdf"));
+  EXPECT_FALSE(onGoneShare(u"C:\\a.pdf"));
 }
 
 class ProbeWithoutThreadTest : public ProbePathTest, public testing::WithParamInterface<bool> {

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "base/text_format.h"
+#include "store/recent_files.h"
 #include "store/settings.h"
-#include "store/working_documents.h"
 #include "support/settings_file.h"
 
 namespace quillmere::test {

@@ -99,12 +99,29 @@ bool setReadOnly(const std::u16string& path, bool readOnly) {
   return SetFileAttributesW(wide(path), wanted) != 0;
 }
 
+std::u16string absolutePath(const std::u16string& path) {
+  if (path.empty()) return path;
+  const DWORD units = GetFullPathNameW(wide(path), 0, nullptr, nullptr);
+  std::u16string full(units, u'\0');
+  const DWORD length = GetFullPathNameW(wide(path), units, wideBuffer(full), nullptr);
+  if (length == 0 || length >= units) return path;
+  full.resize(length);
+  return full;
+}
+
+bool isNetworkPath(const std::u16string& path) {
+  if (path.starts_with(u"\\\\")) return true;
+  if (path.size() < 2 || path[1] != u':') return false;
+  const std::u16string root = path.substr(0, 2) + u"\\";
+  return GetDriveTypeW(wide(root)) == DRIVE_REMOTE;
+}
+
 std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& path,
                                                         std::uint64_t maximumSize) {
   const KernelHandle file = openFile(wide(path), GENERIC_READ, kShareAll, OPEN_EXISTING);
   if (!file) return std::nullopt;
   const std::optional<std::uint64_t> size = sizeOf(file.get());
-  if (!size || *size == 0 || *size > maximumSize) return std::nullopt;
+  if (!size || *size > maximumSize) return std::nullopt;
   auto bytes = readBytes(file.get(), *size);
   if (bytes && bytes->size() != *size) return std::nullopt;
   return bytes;
@@ -134,6 +151,10 @@ bool deleteFile(const std::u16string& path) {
 bool replaceFile(const std::u16string& source, const std::u16string& target) {
   return !isReadOnlyFile(target) &&
          MoveFileExW(wide(source), wide(target), MOVEFILE_REPLACE_EXISTING) != 0;
+}
+
+bool renameFile(const std::u16string& source, const std::u16string& target) {
+  return MoveFileExW(wide(source), wide(target), 0) != 0;
 }
 
 bool createFolder(const std::u16string& path) {

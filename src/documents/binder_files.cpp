@@ -1,0 +1,175 @@
+#include "documents/binder_files.h"
+
+#include <algorithm>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "base/limits.h"
+#include "base/text_format.h"
+#include "documents/close.h"
+#include "documents/save.h"
+#include "documents/shelve.h"
+#include "documents/unsaved_dialog.h"
+#include "platform/text.h"
+#include "session/session.h"
+#include "session/waiting_opens.h"
+#include "store/binder_library.h"
+#include "store/shelf.h"
+#include "ui/boxes.h"
+
+namespace quillmere {
+
+namespace {
+
+constexpr int kNoPane = -1;
+
+// The pane that shows the file as one that was opened from the binder.
+int paneOpenedFrom(const std::u16string& path, int index) {
+  const auto opened = session.documentBinders.find(platform::toLower(path));
+  if (opened == session.documentBinders.end() || FindBinder(opened->second) != index) {
+    return kNoPane;
+  }
+  return paneShowing(path);
+}
+
+// Asks as Close does, about a document that the user sees as the active one then.
+bool mayClose(int pane) {
+  if (!hasUnsavedChanges(pane)) return true;
+  setActivePane(pane);
+  return PromptSaveBeforeClose(fileNameOf(pathOf(pane))) != BoxAnswer::Cancel;
+}
+
+BoxAnswer askAboutShelved(const std::u16string& path) {
+  return showBox(
+      formatText(u"'%s' has unsaved changes.\n\nYes  -  Save the changes, then remove\nNo  -  "
+                 u"Discard the changes and remove\nCancel  -  Keep the file in the binder",
+                 {fileNameOf(path)}),
+      u"Remove from Binder", BoxButtons::YesNoCancel, BoxIcon::Warning);
+}
+
+bool confirmRemoval(const std::u16string& binder, const std::u16string& path) {
+  return showBox(formatText(u"Remove this file from binder '%s'?\n\n    %s\n\nThe file itself will "
+                            u"not be deleted from disk.",
+                            {binder, fileNameOf(path)}),
+                 u"Remove from Binder", BoxButtons::YesNo, BoxIcon::Question) == BoxAnswer::Yes;
+}
+
+bool confirmRemovalOfAll(const BinderFile& binder) {
+  const std::size_t count = binder.files.size();
+  return showBox(formatText(u"Remove all %d document%s from '%s'?",
+                            {decimal(static_cast<std::int64_t>(count)), count == 1 ? u"" : u"s",
+                             binder.name}),
+                 u"Remove All", BoxButtons::YesNo, BoxIcon::Question) == BoxAnswer::Yes;
+}
+
+bool orphaned(const std::u16string& path, int index) {
+  return IsShelved(path) && !IsFileInOtherBinder(path, index);
+}
+
+// The files whose shelved changes nobody would find any more without this binder.
+std::vector<UnsavedFile> filesToBeOrphaned(int index) {
+  const BinderFile& binder = binderAt(index);
+  std::vector<UnsavedFile> files;
+  std::unordered_set<std::u16string> listed;
+  for (std::size_t i = 0; i < binder.files.size(); ++i) {
+    const std::u16string& path = binder.files[i];
+    if (!orphaned(path, index) || !listed.insert(platform::toLower(path)).second) continue;
+    UnsavedFile file;
+    file.binderIndex = index;
+    file.fileIndex = static_cast<int>(i);
+    file.path = path;
+    file.label = formatText(u"%s  -  %s", {fileNameOf(path), binder.name});
+    file.isOpen = paneShowing(path) != kNoPane;
+    files.push_back(std::move(file));
+  }
+  return files;
+}
+
+// Saves what the user chose, and leaves out of `files` what could not be saved.
+bool saveChosen(std::vector<UnsavedFile>& files) {
+  const auto failed = std::erase_if(files, [](const UnsavedFile& file) {
+    return file.save && !SaveShelved(file.binderIndex, file.fileIndex);
+  });
+  return failed == 0;
+}
+
+void dropEntries(const std::vector<UnsavedFile>& files) {
+  for (const UnsavedFile& file : files) DropShelfEntry(file.path);
+}
+
+// The panes with documents of the binder.
+std::vector<int> panesOpenedFrom(int index) {
+  std::vector<int> panes;
+  for (int pane = 0; pane < 2; ++pane) {
+    if (documentOf(pane) != nullptr && paneOpenedFrom(pathOf(pane), index) == pane) {
+      panes.push_back(pane);
+    }
+  }
+  return panes;
+}
+
+bool isAmong(const std::vector<UnsavedFile>& files, const std::u16string& path) {
+  return std::any_of(files.begin(), files.end(), [&](const UnsavedFile& file) {
+    return platform::equalIgnoringCase(file.path, path);
+  });
+}
+
+// Every question comes before the first document closes. Those that were settled are not asked
+// about again.
+bool closeOpenedFrom(int index, const std::vector<UnsavedFile>& settled) {
+  const std::vector<int> panes = panesOpenedFrom(index);
+  for (const int pane : panes) {
+    if (!isAmong(settled, pathOf(pane)) && !mayClose(pane)) return false;
+  }
+  for (const int pane : panes) closeDocumentByPath(pathOf(pane));
+  return true;
+}
+
+}  // namespace
+
+bool RemoveFileFromBinder(int index, int fileIndex, bool confirm) {
+  if (session.viewerRole || !IsValidBinderFile(index, fileIndex)) return false;
+  const DocumentWork work;
+  const std::u16string path = binderAt(index).files[static_cast<std::size_t>(fileIndex)];
+  const bool orphans = orphaned(path, index);
+  if (orphans) {
+    const BoxAnswer answer = askAboutShelved(path);
+    if (answer != BoxAnswer::Yes && answer != BoxAnswer::No) return false;
+    if (answer == BoxAnswer::Yes && !SaveShelved(index, fileIndex)) return false;
+  } else if (confirm && !IsShelved(path) && !confirmRemoval(binderAt(index).name, path)) {
+    return false;
+  }
+  const int pane = paneOpenedFrom(path, index);
+  if (pane != kNoPane) {
+    if (!orphans && !mayClose(pane)) return false;
+    closeDocumentByPath(path);
+  }
+  // The copy on the shelf can only be deleted once it is no longer open.
+  if (orphans) DropShelfEntry(path);
+  RemoveFileRecord(index, fileIndex);
+  return true;
+}
+
+bool RemoveAllFromBinder(int index) {
+  if (session.viewerRole || !IsValidBinder(index) || binderAt(index).files.empty()) return false;
+  const DocumentWork work;
+  std::vector<UnsavedFile> shelved = filesToBeOrphaned(index);
+  if (shelved.empty()) {
+    if (!confirmRemovalOfAll(binderAt(index))) return false;
+  } else {
+    if (ShowUnsavedDialog(shelved, u"Save Changes Before Removing") != UnsavedAnswer::GoAhead) {
+      return false;
+    }
+    if (!saveChosen(shelved)) {
+      dropEntries(shelved);
+      return false;
+    }
+  }
+  const bool closed = closeOpenedFrom(index, shelved);
+  dropEntries(shelved);
+  if (closed) RemoveAllFileRecords(index);
+  return closed;
+}
+
+}  // namespace quillmere

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+// The recent list: documents that left those in use, newest first. Every change is saved at once.
+namespace quillmere {
+
+// Puts the documents at the head, in this order, and cuts the list to its limit.
+void AddToRecentFiles(const std::vector<std::u16string>& paths);
+
+// Takes a document out of the list.
+void RemoveFromRecentFiles(const std::u16string& path);
+
+}  // namespace quillmere

@@ -1,0 +1,612 @@
+#include "store/binder_library.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include "base/text_format.h"
+#include "store/binder_file.h"
+#include "store/settings.h"
+#include "store/working_documents.h"
+#include "support/settings_file.h"
+
+namespace quillmere::test {
+namespace {
+
+using platform::BoxAnswer;
+using platform::BoxButtons;
+using platform::BoxIcon;
+using platform::setVolume;
+using platform::standIn;
+using platform::VolumeState;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+const std::string kMark = "\xEF\xBB\xBF";
+const std::string kPlainHead = "# collapsed=0\r\n# bold=0\r\n";
+constexpr const char16_t* kShare = u"\\\\nas\\lists";
+
+class BinderLibraryTest : public SessionTest {
+ protected:
+  BinderLibraryTest() { platform::putFolder(u"C:\\Lists"); }
+
+  ~BinderLibraryTest() override {
+    setVolume(kShare, VolumeState::Failing);
+    platform::waitForDetachedThreads();
+    EXPECT_THAT(standIn().boxAnswers, IsEmpty());
+  }
+
+  static std::u16string listPath(const std::u16string& name) {
+    return u"C:\\Lists\\" + name + u".lst";
+  }
+
+  static int load(const std::u16string& name, std::string_view bytes = "") {
+    platform::putFile(listPath(name), bytes);
+    return LoadBinder(listPath(name));
+  }
+
+  static void loadMany(int count) {
+    for (int i = 0; i < count; ++i) {
+      EXPECT_GE(load(u"many" + decimal(i)), 0) << i;
+    }
+  }
+
+  static std::vector<std::u16string> names() {
+    std::vector<std::u16string> all;
+    for (const BinderFile& binder : session.binderLibrary) all.push_back(binder.name);
+    return all;
+  }
+
+  static std::string linesOnDisk(const std::u16string& name) {
+    const std::string bytes = platform::fileBytes(listPath(name)).value_or("");
+    const std::string head = kMark + kPlainHead;
+    return bytes.starts_with(head) ? bytes.substr(head.size()) : "(other head) " + bytes;
+  }
+
+  static void expectBox(const char16_t* title, const std::u16string& text, BoxIcon icon) {
+    ASSERT_FALSE(standIn().boxes.empty());
+    EXPECT_EQ(standIn().boxes.back().title, title);
+    EXPECT_EQ(standIn().boxes.back().text, text);
+    EXPECT_EQ(standIn().boxes.back().icon, icon);
+  }
+};
+
+// Loading.
+
+TEST_F(BinderLibraryTest, ABinderIsAppendedAndTheListSaved) {
+  EXPECT_EQ(load(u"b", "C:\\x.pdf\r\n"), 0);
+  EXPECT_EQ(load(u"a"), 1);
+  EXPECT_THAT(names(), ElementsAre(u"b", u"a"));
+  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\x.pdf"));
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"2");
+  EXPECT_EQ(iniValue(u"Binders", u"Path1"), u"C:\\Lists\\a.lst");
+}
+
+TEST_F(BinderLibraryTest, ABinderIsNeverLoadedTwice) {
+  EXPECT_EQ(load(u"list"), 0);
+  EXPECT_EQ(load(u"other"), 1);
+  EXPECT_EQ(LoadBinder(u"c:\\LISTS\\LIST.lst"), 0);
+  EXPECT_EQ(session.binderLibrary.size(), 2u);
+}
+
+TEST_F(BinderLibraryTest, AMissingFileAndAnEmptyPathGiveNoBinder) {
+  EXPECT_EQ(LoadBinder(u"C:\\Lists\\none.lst"), kNoBinder);
+  EXPECT_EQ(LoadBinder(u""), kNoBinder);
+  EXPECT_EQ(FindBinder(u""), kNoBinder);
+  EXPECT_THAT(session.binderLibrary, IsEmpty());
+}
+
+TEST_F(BinderLibraryTest, ARelativePathIsMadeAbsolute) {
+  standIn().currentFolder = u"C:\\Lists";
+  platform::putFile(listPath(u"here"), "");
+  EXPECT_EQ(LoadBinder(u"here.lst"), 0);
+  EXPECT_EQ(session.binderLibrary[0].path, listPath(u"here"));
+}
+
+TEST_F(BinderLibraryTest, TheFiftyFirstCustomBinderIsRefused) {
+  LoadWorkingDocuments();
+  loadMany(50);
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_EQ(load(u"one more"), kTooManyBinders);
+  expectBox(u"Binder Limit",
+            u"Cannot load another binder \u00E2\u20AC\u201D the maximum of 50 binders is already "
+            u"loaded.\n\nClose a binder first (right-click the binder name in the Binder Library "
+            u"panel \u2192 Close Binder).",
+            BoxIcon::Information);
+  EXPECT_EQ(session.binderLibrary.size(), 51u);
+  EXPECT_EQ(LoadBinder(listPath(u"many7")), 8);  // one that is loaded is found all the same
+}
+
+TEST_F(BinderLibraryTest, AShareThatDoesNotAnswerGivesNoBinderWithinTheTimeout) {
+  session.settings.openTimeoutSeconds = 1;
+  setVolume(kShare, VolumeState::Silent);
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(LoadBinder(u"\\\\nas\\lists\\a.lst"), kNoBinder);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+}
+
+// The start.
+
+TEST_F(BinderLibraryTest, TheNextStartHasTheSameBinders) {
+  load(u"b");
+  load(u"a");
+  restart();
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"b", u"a"));
+  EXPECT_FALSE(session.restoringBinders);
+}
+
+TEST_F(BinderLibraryTest, ABinderWhoseFileHasGoneIsForgottenAtTheNextStart) {
+  load(u"a");
+  load(u"b");
+  load(u"c");
+  platform::deleteFile(listPath(u"b"));
+  restart();
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"a", u"c"));
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"2");
+  EXPECT_EQ(iniValue(u"Binders", u"Path2"), u"");
+}
+
+TEST_F(BinderLibraryTest, TheFileOfTheDocumentsInUseIsNoCustomBinder) {
+  putIni(u"[Binders]\nCount=1\nPath0=c:\\users\\user\\appdata\\local\\quillmere\\workingdocs.LST\n");
+  platform::putFile(WorkingDocsPath(), "C:\\a.pdf\r\n");
+  restart();
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents"));
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"0");
+}
+
+TEST_F(BinderLibraryTest, ABinderOnASleepingShareKeepsItsPlaceInTheSettings) {
+  putIni(
+      u"[Binders]\nCount=3\nPath0=\\\\nas\\lists\\first.lst\nPath1=C:\\Lists\\a.lst\n"
+      u"Path2=\\\\nas\\lists\\last.lst\n[Network]\nOpenTimeoutSeconds=1\n");
+  platform::putFile(listPath(u"a"), "");
+  setVolume(kShare, VolumeState::Silent);
+  const auto begin = std::chrono::steady_clock::now();
+  restart();
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(1900));
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"a"));
+  load(u"b");
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"4");
+  EXPECT_EQ(iniValue(u"Binders", u"Path0"), u"\\\\nas\\lists\\first.lst");
+  EXPECT_EQ(iniValue(u"Binders", u"Path1"), u"C:\\Lists\\a.lst");
+  EXPECT_EQ(iniValue(u"Binders", u"Path2"), u"\\\\nas\\lists\\last.lst");
+  EXPECT_EQ(iniValue(u"Binders", u"Path3"), u"C:\\Lists\\b.lst");
+
+  setVolume(kShare, VolumeState::Present);
+  platform::putFile(u"\\\\nas\\lists\\first.lst", "");
+  RefreshAllBinders();  // last.lst is known to be gone now
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"first", u"a", u"b"));
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"3");
+  EXPECT_THAT(session.absentBinders, IsEmpty());
+}
+
+TEST_F(BinderLibraryTest, ABinderOnAMappedDriveIsProbedAsOneOnAShare) {
+  standIn().mappedDrives = u"n";
+  setVolume(u"N:", VolumeState::Failing, 53);
+  putIni(u"[Binders]\nCount=1\nPath0=N:\\a.lst\n");
+  restart();
+  EXPECT_EQ(iniValue(u"Binders", u"Path0"), u"N:\\a.lst");
+}
+
+TEST_F(BinderLibraryTest, ABinderThatIsLockedAtTheStartIsNotForgotten) {
+  load(u"a");
+  load(u"b");
+  platform::setOtherUse(listPath(u"a"), platform::OtherUse::Exclusive);
+  restart();
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"b"));
+  EXPECT_EQ(iniValue(u"Binders", u"Path0"), listPath(u"a"));
+  EXPECT_EQ(iniValue(u"Binders", u"Path1"), listPath(u"b"));
+  platform::setOtherUse(listPath(u"a"), platform::OtherUse::Nobody);
+  EXPECT_EQ(LoadBinder(listPath(u"a")), 2);
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"2");
+}
+
+TEST_F(BinderLibraryTest, AbsentBindersCountAtTheLimitSoThatNoneIsLost) {
+  session.absentBinders = {{u"\\\\nas\\lists\\a.lst", u""}};
+  loadMany(49);
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_EQ(load(u"one more"), kTooManyBinders);
+}
+
+TEST_F(BinderLibraryTest, WithoutRestoringTheBindersAreNotLoadedAndTheExitForgetsThem) {
+  load(u"a");
+  putIni(u"[Binders]\nRestoreOnLaunch=0\nCount=1\nPath0=C:\\Lists\\a.lst\n");
+  restart();
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents"));
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"1");
+  SaveSettings();
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"0");
+}
+
+// Making.
+
+TEST_F(BinderLibraryTest, ANewBinderIsAnEmptyFile) {
+  platform::putFile(listPath(u"new"), "C:\\old.pdf\r\n");
+  EXPECT_EQ(CreateBinder(listPath(u"new")), 0);
+  EXPECT_EQ(platform::fileBytes(listPath(u"new")), "");
+  EXPECT_THAT(session.binderLibrary[0].files, IsEmpty());
+}
+
+TEST_F(BinderLibraryTest, MakingALoadedBinderLeavesItAlone) {
+  load(u"list", "C:\\a.pdf\r\n");
+  EXPECT_EQ(CreateBinder(u"C:\\lists\\LIST.LST"), 0);
+  EXPECT_EQ(platform::fileBytes(listPath(u"list")), "C:\\a.pdf\r\n");
+  EXPECT_EQ(session.binderLibrary[0].files.size(), 1u);
+}
+
+TEST_F(BinderLibraryTest, AtTheLimitMakingABinderLeavesTheChosenFileAlone) {
+  loadMany(50);
+  platform::putFile(listPath(u"kept"), "C:\\a.pdf\r\n");
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_EQ(CreateBinder(listPath(u"kept")), kTooManyBinders);
+  EXPECT_EQ(platform::fileBytes(listPath(u"kept")), "C:\\a.pdf\r\n");
+}
+
+TEST_F(BinderLibraryTest, ABinderThatCannotBeMadeIsTold) {
+  platform::putFile(listPath(u"locked"), "kept");
+  platform::setReadOnly(listPath(u"locked"), true);
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_EQ(CreateBinder(listPath(u"locked")), kNoBinder);
+  expectBox(u"Add New Binder", u"Could not create the binder file.", BoxIcon::Error);
+  EXPECT_EQ(platform::fileBytes(listPath(u"locked")), "kept");
+}
+
+// Refreshing.
+
+TEST_F(BinderLibraryTest, ARefreshTakesOverWhatWasChangedOutside) {
+  load(u"list", "C:\\a.pdf\r\n# bold=1");
+  platform::putFile(listPath(u"list"), "C:\\b.pdf\r\n# collapsed=1");
+  RefreshBinder(0);
+  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\b.pdf"));
+  EXPECT_TRUE(session.binderLibrary[0].collapsed);
+  EXPECT_FALSE(session.binderLibrary[0].bold);
+}
+
+TEST_F(BinderLibraryTest, ARefreshThatCannotReadTheFileLeavesTheBinder) {
+  load(u"list", "C:\\a.pdf\r\n");
+  platform::setOtherUse(listPath(u"list"), platform::OtherUse::Exclusive);
+  RefreshBinder(0);
+  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\a.pdf"));
+}
+
+TEST_F(BinderLibraryTest, ABinderWhoseFileHasGoneLeavesAtItsRefresh) {
+  load(u"a");
+  load(u"b");
+  platform::deleteFile(listPath(u"a"));
+  RefreshBinder(0);
+  EXPECT_THAT(names(), ElementsAre(u"b"));
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"1");
+}
+
+TEST_F(BinderLibraryTest, ARefreshOfASleepingShareLeavesTheBinder) {
+  setVolume(kShare, VolumeState::Present);
+  platform::putFile(u"\\\\nas\\lists\\a.lst", "C:\\a.pdf\r\n");
+  ASSERT_EQ(LoadBinder(u"\\\\nas\\lists\\a.lst"), 0);
+  setVolume(kShare, VolumeState::Failing, 53);
+  RefreshBinder(0);
+  RefreshAllBinders();
+  ASSERT_EQ(session.binderLibrary.size(), 1u);
+  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\a.pdf"));
+}
+
+TEST_F(BinderLibraryTest, TheDocumentsInUseAreNotRefreshed) {
+  LoadWorkingDocuments();
+  session.binderLibrary[0].files = {u"C:\\a.pdf"};
+  RefreshBinder(0);
+  RefreshBinder(7);
+  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\a.pdf"));
+  EXPECT_TRUE(session.binderLibrary[0].isWorkingDocuments);
+}
+
+TEST_F(BinderLibraryTest, RefreshingAllFollowsTheSettings) {
+  LoadWorkingDocuments();
+  session.binderLibrary[0].files = {u"C:\\used.pdf"};
+  load(u"a", "C:\\1.pdf\r\n");
+  load(u"b", "C:\\2.pdf\r\n");
+  load(u"c", "C:\\3.pdf\r\n");
+  load(u"d");
+  platform::putFile(listPath(u"new"), "C:\\4.pdf\r\n");
+  platform::putFile(listPath(u"b"), "C:\\changed.pdf\r\n");
+  platform::setOtherUse(listPath(u"c"), platform::OtherUse::Exclusive);
+  platform::deleteFile(listPath(u"d"));
+  putIni(
+      u"[Binders]\nCount=5\nPath0=C:\\Lists\\new.lst\nPath1=C:\\Lists\\c.lst\n"
+      u"Path2=C:\\Lists\\b.lst\nPath3=C:\\Lists\\d.lst\nPath4=C:\\LISTS\\B.lst\n");
+  RefreshAllBinders();
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"new", u"c", u"b"));
+  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\used.pdf"));
+  EXPECT_THAT(session.binderLibrary[2].files, ElementsAre(u"C:\\3.pdf"));
+  EXPECT_THAT(session.binderLibrary[3].files, ElementsAre(u"C:\\changed.pdf"));
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"3");
+}
+
+// Adding.
+
+TEST_F(BinderLibraryTest, FilesAreAddedAtTheEndAndWritten) {
+  load(u"list", "C:\\a.pdf\r\n");
+  AddFilesToBinder(0, {u"C:\\b.pdf", u"", u"C:\\no such file.pdf"});
+  EXPECT_EQ(linesOnDisk(u"list"), "C:\\a.pdf\r\nC:\\b.pdf\r\nC:\\no such file.pdf\r\n");
+  EXPECT_FALSE(session.binderLibrary[0].dirty);
+}
+
+TEST_F(BinderLibraryTest, FilesThatTheBinderHoldsAreSkippedWithoutAWrite) {
+  load(u"list", "C:\\a.pdf\r\n");
+  AddFilesToBinder(0, {u"c:\\A.PDF"});
+  EXPECT_EQ(platform::fileBytes(listPath(u"list")), "C:\\a.pdf\r\n");
+  AddFilesToBinder(0, {u"C:\\b.pdf", u"C:\\B.pdf"});
+  EXPECT_EQ(session.binderLibrary[0].files.size(), 2u);
+}
+
+TEST_F(BinderLibraryTest, RelativePathsEnterABinderAsAbsoluteOnes) {
+  load(u"list");
+  standIn().currentFolder = u"C:\\Texts";
+  AddFilesToBinder(0, {u"a.pdf", u"C:/Texts/A.pdf"});
+  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\Texts\\a.pdf"));
+}
+
+TEST_F(BinderLibraryTest, TheLimitOfABinderIsTold) {
+  std::string text;
+  for (int i = 0; i < 999; ++i) text += "C:\\" + std::to_string(i) + ".pdf\r\n";
+  load(u"list", text);
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  AddFilesToBinder(0, {u"C:\\x.pdf", u"C:\\5.pdf", u"C:\\y.pdf", u"C:\\z.pdf"});
+  expectBox(u"Binder File Limit",
+            u"Added 1 file(s). 2 not added because the binder is at its limit of 1000 files.\n\n"
+            u"Split larger collections across multiple binders.",
+            BoxIcon::Information);
+  EXPECT_EQ(session.binderLibrary[0].files.size(), 1000u);
+  EXPECT_EQ(session.binderLibrary[0].files.back(), u"C:\\x.pdf");
+}
+
+TEST_F(BinderLibraryTest, AFailedSaveIsToldAndKeepsTheChangeInMemory) {
+  load(u"list");
+  platform::setReadOnly(listPath(u"list"), true);
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  AddFilesToBinder(0, {u"C:\\a.pdf"});
+  EXPECT_EQ(standIn().boxes.size(), 1u);
+  EXPECT_EQ(session.binderLibrary[0].files.size(), 1u);
+  EXPECT_TRUE(session.binderLibrary[0].dirty);
+}
+
+// Removing.
+
+TEST_F(BinderLibraryTest, ARemovedFileTakesItsViewAlong) {
+  load(u"list", "C:\\a.pdf\tpage=3\r\nC:\\b.pdf\tpage=4\r\n");
+  RemoveFileRecord(0, 0);
+  EXPECT_EQ(linesOnDisk(u"list"), "C:\\b.pdf\tpage=4\r\n");
+  EXPECT_EQ(session.binderLibrary[0].views.size(), 1u);
+  EXPECT_THAT(session.settings.recentFiles, IsEmpty());
+  RemoveFileRecord(0, 1);
+  RemoveFileRecord(1, 0);
+  EXPECT_EQ(session.binderLibrary[0].files.size(), 1u);
+}
+
+TEST_F(BinderLibraryTest, AFileOfTheDocumentsInUseBecomesARecentOne) {
+  LoadWorkingDocuments();
+  session.binderLibrary[0].files = {u"C:\\a.pdf", u"C:\\b.pdf"};
+  session.settings.recentFiles = {u"C:\\old.pdf"};
+  RemoveFileRecord(0, 1);
+  EXPECT_THAT(session.settings.recentFiles, ElementsAre(u"C:\\b.pdf", u"C:\\old.pdf"));
+  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\a.pdf"));
+}
+
+TEST_F(BinderLibraryTest, RemovingAllMakesTheFirstFileTheNewestRecentOne) {
+  LoadWorkingDocuments();
+  session.binderLibrary[0].files = {u"C:\\a.pdf", u"C:\\b.pdf", u"c:\\A.pdf"};
+  RemoveAllFileRecords(0);
+  EXPECT_THAT(session.settings.recentFiles, ElementsAre(u"C:\\a.pdf", u"C:\\b.pdf"));
+  EXPECT_THAT(session.binderLibrary[0].files, IsEmpty());
+  EXPECT_EQ(platform::fileBytes(WorkingDocsPath()), kMark + "# collapsed=0\r\n# bold=1\r\n");
+}
+
+// Names.
+
+TEST_F(BinderLibraryTest, ARenameMovesTheFileAndEverythingThatKnowsItsPath) {
+  load(u"old", "C:\\a.pdf\r\n");
+  session.documentBinders[u"c:\\a.pdf"] = u"C:\\Lists\\OLD.lst";
+  session.documentBinders[u"c:\\b.pdf"] = u"C:\\Lists\\other.lst";
+  EXPECT_TRUE(FinishBinderRename(0, u" \tnew name "));
+  EXPECT_EQ(session.binderLibrary[0].name, u"new name");
+  EXPECT_EQ(session.binderLibrary[0].path, listPath(u"new name"));
+  EXPECT_FALSE(platform::fileExists(listPath(u"old")));
+  EXPECT_EQ(platform::fileBytes(listPath(u"new name")), "C:\\a.pdf\r\n");
+  EXPECT_EQ(session.documentBinders[u"c:\\a.pdf"], listPath(u"new name"));
+  EXPECT_EQ(session.documentBinders[u"c:\\b.pdf"], u"C:\\Lists\\other.lst");
+  EXPECT_EQ(iniValue(u"Binders", u"Path0"), listPath(u"new name"));
+}
+
+TEST_F(BinderLibraryTest, TheSameNameIsNoRename) {
+  load(u"list");
+  EXPECT_FALSE(FinishBinderRename(0, u"  list\t"));
+  EXPECT_THAT(standIn().boxes, IsEmpty());
+  EXPECT_TRUE(RenameBinder(0, u"list"));
+}
+
+TEST_F(BinderLibraryTest, ABadNameIsToldAndChangesNothing) {
+  load(u"list");
+  standIn().boxAnswers = {BoxAnswer::Ok, BoxAnswer::Ok};
+  EXPECT_FALSE(FinishBinderRename(0, u" \t "));
+  expectBox(u"Rename Binder", u"The name cannot be empty.", BoxIcon::Warning);
+  EXPECT_FALSE(FinishBinderRename(0, u"a."));
+  expectBox(u"Rename Binder", u"The name cannot end with a space or period.", BoxIcon::Warning);
+  EXPECT_EQ(session.binderLibrary[0].name, u"list");
+  EXPECT_TRUE(platform::fileExists(listPath(u"list")));
+}
+
+TEST_F(BinderLibraryTest, ANameThatIsTakenIsRefused) {
+  load(u"list");
+  platform::putFile(listPath(u"Taken"), "kept");
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_FALSE(FinishBinderRename(0, u"taken"));
+  expectBox(u"Rename Binder", u"A binder named 'taken' already exists.", BoxIcon::Warning);
+  EXPECT_EQ(platform::fileBytes(listPath(u"Taken")), "kept");
+}
+
+TEST_F(BinderLibraryTest, ARenameThatChangesLetterCaseAlonePasses) {
+  load(u"list");
+  EXPECT_TRUE(FinishBinderRename(0, u"LIST"));
+  EXPECT_THAT(platform::namesIn(u"C:\\Lists"), ElementsAre(u"LIST.lst"));
+  EXPECT_EQ(session.binderLibrary[0].name, u"LIST");
+}
+
+TEST_F(BinderLibraryTest, ARenameThatTheSystemRefusesIsTold) {
+  load(u"list");
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  const std::u16string tooLong(250, u'n');
+  EXPECT_FALSE(FinishBinderRename(0, tooLong));
+  expectBox(u"Rename Binder",
+            u"Could not rename the binder file:\n\n    C:\\Lists\\list.lst\n    -> C:\\Lists\\" +
+                tooLong + u".lst\n\nThe binder name was not changed.",
+            BoxIcon::Error);
+  EXPECT_EQ(session.binderLibrary[0].path, listPath(u"list"));
+}
+
+TEST_F(BinderLibraryTest, TheDocumentsInUseKeepTheirName) {
+  LoadWorkingDocuments();
+  EXPECT_FALSE(FinishBinderRename(0, u"x"));
+  EXPECT_FALSE(RenameBinder(0, u"x"));
+  EXPECT_EQ(session.binderLibrary[0].name, u"Working Documents");
+}
+
+// Closing and deleting.
+
+TEST_F(BinderLibraryTest, AClosedBinderKeepsItsFile) {
+  load(u"a", "C:\\a.pdf\r\n");
+  load(u"b");
+  session.documentBinders[u"c:\\a.pdf"] = listPath(u"a");
+  CloseBinder(0);
+  EXPECT_THAT(names(), ElementsAre(u"b"));
+  EXPECT_TRUE(platform::fileExists(listPath(u"a")));
+  EXPECT_EQ(session.documentBinders.size(), 1u);
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"1");
+}
+
+TEST_F(BinderLibraryTest, ADeletedBinderLosesItsFileAndNoDocument) {
+  platform::putFile(u"C:\\a.pdf", "x");
+  load(u"a", "C:\\a.pdf\r\n");
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_TRUE(DeleteBinder(0));
+  expectBox(u"Confirm Delete",
+            u"Permanently delete the binder file?\nThis cannot be undone.", BoxIcon::Warning);
+  EXPECT_EQ(standIn().boxes[0].buttons, BoxButtons::OkDefaultCancel);
+  EXPECT_THAT(names(), IsEmpty());
+  EXPECT_FALSE(platform::fileExists(listPath(u"a")));
+  EXPECT_TRUE(platform::fileExists(u"C:\\a.pdf"));
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"0");
+}
+
+TEST_F(BinderLibraryTest, CancelKeepsTheBinder) {
+  load(u"a");
+  standIn().boxAnswers = {BoxAnswer::Cancel};
+  EXPECT_FALSE(DeleteBinder(0));
+  EXPECT_THAT(names(), ElementsAre(u"a"));
+  EXPECT_TRUE(platform::fileExists(listPath(u"a")));
+}
+
+TEST_F(BinderLibraryTest, TheDocumentsInUseAreNeitherClosedNorDeleted) {
+  LoadWorkingDocuments();
+  CloseBinder(0);
+  EXPECT_FALSE(DeleteBinder(0));
+  EXPECT_EQ(session.binderLibrary.size(), 1u);
+}
+
+// Order.
+
+TEST_F(BinderLibraryTest, AFileMovesToWhereTheMarkIs) {
+  struct {
+    int from;
+    DropPlace place;
+    int to;
+    const char* order;
+  } const cases[] = {
+      {0, {2, true}, 2, "1203"},  {0, {2, false}, 1, "1023"}, {3, {0, false}, 0, "3012"},
+      {3, {0, true}, 1, "0312"},  {1, {1, true}, 1, "0123"},  {1, {1, false}, 1, "0123"},
+      {1, {0, true}, 1, "0123"},  {0, {3, true}, 3, "1230"},  {2, {99, true}, 3, "0132"},
+  };
+  for (const auto& entry : cases) {
+    session.binderLibrary.clear();
+    load(u"list", "0\r\n1\r\n2\r\n3\r\n");
+    EXPECT_EQ(MoveFileInBinder(0, entry.from, entry.place), entry.to);
+    std::string order;
+    for (const std::u16string& file : session.binderLibrary[0].files) {
+      order += static_cast<char>(file[0]);
+    }
+    EXPECT_EQ(order, entry.order);
+  }
+}
+
+TEST_F(BinderLibraryTest, AMovedFileIsWrittenAndOneThatStaysIsNot) {
+  load(u"list", "a\r\nb\r\n");
+  MoveFileInBinder(0, 0, {0, true});
+  EXPECT_EQ(platform::fileBytes(listPath(u"list")), "a\r\nb\r\n");
+  MoveFileInBinder(0, 0, {1, true});
+  EXPECT_EQ(linesOnDisk(u"list"), "b\r\na\r\n");
+}
+
+TEST_F(BinderLibraryTest, ABinderMovesAndTheListIsSaved) {
+  LoadWorkingDocuments();
+  load(u"a");
+  load(u"b");
+  load(u"c");
+  EXPECT_EQ(MoveBinder(1, {3, true}), 3);
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"b", u"c", u"a"));
+  EXPECT_EQ(iniValue(u"Binders", u"Path0"), listPath(u"b"));
+  EXPECT_EQ(MoveBinder(3, {1, false}), 1);
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"a", u"b", u"c"));
+}
+
+TEST_F(BinderLibraryTest, NothingGoesAboveTheDocumentsInUse) {
+  LoadWorkingDocuments();
+  load(u"a");
+  load(u"b");
+  EXPECT_EQ(MoveBinder(2, {0, false}), 2);
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"a", u"b"));
+  EXPECT_EQ(MoveBinder(2, {0, true}), 1);
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"b", u"a"));
+  EXPECT_EQ(MoveBinder(0, {2, true}), 0);
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"b", u"a"));
+}
+
+TEST_F(BinderLibraryTest, ABinderDroppedRightAfterItselfStays) {
+  load(u"a");
+  load(u"b");
+  EXPECT_EQ(MoveBinder(0, {0, true}), 0);
+  EXPECT_EQ(MoveBinder(1, {0, true}), 1);
+  EXPECT_THAT(names(), ElementsAre(u"a", u"b"));
+}
+
+// Lookups.
+
+TEST_F(BinderLibraryTest, AFileIsLookedForInTheOtherBinders) {
+  load(u"a", "C:\\x.pdf\r\n");
+  load(u"b", "c:\\X.PDF\r\nC:\\y.pdf\r\n");
+  EXPECT_TRUE(IsFileInOtherBinder(u"C:\\x.pdf", 0));
+  EXPECT_TRUE(IsFileInOtherBinder(u"C:\\x.pdf", 1));
+  EXPECT_FALSE(IsFileInOtherBinder(u"C:\\y.pdf", 1));
+  EXPECT_TRUE(IsFileInOtherBinder(u"C:\\y.pdf", kNoBinder));
+}
+
+TEST_F(BinderLibraryTest, AViewerChangesNoBinder) {
+  load(u"a", "C:\\x.pdf\r\nC:\\y.pdf\r\n");
+  load(u"b");
+  session.viewerRole = true;
+  EXPECT_EQ(CreateBinder(listPath(u"new")), kNoBinder);
+  EXPECT_FALSE(RenameBinder(0, u"new"));
+  EXPECT_FALSE(FinishBinderRename(0, u"new"));
+  EXPECT_FALSE(DeleteBinder(0));
+  AddFilesToBinder(0, {u"C:\\z.pdf"});
+  RemoveFileRecord(0, 0);
+  RemoveAllFileRecords(0);
+  MoveFileInBinder(0, 0, {1, true});
+  MoveBinder(0, {1, true});
+  EXPECT_THAT(names(), ElementsAre(u"a", u"b"));
+  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\x.pdf", u"C:\\y.pdf"));
+  EXPECT_EQ(platform::fileBytes(listPath(u"a")), "C:\\x.pdf\r\nC:\\y.pdf\r\n");
+  EXPECT_THAT(platform::namesIn(u"C:\\Lists"), ElementsAre(u"a.lst", u"b.lst"));
+  EXPECT_THAT(standIn().boxes, IsEmpty());
+}
+
+}  // namespace
+}  // namespace quillmere::test

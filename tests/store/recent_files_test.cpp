@@ -1,0 +1,95 @@
+#include "store/recent_files.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "base/text_format.h"
+#include "support/settings_file.h"
+
+namespace quillmere::test {
+namespace {
+
+using platform::standIn;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class RecentFilesTest : public SettingsFileTest {
+ protected:
+  static std::vector<std::u16string>& recent() { return session.settings.recentFiles; }
+};
+
+TEST_F(RecentFilesTest, FilesComeToTheHeadInTheirOrder) {
+  recent() = {u"C:\\old.pdf"};
+  AddToRecentFiles({u"C:\\a.pdf", u"C:\\b.pdf"});
+  EXPECT_THAT(recent(), ElementsAre(u"C:\\a.pdf", u"C:\\b.pdf", u"C:\\old.pdf"));
+  EXPECT_EQ(iniValue(u"RecentFiles", u"Count"), u"3");
+  EXPECT_EQ(iniValue(u"RecentFiles", u"Path0"), u"C:\\a.pdf");
+}
+
+TEST_F(RecentFilesTest, AFileAtTheEndMovesToTheHead) {
+  recent() = {u"C:\\a.pdf", u"C:\\b.pdf", u"C:\\c.pdf"};
+  AddToRecentFiles({u"c:\\C.PDF"});
+  EXPECT_THAT(recent(), ElementsAre(u"c:\\C.PDF", u"C:\\a.pdf", u"C:\\b.pdf"));
+}
+
+TEST_F(RecentFilesTest, TheListIsCutToItsLimitWhichIsHeldToItsRange) {
+  session.settings.recentFilesMaxEntries = 2;
+  AddToRecentFiles({u"C:\\a.pdf", u"C:\\b.pdf", u"C:\\c.pdf"});
+  EXPECT_THAT(recent(), ElementsAre(u"C:\\a.pdf", u"C:\\b.pdf"));
+  session.settings.recentFilesMaxEntries = 0;
+  AddToRecentFiles({u"C:\\d.pdf"});
+  EXPECT_THAT(recent(), ElementsAre(u"C:\\d.pdf"));
+  session.settings.recentFilesMaxEntries = 99;
+  std::vector<std::u16string> many;
+  for (int i = 0; i < 30; ++i) many.push_back(u"C:\\" + decimal(i) + u".pdf");
+  AddToRecentFiles(many);
+  EXPECT_EQ(recent().size(), 20u);
+}
+
+TEST_F(RecentFilesTest, ALongerListFromTheSettingsIsCutByTheNextAddition) {
+  recent().assign(9, u"C:\\x.pdf");
+  for (std::size_t i = 0; i < recent().size(); ++i) {
+    recent()[i] = u"C:\\" + decimal(static_cast<std::int64_t>(i)) + u".pdf";
+  }
+  AddToRecentFiles({u"C:\\8.pdf"});
+  EXPECT_THAT(recent(), ElementsAre(u"C:\\8.pdf", u"C:\\0.pdf", u"C:\\1.pdf", u"C:\\2.pdf",
+                                    u"C:\\3.pdf"));
+}
+
+TEST_F(RecentFilesTest, NothingIsAddedOrSavedWhileTheListIsOff) {
+  session.settings.recentFilesEnabled = false;
+  AddToRecentFiles({u"C:\\a.pdf"});
+  EXPECT_THAT(recent(), IsEmpty());
+  session.settings.recentFilesEnabled = true;
+  AddToRecentFiles({});
+  EXPECT_EQ(iniValue(u"RecentFiles", u"Count"), std::nullopt);
+}
+
+TEST_F(RecentFilesTest, EveryAdditionIsSaved) {
+  recent() = {u"C:\\a.pdf"};
+  AddToRecentFiles({u"C:\\a.pdf"});
+  EXPECT_EQ(iniValue(u"RecentFiles", u"Path0"), u"C:\\a.pdf");
+}
+
+TEST_F(RecentFilesTest, RelativePathsEnterAsAbsoluteOnes) {
+  standIn().currentFolder = u"C:\\Texts";
+  AddToRecentFiles({u"a.pdf"});
+  EXPECT_THAT(recent(), ElementsAre(u"C:\\Texts\\a.pdf"));
+}
+
+TEST_F(RecentFilesTest, EveryEntryOfAFileIsRemoved) {
+  recent() = {u"C:\\a.pdf", u"C:\\b.pdf", u"c:\\A.pdf"};
+  RemoveFromRecentFiles(u"C:\\A.PDF");
+  EXPECT_THAT(recent(), ElementsAre(u"C:\\b.pdf"));
+  EXPECT_EQ(iniValue(u"RecentFiles", u"Count"), u"1");
+}
+
+TEST_F(RecentFilesTest, ARemovalThatFindsNothingSavesNothing) {
+  recent() = {u"C:\\a.pdf"};
+  RemoveFromRecentFiles(u"C:\\b.pdf");
+  RemoveFromRecentFiles(u"");
+  EXPECT_EQ(iniValue(u"RecentFiles", u"Count"), std::nullopt);
+}
+
+}  // namespace
+}  // namespace quillmere::test
