@@ -78,6 +78,12 @@ LaunchArguments parseCommandLine(std::u16string_view commandLine) {
   return arguments;
 }
 
+LaunchArguments readCommandLine(std::u16string_view commandLine) {
+  LaunchArguments arguments = parseCommandLine(commandLine);
+  arguments.filePath = platform::absolutePath(arguments.filePath);
+  return arguments;
+}
+
 std::u16string defaultMarkerPath() {
   std::u16string path = platform::temporaryFolder();
   if (path.empty()) return path;

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-// Files and folders, named by full paths with backslashes.
+// Files and folders, named by full paths with backslashes unless said otherwise.
 namespace quillmere::platform {
 
 // The system's error numbers that the program tells apart.
@@ -30,6 +30,12 @@ struct FileStamp {
   std::uint64_t size = 0;       // bytes
   std::uint64_t writeTime = 0;  // last write, in 100-nanosecond ticks since 1601 (UTC)
 };
+
+// The full path of what `path` names for this process: a name counts from the folder that the
+// process works in, "\\name" from that folder's drive, "X:name" from the folder that it last worked
+// in on that drive. Full paths come back in the system's own spelling, without "." and "..". Empty
+// stays empty, and what the system cannot complete stays as it is. The result has any length.
+std::u16string absolutePath(const std::u16string& path);
 
 // Attributes of a file or folder, with the error that tells why there are none.
 AttributeQuery queryAttributes(const std::u16string& path);

@@ -129,6 +129,7 @@ struct StandIn {
   std::optional<std::u16string> clipboard;
   bool clipboardBusy = false;
 
+  std::u16string workingFolder = u"C:\\Users\\User";  // what names without a folder count from
   std::u16string executable = u"C:\\Program Files\\Quillmere\\quillmere.exe";
   std::vector<StartedProcess> processes;
   std::optional<bool> startProcessResult;  // unset: true when the program is there

@@ -200,6 +200,32 @@ std::u16string unitsOf(const fs::path& path) {
   }
 }
 
+// On a drive where it does not work now, a process counts from the root.
+std::u16string absolutePath(const std::u16string& path) {
+  if (path.empty()) return path;
+  const std::u16string& working = standIn().workingFolder;
+  const bool network = path.size() >= 2 && isSeparator(path[0]) && isSeparator(path[1]);
+  const bool drive = path.size() >= 2 && path[1] == u':';
+  std::u16string full = path;
+  if (drive && (path.size() == 2 || !isSeparator(path[2]))) {
+    const bool present = toLower(path.substr(0, 2)) == toLower(working.substr(0, 2));
+    full = (present ? working : path.substr(0, 2)) + u"\\" + path.substr(2);
+  } else if (!drive && isSeparator(path[0]) && !network) {
+    full = working.substr(0, 2) + path;
+  } else if (!drive && !network) {
+    full = working + u"\\" + path;
+  }
+  std::vector<std::u16string> parts = splitAtSeparators(full);
+  const std::size_t root = std::min<std::size_t>(parts.size(), network ? 2 : 1);
+  std::u16string result = network ? u"\\" : u"";
+  for (std::size_t n = 0; n < root; ++n) result += (network ? u"\\" : u"") + parts[n];
+  parts.erase(parts.begin(), parts.begin() + static_cast<std::ptrdiff_t>(root));
+  dropDotComponents(parts);
+  trimLastComponent(parts);
+  for (const std::u16string& part : parts) result += u"\\" + part;
+  return parts.empty() && !network ? result + u"\\" : result;
+}
+
 ParsedPath parsePath(const std::u16string& path) {
   ParsedPath parsed;
   if (path.empty()) parsed.error = kErrorPathNotFound;

@@ -13,6 +13,9 @@ std::u16string makeScratchFolder();
 // Removes it with everything in it, read-only files included.
 void removeScratchFolder(const std::u16string& folder);
 
+// Makes an existing folder the one that the process works in, until the test ends.
+void workIn(const std::u16string& folder);
+
 // Puts these bytes into a file, by other means than the seam's.
 void putBytes(const std::u16string& path, const std::string& bytes);
 std::string bytesOf(const std::u16string& path);

@@ -19,6 +19,7 @@ namespace {
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr std::uint64_t kLargestTransfer = 1u << 30;  // bytes in one call
 constexpr std::size_t kTemporaryPathUnits = 260;
+constexpr std::size_t kUsualPathUnits = 260;  // longer ones are read in a second call
 
 std::optional<std::uint64_t> sizeOf(HANDLE file) {
   LARGE_INTEGER size{};
@@ -71,6 +72,19 @@ bool endsIgnoringCase(std::u16string_view name, std::u16string_view end) {
 }
 
 }  // namespace
+
+std::u16string absolutePath(const std::u16string& path) {
+  if (path.empty()) return path;
+  std::u16string full(kUsualPathUnits, u'\0');
+  DWORD length = GetFullPathNameW(wide(path), kUsualPathUnits, wideBuffer(full), nullptr);
+  if (length >= full.size()) {  // then it is the size that the buffer must have
+    full.resize(length);
+    length = GetFullPathNameW(wide(path), length, wideBuffer(full), nullptr);
+  }
+  if (length == 0 || length >= full.size()) return path;
+  full.resize(length);
+  return full;
+}
 
 AttributeQuery queryAttributes(const std::u16string& path) {
   const DWORD attributes = GetFileAttributesW(wide(path));
