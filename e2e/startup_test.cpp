@@ -41,6 +41,50 @@ TEST_F(Startup, ASecondLaunchHandsItsFileOver) {
   EXPECT_EQ(windowsOfClass(kMainClass).size(), 1u);
 }
 
+TEST_F(Startup, RelativePathsCountFromTheFolderOfTheirOwnLaunch) {
+  const std::wstring left = scenarioFolder() + L"\\left";
+  const std::wstring right = scenarioFolder() + L"\\right";
+  CreateDirectoryW(left.c_str(), nullptr);
+  CreateDirectoryW(right.c_str(), nullptr);
+  ASSERT_TRUE(writeFile(left + L"\\a b.pdf", coloredPdf(2)));
+  ASSERT_TRUE(writeFile(right + L"\\a b.pdf", coloredPdf(3)));
+  program = startProgram(L"a b.pdf", left);
+  window = program.window();
+  EXPECT_TRUE(titleBecomes(L"Quillmere - a b.pdf"));
+  EXPECT_TRUE(pageTextBecomes(L"Page 1 of 2"));
+  EXPECT_EQ(startProgram(L"\".\\a b.pdf\"", right).exitCode(), 0u);
+  EXPECT_TRUE(pageTextBecomes(L"Page 1 of 3"));
+  // A drive alone and a backslash alone say where, too.
+  EXPECT_EQ(startProgram(left.substr(0, 2) + L"a b.pdf", left).exitCode(), 0u);
+  EXPECT_TRUE(pageTextBecomes(L"Page 1 of 2"));
+  EXPECT_EQ(startProgram(right.substr(2) + L"\\a b.pdf", left).exitCode(), 0u);
+  EXPECT_TRUE(pageTextBecomes(L"Page 1 of 3"));
+}
+
+TEST_F(Startup, ARelativePathThatBecomesTooLongIsRefusedInWords) {
+  start();
+  startProgram(std::wstring(250, L'x') + L".pdf", scenarioFolder());
+  EXPECT_TRUE(boxSays(L"The file's path is too long to open."));
+  EXPECT_EQ(title(), L"Quillmere");
+}
+
+TEST_F(Startup, AFileDialogLeavesTheFolderThatTheProgramWorksIn) {
+  const std::wstring path = makeFile(L"one.pdf", coloredPdf(2));
+  wchar_t temporary[MAX_PATH];
+  GetTempPathW(MAX_PATH, temporary);
+  program = startProgram(L"", temporary);
+  window = program.window();
+  toFront();
+  press('O', kCtrl);
+  ASSERT_TRUE(chooseInFileDialog(waitForFileDialog(program), path));
+  ASSERT_TRUE(titleBecomes(L"Quillmere - one.pdf"));
+  // A folder that a process works in cannot be renamed.
+  press('W', kCtrl);
+  ASSERT_TRUE(titleBecomes(L"Quillmere"));
+  EXPECT_TRUE(MoveFileW(scenarioFolder().c_str(), (scenarioFolder() + L"-moved").c_str()));
+  MoveFileW((scenarioFolder() + L"-moved").c_str(), scenarioFolder().c_str());
+}
+
 TEST_F(Startup, ASecondLaunchWithoutFileRestoresTheMinimisedWindow) {
   start();
   ShowWindow(window, SW_MINIMIZE);

@@ -40,7 +40,7 @@ int runInteractively(const LaunchArguments& arguments, int showCommand) {
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR commandLine, int showCommand) {
   restrictLibrarySearch();
   const std::u16string line = platform::fromWide(commandLine);
-  const LaunchArguments arguments = parseCommandLine(line);
+  const LaunchArguments arguments = readCommandLine(line);
   if (arguments.printChild) return runPrintChild(line);
   session.viewerRole = arguments.viewerRole;
   if (const std::optional<int> code = confirmDefaultHandler(arguments)) return *code;

@@ -130,15 +130,15 @@ HWND Program::window() const {
   return window;
 }
 
-Program startProgram(const std::wstring& rest) {
+Program startProgram(const std::wstring& rest, const std::wstring& folder) {
   const std::wstring path = programPath();
   std::wstring line = inQuotes(path);
   if (!rest.empty()) line += L" " + rest;
   STARTUPINFOW startup{};
   startup.cb = sizeof(startup);
   PROCESS_INFORMATION information{};
-  if (!CreateProcessW(path.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                      &startup, &information)) {
+  if (!CreateProcessW(path.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                      folder.empty() ? nullptr : folder.c_str(), &startup, &information)) {
     return {};
   }
   CloseHandle(information.hThread);

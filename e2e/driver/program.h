@@ -35,10 +35,11 @@ struct Program {
   HWND window() const;
 };
 
-// Starts quillmere.exe with `rest`, unchanged, after its own name on the command line.
-Program startProgram(const std::wstring& rest = {});
-// Asks every window of the programs started here, or by them, to close, and terminates those that
-// do not. False when a process had to be terminated.
+// Starts quillmere.exe with `rest` behind its own name on the command line, as it stands; it works
+// in `folder`, or in that of the tests.
+Program startProgram(const std::wstring& rest = {}, const std::wstring& folder = {});
+// Asks every window of programs started here or by them to close, and answers for whoever does not.
+// False when a process had to be terminated.
 bool endPrograms();
 
 std::wstring inQuotes(const std::wstring& path);

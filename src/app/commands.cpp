@@ -1,6 +1,5 @@
 #include "app/commands.h"
 
-
 #include "annot/markup_dialog.h"
 #include "annot/markup_tip.h"
 #include "annot/markups.h"

@@ -78,6 +78,12 @@ LaunchArguments parseCommandLine(std::u16string_view commandLine) {
   return arguments;
 }
 
+LaunchArguments readCommandLine(std::u16string_view commandLine) {
+  LaunchArguments arguments = parseCommandLine(commandLine);
+  arguments.filePath = platform::absolutePath(arguments.filePath);
+  return arguments;
+}
+
 std::u16string defaultMarkerPath() {
   std::u16string path = platform::temporaryFolder();
   if (path.empty()) return path;
@@ -107,8 +113,7 @@ std::optional<int> handOverToRunningInstance(const LaunchArguments& arguments) {
   if (window == 0) return std::nullopt;
   platform::raiseWindow(window);
   if (!arguments.filePath.empty()) {
-    // The other process has a current folder of its own.
-    platform::sendPathToWindow(window, kOpenFileTag, platform::absolutePath(arguments.filePath));
+    platform::sendPathToWindow(window, kOpenFileTag, arguments.filePath);
   }
   platform::closePrimaryMutex();
   return 0;

@@ -23,8 +23,12 @@ struct LaunchArguments {
   std::u16string filePath;  // at most 259 units; empty without a file argument
 };
 
-// `commandLine` is what follows the program's name, taken raw.
+// `commandLine` is what follows the program's name, taken raw, and so is the path in it.
 LaunchArguments parseCommandLine(std::u16string_view commandLine);
+
+// The same with a full path, which may be longer. The process that shows the file may work in
+// another folder than this one.
+LaunchArguments readCommandLine(std::u16string_view commandLine);
 
 // The file whose opening asks whether this program became the default; empty without a folder for
 // temporary files.

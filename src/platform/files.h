@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-// Files and folders, named by full paths with backslashes.
+// Files and folders, named by full paths with backslashes unless said otherwise.
 namespace quillmere::platform {
 
 // The system error codes that the program distinguishes.
@@ -31,7 +31,13 @@ struct FileStamp {
   std::uint64_t writeTime = 0;  // last write, in 100-nanosecond ticks since 1601 (UTC)
 };
 
-// Attributes of a file or folder, or the error that says why there are none.
+// The full path of what `path` names for this process: a name counts from the folder that the
+// process works in, "\\name" from that folder's drive, "X:name" from the folder that it last worked
+// in on that drive. Full paths come back in the system's own spelling, without "." and "..". Empty
+// stays empty, and what the system cannot complete stays as it is. The result has any length.
+std::u16string absolutePath(const std::u16string& path);
+
+// Attributes of a file or folder, with the error that tells why there are none.
 AttributeQuery queryAttributes(const std::u16string& path);
 
 // True when a file or folder of that name can be reached.
@@ -42,10 +48,6 @@ std::optional<FileStamp> fileStamp(const std::u16string& path);
 
 // False on failure. Only kAttributeReadOnly can be changed.
 bool setReadOnly(const std::u16string& path, bool readOnly);
-
-// The path from a drive or share on, as the system completes it by the current folder; an empty
-// path and one that the system refuses come back as they are. No disk is asked.
-std::u16string absolutePath(const std::u16string& path);
 
 // True for a path on a share, by its name or on a drive that is mapped to one. No disk is asked.
 bool isNetworkPath(const std::u16string& path);

@@ -278,8 +278,9 @@ bool parseBinder(std::string_view bytes, BinderFile& binder) {
 }
 
 std::string binderBytes(const BinderFile& binder) {
-  std::u16string text = formatText(u"# collapsed=%d\r\n# bold=%d\r\n",
-                                   {decimal(binder.collapsed ? 1 : 0), decimal(binder.bold ? 1 : 0)});
+  std::u16string text =
+      formatText(u"# collapsed=%d\r\n# bold=%d\r\n",
+                 {decimal(binder.collapsed ? 1 : 0), decimal(binder.bold ? 1 : 0)});
   for (const std::u16string& path : binder.files) text += lineOf(binder, path) + u"\r\n";
   return std::string(kUtf8Mark) + platform::toUtf8(text);
 }
@@ -291,7 +292,8 @@ bool LoadBinderFile(const std::u16string& path, BinderFile& binder) {
   binder.name = BinderNameFromPath(path);
   binder.dirty = false;
   const auto bytes = platform::readFileShared(path, kLargestFile);
-  return bytes && parseBinder({reinterpret_cast<const char*>(bytes->data()), bytes->size()}, binder);
+  return bytes &&
+         parseBinder({reinterpret_cast<const char*>(bytes->data()), bytes->size()}, binder);
 }
 
 bool keepsBinderFile(const BinderFile& binder) {

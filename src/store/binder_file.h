@@ -5,8 +5,8 @@
 
 #include "session/binder.h"
 
-// Binder files: UTF-8 text with a mark and CR LF line ends. A head line for each flag of the binder,
-// then a line for each document with its saved view behind tabs.
+// Binder files: UTF-8 text with a mark and CR LF line ends. A head line for each flag of the
+// binder, then a line for each document with its saved view behind tabs.
 namespace quillmere {
 
 // The name that a binder has from its file: what stands behind the last backslash, without the last

@@ -16,9 +16,8 @@ constexpr std::int32_t kFewestEntries = 1;
 constexpr std::int32_t kMostEntries = 20;
 
 std::size_t eraseEntry(std::vector<std::u16string>& list, const std::u16string& path) {
-  return std::erase_if(list, [&](const std::u16string& entry) {
-    return platform::equalIgnoringCase(entry, path);
-  });
+  return std::erase_if(
+      list, [&](const std::u16string& entry) { return platform::equalIgnoringCase(entry, path); });
 }
 
 }  // namespace

@@ -8,8 +8,10 @@
 #include <string_view>
 
 #include "app/window_placement.h"
+#include "documents/open_requests.h"
 #include "platform/profile.h"
 #include "store/data_folder.h"
+#include "store/working_documents.h"
 #include "support/session_test.h"
 
 namespace quillmere::test {
@@ -139,15 +141,6 @@ TEST_F(HandOverTest, WithoutAMutexHandleTheProgramGoesOn) {
   EXPECT_THAT(standIn().sentPaths, IsEmpty());
 }
 
-TEST_F(HandOverTest, ARelativePathIsCompletedForTheOtherInstance) {
-  anotherInstanceRuns();
-  standIn().otherWindows = {windowOf(u"QuillmereWnd", 7)};
-  standIn().currentFolder = u"C:\\Texts";
-  EXPECT_EQ(handOverToRunningInstance(launch(u"a.pdf")), 0);
-  ASSERT_EQ(standIn().sentPaths.size(), 1u);
-  EXPECT_EQ(standIn().sentPaths[0].path, u"C:\\Texts\\a.pdf");
-}
-
 TEST_F(HandOverTest, AFileIsSentToTheRunningInstance) {
   anotherInstanceRuns();
   standIn().otherWindows = {windowOf(u"QuillmereWnd", 7)};
@@ -159,6 +152,32 @@ TEST_F(HandOverTest, AFileIsSentToTheRunningInstance) {
   EXPECT_EQ(standIn().sentPaths[0].path, u"C:\\a b.pdf");
   EXPECT_EQ(standIn().mutexCloses, 1);
   EXPECT_THAT(standIn().sleeps, IsEmpty());
+}
+
+// The instance that gets the path works in a folder of its own.
+TEST_F(HandOverTest, APathIsCompletedInTheFolderOfTheProcessThatWasStarted) {
+  anotherInstanceRuns();
+  standIn().otherWindows = {windowOf(u"QuillmereWnd", 7)};
+  standIn().workingFolder = u"C:\\Work";
+  EXPECT_EQ(handOverToRunningInstance(readCommandLine(u"a b.pdf")), 0);
+  EXPECT_EQ(handOverToRunningInstance(readCommandLine(u"\"sub\\a.pdf\"")), 0);
+  EXPECT_EQ(handOverToRunningInstance(readCommandLine(u"\\a.pdf")), 0);
+  EXPECT_EQ(handOverToRunningInstance(readCommandLine(u"c:a.pdf")), 0);
+  EXPECT_EQ(handOverToRunningInstance(readCommandLine(u"")), 0);
+  std::vector<std::u16string> paths;
+  for (const auto& sent : standIn().sentPaths) paths.push_back(sent.path);
+  EXPECT_THAT(paths, ElementsAre(u"C:\\Work\\a b.pdf", u"C:\\Work\\sub\\a.pdf", u"C:\\a.pdf",
+                                 u"C:\\Work\\a.pdf"));
+}
+
+TEST_F(HandOverTest, APathThatBecomesTooLongIsRefusedInWords) {
+  standIn().workingFolder = u"C:\\" + std::u16string(20, u'w');
+  const LaunchArguments arguments = readCommandLine(std::u16string(250, u'x'));
+  EXPECT_EQ(arguments.filePath.size(), 274u);
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_FALSE(openRequested(arguments.filePath, 0, kWorkingDocsToHead, true));
+  ASSERT_EQ(standIn().boxes.size(), 1u);
+  EXPECT_EQ(standIn().boxes[0].text, u"The file's path is too long to open.");
 }
 
 TEST_F(HandOverTest, WithoutAFileTheRunningInstanceIsOnlyRaised) {

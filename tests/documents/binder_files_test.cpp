@@ -233,7 +233,7 @@ TEST_F(BinderFilesTest, EveryQuestionComesBeforeTheFirstDocumentCloses) {
 
 TEST_F(BinderFilesTest, ShelvedFilesAreListedInTheDialogInPlaceOfTheQuestion) {
   shelve(u"C:\\a.pdf");
-  shelve(u"C:\\b.pdf");  // in the other binder too
+  shelve(u"C:\\b.pdf");                  // in the other binder too
   EXPECT_FALSE(RemoveAllFromBinder(1));  // cancelled
   EXPECT_THAT(unsavedDialogScript().titles, ElementsAre(u"Save Changes Before Removing"));
   EXPECT_THAT(unsavedDialogScript().labels, ElementsAre(ElementsAre(u"a.pdf  -  list")));

@@ -85,7 +85,7 @@ TEST_F(OpenRequestsTest, AllOfSeveralAreInUseTheLastOneAtTheHead) {
 }
 
 TEST_F(OpenRequestsTest, ARelativePathIsCompletedBeforeAnythingRemembersIt) {
-  standIn().currentFolder = u"C:\\Texts";
+  standIn().workingFolder = u"C:\\Texts";
   putPdf(u"Texts\\a.pdf", simplePdf(1));
   openRequested(u"a.pdf", 0, kWorkingDocsToHead, true);
   EXPECT_EQ(session.active.path, u"C:\\Texts\\a.pdf");

@@ -129,6 +129,7 @@ struct StandIn {
   std::optional<std::u16string> clipboard;
   bool clipboardBusy = false;
 
+  std::u16string workingFolder = u"C:\\Users\\User";  // what names without a folder count from
   std::u16string executable = u"C:\\Program Files\\Quillmere\\quillmere.exe";
   std::vector<StartedProcess> processes;
   std::optional<bool> startProcessResult;  // unset: true when the program is there
@@ -168,7 +169,6 @@ struct StandIn {
   std::u16string localAppDataFolder = u"C:\\Users\\User\\AppData\\Local";
   std::u16string desktopFolder = u"C:\\Users\\User\\Desktop";
   std::u16string temporaryFolder = u"C:\\Users\\User\\AppData\\Local\\Temp\\";
-  std::u16string currentFolder = u"C:\\Current";  // completes relative paths; it need not exist
   std::u16string mappedDrives;            // lower-case letters of drives that are mapped to a share
   std::optional<std::uint64_t> diskFree;  // bytes left for files; unset: no limit
 

@@ -245,10 +245,6 @@ bool setReadOnly(const std::u16string& path, bool readOnly) {
   return true;
 }
 
-std::u16string absolutePath(const std::u16string& path) {
-  return completedPath(path, standIn().currentFolder);
-}
-
 bool isNetworkPath(const std::u16string& path) {
   if (path.starts_with(u"\\\\")) return true;
   return path.size() >= 2 && path[1] == u':' &&

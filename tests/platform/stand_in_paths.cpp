@@ -200,6 +200,32 @@ std::u16string unitsOf(const fs::path& path) {
   }
 }
 
+// On a drive where it does not work now, a process counts from the root.
+std::u16string absolutePath(const std::u16string& path) {
+  if (path.empty()) return path;
+  const std::u16string& working = standIn().workingFolder;
+  const bool network = path.size() >= 2 && isSeparator(path[0]) && isSeparator(path[1]);
+  const bool drive = path.size() >= 2 && path[1] == u':';
+  std::u16string full = path;
+  if (drive && (path.size() == 2 || !isSeparator(path[2]))) {
+    const bool present = toLower(path.substr(0, 2)) == toLower(working.substr(0, 2));
+    full = (present ? working : path.substr(0, 2)) + u"\\" + path.substr(2);
+  } else if (!drive && isSeparator(path[0]) && !network) {
+    full = working.substr(0, 2) + path;
+  } else if (!drive && !network) {
+    full = working + u"\\" + path;
+  }
+  std::vector<std::u16string> parts = splitAtSeparators(full);
+  const std::size_t root = std::min<std::size_t>(parts.size(), network ? 2 : 1);
+  std::u16string result = network ? u"\\" : u"";
+  for (std::size_t n = 0; n < root; ++n) result += (network ? u"\\" : u"") + parts[n];
+  parts.erase(parts.begin(), parts.begin() + static_cast<std::ptrdiff_t>(root));
+  dropDotComponents(parts);
+  trimLastComponent(parts);
+  for (const std::u16string& part : parts) result += u"\\" + part;
+  return parts.empty() && !network ? result + u"\\" : result;
+}
+
 ParsedPath parsePath(const std::u16string& path) {
   ParsedPath parsed;
   if (path.empty()) parsed.error = kErrorPathNotFound;
@@ -224,29 +250,6 @@ ParsedPath parsePath(const std::u16string& path) {
 std::u16string lastNameOf(const std::u16string& path) {
   const ParsedPath parsed = parsePath(path);
   return parsed.components.empty() ? std::u16string() : parsed.components.back();
-}
-
-std::u16string completedPath(const std::u16string& path, const std::u16string& currentFolder) {
-  if (path.empty()) return path;
-  const bool network = path.size() >= 2 && isSeparator(path[0]) && isSeparator(path[1]);
-  const bool drive = path.size() >= 3 && path[1] == u':' && isSeparator(path[2]);
-  if (!network && !drive) {
-    const std::u16string volume = currentFolder.substr(0, 2);
-    if (isSeparator(path[0])) return completedPath(volume + path, currentFolder);
-    const bool driveAlone = path.size() >= 2 && path[1] == u':';
-    return completedPath(
-        driveAlone ? path.substr(0, 2) + u"\\" + path.substr(2) : currentFolder + u"\\" + path,
-        currentFolder);
-  }
-  std::vector<std::u16string> parts = splitAtSeparators(path);
-  const std::size_t kept = network ? std::min<std::size_t>(parts.size(), 2) : 1;
-  std::u16string full = network ? u"\\" : u"";
-  for (std::size_t n = 0; n < kept; ++n) full += (network ? u"\\" : u"") + parts[n];
-  parts.erase(parts.begin(), parts.begin() + static_cast<std::ptrdiff_t>(kept));
-  dropDotComponents(parts);
-  trimLastComponent(parts);
-  for (const std::u16string& part : parts) full += u"\\" + part;
-  return parts.empty() || isSeparator(path.back()) ? full + u"\\" : full;
 }
 
 FoundPath findPath(const std::u16string& path) {

@@ -33,9 +33,6 @@ struct FoundPath {
 // The last name in a path, as the system would give it to a new file.
 std::u16string lastNameOf(const std::u16string& path);
 
-// The path from its volume on, completed by `currentFolder`, without "." and "..".
-std::u16string completedPath(const std::u16string& path, const std::u16string& currentFolder);
-
 // As the logic's calls find it: obeys the limit of path lengths and the volume's script.
 FoundPath findPath(const std::u16string& path);
 

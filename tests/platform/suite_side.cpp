@@ -14,6 +14,10 @@ void removeScratchFolder(const std::u16string&) {
   resetStandIn();
 }
 
+void workIn(const std::u16string& folder) {
+  standIn().workingFolder = folder.substr(0, folder.find_last_not_of(u'\\') + 1);
+}
+
 void putBytes(const std::u16string& path, const std::string& bytes) {
   putFile(path, bytes);
 }

@@ -29,6 +29,38 @@ std::string textOf(const std::optional<std::vector<std::uint8_t>>& bytes) {
   return bytes ? std::string(bytes->begin(), bytes->end()) : "(nothing)";
 }
 
+TEST_F(FilesSuite, APathIsCompletedFromTheFolderThatTheProcessWorksIn) {
+  const std::u16string drive = folder.substr(0, 2);
+  workIn(folder);
+  EXPECT_EQ(absolutePath(u"a b.pdf"), folder + u"a b.pdf");
+  EXPECT_EQ(absolutePath(u"sub\\a.pdf"), folder + u"sub\\a.pdf");
+  EXPECT_EQ(absolutePath(u"sub/./x/../a.pdf"), folder + u"sub\\a.pdf");
+  EXPECT_EQ(absolutePath(u".\\a.pdf"), folder + u"a.pdf");
+  EXPECT_EQ(absolutePath(u"\\a\\b.pdf"), drive + u"\\a\\b.pdf");
+  EXPECT_EQ(absolutePath(drive + u"a.pdf"), folder + u"a.pdf");
+  EXPECT_EQ(absolutePath(u"--viewer"), folder + u"--viewer");
+  const std::size_t parent = folder.rfind(u'\\', folder.size() - 2);
+  EXPECT_EQ(absolutePath(u"..\\a.pdf"), folder.substr(0, parent + 1) + u"a.pdf");
+}
+
+TEST_F(FilesSuite, AFullPathIsCompleteAlready) {
+  workIn(folder);
+  for (const std::u16string path :
+       {u"C:\\a.pdf", u"c:\\A b\\\u00DC.pdf", u"\\\\server\\share\\a.pdf", u"Q:\\a.pdf"}) {
+    EXPECT_EQ(absolutePath(path), path);
+  }
+  EXPECT_EQ(absolutePath(u"C:/a/../b.pdf"), u"C:\\b.pdf");
+  EXPECT_EQ(absolutePath(u"Q:a.pdf"), u"Q:\\a.pdf");
+  EXPECT_EQ(absolutePath(u""), u"");
+}
+
+TEST_F(FilesSuite, ACompletedPathCanBeLongerThanAnyFilesMayBe) {
+  workIn(folder);
+  const std::u16string name(255, u'x');
+  EXPECT_EQ(absolutePath(name), folder + name);
+  EXPECT_EQ(absolutePath(name + u"\\" + name), folder + name + u"\\" + name);
+}
+
 using Names = std::vector<std::u16string>;
 
 // The listed names, sorted, since the system's order may vary.

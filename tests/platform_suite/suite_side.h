@@ -13,7 +13,10 @@ std::u16string makeScratchFolder();
 // Removes the folder with everything in it, read-only files included.
 void removeScratchFolder(const std::u16string& folder);
 
-// Writes these bytes to a file without using the seam.
+// Makes an existing folder the one that the process works in, until the test ends.
+void workIn(const std::u16string& folder);
+
+// Puts these bytes into a file, by other means than the seam's.
 void putBytes(const std::u16string& path, const std::string& bytes);
 std::string bytesOf(const std::u16string& path);
 

@@ -36,7 +36,13 @@ std::u16string makeScratchFolder() {
   return fromWide(folder.native()) + u"\\";
 }
 
+void workIn(const std::u16string& folder) {
+  EXPECT_TRUE(SetCurrentDirectoryW(wide(folder)));
+}
+
 void removeScratchFolder(const std::u16string& folder) {
+  // A folder that a process works in cannot be removed.
+  SetCurrentDirectoryW(fs::temp_directory_path().c_str());
   makeDeletable(pathOf(folder));
   std::error_code ignored;
   fs::remove_all(pathOf(folder), ignored);

@@ -68,8 +68,8 @@ TEST(BinderName, IsTheFileNameWithoutItsLastExtension) {
 TEST(BinderText, FilesComeInOrderAsTheyAreWritten) {
   const BinderFile binder =
       parsed("C:\\b.pdf\r\nC:\\A.PDF\r\n\\\\nas\\x y.pdf\r\nrelative.pdf\r\n");
-  EXPECT_THAT(binder.files, ElementsAre(u"C:\\b.pdf", u"C:\\A.PDF", u"\\\\nas\\x y.pdf",
-                                        u"relative.pdf"));
+  EXPECT_THAT(binder.files,
+              ElementsAre(u"C:\\b.pdf", u"C:\\A.PDF", u"\\\\nas\\x y.pdf", u"relative.pdf"));
   EXPECT_THAT(binder.views, IsEmpty());
 }
 
@@ -209,8 +209,7 @@ TEST(BinderText, AHeadLineMayStandAnywhereAndIsNeverAFile) {
 // Fields.
 
 TEST(BinderText, AllFieldsAreRead) {
-  const BinderEntry view =
-      viewOfLine("page=7\tpanX=-12.5\tpanY=3.25\tzoom=1.5\tmode=3\tbold=1");
+  const BinderEntry view = viewOfLine("page=7\tpanX=-12.5\tpanY=3.25\tzoom=1.5\tmode=3\tbold=1");
   EXPECT_EQ(view.page, 7);
   EXPECT_TRUE(view.hasPage);
   EXPECT_EQ(view.panX, -12.5f);
@@ -376,15 +375,16 @@ struct RandomLines {
   std::size_t below(std::size_t count) { return random() % count; }
 
   std::string number() {
-    const char* const numbers[] = {"0",   "1",     "-3.25", "99.9",  "0.01", "100", "1e5",
-                                   "nan", "12345", "-1",    "3x",    "",     "2",   "999999",
-                                   "1e9", "3",     "0.5",   "-0",    "+7",   " 4"};
+    const char* const numbers[] = {"0",   "1",     "-3.25", "99.9", "0.01", "100", "1e5",
+                                   "nan", "12345", "-1",    "3x",   "",     "2",   "999999",
+                                   "1e9", "3",     "0.5",   "-0",   "+7",   " 4"};
     return numbers[below(std::size(numbers))];
   }
 
   std::string line() {
-    const char* const names[] = {"C:\\a.pdf", "c:\\A.PDF",  "\xC3\xA4 b.pdf", "  x", "#head",
-                                 "\xFF\xC3",  "# bold=1\t", "",               "y ",  "C:\\z\r"};
+    const char* const names[] = {"C:\\a.pdf", "c:\\A.PDF", "\xC3\xA4 b.pdf", "  x",
+                                 "#head",     "\xFF\xC3",  "# bold=1\t",     "",
+                                 "y ",        "C:\\z\r"};
     const char* const keys[] = {"page", "panX", "panY", "zoom", "mode", "bold", "Page", "odd"};
     std::string text = names[below(std::size(names))];
     for (std::size_t fields = below(7); fields > 0; --fields) {

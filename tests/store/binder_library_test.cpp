@@ -100,7 +100,7 @@ TEST_F(BinderLibraryTest, AMissingFileAndAnEmptyPathGiveNoBinder) {
 }
 
 TEST_F(BinderLibraryTest, ARelativePathIsMadeAbsolute) {
-  standIn().currentFolder = u"C:\\Lists";
+  standIn().workingFolder = u"C:\\Lists";
   platform::putFile(listPath(u"here"), "");
   EXPECT_EQ(LoadBinder(u"here.lst"), 0);
   EXPECT_EQ(session.binderLibrary[0].path, listPath(u"here"));
@@ -150,7 +150,8 @@ TEST_F(BinderLibraryTest, ABinderWhoseFileHasGoneIsForgottenAtTheNextStart) {
 }
 
 TEST_F(BinderLibraryTest, TheFileOfTheDocumentsInUseIsNoCustomBinder) {
-  putIni(u"[Binders]\nCount=1\nPath0=c:\\users\\user\\appdata\\local\\quillmere\\workingdocs.LST\n");
+  putIni(
+      u"[Binders]\nCount=1\nPath0=c:\\users\\user\\appdata\\local\\quillmere\\workingdocs.LST\n");
   platform::putFile(WorkingDocsPath(), "C:\\a.pdf\r\n");
   restart();
   EXPECT_THAT(names(), ElementsAre(u"Working Documents"));
@@ -341,7 +342,7 @@ TEST_F(BinderLibraryTest, FilesThatTheBinderHoldsAreSkippedWithoutAWrite) {
 
 TEST_F(BinderLibraryTest, RelativePathsEnterABinderAsAbsoluteOnes) {
   load(u"list");
-  standIn().currentFolder = u"C:\\Texts";
+  standIn().workingFolder = u"C:\\Texts";
   AddFilesToBinder(0, {u"a.pdf", u"C:/Texts/A.pdf"});
   EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\Texts\\a.pdf"));
 }
@@ -488,8 +489,8 @@ TEST_F(BinderLibraryTest, ADeletedBinderLosesItsFileAndNoDocument) {
   load(u"a", "C:\\a.pdf\r\n");
   standIn().boxAnswers = {BoxAnswer::Ok};
   EXPECT_TRUE(DeleteBinder(0));
-  expectBox(u"Confirm Delete",
-            u"Permanently delete the binder file?\nThis cannot be undone.", BoxIcon::Warning);
+  expectBox(u"Confirm Delete", u"Permanently delete the binder file?\nThis cannot be undone.",
+            BoxIcon::Warning);
   EXPECT_EQ(standIn().boxes[0].buttons, BoxButtons::OkDefaultCancel);
   EXPECT_THAT(names(), IsEmpty());
   EXPECT_FALSE(platform::fileExists(listPath(u"a")));
@@ -521,9 +522,9 @@ TEST_F(BinderLibraryTest, AFileMovesToWhereTheMarkIs) {
     int to;
     const char* order;
   } const cases[] = {
-      {0, {2, true}, 2, "1203"},  {0, {2, false}, 1, "1023"}, {3, {0, false}, 0, "3012"},
-      {3, {0, true}, 1, "0312"},  {1, {1, true}, 1, "0123"},  {1, {1, false}, 1, "0123"},
-      {1, {0, true}, 1, "0123"},  {0, {3, true}, 3, "1230"},  {2, {99, true}, 3, "0132"},
+      {0, {2, true}, 2, "1203"}, {0, {2, false}, 1, "1023"}, {3, {0, false}, 0, "3012"},
+      {3, {0, true}, 1, "0312"}, {1, {1, true}, 1, "0123"},  {1, {1, false}, 1, "0123"},
+      {1, {0, true}, 1, "0123"}, {0, {3, true}, 3, "1230"},  {2, {99, true}, 3, "0132"},
   };
   for (const auto& entry : cases) {
     session.binderLibrary.clear();

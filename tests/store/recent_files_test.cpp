@@ -52,8 +52,8 @@ TEST_F(RecentFilesTest, ALongerListFromTheSettingsIsCutByTheNextAddition) {
     recent()[i] = u"C:\\" + decimal(static_cast<std::int64_t>(i)) + u".pdf";
   }
   AddToRecentFiles({u"C:\\8.pdf"});
-  EXPECT_THAT(recent(), ElementsAre(u"C:\\8.pdf", u"C:\\0.pdf", u"C:\\1.pdf", u"C:\\2.pdf",
-                                    u"C:\\3.pdf"));
+  EXPECT_THAT(recent(),
+              ElementsAre(u"C:\\8.pdf", u"C:\\0.pdf", u"C:\\1.pdf", u"C:\\2.pdf", u"C:\\3.pdf"));
 }
 
 TEST_F(RecentFilesTest, NothingIsAddedOrSavedWhileTheListIsOff) {
@@ -72,7 +72,7 @@ TEST_F(RecentFilesTest, EveryAdditionIsSaved) {
 }
 
 TEST_F(RecentFilesTest, RelativePathsEnterAsAbsoluteOnes) {
-  standIn().currentFolder = u"C:\\Texts";
+  standIn().workingFolder = u"C:\\Texts";
   AddToRecentFiles({u"a.pdf"});
   EXPECT_THAT(recent(), ElementsAre(u"C:\\Texts\\a.pdf"));
 }

@@ -185,7 +185,7 @@ TEST_F(WorkingDocumentsTest, ManyDocumentsAreOneWriteAndOneRebuild) {
 }
 
 TEST_F(WorkingDocumentsTest, RelativePathsEnterAsAbsoluteOnes) {
-  standIn().currentFolder = u"C:\\Texts";
+  standIn().workingFolder = u"C:\\Texts";
   AddToWorkingDocuments(u"a.pdf", kWorkingDocsToHead);
   AddToWorkingDocuments(u"C:\\texts\\A.pdf", kWorkingDocsToHead);
   EXPECT_THAT(files(), ElementsAre(u"C:\\texts\\A.pdf"));

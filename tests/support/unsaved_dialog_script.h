@@ -11,7 +11,7 @@ namespace quillmere::test {
 // Answers the dialog of unsaved files in place of a person. Without an answer it is cancelled.
 struct UnsavedDialogScript {
   std::function<UnsavedAnswer(std::vector<UnsavedFile>&)> answer;
-  std::vector<std::u16string> titles;              // of the dialogs that came
+  std::vector<std::u16string> titles;               // of the dialogs that came
   std::vector<std::vector<std::u16string>> labels;  // their rows
 };
 

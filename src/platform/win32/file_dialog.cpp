@@ -24,7 +24,7 @@ void setFilters(IFileOpenDialog& dialog, const std::vector<FileFilter>& filters)
 void setOptions(IFileOpenDialog& dialog, bool allowSeveral) {
   FILEOPENDIALOGOPTIONS options = 0;
   dialog.GetOptions(&options);
-  options |= FOS_FILEMUSTEXIST | FOS_PATHMUSTEXIST;
+  options |= FOS_FILEMUSTEXIST | FOS_PATHMUSTEXIST | FOS_NOCHANGEDIR;
   if (allowSeveral) options |= FOS_ALLOWMULTISELECT;
   dialog.SetOptions(options);
 }

@@ -19,6 +19,7 @@ namespace {
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr std::uint64_t kLargestTransfer = 1u << 30;  // bytes in one call
 constexpr std::size_t kTemporaryPathUnits = 260;
+constexpr std::size_t kUsualPathUnits = 260;  // longer ones are read in a second call
 
 std::optional<std::uint64_t> sizeOf(HANDLE file) {
   LARGE_INTEGER size{};
@@ -72,6 +73,19 @@ bool endsIgnoringCase(std::u16string_view name, std::u16string_view end) {
 
 }  // namespace
 
+std::u16string absolutePath(const std::u16string& path) {
+  if (path.empty()) return path;
+  std::u16string full(kUsualPathUnits, u'\0');
+  DWORD length = GetFullPathNameW(wide(path), kUsualPathUnits, wideBuffer(full), nullptr);
+  if (length >= full.size()) {  // then it is the size that the buffer must have
+    full.resize(length);
+    length = GetFullPathNameW(wide(path), length, wideBuffer(full), nullptr);
+  }
+  if (length == 0 || length >= full.size()) return path;
+  full.resize(length);
+  return full;
+}
+
 AttributeQuery queryAttributes(const std::u16string& path) {
   const DWORD attributes = GetFileAttributesW(wide(path));
   if (attributes == INVALID_FILE_ATTRIBUTES) return {kInvalidAttributes, GetLastError()};
@@ -97,16 +111,6 @@ bool setReadOnly(const std::u16string& path, bool readOnly) {
   DWORD wanted = readOnly ? without | FILE_ATTRIBUTE_READONLY : without;
   if (wanted == 0) wanted = FILE_ATTRIBUTE_NORMAL;
   return SetFileAttributesW(wide(path), wanted) != 0;
-}
-
-std::u16string absolutePath(const std::u16string& path) {
-  if (path.empty()) return path;
-  const DWORD units = GetFullPathNameW(wide(path), 0, nullptr, nullptr);
-  std::u16string full(units, u'\0');
-  const DWORD length = GetFullPathNameW(wide(path), units, wideBuffer(full), nullptr);
-  if (length == 0 || length >= units) return path;
-  full.resize(length);
-  return full;
 }
 
 bool isNetworkPath(const std::u16string& path) {
