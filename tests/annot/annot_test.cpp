@@ -151,7 +151,9 @@ std::string highlightAnnotation(const std::string& quads, const std::string& ent
 }
 
 std::string highlightBox(int left, int bottom, int right, int top, const std::string& entries) {
-  const auto corner = [](int x, int y) { return std::to_string(x) + " " + std::to_string(y) + " "; };
+  const auto corner = [](int x, int y) {
+    return std::to_string(x) + " " + std::to_string(y) + " ";
+  };
   return highlightAnnotation(
       corner(left, top) + corner(right, top) + corner(left, bottom) + corner(right, bottom),
       entries);

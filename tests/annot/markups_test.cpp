@@ -310,8 +310,8 @@ TEST_F(MarkupsTest, AStrikethroughRunsAlongTurnedText) {
   ASSERT_THAT(marks(), SizeIs(1));
   const AnnotationHandle mark = annotationAt(pane(0).page.get(), 0);
   float left = 0, bottom = 0, right = 0, top = 0;
-  ASSERT_TRUE(FPDFPageObj_GetBounds(FPDFAnnot_GetObject(mark.get(), 0), &left, &bottom, &right,
-                                    &top));
+  ASSERT_TRUE(
+      FPDFPageObj_GetBounds(FPDFAnnot_GetObject(mark.get(), 0), &left, &bottom, &right, &top));
   EXPECT_GT(top - bottom, 100);
   EXPECT_LT(right - left, 6);
 }
@@ -464,15 +464,17 @@ TEST_F(MarkupHitTest, AQuadWithItsCornersInAnotherOrderIsHitAsWell) {
 }
 
 TEST_F(MarkupHitTest, EveryQuadOfAMarkCounts) {
-  openAnnotated({highlightAnnotation("100 230 180 230 100 200 180 200 "
-                                     "300 130 380 130 300 100 380 100")});
+  openAnnotated(
+      {highlightAnnotation("100 230 180 230 100 200 180 200 "
+                           "300 130 380 130 300 100 380 100")});
   EXPECT_EQ(hit(140, 215), 0);
   EXPECT_EQ(hit(340, 115), 0);
   EXPECT_EQ(hit(240, 165), -1);
 }
 
 TEST_F(MarkupHitTest, WhatIsNotToBeSeenAndOtherKindsAreNotHit) {
-  openAnnotated({highlightBox(100, 200, 180, 230, "/F 2"), highlightBox(100, 200, 180, 230, "/F 32"),
+  openAnnotated({highlightBox(100, 200, 180, 230, "/F 2"),
+                 highlightBox(100, 200, 180, 230, "/F 32"),
                  "<< /Type /Annot /Subtype /Underline /Rect [100 200 180 230] /QuadPoints [100 230 "
                  "180 230 100 200 180 200] >>",
                  "<< /Type /Annot /Subtype /Stamp /Rect [100 200 180 230] >>"});
@@ -675,9 +677,10 @@ std::string pdfWithPopup(bool popupFirst, const std::string& popupKind) {
   // As a reply to the mark it keeps the mark's object in the file.
   const int stamp = file.add("<< /Type /Annot /Subtype /Stamp /Rect [0 0 9 9] /IRT " +
                              PdfFile::reference(mark) + " >>");
-  file.set(mark, "<< /Type /Annot /Subtype /Highlight /Rect [100 200 180 230] /QuadPoints [100 230 "
-                 "180 230 100 200 180 200] /Contents (a secret) /RC (<p>a secret</p>) /Popup " +
-                     PdfFile::reference(popup) + " >>");
+  file.set(mark,
+           "<< /Type /Annot /Subtype /Highlight /Rect [100 200 180 230] /QuadPoints [100 230 "
+           "180 230 100 200 180 200] /Contents (a secret) /RC (<p>a secret</p>) /Popup " +
+               PdfFile::reference(popup) + " >>");
   file.set(popup, "<< /Subtype /" + popupKind + " /Rect [300 300 400 400] /Contents (a secret) " +
                       "/Parent " + PdfFile::reference(mark) + " >>");
   const std::string first = PdfFile::reference(popupFirst ? popup : mark);

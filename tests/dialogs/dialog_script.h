@@ -31,7 +31,7 @@ struct DialogScript {
   std::optional<ShownTip> tip;  // what is to be seen now
   int tipsShown = 0;            // how often its text was set
 
-  std::optional<MarkupDialogView> markupDialog;  // while it is open
+  std::optional<MarkupDialogView> markupDialog;   // while it is open
   MarkupDialogPlace markupDialogPlace{300, 200};  // where the person has put it
 };
 
