@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "annot/markups.h"
 #include "documents/close.h"
 #include "documents/modes.h"
 #include "engine_calls.h"
@@ -32,6 +33,8 @@ constexpr int kTurns = 200;
 constexpr int kZoomSteps = 60;
 constexpr int kModeCycles = 16;
 constexpr int kRotations = 40;
+constexpr int kMarks = 20;
+constexpr int kMarkedCharacters = 60;
 constexpr int kPanMoves = 200;
 constexpr int kMiddlePage = 100;
 
@@ -249,6 +252,28 @@ void comparePanning(Subject& subject) {
   handleMessages();
 }
 
+// Marks a few words, and takes the mark away again while no clock runs.
+void compareMarking(Subject& subject) {
+  goToMiddle(subject);
+  const int page = session.panes[0].currentPage;
+  session.panes[0].textPage.get();  // as whoever selects text has done
+  for (int i = 0; i < kMarks; ++i) {
+    session.selection = {true, 0, 0, kMarkedCharacters, false};
+    double theirs = 0;
+    const auto timeTheirs = [&] {
+      theirs = timed([&] { renderView(subject.plain, shownSize(0)); });
+    };
+    if (i % 2 != 0) timeTheirs();
+    const PaintTimes ours = timePainting(highlightSelection);
+    if (i % 2 == 0) timeTheirs();
+    reportStep("mark", subject, ours, theirs);
+    session.markupMenuPage = page;
+    session.markupMenuAnnot = FPDFPage_GetAnnotCount(session.panes[0].page.get()) - 1;
+    RemoveMarkup();
+    handleMessages();
+  }
+}
+
 void measure(const std::string& path) {
   Subject subject;
   subject.path = path;
@@ -260,6 +285,7 @@ void measure(const std::string& path) {
   compareZoom(subject);
   compareRotation(subject);
   compareModes(subject);
+  compareMarking(subject);
   closeAllDocuments();
 }
 

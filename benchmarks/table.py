@@ -39,6 +39,8 @@ RATIOS = [
     Row("mode-renders", "renders of a mode change / renders needed", "", 1.0),
     Row("mode-loads", "page loads of a mode change / page loads needed", "", 1.0),
     Row("pan-repaint", "one move of a drag pan, painted / one copy of the client area", "ms", 4.0),
+    Row("mark", "making a mark / PDFium render", "ms", 1.2),
+    Row("mark-painted", "making a mark to painted / the same", "ms", None),
     Row("find-literal", "find in the whole document / PDFium page + text page + find", "ms", 1.1),
     Row("find-regex", "the same with a regular expression / the same PDFium calls", "ms", 1.1),
     Row("find-keystroke", "a keystroke in the find bar / PDFium text page + find", "ms", 1.2),
