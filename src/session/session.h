@@ -15,6 +15,7 @@
 #include "session/find_state.h"
 #include "session/gesture.h"
 #include "session/markup_entry.h"
+#include "session/markup_tree.h"
 #include "session/pane_slot.h"
 #include "session/placement.h"
 #include "session/shelf_entry.h"
@@ -94,14 +95,18 @@ struct SessionState {
   std::int32_t markupMenuPage = -1;   // zero-based
   std::int32_t markupMenuAnnot = -1;  // in the page's annotation list
 
-  // The markups of one document, in reading order. Written by annot/markup_list.cpp.
+  // The markups of one document, in reading order. Written by annot/markup_list.cpp, and by
+  // session/document_slots.cpp when that document closes.
   std::vector<MarkupEntry> markupList;
   FPDF_DOCUMENT markupListDocument = nullptr;  // that they are of; not owned, null for none
+  // Lists of other open documents, kept for when they are shown again.
+  std::unordered_map<FPDF_DOCUMENT, std::vector<MarkupEntry>, Fnv1aPointerHash> otherMarkupLists;
 
   // The navigation tree: its nodes by number, and in the tree's order. Written by
   // nav/bookmarks.cpp.
   std::vector<BookmarkEntry> bookmarks;
   std::vector<BookmarkOrderEntry> bookmarkOrder;
+  MarkupTree markupTree;  // written by nav/markup_tree.cpp
 
   // Written by view/selection.cpp, nav/find.cpp, session/gesture.cpp and view/navigation.cpp.
   TextSelection selection;
