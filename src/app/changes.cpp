@@ -2,10 +2,12 @@
 
 #include <cassert>
 
+#include "annot/markup_list.h"
 #include "app/commands.h"
 #include "documents/shelve.h"
 #include "nav/bookmarks.h"
 #include "nav/find.h"
+#include "nav/markup_tree.h"
 #include "panels/binder_panel.h"
 #include "platform/main_window.h"
 #include "session/document_slots.h"
@@ -89,8 +91,11 @@ void turnsChanged(int pane) {
   noteDocumentChanged(pane);
 }
 
-void markupsChanged(FPDF_DOCUMENT document, int) {
+// The tree is that of the active pane's document.
+void markupsChanged(FPDF_DOCUMENT document, int page) {
   const Report report;
+  collectPageAgain(document, page);
+  if (document == documentOf(session.activePane)) updateMarkupRows();
   for (const int pane : panesHolding(document)) {
     noteDocumentChanged(pane);
     break;

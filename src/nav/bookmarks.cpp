@@ -8,6 +8,8 @@
 
 #include "nav/jump_history.h"
 #include "nav/links.h"
+#include "nav/markup_tree.h"
+#include "nav/scroll_into_view.h"
 #include "session/changes.h"
 #include "session/density.h"
 #include "session/session.h"
@@ -135,7 +137,7 @@ void fillUnderHeadings(FPDF_BOOKMARK first) {
     AddBookmarkLevel(bookmarks, first);
   }
   platform::expandTreeRow(kTree, bookmarks);
-  platform::insertTreeRow(kTree, {platform::kNoTreeRow, bookmarks}, {u"Markups", -1, true});
+  addMarkupsRoot(bookmarks);
 }
 
 void fillTree(FPDF_DOCUMENT document) {
@@ -145,6 +147,26 @@ void fillTree(FPDF_DOCUMENT document) {
   } else {
     AddBookmarkLevel(platform::kNoTreeRow, first);
   }
+}
+
+// Shows a page in the pane that jumps go to, and gives that pane.
+int jumpToPage(std::int32_t page) {
+  const bool eachPaneItsOwn =
+      session.viewMode == ViewMode::IndependentPages || session.viewMode == ViewMode::TwoDocuments;
+  const int pane = eachPaneItsOwn ? session.activePane : 0;
+  if (page != session.panes[pane].currentPage) {
+    PushJump(pane);
+    goToPage(pane, page, false);
+  }
+  return pane;
+}
+
+void jumpToMarkup(const MarkupNode& markup) {
+  const int pane = jumpToPage(markup.page);
+  if (markup.hasRect && session.panes[pane].openPage == markup.page) {
+    scrollIntoView(pane, {markup.left, markup.top, markup.right, markup.bottom});
+  }
+  pictureChanged();
 }
 
 // Puts the target a little below the pane's top edge.
@@ -162,12 +184,14 @@ void RebuildNavigationTree() {
   const FPDF_DOCUMENT document = documentOf(session.activePane);
   if (document != nullptr) fillTree(document);
   platform::endTreeUpdate(kTree);
+  showMarkupsUnderBookmarks();
 }
 
 void ClearNavigationTree() {
   platform::clearTree(kTree);
   session.bookmarks.clear();
   session.bookmarkOrder.clear();
+  session.markupTree = {};
 }
 
 void AddBookmarkLevel(platform::TreeRow parent, FPDF_BOOKMARK first) {
@@ -177,6 +201,7 @@ void AddBookmarkLevel(platform::TreeRow parent, FPDF_BOOKMARK first) {
 }
 
 void FillTreeEntry(std::int32_t index) {
+  if (index == kMarkupsRootEntry && !session.markupTree.shown) FillMarkupsRoot();
   if (!isEntry(index)) return;
   const auto parent = static_cast<std::size_t>(index);
   const std::size_t first = parent + 1;
@@ -197,17 +222,12 @@ void ResolveBookmarks() {
 }
 
 void JumpToTreeEntry(std::int32_t index) {
+  if (const std::optional<MarkupNode> markup = markupNodeOf(index)) jumpToMarkup(*markup);
   if (!isEntry(index)) return;
   resolve(documentOf(session.activePane), session.bookmarks[static_cast<std::size_t>(index)]);
   const BookmarkEntry entry = session.bookmarks[static_cast<std::size_t>(index)];
   if (entry.page < 0) return;
-  const bool eachPaneItsOwn =
-      session.viewMode == ViewMode::IndependentPages || session.viewMode == ViewMode::TwoDocuments;
-  const int pane = eachPaneItsOwn ? session.activePane : 0;
-  if (entry.page != session.panes[pane].currentPage) {
-    PushJump(pane);
-    goToPage(pane, entry.page, false);
-  }
+  const int pane = jumpToPage(entry.page);
   if (entry.hasY) scrollToTarget(pane, entry.y);
   pictureChanged();
 }
