@@ -1,8 +1,4 @@
-#include "driver/scenario.h"
-
-#include <commctrl.h>
-
-#include <cstdlib>
+#include "driver/tree_scenario.h"
 
 namespace quillmere::e2e {
 namespace {
@@ -28,70 +24,7 @@ const std::vector<test::PdfOutlineItem> kOutline{
     {u"Nowhere", "", {}},
 };
 
-class Bookmarks : public Scenario {
- protected:
-  void SetUp() override {
-    Scenario::SetUp();
-    setSetting(L"Navigation", L"MarkupGroupingDefault", L"2");
-  }
-  void startGrouped(bool underBookmarks, const std::string& bytes) {
-    setSetting(L"Navigation", L"MarkupsUnderBookmarks", underBookmarks ? L"1" : L"0");
-    startWith(bytes);
-  }
-  HWND tree() const { return childOf(window, 401); }
-  // "depth|text" for each row that exists so far.
-  std::vector<std::wstring> rows() const {
-    std::vector<std::wstring> rows = treeItems(window, tree());
-    for (std::wstring& row : rows) row.erase(row.find(L'|'), 2);
-    return rows;
-  }
-  bool rowSelected(const std::wstring& text) const {
-    return eventually([&] {
-      for (const std::wstring& row : treeItems(window, tree())) {
-        if (row.substr(row.find(L'|')) == L"|1|" + text) return true;
-      }
-      return false;
-    });
-  }
-  RECT rowPlace(const std::wstring& text) const {
-    RECT place{};
-    eventually([&] {
-      place = treeRowOnScreen(window, tree(), text);
-      return !IsRectEmpty(&place);
-    });
-    return place;
-  }
-  bool rowShown(const std::wstring& text) const {
-    const RECT place = rowPlace(text);
-    return IsRectEmpty(&place) == FALSE;
-  }
-  void clickRow(const std::wstring& text) {
-    const RECT place = rowPlace(text);
-    ASSERT_FALSE(IsRectEmpty(&place)) << ::testing::PrintToString(text);
-    clickAside({place.left + 4, (place.top + place.bottom) / 2});
-  }
-  // Clicks the button before a row's text, which expands and collapses the row.
-  void clickButtonOf(const std::wstring& text) {
-    const RECT place = rowPlace(text);
-    ASSERT_FALSE(IsRectEmpty(&place)) << ::testing::PrintToString(text);
-    clickAside({place.left - 10, (place.top + place.bottom) / 2});
-  }
-  // Two clicks straight below each other count as a double click here, so shift each one sideways.
-  void clickAside(POINT place) {
-    constexpr LONG kApart = 8;  // pixels
-    if (std::abs(place.x - lastX) < kApart) place.x += kApart;
-    lastX = place.x;
-    click(place);
-  }
-
-  LONG lastX = 0;
-
-  HTREEITEM itemAfterRoot(int count) const {
-    LRESULT item = SendMessageW(tree(), TVM_GETNEXTITEM, TVGN_ROOT, 0);
-    while (count-- > 0) item = SendMessageW(tree(), TVM_GETNEXTITEM, TVGN_NEXT, item);
-    return reinterpret_cast<HTREEITEM>(item);
-  }
-};
+class Bookmarks : public TreeScenario {};
 
 TEST_F(Bookmarks, WithoutHeadingsTheOutlineIsTheTree) {
   startGrouped(true, outlinedPdf(kOutline));

@@ -6,7 +6,8 @@ cache=${QUILLMERE_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/quillmere}
 jobs=${QUILLMERE_JOBS:-$(nproc)}
 
 build_packages=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix libboost1.81-dev googletest python3)
-test_packages=(clang-format-14)
+reader_packages=(poppler-utils mupdf-tools qpdf)
+test_packages=(clang-format-14 "${reader_packages[@]}")
 desktop_packages=(wine wine64 fonts-wine fonts-liberation xvfb)
 
 # Keeps Wine quiet, without boxes that offer to install more of it, and allows any character in

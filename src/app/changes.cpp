@@ -2,12 +2,14 @@
 
 #include <cassert>
 
+#include "annot/markup_list.h"
 #include "annot/markup_tip.h"
 #include "annot/markups.h"
 #include "app/commands.h"
 #include "documents/shelve.h"
 #include "nav/bookmarks.h"
 #include "nav/find.h"
+#include "nav/markup_tree.h"
 #include "panels/binder_panel.h"
 #include "platform/main_window.h"
 #include "session/document_slots.h"
@@ -93,10 +95,13 @@ void turnsChanged(int pane) {
   noteDocumentChanged(pane);
 }
 
+// The tree is that of the active pane's document.
 void markupsChanged(FPDF_DOCUMENT document, int page) {
   const Report report;
   forgetMarkupBoxes(document, page);
   forgetMarkupTip();
+  collectPageAgain(document, page);
+  if (document == documentOf(session.activePane)) updateMarkupRows();
   for (const int pane : panesHolding(document)) {
     noteDocumentChanged(pane);
     break;

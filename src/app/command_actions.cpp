@@ -24,18 +24,15 @@ std::u16string userGuidePath() {
 }  // namespace
 
 void openInSeparateViewer() {
-  if (documentOf(session.activePane) == nullptr) return;
-  if (!startViewer(pathOf(session.activePane))) {
-    showNotice(u"Could not open a separate viewer window.", BoxIcon::Error);
-  }
+  if (documentOf(session.activePane) != nullptr) showInViewer(pathOf(session.activePane));
 }
 
 void openUserGuide() {
   const std::u16string path = userGuidePath();
   if (path.empty() || !platform::fileExists(path)) {
     showNotice(u"The User Guide could not be found.", BoxIcon::Warning);
-  } else if (!startViewer(path)) {
-    showNotice(u"Could not open a separate viewer window.", BoxIcon::Error);
+  } else {
+    showInViewer(path);
   }
 }
 

@@ -11,6 +11,7 @@
 #include "documents/modes.h"
 #include "documents/open_requests.h"
 #include "documents/save.h"
+#include "documents/summary.h"
 #include "nav/find_bar.h"
 #include "panels/panel_toggles.h"
 #include "platform/main_window.h"
@@ -157,7 +158,7 @@ constexpr Command kCommands[] = {
     {kCmdRemoveAnnotations, u"Remove All A&nnotations...", kRefused, nullptr, nullptr,
      notImplementedYet},
     {kCmdMarkupSummary, u"Create Markup &Summary...", kAllowed, nullptr, nullptr,
-     notImplementedYet},
+     CreateMarkupSummary},
     {kCmdRotateDocument, u"&Rotate Document\tR", kRefused, nullptr, nullptr, turnDocument},
     {kCmdRotatePage, u"Rotate &Page\tCtrl+R", kRefused, nullptr, nullptr, turnPage},
     {kCmdDiscardChanges, u"&Discard Changes...", kRefused, nullptr, nullptr, notImplementedYet},

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "nav/bookmarks.h"
+#include "nav/markup_tree.h"
 #include "platform/main_window.h"
 #include "session/changes.h"
 #include "session/density.h"
@@ -26,6 +27,7 @@ void arrangeViewerPanels() {
   platform::layoutMainWindow();
   refitPanes();
   commandsChanged();
+  showMarkupsUnderBookmarks();
 }
 
 }  // namespace quillmere

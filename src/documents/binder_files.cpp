@@ -30,7 +30,7 @@ int paneOpenedFrom(const std::u16string& path, int index) {
   if (opened == session.documentBinders.end() || FindBinder(opened->second) != index) {
     return kNoPane;
   }
-  return paneShowing(path);
+  return paneWithPath(path);
 }
 
 // Asks as Close does, about a document that the user sees as the active one then.
@@ -80,7 +80,7 @@ std::vector<UnsavedFile> filesToBeOrphaned(int index) {
     file.fileIndex = static_cast<int>(i);
     file.path = path;
     file.label = formatText(u"%s  -  %s", {fileNameOf(path), binder.name});
-    file.isOpen = paneShowing(path) != kNoPane;
+    file.isOpen = paneWithPath(path) != kNoPane;
     files.push_back(std::move(file));
   }
   return files;

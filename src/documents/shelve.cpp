@@ -21,7 +21,7 @@ bool ShelveCurrentDocument() {
 bool SaveShelved(int binderIndex, int fileIndex) {
   if (session.viewerRole || !IsValidBinderFile(binderIndex, fileIndex)) return false;
   const std::u16string path = binderAt(binderIndex).files[static_cast<std::size_t>(fileIndex)];
-  const int pane = paneShowing(path);
+  const int pane = paneWithPath(path);
   if (pane >= 0) {
     commitRotations(pane);
     return SaveDocumentTo(pane, path);

@@ -3,6 +3,7 @@
 #include "base/product.h"
 #include "platform/instances.h"
 #include "platform/process.h"
+#include "ui/boxes.h"
 
 namespace quillmere {
 
@@ -11,6 +12,10 @@ bool startViewer(const std::u16string& path) {
   const std::u16string program = platform::executablePath();
   if (program.empty()) return false;
   return platform::startProcess(program, u"\"" + program + u"\" --viewer \"" + path + u"\"");
+}
+
+void showInViewer(const std::u16string& path) {
+  if (!startViewer(path)) showNotice(u"Could not open a separate viewer window.", BoxIcon::Error);
 }
 
 int countViewers() {

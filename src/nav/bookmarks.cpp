@@ -11,6 +11,8 @@
 
 #include "nav/jump_history.h"
 #include "nav/links.h"
+#include "nav/markup_tree.h"
+#include "nav/scroll_into_view.h"
 #include "session/changes.h"
 #include "session/density.h"
 #include "session/session.h"
@@ -161,7 +163,7 @@ void fillUnderHeadings(FPDF_BOOKMARK first) {
     AddBookmarkLevel(bookmarks, first);
   }
   platform::expandTreeRow(kTree, bookmarks);
-  platform::insertTreeRow(kTree, {platform::kNoTreeRow, bookmarks}, {u"Markups", -1, true});
+  addMarkupsRoot(bookmarks);
 }
 
 void fillTree(FPDF_DOCUMENT document) {
@@ -171,6 +173,27 @@ void fillTree(FPDF_DOCUMENT document) {
   } else {
     AddBookmarkLevel(platform::kNoTreeRow, first);
   }
+}
+
+// Turns the pane that jumps go to, unless a pane shows the page already. Returns the pane that
+// shows it then, -1 if none does.
+int jumpToPage(std::int32_t page) {
+  const bool eachPaneItsOwn =
+      session.viewMode == ViewMode::IndependentPages || session.viewMode == ViewMode::TwoDocuments;
+  const int pane = eachPaneItsOwn ? session.activePane : 0;
+  if (paneShowing(pane, page) < 0) {
+    PushJump(pane);
+    goToPage(pane, page, false);
+  }
+  return paneShowing(pane, page);
+}
+
+void jumpToMarkup(const MarkupNode& markup) {
+  const int pane = jumpToPage(markup.page);
+  if (markup.hasRect && pane >= 0 && session.panes[pane].openPage == markup.page) {
+    scrollIntoView(pane, {markup.left, markup.top, markup.right, markup.bottom});
+  }
+  pictureChanged();
 }
 
 // Puts the target a little below the pane's top edge.
@@ -188,12 +211,14 @@ void RebuildNavigationTree() {
   const FPDF_DOCUMENT document = documentOf(session.activePane);
   if (document != nullptr) fillTree(document);
   platform::endTreeUpdate(kTree);
+  showMarkupsUnderBookmarks();
 }
 
 void ClearNavigationTree() {
   platform::clearTree(kTree);
   session.bookmarks.clear();
   session.bookmarkOrder.clear();
+  session.markupTree = {};
 }
 
 void AddBookmarkLevel(platform::TreeRow parent, FPDF_BOOKMARK first) {
@@ -203,6 +228,7 @@ void AddBookmarkLevel(platform::TreeRow parent, FPDF_BOOKMARK first) {
 }
 
 void FillTreeEntry(std::int32_t index) {
+  if (index == kMarkupsRootEntry && !session.markupTree.shown) FillMarkupsRoot();
   if (!isEntry(index)) return;
   const auto parent = static_cast<std::size_t>(index);
   const std::size_t first = parent + 1;
@@ -226,19 +252,13 @@ void ResolveBookmarks() {
 }
 
 void JumpToTreeEntry(std::int32_t index) {
+  if (const std::optional<MarkupNode> markup = markupNodeOf(index)) jumpToMarkup(*markup);
   if (!isEntry(index)) return;
   BookmarkEntry& entry = session.bookmarks[static_cast<std::size_t>(index)];
   if (unresolved(entry)) resolve({&entry});
   if (entry.page < 0) return;
-  const bool eachPaneItsOwn =
-      session.viewMode == ViewMode::IndependentPages || session.viewMode == ViewMode::TwoDocuments;
-  const int pane = eachPaneItsOwn ? session.activePane : 0;
-  if (paneShowing(pane, entry.page) < 0) {
-    PushJump(pane);
-    goToPage(pane, entry.page, false);
-  }
-  const int shown = paneShowing(pane, entry.page);
-  if (entry.hasY && shown >= 0) scrollToTarget(shown, entry.y);
+  const int pane = jumpToPage(entry.page);
+  if (entry.hasY && pane >= 0) scrollToTarget(pane, entry.y);
   pictureChanged();
 }
 

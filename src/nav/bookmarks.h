@@ -6,7 +6,8 @@
 
 #include "platform/tree.h"
 
-// The navigation tree: the outline of the active pane's document.
+// The navigation tree: the outline of the active pane's document, and its markups, which
+// nav/markup_tree.h adds.
 namespace quillmere {
 
 // Empties the tree and fills it from the outline of the active pane's document. Rows that a person
@@ -21,8 +22,9 @@ void ClearNavigationTree();
 // is shown once.
 void AddBookmarkLevel(platform::TreeRow parent, FPDF_BOOKMARK first);
 
-// Adds the rows right below an entry's row, which is about to be expanded. Without effect when they
-// are there, for an entry with none, and for an entry that has no row itself.
+// Adds the rows right below an entry's row, which is about to be expanded; below the root of the
+// markups these are collected for that. Without effect when they are there, for an entry with none,
+// and for an entry that has no row itself.
 void FillTreeEntry(std::int32_t index);
 
 // Looks up where every entry leads, those without a row included, and notes it in the list in tree

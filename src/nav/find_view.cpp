@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <optional>
 
-#include "session/density.h"
+#include "base/page_box.h"
+#include "nav/scroll_into_view.h"
 #include "session/session.h"
 #include "view/geometry.h"
 
@@ -11,13 +12,12 @@ namespace quillmere {
 
 namespace {
 
-constexpr int kScreenMargin = 24;  // pixels between a hit in view and the pane's edges
 constexpr double kFarAway = 1e18;
 
 std::optional<PageBox> boundingBoxOf(FPDF_TEXTPAGE textPage, const FindResult& hit) {
   const int count = FPDFText_CountRects(textPage, hit.start, hit.count);
   if (count <= 0) return std::nullopt;
-  PageBox box{kFarAway, kFarAway, -kFarAway, -kFarAway};
+  PageBox box{kFarAway, -kFarAway, -kFarAway, kFarAway};
   for (int i = 0; i < count; ++i) {
     double left = 0;
     double top = 0;
@@ -31,19 +31,6 @@ std::optional<PageBox> boundingBoxOf(FPDF_TEXTPAGE textPage, const FindResult& h
   }
   if (box.left > box.right) return std::nullopt;
   return box;
-}
-
-PaneBox toScreen(int pane, const PageBox& box) {
-  const PanePoint one = pageToPane(pane, box.left, box.top);
-  const PanePoint other = pageToPane(pane, box.right, box.bottom);
-  return {std::min(one.x, other.x), std::min(one.y, other.y), std::max(one.x, other.x),
-          std::max(one.y, other.y)};
-}
-
-bool insidePane(const PaneBox& box, const PixelRect& pane) {
-  const double margin = scaled(kScreenMargin);
-  return box.left >= margin && box.top >= margin && box.right <= pane.width() - margin &&
-         box.bottom <= pane.height() - margin;
 }
 
 bool touchesPane(const TextQuad& quad, const PixelRect& pane) {
@@ -66,7 +53,7 @@ bool hitsShownIn(int pane) {
 
 void FindScrollToCurrent(int pane) {
   const FindState& find = session.find;
-  PaneSlot& slot = session.panes[pane];
+  const PaneSlot& slot = session.panes[pane];
   if (find.currentIndex < 0 || static_cast<std::size_t>(find.currentIndex) >= find.results.size()) {
     return;
   }
@@ -74,13 +61,7 @@ void FindScrollToCurrent(int pane) {
   if (hit.page != slot.openPage || !slot.textPage) return;
   const std::optional<PageBox> box = boundingBoxOf(slot.textPage.get(), hit);
   if (!box) return;
-  const PixelRect rect = paneRect(pane);
-  if (insidePane(toScreen(pane, *box), rect)) return;
-  const PanePoint centre =
-      pageToPane(pane, (box->left + box->right) * 0.5, (box->top + box->bottom) * 0.5);
-  slot.panX += static_cast<float>(rect.width() * 0.5 - centre.x);
-  slot.panY += static_cast<float>(rect.height() * 0.5 - centre.y);
-  clampPan(pane);
+  scrollIntoView(pane, *box);
 }
 
 std::vector<FindHitQuad> findHitQuads(int pane) {

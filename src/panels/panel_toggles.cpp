@@ -1,5 +1,6 @@
 #include "panels/panel_toggles.h"
 
+#include "nav/markup_tree.h"
 #include "platform/main_window.h"
 #include "session/changes.h"
 #include "session/session.h"
@@ -22,6 +23,7 @@ void panelsChanged() {
 void toggleNavigationPanel() {
   session.navigationPanelVisible = !session.navigationPanelVisible;
   panelsChanged();
+  showMarkupsUnderBookmarks();
 }
 
 void toggleBinderPanel() {

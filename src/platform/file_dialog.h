@@ -20,4 +20,16 @@ struct OpenDialogRequest {
 // or the dialog could not be shown.
 std::vector<std::u16string> chooseFilesToOpen(const OpenDialogRequest& request);
 
+struct SaveDialogRequest {
+  std::u16string title;
+  std::vector<FileFilter> filters;
+  std::u16string defaultExtension;  // without a dot; added to a name that has none
+  std::u16string name;              // what stands in the name field at first
+  std::u16string folder;            // where the dialog begins; empty for the system's choice
+};
+
+// Asks where a file shall be written, and whether one that is there may be replaced. Its full path;
+// empty when the user cancelled or the dialog could not be shown.
+std::u16string chooseFileToSave(const SaveDialogRequest& request);
+
 }  // namespace quillmere::platform

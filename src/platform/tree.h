@@ -13,7 +13,9 @@ enum class Tree { Navigation, Binders };
 using TreeRow = std::uintptr_t;
 inline constexpr TreeRow kNoTreeRow = 0;
 
-// The tree is not repainted between these two calls, so that adding thousands of rows is fast.
+// Between the two nothing is repainted, so that thousands of rows come in one go. Afterwards the
+// first row in sight is the same as before, if it still is there; a tree that was not scrolled
+// stays at its first row.
 void beginTreeUpdate(Tree tree);
 void endTreeUpdate(Tree tree);
 
@@ -35,6 +37,15 @@ struct TreePlace {
 
 TreeRow insertTreeRow(Tree tree, const TreePlace& place, const TreeRowContent& content);
 
+// Removes a row that has none below it. Where it was selected the control selects a neighbour.
+void removeTreeRow(Tree tree, TreeRow row);
+
+void setTreeRowText(Tree tree, TreeRow row, const std::u16string& text);
+
+// Whether the row can be expanded, as `TreeRowContent::expandable`.
+void setTreeRowExpandable(Tree tree, TreeRow row, bool expandable);
+
+// Without effect for a row that is expanded or has nothing below it.
 void expandTreeRow(Tree tree, TreeRow row);
 
 }  // namespace quillmere::platform

@@ -12,6 +12,14 @@ void closePagesOf(FPDF_DOCUMENT document) {
   for (const int pane : panesHolding(document)) dropPaneView(pane);
 }
 
+// Another document can get the same handle later.
+void forgetMarkupsOf(FPDF_DOCUMENT document) {
+  session.otherMarkupLists.erase(document);
+  if (document == nullptr || session.markupListDocument != document) return;
+  session.markupListDocument = nullptr;
+  session.markupList.clear();
+}
+
 }  // namespace
 
 void moveDocument(DocumentSlot& from, DocumentSlot& to) {
@@ -25,6 +33,7 @@ void moveDocument(DocumentSlot& from, DocumentSlot& to) {
 
 void clearDocument(DocumentSlot& slot) {
   closePagesOf(slot.document.get());
+  forgetMarkupsOf(slot.document.get());
   slot.document.reset();
   slot.pageCount = 0;
   slot.path.clear();
@@ -40,6 +49,7 @@ void swapDocument(DocumentSlot& slot, DocumentHandle fresh) {
     closePanePage(pane);
   }
   if (session.placementDocument == before) session.placementDocument = fresh.get();
+  forgetMarkupsOf(before);
   slot.document = std::move(fresh);
   slot.pageCount = FPDF_GetPageCount(slot.document.get());
   slot.dirty = false;

@@ -66,7 +66,7 @@ PageRotations& pageRotationsOf(int pane) {
   return inTwoDocuments() ? session.panes[pane].pageRotations : session.active.pageRotations;
 }
 
-int paneShowing(std::u16string_view path) {
+int paneWithPath(std::u16string_view path) {
   for (const int pane : {session.activePane, 1 - session.activePane}) {
     if (documentOf(pane) != nullptr && platform::equalIgnoringCase(pathOf(pane), path)) return pane;
   }

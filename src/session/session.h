@@ -17,6 +17,7 @@
 #include "session/gesture.h"
 #include "session/markup_entry.h"
 #include "session/markup_tip_state.h"
+#include "session/markup_tree.h"
 #include "session/pane_slot.h"
 #include "session/placement.h"
 #include "session/shelf_entry.h"
@@ -100,14 +101,18 @@ struct SessionState {
   // Written by annot/markup_tip.cpp.
   MarkupTipState markupTip;
 
-  // The markups of one document, in reading order. Written by annot/markup_list.cpp.
+  // The markups of one document, in reading order. Written by annot/markup_list.cpp, and by
+  // session/document_slots.cpp when that document closes.
   std::vector<MarkupEntry> markupList;
-  FPDF_DOCUMENT markupListDocument = nullptr;  // the listed document; not owned, null for none
+  FPDF_DOCUMENT markupListDocument = nullptr;  // that they are of; not owned, null for none
+  // Lists of other open documents, kept for when they are shown again.
+  std::unordered_map<FPDF_DOCUMENT, std::vector<MarkupEntry>, Fnv1aPointerHash> otherMarkupLists;
 
   // The navigation tree: its nodes by number, and in the tree's order. Written by
   // nav/bookmarks.cpp.
   std::vector<BookmarkEntry> bookmarks;
   std::vector<BookmarkOrderEntry> bookmarkOrder;
+  MarkupTree markupTree;  // written by nav/markup_tree.cpp
 
   // Written by view/selection.cpp, nav/find.cpp, session/gesture.cpp and view/navigation.cpp.
   TextSelection selection;
@@ -154,7 +159,7 @@ PageRotations& pageRotationsOf(int pane);
 
 // The pane whose document has this path, ignoring case; the active one where both panes share it;
 // -1 for none.
-int paneShowing(std::u16string_view path);
+int paneWithPath(std::u16string_view path);
 
 // True when the document of the pane, or of the active one, has edits, placements or rotations that
 // its file lacks.

@@ -20,4 +20,9 @@ std::vector<std::u16string> askForFiles(const OpenDialogRequest& request) {
   return platform::chooseFilesToOpen(request);
 }
 
+std::u16string askWhereToSave(const SaveDialogRequest& request) {
+  const DocumentWork work;
+  return platform::chooseFileToSave(request);
+}
+
 }  // namespace quillmere

@@ -15,6 +15,7 @@ using platform::BoxButtons;
 using platform::BoxIcon;
 using platform::BoxOwner;
 using platform::OpenDialogRequest;
+using platform::SaveDialogRequest;
 
 // Shows a box and waits for its answer. A box that cannot be shown answers Cancel.
 BoxAnswer showBox(const std::u16string& text, const std::u16string& title, BoxButtons buttons,
@@ -26,5 +27,8 @@ void showNotice(const std::u16string& text, BoxIcon icon);
 // Asks for existing files. Returns full paths in the dialog's order; empty when the user cancelled
 // or the dialog could not be shown.
 std::vector<std::u16string> askForFiles(const OpenDialogRequest& request);
+
+// Asks where a file shall be written; its full path, empty as above.
+std::u16string askWhereToSave(const SaveDialogRequest& request);
 
 }  // namespace quillmere

@@ -110,7 +110,7 @@ std::uint32_t pageRotationOf(int pane) {
 PageBox pageBoxOf(int pane) {
   FS_RECTF box{};
   if (!FPDF_GetPageBoundingBox(session.panes[pane].page.get(), &box)) return {};
-  return {box.left, box.bottom, box.right, box.top};
+  return {box.left, box.top, box.right, box.bottom};
 }
 
 PageSize pageSizeRotated(int pane) {

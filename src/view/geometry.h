@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "base/page_box.h"
 #include "base/pixel_rect.h"
 
 // Where panes and pages lie, and how pixels and places of a page map onto each other.
@@ -30,14 +31,6 @@ struct PageSize {
 struct PagePoint {
   double x = 0;  // points
   double y = 0;  // points
-};
-
-// The part of a page that is shown, in the page's own coordinates.
-struct PageBox {
-  double left = 0;
-  double bottom = 0;
-  double right = 0;
-  double top = 0;
 };
 
 struct PanePoint {

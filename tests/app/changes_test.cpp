@@ -1,5 +1,6 @@
 #include "session/changes.h"
 
+#include <fpdf_annot.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -122,6 +123,25 @@ TEST_F(ChangesTest, AZoomChecksCustomFitBeforeItTellsTheZoom) {
 TEST_F(ChangesTest, NewPaneSizesChangeStatusAndRepaintEverything) {
   refitPanes();
   EXPECT_THAT(shown(), ElementsAre("status bar", "repaint with erasing"));
+}
+
+TEST_F(ChangesTest, AMarkupBringsTheShownListAndTreeUpToDateBeforeItRepaints) {
+  session.navigationPanelVisible = true;
+  outlineChanged();
+  const FPDF_DOCUMENT document = documentOf(0);
+  {
+    const PageHandle page(FPDF_LoadPage(document, 1));
+    FPDFPage_CloseAnnot(FPDFPage_CreateAnnot(page.get(), FPDF_ANNOT_HIGHLIGHT));
+  }
+  forget();
+  markupsChanged(document, 1);
+  EXPECT_EQ(session.markupList.size(), 1u);
+  EXPECT_THAT(shown(), ElementsAre("navigation rows", "repaint"));
+}
+
+TEST_F(ChangesTest, AMarkupBeforeTheGroupWasShownOnlyRepaints) {
+  markupsChanged(documentOf(0), 1);
+  EXPECT_THAT(shown(), ElementsAre("repaint"));
 }
 
 #ifndef NDEBUG

@@ -93,15 +93,28 @@ struct StandInWindow {
   int closeRequests = 0;
 };
 
-// A row of a tree; rows are numbered from 1 in the order of insertion.
+// The calls that write a file block by block and put it in its place.
+enum class FileCall { Start, Write, Flush, Close, Replace };
+
+// A row of a tree; its number counts from 1 in the order in which rows came.
 struct StandInTreeRow {
-  TreePlace place;
+  TreePlace place;  // where it was put; rows that came or went since then may stand between
   TreeRowContent content;
   bool expanded = false;
+  bool removed = false;
 };
 struct StandInTree {
   std::vector<StandInTreeRow> rows;
-  int updates = 0;  // those in progress
+  std::map<TreeRow, std::vector<TreeRow>> children;  // by row, in the order of the tree
+  int updates = 0;                                   // those that are under way
+  int clearings = 0;
+
+  // The texts of all rows as they stand below each other, indented by a blank for each level.
+  std::vector<std::u16string> outline() const;
+  // Numbers of the rows in the same order.
+  std::vector<TreeRow> order() const;
+  // What a person does with a row's button.
+  void collapse(TreeRow row) { rows.at(row - 1).expanded = false; }
 };
 
 // The find bar, as far as the logic sees it.
@@ -125,6 +138,13 @@ struct StandIn {
   // Answers to file dialogs; an empty list means cancelled. One without an answer fails the test.
   std::deque<std::vector<std::u16string>> openDialogAnswers;
   std::vector<OpenDialogRequest> openDialogs;
+  // The same for the dialogs that ask where to save; an empty path means cancelled.
+  std::deque<std::u16string> saveDialogAnswers;
+  std::vector<SaveDialogRequest> saveDialogs;
+  std::function<void()> onSaveDialog;  // runs while one is up
+
+  bool fontFilesThere = true;  // those of Liberation Sans, which every face stands for
+  int fontFilesRead = 0;
 
   std::optional<std::u16string> clipboard;
   bool clipboardBusy = false;
@@ -171,6 +191,8 @@ struct StandIn {
   std::u16string temporaryFolder = u"C:\\Users\\User\\AppData\\Local\\Temp\\";
   std::u16string mappedDrives;            // lower-case letters of drives that are mapped to a share
   std::optional<std::uint64_t> diskFree;  // bytes left for files; unset: no limit
+  // Set: asked at each such call, which fails when the answer is true. A close that fails closes.
+  std::function<bool(FileCall)> refuseFileCall;
 
   std::map<std::pair<std::u16string, std::u16string>, std::u16string> registry;  // key, name
   std::set<std::pair<std::u16string, std::u16string>> registryNames;  // key, name; without content

@@ -69,6 +69,19 @@ std::vector<std::u16string> chooseFilesToOpen(const OpenDialogRequest& request) 
   return files;
 }
 
+std::u16string chooseFileToSave(const SaveDialogRequest& request) {
+  standIn().saveDialogs.push_back(request);
+  if (standIn().onSaveDialog) standIn().onSaveDialog();
+  auto& answers = standIn().saveDialogAnswers;
+  if (answers.empty()) {
+    ADD_FAILURE() << "no answer for a file dialog \"" << toUtf8(request.title) << "\"";
+    return {};
+  }
+  std::u16string path = std::move(answers.front());
+  answers.pop_front();
+  return path;
+}
+
 bool setClipboardText(const std::u16string& text) {
   if (standIn().clipboardBusy) return false;
   standIn().clipboard = text;

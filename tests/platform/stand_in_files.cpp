@@ -6,6 +6,7 @@
 #include <set>
 #include <system_error>
 
+#include "platform/file_in_writing.h"
 #include "platform/files.h"
 #include "platform/text.h"
 #include "stand_in.h"
@@ -190,7 +191,49 @@ bool moveWithStreams(const fs::path& from, const fs::path& to) {
   return true;
 }
 
+bool refused(FileCall call) {
+  return standIn().refuseFileCall && standIn().refuseFileCall(call);
+}
+
+void noteUse(const fs::path& path, OtherUse use) {
+  const std::lock_guard lock(books().mutex);
+  books().otherUses[path] = use;
+}
+
 }  // namespace
+
+struct FileInWriting {
+  File file;
+  fs::path path;
+};
+
+FileInWriting* startNewFile(const std::u16string& path) {
+  const FoundPath found = findPath(path);
+  if (refused(FileCall::Start) || found.exists || !canBeWritten(found)) return nullptr;
+  File file = openReal(found.real, true);
+  if (!file) return nullptr;
+  noteUse(found.real, OtherUse::Exclusive);
+  return new FileInWriting{std::move(file), found.real};
+}
+
+bool writeBlock(FileInWriting& file, const void* bytes, std::uint64_t size) {
+  if (refused(FileCall::Write)) return false;
+  std::uint64_t written = 0;
+  const bool fits = fitsOnDisk(size, written);
+  return (written == 0 || std::fwrite(bytes, 1, written, file.file.get()) == written) && fits;
+}
+
+bool flushFile(FileInWriting& file) {
+  return !refused(FileCall::Flush) && std::fflush(file.file.get()) == 0;
+}
+
+bool closeFile(FileInWriting* file) {
+  const bool closed = std::fclose(file->file.release()) == 0;
+  noteUse(file->path, OtherUse::Nobody);
+  giveCurrentTime(file->path);
+  delete file;
+  return !refused(FileCall::Close) && closed;
+}
 
 void resetFileBooks() {
   const std::lock_guard lock(books().mutex);
@@ -297,6 +340,7 @@ bool deleteFile(const std::u16string& path) {
 }
 
 bool replaceFile(const std::u16string& source, const std::u16string& target) {
+  if (refused(FileCall::Replace)) return false;
   const FoundPath from = findPath(source);
   const FoundPath to = findPath(target);
   if (!from.exists || otherUseOf(from.real) == OtherUse::Exclusive) return false;
@@ -362,8 +406,7 @@ std::u16string temporaryFolder() {
 }
 
 void setOtherUse(const std::u16string& path, OtherUse use) {
-  const std::lock_guard lock(books().mutex);
-  books().otherUses[findPathUnscripted(path).real] = use;
+  noteUse(findPathUnscripted(path).real, use);
 }
 
 void setAttributeError(const std::u16string& path, std::uint32_t error) {

@@ -1,3 +1,7 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
 #include "platform/find_bar.h"
 #include "platform/tree.h"
 #include "stand_in.h"
@@ -10,7 +14,43 @@ StandInTree& treeOf(Tree tree) {
   return tree == Tree::Navigation ? standIn().navigationTree : standIn().binderTree;
 }
 
+StandInTreeRow& rowOf(Tree tree, TreeRow row) {
+  StandInTreeRow& found = treeOf(tree).rows.at(row - 1);
+  if (found.removed) ADD_FAILURE() << "row " << row << " was removed";
+  return found;
+}
+
+// A cleared tree says so itself.
+void noteRows(Tree tree) {
+  if (standIn().shown.empty() || standIn().shown.back() != "navigation tree") {
+    noteShown(tree == Tree::Navigation ? "navigation rows" : "binder rows");
+  }
+}
+
+void appendOutline(const StandInTree& tree, TreeRow parent, const std::u16string& indentation,
+                   std::vector<std::u16string>* texts, std::vector<TreeRow>* rows) {
+  const auto found = tree.children.find(parent);
+  if (found == tree.children.end()) return;
+  for (const TreeRow row : found->second) {
+    if (texts != nullptr) texts->push_back(indentation + tree.rows.at(row - 1).content.text);
+    if (rows != nullptr) rows->push_back(row);
+    appendOutline(tree, row, indentation + u" ", texts, rows);
+  }
+}
+
 }  // namespace
+
+std::vector<std::u16string> StandInTree::outline() const {
+  std::vector<std::u16string> texts;
+  appendOutline(*this, kNoTreeRow, u"", &texts, nullptr);
+  return texts;
+}
+
+std::vector<TreeRow> StandInTree::order() const {
+  std::vector<TreeRow> rows;
+  appendOutline(*this, kNoTreeRow, u"", nullptr, &rows);
+  return rows;
+}
 
 void beginTreeUpdate(Tree tree) {
   ++treeOf(tree).updates;
@@ -23,16 +63,46 @@ void endTreeUpdate(Tree tree) {
 void clearTree(Tree tree) {
   noteShown(tree == Tree::Navigation ? "navigation tree" : "binder tree");
   treeOf(tree).rows.clear();
+  treeOf(tree).children.clear();
+  ++treeOf(tree).clearings;
 }
 
 TreeRow insertTreeRow(Tree tree, const TreePlace& place, const TreeRowContent& content) {
   std::vector<StandInTreeRow>& rows = treeOf(tree).rows;
+  std::vector<TreeRow>& siblings = treeOf(tree).children[place.parent];
+  auto before = siblings.begin();
+  if (place.previous != kNoTreeRow) {
+    // Long levels are filled from the end.
+    const auto found = std::find(siblings.rbegin(), siblings.rend(), place.previous);
+    if (found == siblings.rend()) ADD_FAILURE() << "a row behind one of another level";
+    before = found.base();
+  }
   rows.push_back({place, content});
+  siblings.insert(before, rows.size());
+  if (place.parent != kNoTreeRow) rowOf(tree, place.parent).content.expandable = true;
+  noteRows(tree);
   return rows.size();
 }
 
+void removeTreeRow(Tree tree, TreeRow row) {
+  StandInTreeRow& gone = rowOf(tree, row);
+  if (!treeOf(tree).children[row].empty()) ADD_FAILURE() << "a row with rows below it";
+  gone.removed = true;
+  std::erase(treeOf(tree).children[gone.place.parent], row);
+  noteRows(tree);
+}
+
+void setTreeRowText(Tree tree, TreeRow row, const std::u16string& text) {
+  rowOf(tree, row).content.text = text;
+  noteRows(tree);
+}
+
+void setTreeRowExpandable(Tree tree, TreeRow row, bool expandable) {
+  rowOf(tree, row).content.expandable = expandable;
+}
+
 void expandTreeRow(Tree tree, TreeRow row) {
-  treeOf(tree).rows.at(row - 1).expanded = true;
+  if (!treeOf(tree).children[row].empty()) rowOf(tree, row).expanded = true;
 }
 
 std::u16string findFieldText() {

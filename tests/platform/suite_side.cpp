@@ -34,4 +34,33 @@ FileLock::~FileLock() {
   setOtherUse(path_, OtherUse::Nobody);
 }
 
+namespace {
+
+void appendRows(TreeRow parent, const std::u16string& indentation,
+                std::vector<std::u16string>& rows) {
+  const StandInTree& tree = standIn().navigationTree;
+  const auto found = tree.children.find(parent);
+  if (found == tree.children.end()) return;
+  for (const TreeRow number : found->second) {
+    const StandInTreeRow& row = tree.rows.at(number - 1);
+    const char16_t* sign = row.expanded ? u"-" : row.content.expandable ? u"+" : u"";
+    rows.push_back(indentation + sign + row.content.text);
+    appendRows(number, indentation + u" ", rows);
+  }
+}
+
+}  // namespace
+
+TreeScene::TreeScene() {
+  standIn().navigationTree = {};
+}
+
+TreeScene::~TreeScene() = default;
+
+std::vector<std::u16string> TreeScene::rows() const {
+  std::vector<std::u16string> rows;
+  appendRows(kNoTreeRow, u"", rows);
+  return rows;
+}
+
 }  // namespace quillmere::platform

@@ -45,5 +45,31 @@ TEST_F(FileDialogWindows, ATypedPathComesBackWhole) {
   EXPECT_EQ(chooseFilesToOpen(requestFor(false)), std::vector<std::u16string>{path});
 }
 
+SaveDialogRequest saveRequest(const std::u16string& folder) {
+  return {u"Suite Save", {{u"PDF Files", u"*.pdf"}}, u"pdf", u"proposed.pdf", folder};
+}
+
+TEST_F(FileDialogWindows, ACancelledSaveDialogGivesNothing) {
+  const DialogAnswerer answerer(L"#32770", L"Suite Save",
+                                [](HWND dialog) { PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0); });
+  EXPECT_TRUE(chooseFileToSave(saveRequest(folder)).empty());
+}
+
+TEST_F(FileDialogWindows, TheProposedNameLiesInTheProposedFolder) {
+  const DialogAnswerer answerer(L"#32770", L"Suite Save",
+                                [](HWND dialog) { PostMessageW(dialog, WM_COMMAND, IDOK, 0); });
+  EXPECT_EQ(chooseFileToSave(saveRequest(folder.substr(0, folder.size() - 1))),
+            in(u"proposed.pdf"));
+}
+
+TEST_F(FileDialogWindows, ATypedNameGetsTheExtension) {
+  const std::u16string path = in(u"A new file \u2013 \u00FC");
+  const DialogAnswerer answerer(L"#32770", L"Suite Save", [&path](HWND dialog) {
+    SendMessageW(findNameBox(dialog), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide(path)));
+    PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+  });
+  EXPECT_EQ(chooseFileToSave(saveRequest(u"")), path + u".pdf");
+}
+
 }  // namespace
 }  // namespace quillmere::platform

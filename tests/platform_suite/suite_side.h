@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
+
+#include "platform/tree.h"
 
 // The few things that the shared cases need and the seam does not offer. Each side, the scripted
 // machine and the real one, has its own implementation.
@@ -36,6 +39,19 @@ class FileLock {
  private:
   std::u16string path_;
   void* handle_ = nullptr;
+};
+
+// A window with an empty navigation tree in it, for as long as this lives. One at a time.
+class TreeScene {
+ public:
+  TreeScene();
+  ~TreeScene();
+  TreeScene(const TreeScene&) = delete;
+  TreeScene& operator=(const TreeScene&) = delete;
+
+  // The rows as they stand below each other, indented by a blank for each level: "+" for one that
+  // can be expanded, "-" for one that is, the text.
+  std::vector<std::u16string> rows() const;
 };
 
 class PlatformSuite : public testing::Test {

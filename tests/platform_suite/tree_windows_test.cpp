@@ -124,12 +124,67 @@ TEST_F(TreeWindows, AClearedTreeHasNoRows) {
   EXPECT_EQ(TreeView_GetCount(tree()), 0u);
 }
 
+HTREEITEM firstVisible(HWND tree) {
+  return reinterpret_cast<HTREEITEM>(SendMessageW(tree, TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE, 0));
+}
+
+TEST_F(TreeWindows, AnUpdateKeepsTheRowOnTopAndTheSelection) {
+  TreeRow rows[100];
+  TreeRow previous = kNoTreeRow;
+  for (TreeRow& row : rows) {
+    row = previous = insertTreeRow(Tree::Navigation, {kNoTreeRow, previous}, {u"row", 0, false});
+  }
+  const auto item = [&rows](int i) { return reinterpret_cast<HTREEITEM>(rows[i]); };
+  TreeView_SelectItem(tree(), item(45));
+  SendMessageW(tree(), TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(item(40)));
+  ASSERT_EQ(firstVisible(tree()), item(40));
+  beginTreeUpdate(Tree::Navigation);
+  insertTreeRow(Tree::Navigation, {rows[2], kNoTreeRow}, {u"new", 0, false});
+  expandTreeRow(Tree::Navigation, rows[2]);
+  insertTreeRow(Tree::Navigation, {rows[70], kNoTreeRow}, {u"new", 0, false});
+  expandTreeRow(Tree::Navigation, rows[70]);
+  removeTreeRow(Tree::Navigation, rows[10]);
+  setTreeRowText(Tree::Navigation, rows[41], u"renamed");
+  endTreeUpdate(Tree::Navigation);
+  EXPECT_EQ(firstVisible(tree()), item(40));
+  EXPECT_EQ(TreeView_GetSelection(tree()), item(45));
+}
+
+TEST_F(TreeWindows, ARowOnTopThatGoesLeavesItsPlaceToItsNeighbour) {
+  TreeRow rows[100];
+  TreeRow previous = kNoTreeRow;
+  for (TreeRow& row : rows) {
+    row = previous = insertTreeRow(Tree::Navigation, {kNoTreeRow, previous}, {u"row", 0, false});
+  }
+  SendMessageW(tree(), TVM_SELECTITEM, TVGN_FIRSTVISIBLE, static_cast<LPARAM>(rows[40]));
+  beginTreeUpdate(Tree::Navigation);
+  removeTreeRow(Tree::Navigation, rows[40]);
+  removeTreeRow(Tree::Navigation, rows[41]);
+  endTreeUpdate(Tree::Navigation);
+  EXPECT_EQ(firstVisible(tree()), reinterpret_cast<HTREEITEM>(rows[42]));
+}
+
+TEST_F(TreeWindows, ATreeThatWasNotScrolledShowsWhatComesBeforeItsFirstRow) {
+  const TreeRow first = insertTreeRow(Tree::Navigation, {}, {u"first", 0, false});
+  TreeRow previous = first;
+  for (int i = 0; i < 100; ++i) {
+    previous = insertTreeRow(Tree::Navigation, {kNoTreeRow, previous}, {u"row", 0, false});
+  }
+  beginTreeUpdate(Tree::Navigation);
+  const TreeRow ahead = insertTreeRow(Tree::Navigation, {}, {u"ahead", 0, false});
+  endTreeUpdate(Tree::Navigation);
+  EXPECT_EQ(firstVisible(tree()), reinterpret_cast<HTREEITEM>(ahead));
+}
+
 TEST_F(TreeWindows, WithoutATreeNothingHappens) {
   const HWND kept = windowHandles.bookmarksTree;
   windowHandles.bookmarksTree = nullptr;
   beginTreeUpdate(Tree::Navigation);
   EXPECT_EQ(insertTreeRow(Tree::Navigation, {}, {u"row", 0, false}), kNoTreeRow);
   expandTreeRow(Tree::Navigation, kNoTreeRow);
+  removeTreeRow(Tree::Navigation, kNoTreeRow);
+  setTreeRowText(Tree::Navigation, kNoTreeRow, u"text");
+  setTreeRowExpandable(Tree::Navigation, kNoTreeRow, true);
   clearTree(Tree::Navigation);
   endTreeUpdate(Tree::Navigation);
   windowHandles.bookmarksTree = kept;

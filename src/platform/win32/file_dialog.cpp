@@ -4,6 +4,8 @@
 
 #include <shobjidl.h>
 
+#include <utility>
+
 #include "platform/win32/handles.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
@@ -11,7 +13,7 @@
 namespace quillmere::platform {
 namespace {
 
-void setFilters(IFileOpenDialog& dialog, const std::vector<FileFilter>& filters) {
+void setFilters(IFileDialog& dialog, const std::vector<FileFilter>& filters) {
   if (filters.empty()) return;
   std::vector<COMDLG_FILTERSPEC> rows;
   rows.reserve(filters.size());
@@ -29,6 +31,13 @@ void setOptions(IFileOpenDialog& dialog, bool allowSeveral) {
   dialog.SetOptions(options);
 }
 
+std::u16string pathOf(IShellItem& item) {
+  wchar_t* path = nullptr;
+  if (FAILED(item.GetDisplayName(SIGDN_FILESYSPATH, &path)) || path == nullptr) return {};
+  const TaskText owner(path);
+  return fromWide(path);
+}
+
 std::vector<std::u16string> chosenPaths(IFileOpenDialog& dialog) {
   IShellItemArray* items = nullptr;
   if (FAILED(dialog.GetResults(&items)) || items == nullptr) return {};
@@ -40,10 +49,8 @@ std::vector<std::u16string> chosenPaths(IFileOpenDialog& dialog) {
     IShellItem* item = nullptr;
     if (FAILED(items->GetItemAt(n, &item)) || item == nullptr) continue;
     const ComOwner<IShellItem> itemOwner(item);
-    wchar_t* path = nullptr;
-    if (FAILED(item->GetDisplayName(SIGDN_FILESYSPATH, &path)) || path == nullptr) continue;
-    const TaskText pathOwner(path);
-    paths.push_back(fromWide(path));
+    std::u16string path = pathOf(*item);
+    if (!path.empty()) paths.push_back(std::move(path));
   }
   return paths;
 }
@@ -58,12 +65,54 @@ std::vector<std::u16string> runDialog(const OpenDialogRequest& request) {
   return chosenPaths(*dialog);
 }
 
+void setFolder(IFileDialog& dialog, const std::u16string& folder) {
+  void* item = nullptr;
+  if (folder.empty()) return;
+  if (FAILED(SHCreateItemFromParsingName(wide(folder), nullptr, IID_IShellItem, &item))) return;
+  const ComOwner<IShellItem> owner(static_cast<IShellItem*>(item));
+  dialog.SetFolder(owner.get());
+}
+
+std::u16string chosenPath(IFileDialog& dialog) {
+  IShellItem* item = nullptr;
+  if (FAILED(dialog.GetResult(&item)) || item == nullptr) return {};
+  const ComOwner<IShellItem> owner(item);
+  return pathOf(*item);
+}
+
+std::u16string runDialog(const SaveDialogRequest& request) {
+  const auto dialog = createComObject<IFileSaveDialog>(CLSID_FileSaveDialog, IID_IFileSaveDialog);
+  if (!dialog) return {};
+  dialog->SetTitle(wide(request.title));
+  setFilters(*dialog, request.filters);
+  dialog->SetDefaultExtension(wide(request.defaultExtension));
+  dialog->SetFileName(wide(request.name));
+  setFolder(*dialog, request.folder);
+  FILEOPENDIALOGOPTIONS options = 0;
+  dialog->GetOptions(&options);
+  dialog->SetOptions(options | FOS_OVERWRITEPROMPT | FOS_PATHMUSTEXIST);
+  if (FAILED(dialog->Show(windowHandles.main))) return {};
+  return chosenPath(*dialog);
+}
+
+// The page has the keyboard again once a dialog went.
+void focusMain() {
+  if (windowHandles.main != nullptr) SetFocus(windowHandles.main);
+}
+
 }  // namespace
+
+std::u16string chooseFileToSave(const SaveDialogRequest& request) {
+  const ComApartment apartment;
+  std::u16string path = runDialog(request);
+  focusMain();
+  return path;
+}
 
 std::vector<std::u16string> chooseFilesToOpen(const OpenDialogRequest& request) {
   const ComApartment apartment;
   std::vector<std::u16string> paths = runDialog(request);
-  if (windowHandles.main != nullptr) SetFocus(windowHandles.main);
+  focusMain();
   return paths;
 }
 

@@ -12,12 +12,12 @@
 #include "platform/win32/handles.h"
 #include "platform/win32/read_only.h"
 #include "platform/win32/wide.h"
+#include "platform/win32/write_bytes.h"
 
 namespace quillmere::platform {
 namespace {
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-constexpr std::uint64_t kLargestTransfer = 1u << 30;  // bytes in one call
 constexpr std::size_t kTemporaryPathUnits = 260;
 constexpr std::size_t kUsualPathUnits = 260;  // longer ones are read in a second call
 
@@ -39,18 +39,6 @@ std::optional<std::vector<std::uint8_t>> readBytes(HANDLE file, std::uint64_t si
   } catch (const std::bad_alloc&) {
     return std::nullopt;
   }
-}
-
-bool writeBytes(HANDLE file, const void* bytes, std::uint64_t size) {
-  const auto* next = static_cast<const std::uint8_t*>(bytes);
-  while (size > 0) {
-    const auto part = static_cast<DWORD>(std::min(size, kLargestTransfer));
-    DWORD written = 0;
-    if (!WriteFile(file, next, part, &written, nullptr) || written != part) return false;
-    next += part;
-    size -= part;
-  }
-  return true;
 }
 
 bool makeFile(const std::u16string& path, DWORD sharing, DWORD disposition, const void* bytes,

@@ -4,6 +4,8 @@
 
 #include <commctrl.h>
 
+#include <utility>
+
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
 
@@ -25,23 +27,57 @@ LRESULT sendToControl(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   return CallWindowProcW(control, window, message, wParam, lParam);
 }
 
+// The first row in sight of a tree that is being updated; null where that is the tree's first row.
+HTREEITEM rowsOnTop[2] = {};
+
+HTREEITEM& rowOnTop(Tree tree) {
+  return rowsOnTop[tree == Tree::Navigation ? 0 : 1];
+}
+
+HTREEITEM nextRow(HWND window, UINT which, HTREEITEM row) {
+  return reinterpret_cast<HTREEITEM>(
+      SendMessageW(window, TVM_GETNEXTITEM, which, reinterpret_cast<LPARAM>(row)));
+}
+
+// A row that goes leaves its place on top to the one below it, or to the one above.
+void leaveTop(HWND window, Tree tree, HTREEITEM row) {
+  if (rowOnTop(tree) != row) return;
+  const HTREEITEM below = nextRow(window, TVGN_NEXTVISIBLE, row);
+  rowOnTop(tree) = below != nullptr ? below : nextRow(window, TVGN_PREVIOUSVISIBLE, row);
+}
+
+void setItem(HWND window, const TVITEMW& item) {
+  sendToControl(window, TVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+}
+
 }  // namespace
 
 void beginTreeUpdate(Tree tree) {
   const HWND window = windowOf(tree);
-  if (window != nullptr) SendMessageW(window, WM_SETREDRAW, FALSE, 0);
+  if (window == nullptr) return;
+  const HTREEITEM top = nextRow(window, TVGN_FIRSTVISIBLE, nullptr);
+  rowOnTop(tree) = top == nextRow(window, TVGN_ROOT, nullptr) ? nullptr : top;
+  SendMessageW(window, WM_SETREDRAW, FALSE, 0);
 }
 
+// Expanding and inserting scroll the control.
 void endTreeUpdate(Tree tree) {
   const HWND window = windowOf(tree);
   if (window == nullptr) return;
+  HTREEITEM top = std::exchange(rowOnTop(tree), nullptr);
+  if (top == nullptr) top = nextRow(window, TVGN_ROOT, nullptr);
   SendMessageW(window, WM_SETREDRAW, TRUE, 0);
+  if (top != nullptr) {
+    SendMessageW(window, TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(top));
+  }
   InvalidateRect(window, nullptr, TRUE);
 }
 
 void clearTree(Tree tree) {
   const HWND window = windowOf(tree);
-  if (window != nullptr) TreeView_DeleteAllItems(window);
+  if (window == nullptr) return;
+  rowOnTop(tree) = nullptr;
+  TreeView_DeleteAllItems(window);
 }
 
 TreeRow insertTreeRow(Tree tree, const TreePlace& place, const TreeRowContent& content) {
@@ -56,6 +92,33 @@ TreeRow insertTreeRow(Tree tree, const TreePlace& place, const TreeRowContent& c
   insert.item.cChildren = content.expandable ? 1 : 0;
   return static_cast<TreeRow>(
       sendToControl(window, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&insert)));
+}
+
+void removeTreeRow(Tree tree, TreeRow row) {
+  const HWND window = windowOf(tree);
+  if (window == nullptr) return;
+  leaveTop(window, tree, itemOf(row));
+  sendToControl(window, TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(itemOf(row)));
+}
+
+void setTreeRowText(Tree tree, TreeRow row, const std::u16string& text) {
+  const HWND window = windowOf(tree);
+  if (window == nullptr) return;
+  TVITEMW item{};
+  item.mask = TVIF_HANDLE | TVIF_TEXT;
+  item.hItem = itemOf(row);
+  item.pszText = const_cast<wchar_t*>(wide(text));
+  setItem(window, item);
+}
+
+void setTreeRowExpandable(Tree tree, TreeRow row, bool expandable) {
+  const HWND window = windowOf(tree);
+  if (window == nullptr) return;
+  TVITEMW item{};
+  item.mask = TVIF_HANDLE | TVIF_CHILDREN;
+  item.hItem = itemOf(row);
+  item.cChildren = expandable ? 1 : 0;
+  setItem(window, item);
 }
 
 void expandTreeRow(Tree tree, TreeRow row) {

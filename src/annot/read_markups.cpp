@@ -1,0 +1,180 @@
+#include "annot/read_markups.h"
+
+#include <fpdf_edit.h>
+#include <quillmere_engine.h>
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <optional>
+#include <string>
+#include <type_traits>
+
+#include "annot/text_under_quads.h"
+#include "session/document_slots.h"
+#include "session/page_memory.h"
+#include "session/pdfium_handles.h"
+
+namespace quillmere {
+
+namespace {
+
+constexpr FPDF_ANNOTATION_SUBTYPE kSubtypes[] = {FPDF_ANNOT_HIGHLIGHT, FPDF_ANNOT_STRIKEOUT};
+constexpr int kPagesReadBetweenReleases = 400;
+
+struct AnnotationCloser {
+  void operator()(FPDF_ANNOTATION annotation) const { FPDFPage_CloseAnnot(annotation); }
+};
+using AnnotationHandle =
+    std::unique_ptr<std::remove_pointer_t<FPDF_ANNOTATION>, AnnotationCloser>;
+
+struct Color {
+  unsigned red = 255;
+  unsigned green = 235;
+  unsigned blue = 60;
+  unsigned alpha = 255;
+};
+
+using ObjectColorReader = FPDF_BOOL(FPDF_CALLCONV*)(FPDF_PAGEOBJECT, unsigned*, unsigned*,
+                                                    unsigned*, unsigned*);
+
+std::optional<Color> colorOfObjects(FPDF_ANNOTATION annotation, ObjectColorReader read,
+                                    bool mustShow) {
+  const int count = FPDFAnnot_GetObjectCount(annotation);
+  for (int i = 0; i < count; ++i) {
+    const FPDF_PAGEOBJECT object = FPDFAnnot_GetObject(annotation, i);
+    Color color;
+    if (read(object, &color.red, &color.green, &color.blue, &color.alpha) &&
+        (!mustShow || color.alpha != 0)) {
+      return color;
+    }
+  }
+  return std::nullopt;
+}
+
+// Once there is an appearance the engine does not tell the annotation's own colour.
+Color colorOf(FPDF_ANNOTATION annotation) {
+  Color color;
+  if (FPDFAnnot_GetColor(annotation, FPDFANNOT_COLORTYPE_Color, &color.red, &color.green,
+                         &color.blue, &color.alpha)) {
+    return color;
+  }
+  if (const auto fill = colorOfObjects(annotation, FPDFPageObj_GetFillColor, true)) return *fill;
+  return colorOfObjects(annotation, FPDFPageObj_GetStrokeColor, false).value_or(Color());
+}
+
+std::u16string contentsOf(FPDF_ANNOTATION annotation) {
+  const unsigned long size = FPDFAnnot_GetStringValue(annotation, "Contents", nullptr, 0);  // bytes
+  std::u16string text(size / sizeof(char16_t), u'\0');
+  if (text.empty()) return text;
+  FPDFAnnot_GetStringValue(annotation, "Contents", reinterpret_cast<FPDF_WCHAR*>(text.data()),
+                           size);
+  while (!text.empty() && text.back() == u'\0') text.pop_back();
+  return text;
+}
+
+std::vector<PageBox> quadsOf(FPDF_ANNOTATION annotation) {
+  std::vector<PageBox> quads;
+  const std::size_t count = FPDFAnnot_CountAttachmentPoints(annotation);
+  for (std::size_t i = 0; i < count; ++i) {
+    if (const auto box = boxOfQuad(annotation, i)) quads.push_back(*box);
+  }
+  return quads;
+}
+
+PageBox around(const std::vector<PageBox>& quads) {
+  PageBox all = quads.front();
+  for (const PageBox& quad : quads) {
+    all.left = std::min(all.left, quad.left);
+    all.top = std::max(all.top, quad.top);
+    all.right = std::max(all.right, quad.right);
+    all.bottom = std::min(all.bottom, quad.bottom);
+  }
+  return all;
+}
+
+// The engine reports a rectangle of zeros for an annotation without one.
+std::optional<PageBox> rectOf(FPDF_ANNOTATION annotation, const std::vector<PageBox>& quads) {
+  FS_RECTF rect{};
+  if (FPDFAnnot_HasKey(annotation, "Rect") && FPDFAnnot_GetRect(annotation, &rect)) {
+    const auto [left, right] = std::minmax(rect.left, rect.right);
+    const auto [bottom, top] = std::minmax(rect.bottom, rect.top);
+    if (left < right || bottom < top) return PageBox{left, top, right, bottom};
+  }
+  if (quads.empty()) return std::nullopt;
+  return around(quads);
+}
+
+FoundMarkup readMarkup(FPDF_ANNOTATION annotation, int page, TextUnderQuads& text) {
+  FoundMarkup found;
+  MarkupEntry& entry = found.entry;
+  const std::vector<PageBox> quads = quadsOf(annotation);
+  if (!quads.empty()) found.quadTop = around(quads).top;
+  entry.page = page;
+  entry.subtype = FPDFAnnot_GetSubtype(annotation);
+  const Color color = colorOf(annotation);
+  entry.color = color.red | color.green << 8 | color.blue << 16;
+  if (const auto rect = rectOf(annotation, quads)) {
+    entry.hasRect = true;
+    entry.left = rect->left;
+    entry.top = rect->top;
+    entry.right = rect->right;
+    entry.bottom = rect->bottom;
+  }
+  entry.text = text.under(quads);
+  entry.note = contentsOf(annotation);
+  return found;
+}
+
+bool isMarkup(FPDF_ANNOTATION annotation) {
+  return std::count(std::begin(kSubtypes), std::end(kSubtypes),
+                    FPDFAnnot_GetSubtype(annotation)) != 0;
+}
+
+}  // namespace
+
+std::vector<int> pagesWithMarkups(FPDF_DOCUMENT document) {
+  constexpr int kKinds = static_cast<int>(std::size(kSubtypes));
+  std::vector<int> pages(64);
+  for (;;) {
+    const int room = static_cast<int>(pages.size());
+    const int count =
+        QuillmereEngine_FindAnnotatedPages(document, kSubtypes, kKinds, pages.data(), room);
+    pages.resize(static_cast<std::size_t>(std::max(count, 0)));
+    if (count <= room) return pages;
+  }
+}
+
+std::vector<FoundMarkup> readMarkupsOfPage(FPDF_DOCUMENT document, int page) {
+  std::vector<FoundMarkup> markups;
+  const PageHandle loaded(FPDF_LoadPage(document, page));
+  if (!loaded) return markups;
+  TextOfPage textPage;
+  std::optional<TextUnderQuads> text;
+  const int count = FPDFPage_GetAnnotCount(loaded.get());
+  for (int i = 0; i < count; ++i) {
+    const AnnotationHandle annotation(FPDFPage_GetAnnot(loaded.get(), i));
+    if (!isMarkup(annotation.get())) continue;
+    if (!text) {
+      textPage.reset(loaded.get());
+      text.emplace(textPage.get());
+    }
+    markups.push_back(readMarkup(annotation.get(), page, *text));
+  }
+  return markups;
+}
+
+std::vector<FoundMarkup> readMarkups(FPDF_DOCUMENT document) {
+  std::vector<FoundMarkup> all;
+  int read = 0;
+  for (const int page : pagesWithMarkups(document)) {
+    std::vector<FoundMarkup> markups = readMarkupsOfPage(document, page);
+    std::move(markups.begin(), markups.end(), std::back_inserter(all));
+    if (++read % kPagesReadBetweenReleases != 0) continue;
+    const std::vector<int> panes = panesHolding(document);
+    if (!panes.empty()) noteDocumentRead(panes.front());
+  }
+  return all;
+}
+
+}  // namespace quillmere

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/text_ruler.h"
+
+// How the text of a markup summary is measured and broken into lines.
+namespace quillmere {
+
+// Measures text in Helvetica, regular or bold, of one size in points.
+class SummaryRuler {
+ public:
+  SummaryRuler(bool bold, double size);
+  // Points, rounded up to quarters and never too narrow; 0 for an empty text.
+  double widthOf(std::u16string_view text) const;
+
+ private:
+  platform::TextRulerHandle ruler_;
+};
+
+// The lines of a text that has `width` points. Words stay whole unless one is wider than a line,
+// line ends in the text are kept.
+std::vector<std::u16string> WrapSummaryText(const std::u16string& text, bool bold, double size,
+                                            double width);
+std::vector<std::u16string> WrapSummaryText(const std::u16string& text, const SummaryRuler& ruler,
+                                            double width);
+
+// False when a character of the line is missing in the standard fonts' encoding.
+bool fitsStandardFonts(std::u16string_view line);
+
+}  // namespace quillmere

@@ -1,0 +1,130 @@
+#include "annot/text_under_quads.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+namespace quillmere {
+
+namespace {
+
+constexpr std::size_t kFirstBuffer = 1024;  // units
+// How the engine reports a hyphen that divides a word at a line's end.
+constexpr char16_t kDividingHyphen = 0x02;
+constexpr char32_t kFirstBeyondOneUnit = 0x10000;
+constexpr char32_t kSurrogateBits = 10;
+
+bool isBlank(char32_t code) {
+  return code == U' ' || code == U'\t' || code == U'\r' || code == U'\n' || code == U'\u00A0';
+}
+
+std::u16string withoutOuterBlanks(const std::u16string& text) {
+  const std::size_t first = text.find_first_not_of(u' ');
+  if (first == std::u16string::npos) return {};
+  return text.substr(first, text.find_last_not_of(u' ') + 1 - first);
+}
+
+void appendCode(std::u16string& text, char32_t code) {
+  if (code < kFirstBeyondOneUnit) {
+    text += static_cast<char16_t>(code);
+    return;
+  }
+  const char32_t offset = code - kFirstBeyondOneUnit;
+  text += static_cast<char16_t>(0xD800 + (offset >> kSurrogateBits));
+  text += static_cast<char16_t>(0xDC00 + (offset & ((1u << kSurrogateBits) - 1)));
+}
+
+}  // namespace
+
+std::optional<PageBox> boxOfQuad(FPDF_ANNOTATION annotation, std::size_t index) {
+  FS_QUADPOINTSF quad{};
+  if (!FPDFAnnot_GetAttachmentPoints(annotation, index, &quad)) return std::nullopt;
+  const auto [left, right] = std::minmax({quad.x1, quad.x2, quad.x3, quad.x4});
+  const auto [bottom, top] = std::minmax({quad.y1, quad.y2, quad.y3, quad.y4});
+  return PageBox{left, top, right, bottom};
+}
+
+std::u16string TextUnderQuads::under(const std::vector<PageBox>& quads) {
+  std::u16string text;
+  bool wordGoesOn = false;
+  for (const PageBox& quad : quads) {
+    const std::u16string next = piece(quad);
+    if (next.empty()) continue;
+    if (!text.empty() && !wordGoesOn) text += u' ';
+    text += next;
+    wordGoesOn = text.back() == kDividingHyphen;
+    if (wordGoesOn) text.pop_back();
+  }
+  return text;
+}
+
+// The blank before or after a quad counts as touched by it. Boxes of letters reach into the lines above and below, so a quad that is a little too high also
+// catches parts of these.
+std::u16string TextUnderQuads::piece(const PageBox& quad) {
+  if (textPage_ == nullptr) return {};
+  std::u16string text = boundedText(quad);
+  if (text.find_first_of(u"\r\n") != std::u16string::npos) text = charactersIn(quad);
+  return withoutOuterBlanks(text);
+}
+
+std::u16string TextUnderQuads::boundedText(const PageBox& quad) {
+  if (buffer_.empty()) buffer_.resize(kFirstBuffer);
+  for (;;) {
+    const int room = static_cast<int>(buffer_.size());
+    const int count =
+        FPDFText_GetBoundedText(textPage_, quad.left, quad.top, quad.right, quad.bottom,
+                                reinterpret_cast<unsigned short*>(buffer_.data()), room);
+    if (count < room) {
+      std::u16string text = buffer_.substr(0, static_cast<std::size_t>(std::max(count, 0)));
+      while (!text.empty() && text.back() == u'\0') text.pop_back();
+      return text;
+    }
+    buffer_.resize(2 * buffer_.size());
+  }
+}
+
+std::u16string TextUnderQuads::charactersIn(const PageBox& quad) {
+  readCharacters();
+  std::vector<Character> inside;
+  const auto lower = [](const Character& character, double y) { return character.y < y; };
+  for (auto at = std::lower_bound(characters_.begin(), characters_.end(), quad.bottom, lower);
+       at != characters_.end() && at->y <= quad.top; ++at) {
+    if (at->x >= quad.left && at->x <= quad.right) inside.push_back(*at);
+  }
+  std::sort(inside.begin(), inside.end(),
+            [](const Character& a, const Character& b) { return a.index < b.index; });
+  std::u16string text;
+  int before = -1;
+  for (const Character& character : inside) {
+    const auto blank = std::upper_bound(blanks_.begin(), blanks_.end(), before);
+    const bool apart = blank != blanks_.end() && *blank < character.index;
+    if (!text.empty() && apart && text.back() != kDividingHyphen) text += u' ';
+    appendCode(text, character.code);
+    before = character.index;
+  }
+  const bool wordGoesOn = !text.empty() && text.back() == kDividingHyphen;
+  std::erase(text, kDividingHyphen);
+  if (wordGoesOn) text += kDividingHyphen;
+  return text;
+}
+
+void TextUnderQuads::readCharacters() {
+  if (charactersRead_) return;
+  charactersRead_ = true;
+  const int count = FPDFText_CountChars(textPage_);
+  for (int i = 0; i < count; ++i) {
+    const char32_t code = FPDFText_GetUnicode(textPage_, i);
+    double left = 0;
+    double right = 0;
+    double bottom = 0;
+    double top = 0;
+    if (isBlank(code)) {
+      blanks_.push_back(i);
+    } else if (code != 0 && FPDFText_GetCharBox(textPage_, i, &left, &right, &bottom, &top)) {
+      characters_.push_back({i, (left + right) / 2, (bottom + top) / 2, code});
+    }
+  }
+  std::sort(characters_.begin(), characters_.end(),
+            [](const Character& a, const Character& b) { return a.y < b.y; });
+}
+
+}  // namespace quillmere

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <fpdf_annot.h>
+#include <fpdf_text.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/page_box.h"
+
+namespace quillmere {
+
+// The box around one quad's corners; nothing when the quad cannot be read.
+std::optional<PageBox> boxOfQuad(FPDF_ANNOTATION annotation, std::size_t index);
+
+// The text of one page, as far as it stands under quads. It must not outlive the page.
+class TextUnderQuads {
+ public:
+  // A page without text, given as null, has none under any quad.
+  explicit TextUnderQuads(FPDF_TEXTPAGE textPage) : textPage_(textPage) {}
+
+  // Pieces of one line each, joined by blanks; a word divided at a line's end comes out whole.
+  std::u16string under(const std::vector<PageBox>& quads);
+
+ private:
+  struct Character {
+    int index = 0;  // in the text page
+    double x = 0;   // its centre
+    double y = 0;
+    char32_t code = 0;
+  };
+
+  std::u16string piece(const PageBox& quad);
+  std::u16string boundedText(const PageBox& quad);
+  std::u16string charactersIn(const PageBox& quad);
+  void readCharacters();
+
+  FPDF_TEXTPAGE textPage_;
+  std::u16string buffer_;
+  bool charactersRead_ = false;
+  std::vector<Character> characters_;  // those that show something, from the bottom up
+  std::vector<int> blanks_;            // indexes of blanks and line ends, ascending
+};
+
+}  // namespace quillmere

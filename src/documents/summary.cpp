@@ -1,0 +1,85 @@
+#include "documents/summary.h"
+
+#include <string>
+#include <utility>
+
+#include "annot/markup_summary.h"
+#include "base/limits.h"
+#include "integration/viewers.h"
+#include "platform/text.h"
+#include "session/session.h"
+#include "session/waiting_opens.h"
+#include "store/write_document_copy.h"
+#include "ui/boxes.h"
+
+namespace quillmere {
+
+namespace {
+
+SaveDialogRequest requestFor(const std::u16string& source) {
+  const std::u16string name = fileNameOf(source);
+  SaveDialogRequest request;
+  request.title = u"Save Markup Summary";
+  request.filters = {{u"PDF Files", u"*.pdf"}};
+  request.defaultExtension = u"pdf";
+  request.name = name.substr(0, name.rfind(u'.')) + u" - Markup Summary.pdf";
+  const std::size_t slash = source.find_last_of(u"\\/");
+  if (slash != std::u16string::npos) request.folder = source.substr(0, slash);
+  return request;
+}
+
+bool isOpen(const std::u16string& path) {
+  return platform::equalIgnoringCase(path, pathOf(0)) ||
+         platform::equalIgnoringCase(path, pathOf(1));
+}
+
+// Copies of unsaved work, which nothing else may write.
+bool onShelf(const std::u16string& path) {
+  const std::u16string& shelf = session.shelveFolder;
+  return !shelf.empty() && path.size() > shelf.size() &&
+         platform::equalIgnoringCase(path.substr(0, shelf.size()), shelf);
+}
+
+// Where the report shall go; empty when the user cancelled. Documents that the program reads or
+// keeps are no targets.
+std::u16string askForTarget(const std::u16string& source) {
+  for (;;) {
+    std::u16string path = askWhereToSave(requestFor(source));
+    if (path.empty() || (!isOpen(path) && !onShelf(path))) return path;
+    showNotice(u"The summary cannot replace a document that is in use.\n\nChoose another name.",
+         BoxIcon::Warning);
+  }
+}
+
+}  // namespace
+
+void CreateMarkupSummary() {
+  const DocumentWork work;
+  const FPDF_DOCUMENT document = documentOf(session.activePane);
+  if (document == nullptr) {
+    showNotice(u"No document is open.", BoxIcon::Information);
+    return;
+  }
+  const std::vector<MarkupSummaryItem> items = collectSummaryItems(document);
+  if (items.empty()) {
+    showNotice(u"This document has no highlights or strikethroughs to summarize.", BoxIcon::Information);
+    return;
+  }
+  const std::u16string source = pathOf(session.activePane);
+  DocumentHandle summary = buildMarkupSummary(items, fileNameOf(source));
+  if (!summary) {
+    showNotice(u"Could not create the summary document.", BoxIcon::Error);
+    return;
+  }
+  const std::u16string target = askForTarget(source);
+  if (target.empty()) return;
+  const bool written = WriteDocumentCopy(summary.get(), target);
+  summary.reset();
+  if (!written) {
+    showNotice(u"Could not write the summary file.", BoxIcon::Error);
+    return;
+  }
+  showInViewer(target);
+}
+
+}  // namespace quillmere
