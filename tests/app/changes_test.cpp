@@ -9,10 +9,9 @@
 
 #include "documents/close.h"
 #include "documents/modes.h"
-#include "documents/open.h"
 #include "nav/find_bar.h"
+#include "support/opening_test.h"
 #include "support/pdf_builder.h"
-#include "support/session_test.h"
 #include "view/navigation.h"
 #include "view/panes.h"
 #include "view/rotation.h"
@@ -26,11 +25,10 @@ namespace {
 using platform::standIn;
 using testing::ElementsAre;
 
-class ChangesTest : public SessionTest {
+class ChangesTest : public OpeningTest {
  protected:
   ChangesTest() {
-    const std::u16string path = putPdf(u"a.pdf", simplePdf(3));
-    EXPECT_TRUE(openDocument(&path, 0, kWorkingDocsLeaveAlone, false, nullptr));
+    opened(u"a.pdf", 3);
     forget();
   }
   static void forget() { standIn().shown.clear(); }
@@ -74,8 +72,7 @@ TEST_F(ChangesTest, AModeChangeEndsWithMenusTitleStatusAndAFullRepaint) {
 }
 
 TEST_F(ChangesTest, AnOpenPaintsThePageBeforeItReadsTheOutline) {
-  const std::u16string path = putPdf(u"b.pdf", simplePdf(2));
-  EXPECT_TRUE(openDocument(&path, 0, kWorkingDocsLeaveAlone, false, nullptr));
+  opened(u"b.pdf", 2);
   EXPECT_THAT(shown(),
               ElementsAre("repaint", "title", "status bar", "pages painted", "navigation tree",
                           "menus", "title", "status bar", "repaint with erasing"));
@@ -96,7 +93,7 @@ TEST_F(ChangesTest, AFailedOpenShowsTheEmptyStateBeforeItsBox) {
   std::vector<std::string> before;
   standIn().boxAnswers = {platform::BoxAnswer::Ok};
   standIn().onBox = [&](const platform::ShownBox&) { before = shown(); };
-  EXPECT_FALSE(openDocument(&path, 0, kWorkingDocsLeaveAlone, false, nullptr));
+  EXPECT_FALSE(open(path));
   EXPECT_THAT(before, ElementsAre("repaint", "navigation tree", "menus", "title", "status bar",
                                   "repaint with erasing"));
 }

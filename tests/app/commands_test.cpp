@@ -8,8 +8,8 @@
 #include "documents/open.h"
 #include "session/document_slots.h"
 #include "store/working_documents.h"
+#include "support/opening_test.h"
 #include "support/pdf_builder.h"
-#include "support/session_test.h"
 #include "support/settings_file.h"
 
 namespace quillmere::test {
@@ -87,14 +87,8 @@ const std::set<std::uint32_t> kRefusedInViewer = {210, 211, 601, 602, 604, 705, 
 const std::set<std::uint32_t> kMenuDisabledInViewer = {602, 604, 605, 606, 706, 708, 719, 725,
                                                        726, 732, 707, 705, 601, 210, 211, 110};
 
-class CommandsTest : public SessionTest {
+class CommandsTest : public OpeningTest {
  protected:
-  std::u16string opened(const std::u16string& name, int pages = 3, int pane = 0) {
-    const std::u16string path = putPdf(name, simplePdf(pages));
-    EXPECT_TRUE(openDocument(&path, pane, kWorkingDocsLeaveAlone, false, nullptr));
-    return path;
-  }
-
   static bool menuChecked(std::uint32_t id) { return standIn().window.menuItems[id].checked; }
   static bool menuEnabled(std::uint32_t id) { return standIn().window.menuItems[id].enabled; }
 };

@@ -3,10 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "documents/open.h"
-#include "store/working_documents.h"
+#include "support/opening_test.h"
 #include "support/pdf_builder.h"
-#include "support/session_test.h"
 #include "view/navigation.h"
 #include "view/selection.h"
 
@@ -17,11 +15,10 @@ using platform::standIn;
 using testing::IsEmpty;
 
 // Twenty pages of 612 by 792 points in a pane of 1000 by 778 pixels, page 6 showing.
-class KeysTest : public SessionTest {
+class KeysTest : public OpeningTest {
  protected:
   KeysTest() {
-    const std::u16string path = putPdf(u"a.pdf", simplePdf(20));
-    EXPECT_TRUE(openDocument(&path, 0, kWorkingDocsLeaveAlone, false, nullptr));
+    opened(u"a.pdf", 20);
     goToPage(0, 5, false);
   }
 

@@ -8,8 +8,8 @@
 #include "app/mouse.h"
 #include "documents/open.h"
 #include "store/working_documents.h"
+#include "support/opening_test.h"
 #include "support/pdf_builder.h"
-#include "support/session_test.h"
 #include "view/geometry.h"
 #include "view/selection.h"
 
@@ -48,14 +48,9 @@ const MenuRow& recentRow(const std::vector<MenuRow>& rows) {
   return none;
 }
 
-class MenusTest : public SessionTest {
+class MenusTest : public OpeningTest {
  protected:
   static std::vector<MenuRow> menu(std::size_t index) { return menuBar().at(index).rows; }
-
-  void showPages(int pages) {
-    const std::u16string path = putPdf(u"a.pdf", simplePdf(pages));
-    ASSERT_TRUE(openDocument(&path, 0, kWorkingDocsLeaveAlone, false, nullptr));
-  }
 
   // Client pixels of the first letter of "Page 1".
   static PixelRect letter() {
@@ -160,7 +155,7 @@ TEST_F(MenusTest, AViewerGreysEditingInTheFileAndEditMenus) {
 }
 
 TEST_F(MenusTest, ARightClickOffersWhatThePageAllows) {
-  showPages(3);
+  opened(u"a.pdf", 3);
   const std::vector<MenuRow> rows = contextMenu(0, 500, 600);
   EXPECT_THAT(idsOf(rows), ElementsAre(602, 707, kSeparator, 702, 703, 727, 728, 733, kSeparator,
                                        708, 725, 726, 210, 211, kSeparator, 110, 105));
@@ -174,7 +169,7 @@ TEST_F(MenusTest, ARightClickOffersWhatThePageAllows) {
 }
 
 TEST_F(MenusTest, ARightClickFollowsChangesAndSelection) {
-  showPages(3);
+  opened(u"a.pdf", 3);
   session.active.dirty = true;
   selectAll(0);
   const std::vector<MenuRow> rows = contextMenu(0, 500, 600);
@@ -184,7 +179,7 @@ TEST_F(MenusTest, ARightClickFollowsChangesAndSelection) {
 }
 
 TEST_F(MenusTest, ASelectionInTheOtherPaneIsNotOfferedForCopying) {
-  showPages(3);
+  opened(u"a.pdf", 3);
   session.viewMode = ViewMode::IndependentPages;
   loadPane(1, 0);
   selectAll(1);
@@ -193,7 +188,7 @@ TEST_F(MenusTest, ASelectionInTheOtherPaneIsNotOfferedForCopying) {
 }
 
 TEST_F(MenusTest, ARightClickOnTextOffersToEditIt) {
-  showPages(1);
+  opened(u"a.pdf", 1);
   const PixelRect place = letter();
   const std::vector<MenuRow> rows = contextMenu(0, place.left, place.top);
   EXPECT_TRUE(rowOf(rows, 733).enabled);
@@ -201,7 +196,7 @@ TEST_F(MenusTest, ARightClickOnTextOffersToEditIt) {
 }
 
 TEST_F(MenusTest, ARightClickInAViewerOffersNoEdits) {
-  showPages(3);
+  opened(u"a.pdf", 3);
   session.viewerRole = true;
   selectAll(0);
   const PixelRect place = letter();

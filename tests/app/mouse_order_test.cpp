@@ -3,10 +3,8 @@
 
 #include "app/mouse.h"
 #include "documents/modes.h"
-#include "documents/open.h"
-#include "store/working_documents.h"
+#include "support/opening_test.h"
 #include "support/pdf_builder.h"
-#include "support/session_test.h"
 #include "view/geometry.h"
 #include "view/panes.h"
 
@@ -36,14 +34,13 @@ enum class Began {
 
 // A document of two pages; the first has a line of text, and below it one that is a link to the
 // second. Panels have their usual widths, and both parts of the left panel are hidden.
-class MouseOrderTest : public SessionTest {
+class MouseOrderTest : public OpeningTest {
  protected:
   MouseOrderTest() {
     PdfPage page;
     page.content = textContent("Word", 100, 600) + "\n" + textContent("Link", 100, 300);
     page.annotations = {linkAnnotation(90, 290, 200, 330, pageDestination(2))};
-    const std::u16string path = putPdf(u"a.pdf", buildPdf({page, PdfPage{}}));
-    EXPECT_TRUE(openDocument(&path, 0, kWorkingDocsLeaveAlone, false, nullptr));
+    EXPECT_TRUE(open(buildPdf({page, PdfPage{}})));
     standIn().openDialogAnswers = {{}};  // cancelled
   }
 

@@ -4,10 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "documents/modes.h"
-#include "documents/open.h"
-#include "store/working_documents.h"
+#include "support/opening_test.h"
 #include "support/pdf_builder.h"
-#include "support/session_test.h"
 #include "view/geometry.h"
 #include "view/navigation.h"
 #include "view/panes.h"
@@ -24,13 +22,8 @@ struct Place {
   int y = 0;
 };
 
-class MouseTest : public SessionTest {
+class MouseTest : public OpeningTest {
  protected:
-  void open(int pages = 9) {
-    const std::u16string path = putPdf(u"a.pdf", simplePdf(pages));
-    ASSERT_TRUE(openDocument(&path, 0, kWorkingDocsLeaveAlone, false, nullptr));
-  }
-
   // Client pixels of a letter of "Page N".
   static Place letter(int pane, int index) {
     double left = 0, right = 0, bottom = 0, top = 0;
@@ -42,7 +35,7 @@ class MouseTest : public SessionTest {
 };
 
 TEST_F(MouseTest, ALeftDragSelectsText) {
-  open();
+  opened(u"a.pdf", 9);
   const Place from = letter(0, 0);
   const Place to = letter(0, 3);
   pressLeft(from.x, from.y);
@@ -54,7 +47,7 @@ TEST_F(MouseTest, ALeftDragSelectsText) {
 }
 
 TEST_F(MouseTest, ASelectionReachesToWhereTheButtonCameUp) {
-  open();
+  opened(u"a.pdf", 9);
   const Place from = letter(0, 0);
   const Place before = letter(0, 2);
   const Place to = letter(0, 3);
@@ -66,7 +59,7 @@ TEST_F(MouseTest, ASelectionReachesToWhereTheButtonCameUp) {
 }
 
 TEST_F(MouseTest, ADoubleClickSelectsAWord) {
-  open();
+  opened(u"a.pdf", 9);
   const Place place = letter(0, 1);
   doubleClickLeft(place.x, place.y);
   EXPECT_TRUE(hasTextSelection(0));
@@ -75,7 +68,7 @@ TEST_F(MouseTest, ADoubleClickSelectsAWord) {
 }
 
 TEST_F(MouseTest, ShiftTurnsALeftDragIntoPanning) {
-  open();
+  opened(u"a.pdf", 9);
   session.panScrollEnabled = false;
   standIn().shiftDown = true;
   const Place place = letter(0, 0);
@@ -90,7 +83,7 @@ TEST_F(MouseTest, ShiftTurnsALeftDragIntoPanning) {
 }
 
 TEST_F(MouseTest, TheMiddleButtonPans) {
-  open();
+  opened(u"a.pdf", 9);
   session.panScrollEnabled = false;
   const float before = session.panes[0].panY;
   pressMiddle(500, 300);
@@ -103,7 +96,7 @@ TEST_F(MouseTest, TheMiddleButtonPans) {
 }
 
 TEST_F(MouseTest, LosingTheMouseEndsEveryDrag) {
-  open();
+  opened(u"a.pdf", 9);
   pressMiddle(500, 300);
   loseCapture();
   EXPECT_FALSE(session.panes[0].shiftPan);
@@ -124,7 +117,7 @@ TEST_F(MouseTest, LosingTheMouseEndsEveryDrag) {
 }
 
 TEST_F(MouseTest, LosingTheMouseEndsTheDragsOfPanelsToo) {
-  open();
+  opened(u"a.pdf", 9);
   session.navigationPanelVisible = true;
   session.binderPanelVisible = true;
   session.stampPanelVisible = true;
@@ -146,7 +139,7 @@ TEST_F(MouseTest, LosingTheMouseEndsTheDragsOfPanelsToo) {
 
 // What was dragged so far stays, and the page is fitted to it.
 TEST_F(MouseTest, LosingTheMouseKeepsTheWidthsThatWereReached) {
-  open();
+  opened(u"a.pdf", 9);
   session.navigationPanelVisible = true;
   session.stampPanelVisible = true;
   refitPanes();
@@ -163,7 +156,7 @@ TEST_F(MouseTest, LosingTheMouseKeepsTheWidthsThatWereReached) {
 }
 
 TEST_F(MouseTest, TheDividerIsTakenBeforeThePanes) {
-  open();
+  opened(u"a.pdf", 9);
   setViewMode(ViewMode::IndependentPages);
   const int divider = dividerX();
   pressLeft(divider, 300);
@@ -174,7 +167,7 @@ TEST_F(MouseTest, TheDividerIsTakenBeforeThePanes) {
 }
 
 TEST_F(MouseTest, APressMakesItsPaneActive) {
-  open();
+  opened(u"a.pdf", 9);
   setViewMode(ViewMode::IndependentPages);
   pressLeft(900, 300);
   releaseLeft(900, 300);
@@ -196,7 +189,7 @@ TEST_F(MouseTest, ThePlaceholderOpensAFileInItsPane) {
 }
 
 TEST_F(MouseTest, AQuickSecondPressCountsLikeTheFirst) {
-  open();
+  opened(u"a.pdf", 9);
   setViewMode(ViewMode::IndependentPages);
   const int divider = dividerX();
   doubleClickLeft(divider, 300);
@@ -229,13 +222,13 @@ TEST_F(MouseTest, ARightClickMakesAPaneWithoutAPageActive) {
 
 TEST_F(MouseTest, ARightClickOutsidePagesOffersNothing) {
   EXPECT_THAT(releaseRight(500, 300), IsEmpty());
-  open();
+  opened(u"a.pdf", 9);
   EXPECT_FALSE(releaseRight(500, 300).empty());
   EXPECT_THAT(releaseRight(500, 790), IsEmpty());  // over the status bar
 }
 
 TEST_F(MouseTest, TheWheelTurnsThePaneUnderThePointer) {
-  open();
+  opened(u"a.pdf", 9);
   setViewMode(ViewMode::IndependentPages);
   turnWheel(900, 300, -120, true, false);
   EXPECT_EQ(session.panes[1].currentPage, 1);
@@ -246,7 +239,7 @@ TEST_F(MouseTest, TheWheelTurnsThePaneUnderThePointer) {
 }
 
 TEST_F(MouseTest, WheelModifiersChooseTheAction) {
-  open();
+  opened(u"a.pdf", 9);
   const float zoom = session.panes[0].zoom;
   turnWheel(500, 300, 120, false, true);
   EXPECT_FLOAT_EQ(session.panes[0].zoom, zoom * 1.18f);
@@ -256,7 +249,7 @@ TEST_F(MouseTest, WheelModifiersChooseTheAction) {
 }
 
 TEST_F(MouseTest, TheCursorTellsWhatAPressWouldDo) {
-  open();
+  opened(u"a.pdf", 9);
   setViewMode(ViewMode::IndependentPages);
   EXPECT_EQ(cursorAt(dividerX(), 300), CursorKind::ResizeHorizontal);
   const Place text = letter(0, 2);
@@ -269,7 +262,7 @@ TEST_F(MouseTest, TheCursorTellsWhatAPressWouldDo) {
 }
 
 TEST_F(MouseTest, TheCursorOverTurnedTextLiesOnItsSide) {
-  open();
+  opened(u"a.pdf", 9);
   session.panes[0].documentRotation = 1;
   layoutPane(0, false, 0);
   const Place text = letter(0, 2);
@@ -282,7 +275,7 @@ TEST_F(MouseTest, TheCursorOverAPlaceholderIsAHand) {
 }
 
 TEST_F(MouseTest, WhilePanningTheCursorStaysAHand) {
-  open();
+  opened(u"a.pdf", 9);
   pressMiddle(500, 300);
   EXPECT_EQ(cursorAt(500, 300), CursorKind::Hand);
   releaseMiddle(500, 300);

@@ -3,23 +3,21 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "documents/open.h"
 #include "nav/find_bar.h"
 #include "platform/main_window.h"
+#include "support/opening_test.h"
 #include "support/pdf_builder.h"
-#include "support/session_test.h"
 #include "view/selection.h"
 
 namespace quillmere::test {
 namespace {
 
-class OverlaysTest : public SessionTest {
+class OverlaysTest : public OpeningTest {
  protected:
   OverlaysTest() {
     PdfPage page;
     page.content = textContent("one word", 100, 600);
-    const std::u16string path = putPdf(u"a.pdf", buildPdf({page}));
-    EXPECT_TRUE(openDocument(&path, 0, kWorkingDocsLeaveAlone, false, nullptr));
+    EXPECT_TRUE(open(buildPdf({page})));
   }
   static void search() {
     OpenFindBar();

@@ -2,31 +2,24 @@
 
 #include <gtest/gtest.h>
 
-#include "documents/open.h"
-#include "store/working_documents.h"
+#include "support/opening_test.h"
 #include "support/pdf_builder.h"
-#include "support/session_test.h"
 #include "view/geometry.h"
 
 namespace quillmere::test {
 namespace {
 
-class ViewerRoleTest : public SessionTest {
+class ViewerRoleTest : public OpeningTest {
  protected:
   ViewerRoleTest() {
     session.viewerRole = true;
     session.navigationPanelVisible = true;
     session.binderPanelVisible = true;
   }
-
-  void open(const std::string& bytes) {
-    const std::u16string path = putPdf(u"a.pdf", bytes);
-    ASSERT_TRUE(openDocument(&path, 0, kWorkingDocsLeaveAlone, false, nullptr));
-  }
 };
 
 TEST_F(ViewerRoleTest, BookmarksShowOnlyWhereTheDocumentHasSome) {
-  open(simplePdf(2));
+  ASSERT_TRUE(open(simplePdf(2)));
   arrangeViewerPanels();
   EXPECT_FALSE(session.navigationPanelVisible);
   EXPECT_FALSE(session.binderPanelVisible);
@@ -34,7 +27,7 @@ TEST_F(ViewerRoleTest, BookmarksShowOnlyWhereTheDocumentHasSome) {
 
   PdfOptions options;
   options.outline = {{u"One", pageDestination(1), {}}};
-  open(buildPdf(std::vector<PdfPage>(2), options));
+  ASSERT_TRUE(open(buildPdf(std::vector<PdfPage>(2), options)));
   arrangeViewerPanels();
   EXPECT_TRUE(session.navigationPanelVisible);
   EXPECT_FALSE(session.binderPanelVisible);
@@ -67,7 +60,7 @@ TEST_F(ViewerRoleTest, TheLeastWidthOfThePanelGrowsWithTheScreensDensity) {
 }
 
 TEST_F(ViewerRoleTest, ThePageIsFittedAnew) {
-  open(simplePdf(1, 2000, 200));
+  ASSERT_TRUE(open(simplePdf(1, 2000, 200)));
   session.leftPanelWidth = 400;
   const int layouts = platform::standIn().window.layouts;
   session.panes[0].zoom = 3.0f;

@@ -3,11 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "documents/open.h"
 #include "documents/save.h"
-#include "store/working_documents.h"
+#include "support/opening_test.h"
 #include "support/pdf_builder.h"
-#include "support/session_test.h"
 #include "view/navigation.h"
 
 namespace quillmere::test {
@@ -22,20 +20,8 @@ using testing::IsEmpty;
 constexpr ViewMode kAllModes[] = {ViewMode::SinglePage, ViewMode::Book, ViewMode::IndependentPages,
                                   ViewMode::TwoDocuments};
 
-class CloseTest : public SessionTest {
+class CloseTest : public OpeningTest {
  protected:
-  std::u16string opened(const std::u16string& name, int pane = 0, int pages = 5) {
-    const std::u16string path = putPdf(name, simplePdf(pages));
-    EXPECT_TRUE(openDocument(&path, pane, kWorkingDocsLeaveAlone, false, nullptr));
-    return path;
-  }
-
-  void openTwo() {
-    session.viewMode = ViewMode::TwoDocuments;
-    left_ = opened(u"left.pdf", 0, 5);
-    right_ = opened(u"right.pdf", 1, 6);
-  }
-
   static void expectEmpty(int pane) {
     const PaneSlot& slot = session.panes[pane];
     EXPECT_EQ(slot.document, nullptr);
@@ -98,9 +84,6 @@ class CloseTest : public SessionTest {
     expectSearchAndSelectionEnded();
     EXPECT_FALSE(hasUnsavedChanges());
   }
-
-  std::u16string left_;
-  std::u16string right_;
 };
 
 // Closing everything.
@@ -110,8 +93,8 @@ TEST_F(CloseTest, EverythingOfEveryDocumentGoesInEveryMode) {
     SCOPED_TRACE(static_cast<int>(mode));
     resetSession();
     session.viewMode = mode;
-    opened(u"a.pdf", 0);
-    if (mode == ViewMode::TwoDocuments) opened(u"b.pdf", 1);
+    opened(u"a.pdf", 5, 0);
+    if (mode == ViewMode::TwoDocuments) opened(u"b.pdf", 5, 1);
     goToPage(0, 2, false);
     leaveTraces();
     const int erased = standIn().window.erasingInvalidations;
@@ -123,7 +106,7 @@ TEST_F(CloseTest, EverythingOfEveryDocumentGoesInEveryMode) {
 }
 
 TEST_F(CloseTest, LeftOverRecordsOfTheOtherModesGoToo) {
-  openTwo();
+  openTwo(5, 6);
   session.active.path = u"C:\\left over.pdf";
   session.active.pageRotations[3] = 1;
   closeAllDocuments();
@@ -131,7 +114,7 @@ TEST_F(CloseTest, LeftOverRecordsOfTheOtherModesGoToo) {
 }
 
 TEST_F(CloseTest, ViewAndHistoriesSurvive) {
-  opened(u"a.pdf");
+  opened(u"a.pdf", 5);
   for (PaneSlot& slot : session.panes) {
     slot.zoom = 2.5f;
     slot.panX = 11;
@@ -160,7 +143,7 @@ TEST_F(CloseTest, ClosingNothingIsHarmless) {
 }
 
 TEST_F(CloseTest, TheTitleShowsThatNothingIsOpen) {
-  opened(u"a.pdf");
+  opened(u"a.pdf", 5);
   EXPECT_NE(standIn().window.title, u"Quillmere");
   closeAllDocuments();
   EXPECT_EQ(standIn().window.title, u"Quillmere");
@@ -185,7 +168,7 @@ TEST_F(CloseTest, ABinderIsForgottenByThePathInAnyLetters) {
 // Closing by path.
 
 TEST_F(CloseTest, ByPathASingleDocumentClosesWhateverItsPath) {
-  opened(u"a.pdf");
+  opened(u"a.pdf", 5);
   leaveTraces();
   closeDocumentByPath(u"C:\\not compared.pdf");
   expectAllClosed();
@@ -195,7 +178,7 @@ TEST_F(CloseTest, ByPathOnlyTheMatchingPaneCloses) {
   for (int pane : {0, 1}) {
     SCOPED_TRACE(pane);
     resetSession();
-    openTwo();
+    openTwo(5, 6);
     const int other = 1 - pane;
     goToPage(pane, 3, false);
     session.panes[pane].dirty = true;
@@ -221,7 +204,7 @@ TEST_F(CloseTest, ByPathOnlyTheMatchingPaneCloses) {
 }
 
 TEST_F(CloseTest, ByPathBothPanesCloseWhenBothShowIt) {
-  openTwo();
+  openTwo(5, 6);
   session.panes[1].path = u"c:\\LEFT.pdf";
   closeDocumentByPath(left_);
   expectEmpty(0);
@@ -230,7 +213,7 @@ TEST_F(CloseTest, ByPathBothPanesCloseWhenBothShowIt) {
 }
 
 TEST_F(CloseTest, ByPathNothingClosesWhereNoPaneShowsIt) {
-  openTwo();
+  openTwo(5, 6);
   leaveSearchAndSelection();
   closeDocumentByPath(u"C:\\other.pdf");
   EXPECT_NE(session.panes[0].document, nullptr);
@@ -240,7 +223,7 @@ TEST_F(CloseTest, ByPathNothingClosesWhereNoPaneShowsIt) {
 }
 
 TEST_F(CloseTest, ByPathPendingPlacementsOfTheOtherDocumentAreNotLost) {
-  openTwo();
+  openTwo(5, 6);
   session.placementDocument = session.panes[0].document.get();
   session.placements[0] = {Placement{}};
   closeDocumentByPath(right_);
@@ -250,13 +233,13 @@ TEST_F(CloseTest, ByPathPendingPlacementsOfTheOtherDocumentAreNotLost) {
 // The question.
 
 TEST_F(CloseTest, WithoutChangesNothingIsAsked) {
-  opened(u"a.pdf");
+  opened(u"a.pdf", 5);
   EXPECT_EQ(PromptSaveBeforeClose(u"a.pdf"), BoxAnswer::No);
   EXPECT_THAT(standIn().boxes, IsEmpty());
 }
 
 TEST_F(CloseTest, TheQuestionNamesTheDocumentWhenItCan) {
-  opened(u"a.pdf");
+  opened(u"a.pdf", 5);
   session.active.dirty = true;
   standIn().boxAnswers = {BoxAnswer::Cancel, BoxAnswer::No};
   EXPECT_EQ(PromptSaveBeforeClose(u"a 100%d.pdf"), BoxAnswer::Cancel);
@@ -274,7 +257,7 @@ TEST_F(CloseTest, TheQuestionNamesTheDocumentWhenItCan) {
 }
 
 TEST_F(CloseTest, NoForgetsWhatTheShelfHolds) {
-  const std::u16string path = opened(u"a.pdf");
+  const std::u16string path = opened(u"a.pdf", 5);
   session.active.dirty = true;
   session.shelveFolder = u"C:\\Shelve\\";
   putPdf(u"Shelve\\copy.pdf", simplePdf(1));
@@ -290,7 +273,7 @@ TEST_F(CloseTest, NoForgetsWhatTheShelfHolds) {
 }
 
 TEST_F(CloseTest, ASaveThatFailsStopsTheClose) {
-  opened(u"a.pdf");
+  opened(u"a.pdf", 5);
   session.active.dirty = true;
   session.active.path = u"Z:\\unreachable.pdf";
   standIn().boxAnswers = {BoxAnswer::Yes, BoxAnswer::Ok};
@@ -312,7 +295,7 @@ TEST_F(CloseTest, TheCommandWithNothingOpenAsksNothing) {
 }
 
 TEST_F(CloseTest, TheCommandAsksWithTheFileName) {
-  const std::u16string path = opened(u"folder\\a b.pdf");
+  const std::u16string path = opened(u"folder\\a b.pdf", 5);
   session.active.dirty = true;
   standIn().boxAnswers = {BoxAnswer::Cancel};
   closeCommand(0);
@@ -325,7 +308,7 @@ TEST_F(CloseTest, TheCommandAsksWithTheFileName) {
 }
 
 TEST_F(CloseTest, CancelKeepsEverything) {
-  opened(u"a.pdf");
+  opened(u"a.pdf", 5);
   leaveTraces();
   standIn().boxAnswers = {BoxAnswer::Cancel};
   closeCommand(0);
@@ -337,7 +320,7 @@ TEST_F(CloseTest, CancelKeepsEverything) {
 }
 
 TEST_F(CloseTest, NoClosesWithoutSaving) {
-  opened(u"a.pdf");
+  opened(u"a.pdf", 5);
   leaveTraces();
   standIn().boxAnswers = {BoxAnswer::No};
   closeCommand(0);
@@ -346,7 +329,7 @@ TEST_F(CloseTest, NoClosesWithoutSaving) {
 }
 
 TEST_F(CloseTest, AFailedSaveKeepsTheDocumentOpen) {
-  opened(u"a.pdf");
+  opened(u"a.pdf", 5);
   session.active.dirty = true;
   session.active.path = u"Z:\\unreachable.pdf";
   standIn().boxAnswers = {BoxAnswer::Yes, BoxAnswer::Ok};
@@ -356,7 +339,7 @@ TEST_F(CloseTest, AFailedSaveKeepsTheDocumentOpen) {
 }
 
 TEST_F(CloseTest, TheRightDocumentClosesBesideTheLeft) {
-  openTwo();
+  openTwo(5, 6);
   session.activePane = 1;
   goToPage(1, 3, false);
   session.placementDocument = session.panes[1].document.get();
@@ -379,7 +362,7 @@ TEST_F(CloseTest, TheRightDocumentClosesBesideTheLeft) {
 }
 
 TEST_F(CloseTest, TheLastOfTwoDocumentsLeavesNothingToHoldPlacements) {
-  openTwo();
+  openTwo(5, 6);
   closeCommand(0);
   session.activePane = 1;
   closeCommand(1);
@@ -392,7 +375,7 @@ TEST_F(CloseTest, TheLastOfTwoDocumentsLeavesNothingToHoldPlacements) {
 }
 
 TEST_F(CloseTest, TheQuestionInTwoDocumentsIsAboutThePanesOwnDocument) {
-  openTwo();
+  openTwo(5, 6);
   session.activePane = 1;
   session.panes[0].dirty = true;
   closeCommand(1);
@@ -407,7 +390,7 @@ TEST_F(CloseTest, TheQuestionInTwoDocumentsIsAboutThePanesOwnDocument) {
 }
 
 TEST_F(CloseTest, PendingPlacementsOfTheOtherDocumentSurviveTheCommand) {
-  openTwo();
+  openTwo(5, 6);
   session.placementDocument = session.panes[0].document.get();
   session.placements[0] = {Placement{}};
   session.activePane = 1;
@@ -417,9 +400,9 @@ TEST_F(CloseTest, PendingPlacementsOfTheOtherDocumentSurviveTheCommand) {
 }
 
 TEST_F(CloseTest, ADocumentCanBeOpenedIntoAnEmptiedPane) {
-  openTwo();
+  openTwo(5, 6);
   closeCommand(0);
-  opened(u"new.pdf", 0);
+  opened(u"new.pdf", 5, 0);
   EXPECT_NE(session.panes[0].page, nullptr);
   EXPECT_EQ(session.panes[1].path, right_);
 }

@@ -13,8 +13,7 @@ class FolderStepTest : public NavTest {
   static std::u16string inFolder(const std::u16string& name) { return u"C:\\folder\\" + name; }
   static void put(const std::u16string& name) { putPdf(inFolder(name), simplePdf(1)); }
   static bool show(const std::u16string& name, int paneIndex = 0) {
-    const std::u16string path = inFolder(name);
-    return openDocument(&path, paneIndex, kWorkingDocsLeaveAlone, false, nullptr);
+    return open(inFolder(name), {.pane = paneIndex});
   }
   // Every list that a document may join.
   struct Lists {

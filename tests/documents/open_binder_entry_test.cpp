@@ -1,13 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "documents/open.h"
 #include "documents/open_binder_entry.h"
 #include "documents/open_requests.h"
 #include "platform/text.h"
 #include "store/working_documents.h"
+#include "support/opening_test.h"
 #include "support/pdf_builder.h"
-#include "support/session_test.h"
 #include "view/navigation.h"
 
 namespace quillmere::test {
@@ -33,9 +32,9 @@ std::uint32_t itemData(std::uint32_t binder, std::uint32_t file) {
   return binder << 16 | file;
 }
 
-// Two binders: the first holds the documents in use; the second holds a.pdf, a missing file and one
-// on the network.
-class OpenBinderEntryTest : public SessionTest {
+// Two binders: the first holds the documents in use; the second holds a.pdf, a missing file and
+// one on the network.
+class OpenBinderEntryTest : public OpeningTest {
  protected:
   OpenBinderEntryTest() {
     BinderFile inUse;
@@ -183,7 +182,7 @@ TEST_F(OpenBinderEntryTest, APathThatAFailedLoadLeftBehindIsNotTheShownFile) {
   const std::u16string a = session.active.path;
   putPdf(u"A.pdf", garbageFile());
   standIn().boxAnswers = {BoxAnswer::Ok};
-  ASSERT_FALSE(openDocument(&a, 0, kWorkingDocsLeaveAlone, false, nullptr));
+  ASSERT_FALSE(open(a));
   ASSERT_EQ(session.active.path, a);
   putPdf(u"A.pdf", simplePdf(1));
   openBinderEntry(itemData(1, 0), true, false);
@@ -193,7 +192,7 @@ TEST_F(OpenBinderEntryTest, APathThatAFailedLoadLeftBehindIsNotTheShownFile) {
 TEST_F(OpenBinderEntryTest, TheOtherPaneCountsWhenTheCallerSaysSo) {
   session.viewMode = ViewMode::TwoDocuments;
   const std::u16string a = u"C:\\A.pdf";
-  ASSERT_TRUE(openDocument(&a, 1, kWorkingDocsLeaveAlone, false, nullptr));
+  ASSERT_TRUE(open(a, {.pane = 1}));
   session.unavailableFiles.insert(u"c:\\a.pdf");
   openBinderEntry(itemData(1, 0), true, true);
   EXPECT_EQ(session.viewMode, ViewMode::TwoDocuments);

@@ -3,10 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "documents/open.h"
-#include "store/working_documents.h"
+#include "support/opening_test.h"
 #include "support/pdf_builder.h"
-#include "support/session_test.h"
 #include "view/navigation.h"
 
 namespace quillmere::test {
@@ -17,15 +15,6 @@ using platform::standIn;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
-
-bool open(const std::u16string& path, int pane,
-          WorkingDocsMode workingDocsMode = kWorkingDocsLeaveAlone, bool ask = true) {
-  return openDocument(&path, pane, workingDocsMode, ask, nullptr);
-}
-
-bool openAs(const std::u16string& loadPath, const std::u16string& displayPath, int pane) {
-  return openDocument(&loadPath, pane, kWorkingDocsLeaveAlone, true, &displayPath);
-}
 
 void fillHistories() {
   for (PaneSlot& slot : session.panes) {
@@ -56,13 +45,13 @@ int pageWidth(int pane) {
   return static_cast<int>(FPDF_GetPageWidthF(session.panes[pane].page.get()));
 }
 
-class SplitTest : public SessionTest {
+class SplitTest : public OpeningTest {
  protected:
   // One document in both panes, on pages 3 and 5 of 9, 500 points wide.
   SplitTest() {
     session.viewMode = ViewMode::IndependentPages;
     old_ = putPdf(u"old.pdf", simplePdf(9, 500, 700));
-    EXPECT_TRUE(open(old_, 0));
+    EXPECT_TRUE(open(old_, {.pane = 0, .ask = true}));
     goToPage(0, 2, false);
     goToPage(1, 4, false);
     new_ = putPdf(u"new.pdf", simplePdf(4, 300, 400));
@@ -77,12 +66,12 @@ TEST_F(SplitTest, TheOldDocumentMovesToTheOtherPane) {
     SCOPED_TRACE(pane);
     resetSession();
     session.viewMode = ViewMode::IndependentPages;
-    ASSERT_TRUE(open(old_, 0));
+    ASSERT_TRUE(open(old_, {.pane = 0, .ask = true}));
     goToPage(0, 2, false);
     goToPage(1, 4, false);
     const FPDF_DOCUMENT oldDocument = session.active.document.get();
 
-    ASSERT_TRUE(open(new_, pane));
+    ASSERT_TRUE(open(new_, {.pane = pane, .ask = true}));
     const int other = 1 - pane;
     expectTwoDocumentsInvariant();
     EXPECT_EQ(session.panes[other].document.get(), oldDocument);
@@ -107,7 +96,7 @@ TEST_F(SplitTest, UnsavedChangesMoveWithTheOldDocumentAndNothingIsAsked) {
   session.active.pageRotations[6] = 3;
   session.panes[0].documentRotation = 1;
   session.panes[1].documentRotation = 2;
-  ASSERT_TRUE(open(new_, 1));
+  ASSERT_TRUE(open(new_, {.pane = 1, .ask = true}));
   EXPECT_THAT(standIn().boxes, IsEmpty());
   EXPECT_TRUE(session.panes[0].dirty);
   EXPECT_THAT(session.panes[0].pageRotations, ElementsAre(Pair(6, 3u)));
@@ -120,13 +109,13 @@ TEST_F(SplitTest, UnsavedChangesMoveWithTheOldDocumentAndNothingIsAsked) {
 
 TEST_F(SplitTest, TheOldDocumentKeepsItsBinder) {
   session.documentBinders[u"c:\\old.pdf"] = u"C:\\b.lst";
-  ASSERT_TRUE(open(new_, 1));
+  ASSERT_TRUE(open(new_, {.pane = 1, .ask = true}));
   EXPECT_TRUE(session.documentBinders.contains(u"c:\\old.pdf"));
 }
 
 TEST_F(SplitTest, PendingPlacementsAreWrittenIntoTheOldDocumentFirst) {
   session.placements[0] = {Placement{}};
-  ASSERT_TRUE(open(new_, 1));
+  ASSERT_TRUE(open(new_, {.pane = 1, .ask = true}));
   EXPECT_TRUE(session.panes[0].dirty);
   EXPECT_THAT(session.placements, IsEmpty());
   EXPECT_EQ(session.placementDocument, session.panes[1].document.get());
@@ -137,19 +126,19 @@ TEST_F(SplitTest, WrittenPlacementsDoNotMakeTheOldDocumentDirty) {
   Placement written;
   written.annotIndex = 0;
   session.placements[0] = {written};
-  ASSERT_TRUE(open(new_, 1));
+  ASSERT_TRUE(open(new_, {.pane = 1, .ask = true}));
   EXPECT_FALSE(session.panes[0].dirty);
 }
 
 TEST_F(SplitTest, APageNumberOutsideTheDocumentBecomesTheFirst) {
   session.panes[0].currentPage = 40;
-  ASSERT_TRUE(open(new_, 1));
+  ASSERT_TRUE(open(new_, {.pane = 1, .ask = true}));
   EXPECT_EQ(session.panes[0].currentPage, 0);
   EXPECT_NE(session.panes[0].page, nullptr);
 }
 
 TEST_F(SplitTest, TheSameFileInOtherLettersIsNoSplit) {
-  ASSERT_TRUE(open(u"C:\\OLD.PDF", 1));
+  ASSERT_TRUE(open(u"C:\\OLD.PDF", {.pane = 1, .ask = true}));
   EXPECT_EQ(session.viewMode, ViewMode::IndependentPages);
   EXPECT_EQ(session.active.path, u"C:\\OLD.PDF");
   EXPECT_EQ(session.panes[0].currentPage, 0);
@@ -157,14 +146,15 @@ TEST_F(SplitTest, TheSameFileInOtherLettersIsNoSplit) {
 }
 
 TEST_F(SplitTest, ACopyThatStandsForTheShownFileIsNoSplit) {
-  ASSERT_TRUE(openAs(putPdf(u"shelf\\copy.pdf", simplePdf(2)), old_, 1));
+  ASSERT_TRUE(open(putPdf(u"shelf\\copy.pdf", simplePdf(2)),
+                   {.pane = 1, .ask = true, .displayPath = old_}));
   EXPECT_EQ(session.viewMode, ViewMode::IndependentPages);
   EXPECT_EQ(session.active.path, old_);
   EXPECT_EQ(session.active.pageCount, 2);
 }
 
 TEST_F(SplitTest, ACopyThatStandsForAnotherFileIsASplit) {
-  ASSERT_TRUE(openAs(old_, u"C:\\another.pdf", 1));
+  ASSERT_TRUE(open(old_, {.pane = 1, .ask = true, .displayPath = u"C:\\another.pdf"}));
   expectTwoDocumentsInvariant();
   EXPECT_EQ(session.panes[0].path, old_);
   EXPECT_EQ(session.panes[1].path, u"C:\\another.pdf");
@@ -174,14 +164,14 @@ TEST_F(SplitTest, WithNothingOpenThereIsNothingToSplit) {
   resetSession();
   session.viewMode = ViewMode::IndependentPages;
   session.active.path = old_;
-  ASSERT_TRUE(open(new_, 1));
+  ASSERT_TRUE(open(new_, {.pane = 1, .ask = true}));
   EXPECT_EQ(session.viewMode, ViewMode::IndependentPages);
   EXPECT_EQ(session.active.path, new_);
 }
 
 TEST_F(SplitTest, AFileThatCannotBeReadLeavesItsPaneEmptyBesideTheOldDocument) {
   standIn().boxAnswers = {BoxAnswer::Ok};
-  EXPECT_FALSE(open(putPdf(u"bad.pdf", garbageFile()), 1));
+  EXPECT_FALSE(open(putPdf(u"bad.pdf", garbageFile()), {.pane = 1, .ask = true}));
   expectTwoDocumentsInvariant();
   EXPECT_EQ(session.panes[0].path, old_);
   EXPECT_NE(session.panes[0].page, nullptr);
@@ -192,21 +182,19 @@ TEST_F(SplitTest, AFileThatCannotBeReadLeavesItsPaneEmptyBesideTheOldDocument) {
   EXPECT_EQ(session.panes[1].pageBitmap, nullptr);
 }
 
-class TwoDocumentsOpenTest : public SessionTest {
+class TwoDocumentsOpenTest : public OpeningTest {
  protected:
   TwoDocumentsOpenTest() {
     session.viewMode = ViewMode::TwoDocuments;
     left_ = putPdf(u"left.pdf", simplePdf(5, 500, 700));
     right_ = putPdf(u"right.pdf", simplePdf(6, 400, 600));
     new_ = putPdf(u"new.pdf", simplePdf(4, 300, 400));
-    EXPECT_TRUE(open(left_, 0));
-    EXPECT_TRUE(open(right_, 1));
+    EXPECT_TRUE(open(left_, {.pane = 0, .ask = true}));
+    EXPECT_TRUE(open(right_, {.pane = 1, .ask = true}));
     goToPage(0, 3, false);
     goToPage(1, 2, false);
   }
 
-  std::u16string left_;
-  std::u16string right_;
   std::u16string new_;
 };
 
@@ -217,7 +205,7 @@ TEST_F(TwoDocumentsOpenTest, OnlyTheGivenPaneChanges) {
   session.panes[1].pageRotations[1] = 1;
   session.panes[0].documentRotation = 1;
   fillHistories();
-  ASSERT_TRUE(open(new_, 1, kWorkingDocsLeaveAlone, false));
+  ASSERT_TRUE(open(new_, {.pane = 1}));
   expectTwoDocumentsInvariant();
   EXPECT_EQ(session.panes[0].document.get(), left);
   EXPECT_EQ(session.panes[0].page.get(), leftPage);
@@ -248,7 +236,7 @@ TEST_F(TwoDocumentsOpenTest, AFailedLoadLeavesThePaneAsItWas) {
   session.find.query = u"word";
   fillHistories();
   standIn().boxAnswers = {BoxAnswer::Ok};
-  EXPECT_FALSE(open(u"C:\\missing.pdf", 1, kWorkingDocsLeaveAlone, false));
+  EXPECT_FALSE(open(u"C:\\missing.pdf", {.pane = 1}));
   ASSERT_EQ(standIn().boxes.size(), 1u);
   EXPECT_EQ(standIn().boxes[0].text, u"Could not open PDF.\n(PDFium error 2)");
 
@@ -271,7 +259,7 @@ TEST_F(TwoDocumentsOpenTest, AFailedLoadLeavesThePaneAsItWas) {
 TEST_F(TwoDocumentsOpenTest, PendingPlacementsOfTheOtherPaneAreWrittenFirst) {
   session.placementDocument = session.panes[0].document.get();
   session.placements[0] = {Placement{}};
-  ASSERT_TRUE(open(new_, 1));
+  ASSERT_TRUE(open(new_, {.pane = 1, .ask = true}));
   EXPECT_TRUE(session.panes[0].dirty);
   EXPECT_FALSE(session.panes[1].dirty);
   EXPECT_EQ(session.placementDocument, session.panes[1].document.get());
@@ -281,7 +269,7 @@ TEST_F(TwoDocumentsOpenTest, PendingPlacementsOfTheOtherPaneAreWrittenFirst) {
 TEST_F(TwoDocumentsOpenTest, PendingPlacementsOfTheReplacedDocumentGoWithIt) {
   session.placementDocument = session.panes[1].document.get();
   session.placements[0] = {Placement{}};
-  ASSERT_TRUE(open(new_, 1, kWorkingDocsLeaveAlone, false));
+  ASSERT_TRUE(open(new_, {.pane = 1}));
   EXPECT_FALSE(session.panes[0].dirty);
   EXPECT_FALSE(session.panes[1].dirty);
   EXPECT_THAT(session.placements, IsEmpty());
@@ -290,7 +278,7 @@ TEST_F(TwoDocumentsOpenTest, PendingPlacementsOfTheReplacedDocumentGoWithIt) {
 TEST_F(TwoDocumentsOpenTest, AnEmptyPaneTakesADocument) {
   resetSession();
   session.viewMode = ViewMode::TwoDocuments;
-  ASSERT_TRUE(open(new_, 1));
+  ASSERT_TRUE(open(new_, {.pane = 1, .ask = true}));
   EXPECT_EQ(session.panes[0].document, nullptr);
   EXPECT_EQ(session.panes[1].path, new_);
   EXPECT_NE(session.panes[1].pageBitmap, nullptr);
@@ -298,7 +286,7 @@ TEST_F(TwoDocumentsOpenTest, AnEmptyPaneTakesADocument) {
 
 TEST_F(TwoDocumentsOpenTest, ReopeningThePanesOwnFileLoadsItAfresh) {
   putPdf(u"right.pdf", simplePdf(1));
-  ASSERT_TRUE(open(right_, 1));
+  ASSERT_TRUE(open(right_, {.pane = 1, .ask = true}));
   expectTwoDocumentsInvariant();
   EXPECT_EQ(session.panes[1].pageCount, 1);
 }
@@ -309,8 +297,8 @@ class CollapseTest : public TwoDocumentsOpenTest {
   void openBoth(int closing) {
     resetSession();
     session.viewMode = ViewMode::TwoDocuments;
-    ASSERT_TRUE(open(left_, 0));
-    ASSERT_TRUE(open(right_, 1));
+    ASSERT_TRUE(open(left_, {.pane = 0, .ask = true}));
+    ASSERT_TRUE(open(right_, {.pane = 1, .ask = true}));
     PaneSlot& staying = session.panes[1 - closing];
     goToPage(1 - closing, 4, false);
     goToPage(closing, 2, false);
@@ -340,7 +328,7 @@ TEST_F(CollapseTest, TheFileOfTheOtherPaneIsNeverLoadedTwice) {
     const std::u16string keptPath = session.panes[other].path;
     const int keptCount = session.panes[other].pageCount;
 
-    ASSERT_TRUE(open(keptPath, pane, kWorkingDocsLeaveAlone, false));
+    ASSERT_TRUE(open(keptPath, {.pane = pane}));
     EXPECT_EQ(session.viewMode, ViewMode::IndependentPages);
     expectSharedModeInvariant();
     EXPECT_EQ(session.active.document.get(), kept);
@@ -362,7 +350,7 @@ TEST_F(CollapseTest, TheFileOfTheOtherPaneIsNeverLoadedTwice) {
 
 TEST_F(CollapseTest, TheFileNeedNotBeReadableAnyMore) {
   putPdf(u"left.pdf", garbageFile());
-  ASSERT_TRUE(open(u"c:\\LEFT.pdf", 1));
+  ASSERT_TRUE(open(u"c:\\LEFT.pdf", {.pane = 1, .ask = true}));
   EXPECT_EQ(session.viewMode, ViewMode::IndependentPages);
   EXPECT_EQ(session.active.path, left_);
   EXPECT_EQ(session.active.pageCount, 5);
@@ -372,14 +360,15 @@ TEST_F(CollapseTest, TheFileNeedNotBeReadableAnyMore) {
 TEST_F(CollapseTest, TheEmptyPaneTakesTheOtherDocumentToo) {
   resetSession();
   session.viewMode = ViewMode::TwoDocuments;
-  ASSERT_TRUE(open(left_, 0));
-  ASSERT_TRUE(open(left_, 1));
+  ASSERT_TRUE(open(left_, {.pane = 0, .ask = true}));
+  ASSERT_TRUE(open(left_, {.pane = 1, .ask = true}));
   EXPECT_EQ(session.viewMode, ViewMode::IndependentPages);
   EXPECT_NE(session.panes[1].page, nullptr);
 }
 
 TEST_F(CollapseTest, ACopyThatStandsForTheOtherFileCounts) {
-  ASSERT_TRUE(openAs(putPdf(u"shelf\\copy.pdf", simplePdf(1)), left_, 1));
+  ASSERT_TRUE(open(putPdf(u"shelf\\copy.pdf", simplePdf(1)),
+                   {.pane = 1, .ask = true, .displayPath = left_}));
   EXPECT_EQ(session.viewMode, ViewMode::IndependentPages);
   EXPECT_EQ(session.active.path, left_);
   EXPECT_EQ(session.active.pageCount, 5);
@@ -390,7 +379,7 @@ TEST_F(CollapseTest, APathWithoutADocumentInTheOtherPaneDoesNotCount) {
   resetSession();
   session.viewMode = ViewMode::TwoDocuments;
   session.panes[0].path = right_;
-  ASSERT_TRUE(open(right_, 1));
+  ASSERT_TRUE(open(right_, {.pane = 1, .ask = true}));
   EXPECT_EQ(session.viewMode, ViewMode::TwoDocuments);
   EXPECT_EQ(session.panes[1].path, right_);
 }
@@ -398,7 +387,7 @@ TEST_F(CollapseTest, APathWithoutADocumentInTheOtherPaneDoesNotCount) {
 TEST_F(CollapseTest, TheReplacedDocumentIsAskedAboutFirst) {
   session.panes[1].dirty = true;
   standIn().boxAnswers = {BoxAnswer::Cancel};
-  EXPECT_FALSE(open(left_, 1));
+  EXPECT_FALSE(open(left_, {.pane = 1, .ask = true}));
   EXPECT_EQ(standIn().boxes.size(), 1u);
   EXPECT_EQ(session.viewMode, ViewMode::TwoDocuments);
   EXPECT_EQ(session.panes[1].path, right_);
@@ -407,7 +396,7 @@ TEST_F(CollapseTest, TheReplacedDocumentIsAskedAboutFirst) {
 TEST_F(CollapseTest, PendingPlacementsOfTheKeptDocumentStay) {
   session.placementDocument = session.panes[0].document.get();
   session.placements[2] = {Placement{}};
-  ASSERT_TRUE(open(left_, 1));
+  ASSERT_TRUE(open(left_, {.pane = 1, .ask = true}));
   EXPECT_EQ(session.placementDocument, session.active.document.get());
   EXPECT_EQ(session.placements[2].size(), 1u);
   EXPECT_TRUE(hasUnsavedChanges());
@@ -417,7 +406,7 @@ TEST_F(CollapseTest, PlacementsOfTheClosedDocumentGo) {
   session.placementDocument = session.panes[1].document.get();
   session.placements[2] = {Placement{}};
   session.selectedPlacementPage = 2;
-  ASSERT_TRUE(open(left_, 1, kWorkingDocsLeaveAlone, false));
+  ASSERT_TRUE(open(left_, {.pane = 1}));
   EXPECT_EQ(session.placementDocument, session.active.document.get());
   EXPECT_THAT(session.placements, IsEmpty());
   EXPECT_EQ(session.selectedPlacementPage, -1);
@@ -426,7 +415,7 @@ TEST_F(CollapseTest, PlacementsOfTheClosedDocumentGo) {
 
 TEST_F(CollapseTest, TheFileJoinsTheDocumentsInUse) {
   session.settings.recentFiles = {left_};
-  ASSERT_TRUE(open(left_, 1, kWorkingDocsToHead));
+  ASSERT_TRUE(open(left_, {.pane = 1, .workingDocsMode = kWorkingDocsToHead, .ask = true}));
   EXPECT_THAT(session.settings.recentFiles, IsEmpty());
 }
 
@@ -434,7 +423,7 @@ TEST_F(CollapseTest, FindAndSelectionEnd) {
   session.find.query = u"word";
   session.selection.active = true;
   session.selection.pane = 0;
-  ASSERT_TRUE(open(left_, 1));
+  ASSERT_TRUE(open(left_, {.pane = 1, .ask = true}));
   EXPECT_EQ(session.find.query, u"");
   EXPECT_FALSE(session.selection.active);
 }

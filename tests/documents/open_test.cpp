@@ -5,9 +5,8 @@
 
 #include "documents/modes.h"
 #include "platform/files.h"
-#include "store/working_documents.h"
+#include "support/opening_test.h"
 #include "support/pdf_builder.h"
-#include "support/session_test.h"
 #include "view/navigation.h"
 #include "view/view_test.h"
 
@@ -24,34 +23,8 @@ using testing::IsEmpty;
 constexpr ViewMode kSharedModes[] = {ViewMode::SinglePage, ViewMode::Book,
                                      ViewMode::IndependentPages};
 
-struct OpenOptions {
-  int pane = 0;
-  WorkingDocsMode workingDocsMode = kWorkingDocsLeaveAlone;
-  bool ask = false;
-  std::u16string displayPath{};  // empty for none
-};
-
-class OpenTest : public SessionTest {
+class OpenTest : public OpeningTest {
  protected:
-  static bool open(const std::u16string& path, const OpenOptions& options = {}) {
-    return openDocument(&path, options.pane, options.workingDocsMode, options.ask,
-                        options.displayPath.empty() ? nullptr : &options.displayPath);
-  }
-
-  // Makes a file and opens it as a user would.
-  std::u16string opened(const std::u16string& name, int pages = 3, int pane = 0) {
-    const std::u16string path = putPdf(name, simplePdf(pages));
-    EXPECT_TRUE(open(path, {.pane = pane}));
-    return path;
-  }
-
-  // Opens two files side by side.
-  void openTwo(int leftPages = 3, int rightPages = 4) {
-    session.viewMode = ViewMode::TwoDocuments;
-    left_ = opened(u"left.pdf", leftPages, 0);
-    right_ = opened(u"right.pdf", rightPages, 1);
-  }
-
   static void expectBox(const std::u16string& text, BoxButtons buttons) {
     ASSERT_EQ(standIn().boxes.size(), 1u);
     EXPECT_EQ(standIn().boxes[0].text, text);
@@ -82,9 +55,6 @@ class OpenTest : public SessionTest {
   static bool historiesEmpty(int pane) {
     return session.panes[pane].backHistory.empty() && session.panes[pane].forwardHistory.empty();
   }
-
-  std::u16string left_;
-  std::u16string right_;
 };
 
 std::u16string pathOfUnits(std::size_t units) {

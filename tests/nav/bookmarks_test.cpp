@@ -531,8 +531,7 @@ TEST_F(BookmarksOfClosedDocumentsTest, TheCloseCommandTakesTheEntriesOfItsPaneAl
 
 TEST_F(BookmarksOfClosedDocumentsTest, ADocumentThatTakesBothPanesBringsItsEntries) {
   openTwo();
-  const std::u16string right = pathFor(u"Right");
-  ASSERT_TRUE(openDocument(&right, 0, kWorkingDocsLeaveAlone, false, nullptr));
+  ASSERT_TRUE(open(pathFor(u"Right")));
   ASSERT_EQ(session.viewMode, ViewMode::IndependentPages);
   expectEntries({u"Right"});
 }

@@ -4,13 +4,11 @@
 #include <vector>
 
 #include "documents/modes.h"
-#include "documents/open.h"
 #include "nav/find.h"
 #include "nav/find_bar.h"
 #include "platform/find_bar.h"
-#include "store/working_documents.h"
+#include "support/opening_test.h"
 #include "support/pdf_builder.h"
-#include "support/session_test.h"
 #include "view/navigation.h"
 
 namespace quillmere::test {
@@ -27,16 +25,9 @@ inline PdfPage pageWith(const std::vector<std::string>& lines) {
 }
 
 // Opens documents the way a user does and types into the find bar.
-class NavTest : public SessionTest {
+class NavTest : public OpeningTest {
  protected:
   NavTest() { platform::standIn().findBar.onFieldChanged = findFieldChanged; }
-
-  // True when the document is shown.
-  static bool open(const std::string& bytes, int pane = 0,
-                   const std::u16string& path = u"C:\\document.pdf") {
-    const std::u16string file = putPdf(path, bytes);
-    return openDocument(&file, pane, kWorkingDocsLeaveAlone, false, nullptr);
-  }
 
   // Page i carries lines[i].
   static bool openLines(const std::vector<std::string>& lines) {
