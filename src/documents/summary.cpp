@@ -47,7 +47,7 @@ std::u16string askForTarget(const std::u16string& source) {
     std::u16string path = askWhereToSave(requestFor(source));
     if (path.empty() || (!isOpen(path) && !onShelf(path))) return path;
     showNotice(u"The summary cannot replace a document that is in use.\n\nChoose another name.",
-         BoxIcon::Warning);
+               BoxIcon::Warning);
   }
 }
 
@@ -62,7 +62,8 @@ void CreateMarkupSummary() {
   }
   const std::vector<MarkupSummaryItem> items = collectSummaryItems(document);
   if (items.empty()) {
-    showNotice(u"This document has no highlights or strikethroughs to summarize.", BoxIcon::Information);
+    showNotice(u"This document has no highlights or strikethroughs to summarize.",
+               BoxIcon::Information);
     return;
   }
   const std::u16string source = pathOf(session.activePane);
