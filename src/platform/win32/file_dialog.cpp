@@ -62,8 +62,9 @@ std::vector<std::u16string> runDialog(const OpenDialogRequest& request) {
 
 std::vector<std::u16string> chooseFilesToOpen(const OpenDialogRequest& request) {
   const ComApartment apartment;
+  const HWND holder = keyboardHolder();
   std::vector<std::u16string> paths = runDialog(request);
-  if (windowHandles.main != nullptr) SetFocus(windowHandles.main);
+  giveKeyboardTo(holder);
   return paths;
 }
 
