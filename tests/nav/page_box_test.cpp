@@ -22,9 +22,8 @@ class PageBoxTest : public NavTest {
   // `square` is the bottom left corner of the red square.
   static PdfPage pageWithSquare(PagePoint square) {
     PdfPage page;
-    page.content =
-        textContent("Q", square.x + 2, square.y + 3, 20) +
-        rectangleContent(square.x, square.y, kSquareSide, kSquareSide, 1, 0, 0) + "\n";
+    page.content = textContent("Q", square.x + 2, square.y + 3, 20) +
+                   rectangleContent(square.x, square.y, kSquareSide, kSquareSide, 1, 0, 0) + "\n";
     page.annotations.push_back(linkAnnotation(square.x, square.y, square.x + kSquareSide,
                                               square.y + kSquareSide, pageDestination(1)));
     return page;
