@@ -5,11 +5,10 @@
 
 #include <algorithm>
 #include <iterator>
-#include <memory>
 #include <optional>
 #include <string>
-#include <type_traits>
 
+#include "annot/annotations.h"
 #include "annot/text_under_quads.h"
 #include "session/document_slots.h"
 #include "session/page_memory.h"
@@ -21,11 +20,6 @@ namespace {
 
 constexpr FPDF_ANNOTATION_SUBTYPE kSubtypes[] = {FPDF_ANNOT_HIGHLIGHT, FPDF_ANNOT_STRIKEOUT};
 constexpr int kPagesReadBetweenReleases = 400;
-
-struct AnnotationCloser {
-  void operator()(FPDF_ANNOTATION annotation) const { FPDFPage_CloseAnnot(annotation); }
-};
-using AnnotationHandle = std::unique_ptr<std::remove_pointer_t<FPDF_ANNOTATION>, AnnotationCloser>;
 
 struct Color {
   unsigned red = 255;
@@ -60,16 +54,6 @@ Color colorOf(FPDF_ANNOTATION annotation) {
   }
   if (const auto fill = colorOfObjects(annotation, FPDFPageObj_GetFillColor, true)) return *fill;
   return colorOfObjects(annotation, FPDFPageObj_GetStrokeColor, false).value_or(Color());
-}
-
-std::u16string contentsOf(FPDF_ANNOTATION annotation) {
-  const unsigned long size = FPDFAnnot_GetStringValue(annotation, "Contents", nullptr, 0);  // bytes
-  std::u16string text(size / sizeof(char16_t), u'\0');
-  if (text.empty()) return text;
-  FPDFAnnot_GetStringValue(annotation, "Contents", reinterpret_cast<FPDF_WCHAR*>(text.data()),
-                           size);
-  while (!text.empty() && text.back() == u'\0') text.pop_back();
-  return text;
 }
 
 std::vector<PageBox> quadsOf(FPDF_ANNOTATION annotation) {
@@ -121,13 +105,8 @@ FoundMarkup readMarkup(FPDF_ANNOTATION annotation, int page, TextUnderQuads& tex
     entry.bottom = rect->bottom;
   }
   entry.text = text.under(quads);
-  entry.note = contentsOf(annotation);
+  entry.note = ReadAnnotString(annotation, "Contents");
   return found;
-}
-
-bool isMarkup(FPDF_ANNOTATION annotation) {
-  return std::count(std::begin(kSubtypes), std::end(kSubtypes), FPDFAnnot_GetSubtype(annotation)) !=
-         0;
 }
 
 }  // namespace

@@ -16,6 +16,7 @@
 #include "platform/win32/window_handles.h"
 #include "session/density.h"
 #include "session/session.h"
+#include "ui/tree_work.h"
 #include "view/geometry.h"
 #include "view/status.h"
 #include "view/zoom.h"
@@ -117,6 +118,7 @@ void createStatusBar() {
 HWND createTree(int id) {
   const HWND tree = createChild(WC_TREEVIEWW, L"", kTreeStyle, id);
   SetWindowSubclass(tree, treeProcedure, 0, 0);
+  holdOpensWhileTreeWorks(tree);
   return tree;
 }
 

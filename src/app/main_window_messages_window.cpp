@@ -7,6 +7,7 @@
 #include <windowsx.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "annot/markup_tip.h"
@@ -114,6 +115,35 @@ Result onDestroy(WPARAM, LPARAM) {
   Gdiplus::GdiplusShutdown(gdiplusToken);
   PostQuitMessage(0);
   return 0;
+}
+
+// The system would give the keyboard to the window itself: whoever types in the find field would
+// then turn pages after a look at another program.
+Result onActivate(WPARAM wParam, LPARAM) {
+  if (LOWORD(wParam) == WA_INACTIVE) {
+    const bool known = windowHandles.keyboard != nullptr;
+    if (!known && GetFocus() != nullptr) windowHandles.keyboard = platform::keyboardHolder();
+    return std::nullopt;
+  }
+  const bool minimised = HIWORD(wParam) != 0;
+  if (minimised || windowHandles.keyboard == nullptr) return std::nullopt;
+  platform::giveKeyboardTo(std::exchange(windowHandles.keyboard, nullptr));
+  return 0;
+}
+
+// A window that is being minimised takes the keyboard from its children before it is deactivated.
+Result onSystemCommand(WPARAM wParam, LPARAM) {
+  const bool minimises = (wParam & 0xFFF0) == SC_MINIMIZE;  // the lowest bits are the system's own
+  if (minimises) windowHandles.keyboard = platform::keyboardHolder();
+  return std::nullopt;
+}
+
+// Once restored, it may get the keyboard without being activated again.
+Result onFocus(WPARAM, LPARAM) {
+  if (IsIconic(windowHandles.main)) return std::nullopt;
+  const HWND holder = std::exchange(windowHandles.keyboard, nullptr);
+  if (holder != nullptr && holder != windowHandles.main) platform::giveKeyboardTo(holder);
+  return std::nullopt;
 }
 
 Result onEndSession(WPARAM ending, LPARAM) {
@@ -303,8 +333,6 @@ Result onInitMenuPopup(WPARAM wParam, LPARAM) {
   return 0;
 }
 
-// The notices of the release tell nothing new, and by then the slider may stand at the position
-// nearest to a zoom that was limited.
 // The loop of an open menu handles messages of its own.
 std::optional<DocumentWork> menuWork;
 
@@ -319,6 +347,8 @@ Result onMenuLoopEnd(WPARAM, LPARAM) {
   return std::nullopt;
 }
 
+// The notices of the release tell nothing new, and by then the slider may stand at the position
+// nearest to a zoom that was limited.
 Result onHorizontalScroll(WPARAM wParam, LPARAM lParam) {
   const auto slider = reinterpret_cast<HWND>(lParam);
   if (slider == nullptr || slider != windowHandles.zoomSlider) return std::nullopt;
@@ -398,6 +428,9 @@ constexpr MessageHandler kHandlers[] = {
     {WM_CREATE, onCreate},
     {WM_CLOSE, onClose},
     {WM_DESTROY, onDestroy},
+    {WM_ACTIVATE, onActivate},
+    {WM_SETFOCUS, onFocus},
+    {WM_SYSCOMMAND, onSystemCommand},
     {WM_ENDSESSION, onEndSession},
     {WM_SIZE, onSize},
     {WM_DPICHANGED, onDpiChanged},

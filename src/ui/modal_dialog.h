@@ -4,6 +4,7 @@
 
 struct HWND__;
 struct HFONT__;
+struct tagNMHDR;
 
 // Small dialogs made by hand: plain windows with child controls that run a modal loop of their own.
 namespace quillmere {
@@ -16,7 +17,8 @@ struct ModalDialog {
   std::int32_t result = 0;   // starts at the value that means cancel
 };
 
-// What a dialog is made of.
+// What a dialog is made of. Enter presses the push button that has the keyboard, otherwise the one
+// with the default style, whatever its id.
 struct ModalDialogDesign {
   const wchar_t* className = nullptr;
   const wchar_t* title = nullptr;
@@ -30,10 +32,15 @@ struct ModalDialogDesign {
   // dialog with a result. Null when there is only Cancel.
   bool (*handleCommand)(ModalDialog& dialog, std::uint16_t id, std::uint16_t notification,
                         void* context) = nullptr;
+  // Handles a notification of a control; the result goes back to the control. Null when none of
+  // them needs one.
+  std::intptr_t (*handleNotify)(ModalDialog& dialog, tagNMHDR& notification,
+                                void* context) = nullptr;
   void* context = nullptr;
 };
 
-// Shows the dialog, blocks until it is closed and returns its result. Returns the cancel value at
+// Shows the dialog, blocks until it is closed and returns its result. A tree or the find bar has the
+// keyboard again afterwards if it had it before, otherwise the owner. Returns the cancel value at
 // once when the dialog is already open or Windows refuses to make it.
 std::int32_t runModalDialog(ModalDialog& dialog, const ModalDialogDesign& design, HWND__* owner);
 

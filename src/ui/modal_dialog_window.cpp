@@ -2,6 +2,7 @@
 
 #include "platform/win32/dialog_parts.h"
 #include "platform/win32/system_fonts.h"
+#include "platform/win32/window_handles.h"
 #include "session/density.h"
 #include "session/session.h"
 #include "session/waiting_opens.h"
@@ -14,6 +15,8 @@ namespace {
 struct OpenDialog {
   ModalDialog& dialog;
   const ModalDialogDesign& design;
+  HWND keyboard = nullptr;  // who gets it back; null for the owner
+  WORD defaultId = 0;       // of the default button; 0 without one
 };
 
 OpenDialog* openDialogOf(HWND window) {
@@ -26,12 +29,31 @@ void closeDialog(ModalDialog& dialog) {
   DestroyWindow(dialog.window);
 }
 
-void forgetWindow(ModalDialog& dialog) {
+void forgetWindow(OpenDialog& open) {
+  ModalDialog& dialog = open.dialog;
   DeleteObject(dialog.font);
   dialog.font = nullptr;
   SetForegroundWindow(dialog.owner);
-  SetFocus(dialog.owner);
+  platform::giveKeyboardTo(open.keyboard != nullptr ? open.keyboard : dialog.owner);
   dialog.window = nullptr;
+}
+
+bool isPushButton(HWND window) {
+  const LRESULT code = SendMessageW(window, WM_GETDLGCODE, 0, 0);
+  return (code & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)) != 0;
+}
+
+LRESULT defaultButton(const OpenDialog& open) {
+  const HWND focus = GetFocus();
+  const bool own = IsChild(open.dialog.window, focus) && isPushButton(focus);
+  const WORD id = own ? static_cast<WORD>(GetDlgCtrlID(focus)) : open.defaultId;
+  return id == 0 ? 0 : MAKELONG(id, DC_HASDEFID);
+}
+
+LRESULT handleNotify(OpenDialog& open, LPARAM lParam) {
+  const auto handle = open.design.handleNotify;
+  if (handle == nullptr) return 0;
+  return handle(open.dialog, *reinterpret_cast<NMHDR*>(lParam), open.design.context);
 }
 
 LRESULT handleCommand(OpenDialog& open, WPARAM wParam) {
@@ -53,17 +75,30 @@ LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARA
   switch (message) {
     case WM_COMMAND:
       return handleCommand(*open, wParam);
+    case WM_NOTIFY:
+      return handleNotify(*open, lParam);
+    case DM_GETDEFID:
+      return defaultButton(*open);
+    case DM_SETDEFID:
+      open->defaultId = LOWORD(wParam);
+      return TRUE;
     case WM_CLOSE:
       closeDialog(open->dialog);
       return 0;
     case WM_DESTROY:
-      forgetWindow(open->dialog);
+      forgetWindow(*open);
       return 0;
     case WM_CTLCOLORSTATIC:
       return platform::labelBackground(reinterpret_cast<HDC>(wParam));
     default:
       return DefWindowProcW(window, message, wParam, lParam);
   }
+}
+
+BOOL CALLBACK findDefaultButton(HWND control, LPARAM context) {
+  if ((SendMessageW(control, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON) == 0) return TRUE;
+  reinterpret_cast<OpenDialog*>(context)->defaultId = static_cast<WORD>(GetDlgCtrlID(control));
+  return FALSE;
 }
 
 bool createDialogWindow(OpenDialog& open, HWND owner) {
@@ -84,6 +119,7 @@ void showControls(OpenDialog& open) {
   dialog.font = platform::createMessageFont(session.dpi);
   const HWND focused = open.design.createControls(dialog, open.design.context);
   platform::giveControlsFont(dialog.window, dialog.font);
+  EnumChildWindows(dialog.window, findDefaultButton, reinterpret_cast<LPARAM>(&open));
   EnableWindow(dialog.owner, FALSE);
   ShowWindow(dialog.window, SW_SHOW);
   UpdateWindow(dialog.window);
@@ -111,7 +147,8 @@ std::int32_t runModalDialog(ModalDialog& dialog, const ModalDialogDesign& design
   if (dialog.window != nullptr) return design.cancelResult;
   dialog = ModalDialog{};
   dialog.result = design.cancelResult;
-  OpenDialog open{dialog, design};
+  OpenDialog open{dialog, design,
+                  owner == platform::windowHandles.main ? platform::keyboardHolder() : nullptr};
   if (!createDialogWindow(open, owner)) {
     dialog = ModalDialog{};
     return design.cancelResult;

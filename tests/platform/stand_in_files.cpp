@@ -230,7 +230,7 @@ bool flushFile(FileInWriting& file) {
 bool closeFile(FileInWriting* file) {
   const bool closed = std::fclose(file->file.release()) == 0;
   noteUse(file->path, OtherUse::Nobody);
-  giveCurrentTime(file->path);
+  setCurrentTime(file->path);
   delete file;
   return !refused(FileCall::Close) && closed;
 }

@@ -1,9 +1,14 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <commctrl.h>
+
+#include <algorithm>
 #include <functional>
 #include <string>
+#include <vector>
 
+#include "platform/win32/window_handles.h"
 #include "session/session.h"
 #include "ui/modal_dialog.h"
 
@@ -15,6 +20,8 @@ constexpr const wchar_t* kProbeClass = L"QuillmereTestProbe";
 constexpr const wchar_t* kDialogClass = L"QuillmereTestDialog";
 constexpr UINT kRunScript = WM_APP + 50;
 constexpr WORD kAnswerButton = 1001;
+constexpr WORD kField = 1002;
+constexpr WORD kTree = 1003;
 constexpr std::int32_t kCancelled = -7;
 constexpr std::int32_t kAnswered = 42;
 
@@ -23,6 +30,10 @@ struct Script {
   std::function<void()> whileOpen;  // runs once the dialog's loop runs
   HWND owner = nullptr;
   HWND button = nullptr;
+  HWND cancel = nullptr;
+  HWND field = nullptr;
+  HWND tree = nullptr;
+  std::vector<UINT> notifications;
   HWND focus = nullptr;
   int timesCreated = 0;
   bool ownerEnabledWhenControlsGo = false;
@@ -59,12 +70,22 @@ HWND createControls(ModalDialog& dialog, void*) {
   script->button = CreateWindowExW(
       0, L"BUTTON", L"&Answer", WS_CHILD | WS_VISIBLE | WS_TABSTOP | BS_DEFPUSHBUTTON, 10, 10, 80,
       24, dialog.window, reinterpret_cast<HMENU>(INT_PTR{kAnswerButton}), instance, nullptr);
-  CreateWindowExW(0, L"BUTTON", L"Cancel", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 100, 10, 80, 24,
-                  dialog.window, reinterpret_cast<HMENU>(INT_PTR{IDCANCEL}), instance, nullptr);
+  script->field =
+      CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 10, 40, 80, 16,
+                      dialog.window, reinterpret_cast<HMENU>(INT_PTR{kField}), instance, nullptr);
+  script->cancel =
+      CreateWindowExW(0, L"BUTTON", L"Cancel", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 100, 10, 80, 24,
+                      dialog.window, reinterpret_cast<HMENU>(INT_PTR{IDCANCEL}), instance, nullptr);
   CreateWindowExW(0, kProbeClass, L"", WS_CHILD, 0, 0, 1, 1, dialog.window, nullptr, instance,
                   nullptr);
   PostMessageW(script->owner, kRunScript, 0, 0);
   return script->button;
+}
+
+// Refuses to open the rows of the tree.
+std::intptr_t handleNotify(ModalDialog&, NMHDR& notification, void*) {
+  script->notifications.push_back(notification.code);
+  return notification.idFrom == kTree && notification.code == TVN_ITEMEXPANDINGW ? TRUE : FALSE;
 }
 
 bool handleCommand(ModalDialog& dialog, std::uint16_t id, std::uint16_t, void*) {
@@ -144,6 +165,89 @@ TEST_F(ModalDialogTest, EscapeGivesTheCancelValue) {
 
 TEST_F(ModalDialogTest, EnterPressesTheDefaultButton) {
   EXPECT_EQ(run([&] { PostMessageW(script_.button, WM_KEYDOWN, VK_RETURN, 0); }), kAnswered);
+}
+
+TEST_F(ModalDialogTest, EnterInAFieldPressesTheDefaultButtonWhateverItsId) {
+  EXPECT_EQ(run([&] {
+              SetFocus(script_.field);
+              PostMessageW(script_.field, WM_KEYDOWN, VK_RETURN, 0);
+            }),
+            kAnswered);
+}
+
+TEST_F(ModalDialogTest, EnterOnAnotherButtonPressesThatOne) {
+  EXPECT_EQ(run([&] {
+              SetFocus(script_.cancel);
+              PostMessageW(script_.cancel, WM_KEYDOWN, VK_RETURN, 0);
+            }),
+            kCancelled);
+}
+
+TEST_F(ModalDialogTest, ItTellsWhichButtonIsTheDefaultOne) {
+  LRESULT first = 0;
+  LRESULT changed = 0;
+  run([&] {
+    SetFocus(script_.field);
+    first = SendMessageW(dialog_.window, DM_GETDEFID, 0, 0);
+    SendMessageW(dialog_.window, DM_SETDEFID, IDCANCEL, 0);
+    changed = SendMessageW(dialog_.window, DM_GETDEFID, 0, 0);
+    pressButton();
+  });
+  EXPECT_EQ(first, MAKELONG(kAnswerButton, DC_HASDEFID));
+  EXPECT_EQ(changed, MAKELONG(IDCANCEL, DC_HASDEFID));
+}
+
+TEST_F(ModalDialogTest, NotificationsOfControlsReachTheDesignAndItsAnswerTheControl) {
+  InitCommonControls();
+  design_.handleNotify = handleNotify;
+  bool refused = true;
+  run([&] {
+    script_.tree = CreateWindowExW(0, WC_TREEVIEWW, L"", WS_CHILD, 0, 0, 10, 10, dialog_.window,
+                                   reinterpret_cast<HMENU>(INT_PTR{kTree}),
+                                   GetModuleHandleW(nullptr), nullptr);
+    NMTREEVIEWW expanding{};
+    expanding.hdr = {script_.tree, kTree, TVN_ITEMEXPANDINGW};
+    refused = SendMessageW(dialog_.window, WM_NOTIFY, kTree,
+                           reinterpret_cast<LPARAM>(&expanding)) == TRUE;
+    pressButton();
+  });
+  EXPECT_TRUE(refused);
+  EXPECT_NE(std::find(script_.notifications.begin(), script_.notifications.end(),
+                      static_cast<UINT>(TVN_ITEMEXPANDINGW)),
+            script_.notifications.end());
+}
+
+TEST_F(ModalDialogTest, WithoutAHandlerNotificationsAreAnsweredByNothing) {
+  LRESULT answer = 1;
+  run([&] {
+    NMHDR notification{script_.button, kAnswerButton, static_cast<UINT>(NM_CLICK)};
+    answer = SendMessageW(dialog_.window, WM_NOTIFY, kAnswerButton,
+                          reinterpret_cast<LPARAM>(&notification));
+    pressButton();
+  });
+  EXPECT_EQ(answer, 0);
+}
+
+// A tree of the main window, and the main window around it.
+TEST_F(ModalDialogTest, ATreeThatHadTheKeyboardHasItAgainAfterwards) {
+  InitCommonControls();
+  platform::windowHandles.main = script_.owner;
+  const HWND tree = CreateWindowExW(0, WC_TREEVIEWW, L"", WS_CHILD | WS_VISIBLE, 0, 0, 100, 100,
+                                    script_.owner, nullptr, GetModuleHandleW(nullptr), nullptr);
+  platform::windowHandles.binderTree = tree;
+  SetFocus(tree);
+  run([&] { pressButton(); });
+  EXPECT_EQ(GetFocus(), tree);
+  SetFocus(script_.owner);
+  run([&] { pressButton(); });
+  EXPECT_EQ(GetFocus(), script_.owner);
+  SetFocus(tree);
+  run([&] {
+    ShowWindow(tree, SW_HIDE);
+    pressButton();
+  });
+  EXPECT_EQ(GetFocus(), script_.owner);
+  platform::windowHandles = {};
 }
 
 TEST_F(ModalDialogTest, TheDialogStaysUntilTheCommandIsDone) {

@@ -90,29 +90,26 @@ std::u16string runDialog(const SaveDialogRequest& request) {
   setFolder(*dialog, request.folder);
   FILEOPENDIALOGOPTIONS options = 0;
   dialog->GetOptions(&options);
-  dialog->SetOptions(options | FOS_OVERWRITEPROMPT | FOS_PATHMUSTEXIST);
+  dialog->SetOptions(options | FOS_OVERWRITEPROMPT | FOS_PATHMUSTEXIST | FOS_NOCHANGEDIR);
   if (FAILED(dialog->Show(windowHandles.main))) return {};
   return chosenPath(*dialog);
-}
-
-// The page has the keyboard again once a dialog went.
-void focusMain() {
-  if (windowHandles.main != nullptr) SetFocus(windowHandles.main);
 }
 
 }  // namespace
 
 std::u16string chooseFileToSave(const SaveDialogRequest& request) {
   const ComApartment apartment;
+  const HWND holder = keyboardHolder();
   std::u16string path = runDialog(request);
-  focusMain();
+  giveKeyboardTo(holder);
   return path;
 }
 
 std::vector<std::u16string> chooseFilesToOpen(const OpenDialogRequest& request) {
   const ComApartment apartment;
+  const HWND holder = keyboardHolder();
   std::vector<std::u16string> paths = runDialog(request);
-  focusMain();
+  giveKeyboardTo(holder);
   return paths;
 }
 

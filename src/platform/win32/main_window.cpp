@@ -74,6 +74,24 @@ RECT clientRect() {
 
 }  // namespace
 
+HWND keyboardHolder() {
+  const HWND focus = GetFocus();
+  for (const HWND tree : {windowHandles.bookmarksTree, windowHandles.binderTree}) {
+    if (tree != nullptr && (focus == tree || IsChild(tree, focus))) return tree;
+  }
+  const HWND bar = windowHandles.findBar;
+  return bar != nullptr && IsChild(bar, focus) ? focus : mainWindow();
+}
+
+void giveKeyboardTo(HWND holder) {
+  const bool able = holder != nullptr && IsWindowVisible(holder) && IsWindowEnabled(holder);
+  if (able) {
+    SetFocus(holder);
+  } else {
+    focusMainWindow();
+  }
+}
+
 std::u16string windowText(HWND window) {
   std::u16string text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, u'\0');
   const int length = GetWindowTextW(window, wideBuffer(text), static_cast<int>(text.size()));

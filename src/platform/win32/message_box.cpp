@@ -43,9 +43,11 @@ UINT iconFlags(BoxIcon icon) {
 BoxAnswer showMessageBox(const std::u16string& text, const std::u16string& title,
                          BoxButtons buttons, BoxIcon icon, BoxOwner owner) {
   const bool owned = owner == BoxOwner::MainWindow;
+  const HWND holder = keyboardHolder();
   const UINT flags = buttonFlags(buttons) | iconFlags(icon) | (owned ? 0u : MB_TOPMOST);
   const int answer =
       MessageBoxW(owned ? windowHandles.main : nullptr, wide(text), wide(title), flags);
+  if (owned) giveKeyboardTo(holder);
   return answer == 0 ? BoxAnswer::Cancel : static_cast<BoxAnswer>(answer);
 }
 

@@ -40,6 +40,7 @@ struct WindowHandles {
   HWND binderHeader = nullptr;
   HWND binderTree = nullptr;
   HFONT headerFont = nullptr;  // of the panel headers; owned by the main window
+  HWND keyboard = nullptr;  // who gets it back once the main window is activated; null for nobody
   HWND dialogs[kModelessDialogCount] = {};
   void (*layoutChildren)() = nullptr;  // puts the children in their places
   // What the items of the menu bar show, by command. Clear it when the items are created again.
@@ -54,6 +55,12 @@ struct WindowHandles {
 };
 
 extern WindowHandles windowHandles;
+
+// Who gets the keyboard back after a box, a dialog or another program had it: the tree or the
+// control of the find bar that has it now, otherwise the main window.
+HWND keyboardHolder();
+// Gives the keyboard to it, or to the main window when it was hidden, disabled or destroyed since.
+void giveKeyboardTo(HWND holder);
 
 // The text of a window of this process.
 std::u16string windowText(HWND window);
