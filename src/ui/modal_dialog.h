@@ -39,9 +39,9 @@ struct ModalDialogDesign {
   void* context = nullptr;
 };
 
-// Shows the dialog, blocks until it is closed and returns its result. A tree or the find bar has the
-// keyboard again afterwards if it had it before, otherwise the owner. Returns the cancel value at
-// once when the dialog is already open or Windows refuses to make it.
+// Shows the dialog, blocks until it is closed and returns its result. A tree or the find bar has
+// the keyboard again afterwards if it had it before, otherwise the owner. Returns the cancel value
+// at once when the dialog is already open or Windows refuses to make it.
 std::int32_t runModalDialog(ModalDialog& dialog, const ModalDialogDesign& design, HWND__* owner);
 
 // Stores the result and asks the dialog to close once the current message is done.
