@@ -1,6 +1,6 @@
 # Settings that all our targets are compiled and linked with.
 add_library(quillmere_settings INTERFACE)
-target_compile_options(quillmere_settings INTERFACE -Wall -Wextra)
+target_compile_options(quillmere_settings INTERFACE -Wall -Wextra -Wconversion -Wshadow)
 if(QUILLMERE_WERROR)
   target_compile_options(quillmere_settings INTERFACE -Werror)
 endif()

@@ -132,6 +132,9 @@ TEST_F(MarkupList, ASummaryGoesWhereThePersonWantsIt) {
   runCommand(window, 731);
   const HWND dialog = waitForFileDialog(program);
   ASSERT_NE(dialog, nullptr);
+  ASSERT_TRUE(bringToFront(dialog));
+  press(VK_HOME);
+  press(VK_END, kShift);
   ASSERT_TRUE(chooseInFileDialog(dialog, scenarioFolder() + L"\\other"));
   EXPECT_TRUE(eventually([&] { return exists(scenarioFolder() + L"\\other.pdf"); }));
   EXPECT_EQ(readFile(scenarioFolder() + L"\\one.pdf"), before);
