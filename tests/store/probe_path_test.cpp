@@ -109,8 +109,8 @@ TEST_P(ProbeWithoutThreadTest, TheCallerAsksByItself) {
 }
 
 INSTANTIATE_TEST_SUITE_P(EventOrThread, ProbeWithoutThreadTest, testing::Bool(),
-                         [](const testing::TestParamInfo<bool>& info) {
-                           return info.param ? "NoEvent" : "NoThread";
+                         [](const testing::TestParamInfo<bool>& tested) {
+                           return tested.param ? "NoEvent" : "NoThread";
                          });
 
 }  // namespace
