@@ -8,8 +8,6 @@ namespace quillmere {
 
 // Paths live in buffers of 260 UTF-16 units with the terminator.
 inline constexpr std::size_t kPathBufferUnits = 260;
-// Names of window classes are read into buffers of this size.
-inline constexpr std::size_t kClassNameBufferUnits = 64;
 
 // The path as a bounded buffer would hold it.
 inline std::u16string boundedPath(std::u16string_view path) {
