@@ -1,6 +1,6 @@
 # Settings that all our targets are compiled and linked with.
 add_library(quillmere_settings INTERFACE)
-target_compile_options(quillmere_settings INTERFACE -Wall -Wextra -Wconversion -Wshadow)
+target_compile_options(quillmere_settings INTERFACE -Wall -Wextra)
 if(QUILLMERE_WERROR)
   target_compile_options(quillmere_settings INTERFACE -Werror)
 endif()

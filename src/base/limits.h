@@ -8,8 +8,6 @@ namespace quillmere {
 
 // Size of a path buffer in UTF-16 units, terminator included.
 inline constexpr std::size_t kPathBufferUnits = 260;
-// Size of the buffer that window class names are read into.
-inline constexpr std::size_t kClassNameBufferUnits = 64;
 
 // The path cut to what such a buffer can hold.
 inline std::u16string boundedPath(std::u16string_view path) {

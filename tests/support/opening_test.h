@@ -24,8 +24,7 @@ class OpeningTest : public SessionTest {
   static bool open(const std::string& bytes, int pane = 0,
                    const std::u16string& path = u"C:\\document.pdf");
 
-  // Writes a file of so many pages, opens it and gives its path. The test fails if it does not
-  // open.
+  // Writes a file of so many pages, opens it and gives its path. Not opening fails the test.
   static std::u16string opened(const std::u16string& name, int pages = 3, int pane = 0);
 
   // Opens left_ and right_ side by side, in TwoDocuments.
