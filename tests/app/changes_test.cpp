@@ -9,6 +9,7 @@
 
 #include "documents/close.h"
 #include "documents/modes.h"
+#include "documents/open.h"
 #include "nav/find_bar.h"
 #include "support/opening_test.h"
 #include "support/pdf_builder.h"
