@@ -5,9 +5,9 @@
 namespace quillmere::e2e {
 namespace {
 
-using ::testing::ElementsAre;
 using test::Box;
 using test::pageDestination;
+using ::testing::ElementsAre;
 
 constexpr Size kPage{300, 400};
 constexpr int kPages = 3;
@@ -40,9 +40,9 @@ TEST_F(MarkupList, TheGroupIsFilledWhenItIsExpandedAndItsRowsLeadToTheirPages) {
   EXPECT_THAT(rows(), ElementsAre(L"0|Bookmarks", L"1|Chapter", L"0|Markups"));
   clickButtonOf(L"Markups");
   ASSERT_TRUE(rowShown(L"Second3"));
-  EXPECT_THAT(rows(), ElementsAre(L"0|Bookmarks", L"1|Chapter", L"0|Markups",
-                                  L"1|First1 - remember", L"1|Second1", L"1|First3 - remember",
-                                  L"1|Second3"));
+  EXPECT_THAT(rows(),
+              ElementsAre(L"0|Bookmarks", L"1|Chapter", L"0|Markups", L"1|First1 - remember",
+                          L"1|Second1", L"1|First3 - remember", L"1|Second3"));
   picture("expanded");
   clickRow(L"Second3");
   EXPECT_TRUE(pageTextBecomes(L"Page 3 of 3"));
@@ -65,8 +65,9 @@ TEST_F(MarkupList, ADocumentWithoutMarkupsSaysSo) {
 }
 
 TEST_F(MarkupList, TheGroupingPutsMarkupsUnderBookmarksAndBack) {
-  startGrouped(true, markedPdf({{u"Chapter", pageDestination(2), {{u"Section", pageDestination(3),
-                                                                  {}}}, false}}));
+  startGrouped(
+      true,
+      markedPdf({{u"Chapter", pageDestination(2), {{u"Section", pageDestination(3), {}}}, false}}));
   ASSERT_TRUE(rowShown(L"Second3"));
   EXPECT_THAT(rows(), ElementsAre(L"0|First1 - remember", L"0|Second1", L"0|Chapter", L"1|Section",
                                   L"2|First3 - remember", L"2|Second3"));
@@ -131,6 +132,9 @@ TEST_F(MarkupList, ASummaryGoesWhereThePersonWantsIt) {
   runCommand(window, 731);
   const HWND dialog = waitForFileDialog(program);
   ASSERT_NE(dialog, nullptr);
+  ASSERT_TRUE(bringToFront(dialog));
+  press(VK_HOME);
+  press(VK_END, kShift);
   ASSERT_TRUE(chooseInFileDialog(dialog, scenarioFolder() + L"\\other"));
   EXPECT_TRUE(eventually([&] { return exists(scenarioFolder() + L"\\other.pdf"); }));
   EXPECT_EQ(readFile(scenarioFolder() + L"\\one.pdf"), before);

@@ -82,9 +82,8 @@ void collectPageAgain(FPDF_DOCUMENT document, int page) {
   if (list == nullptr) return;
   std::erase_if(*list, [page](const MarkupEntry& entry) { return entry.page == page; });
   std::vector<MarkupEntry> fresh = inReadingOrder(readMarkupsOfPage(document, page));
-  const auto place = std::find_if(list->begin(), list->end(), [page](const MarkupEntry& entry) {
-    return entry.page > page;
-  });
+  const auto place = std::find_if(list->begin(), list->end(),
+                                  [page](const MarkupEntry& entry) { return entry.page > page; });
   list->insert(place, std::make_move_iterator(fresh.begin()), std::make_move_iterator(fresh.end()));
 }
 

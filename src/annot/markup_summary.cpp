@@ -13,10 +13,10 @@ namespace quillmere {
 
 namespace {
 
-constexpr double kLineHeight = 1.34;        // of the font's size
-constexpr double kSpaceAfterName = 8;       // points
-constexpr double kSpaceBeforeHeading = 6;   // points
-constexpr double kSpaceAfterMarkup = 6;     // points
+constexpr double kLineHeight = 1.34;       // of the font's size
+constexpr double kSpaceAfterName = 8;      // points
+constexpr double kSpaceBeforeHeading = 6;  // points
+constexpr double kSpaceAfterMarkup = 6;    // points
 
 constexpr SummaryStyle kTitle{"Helvetica-Bold", true, 16, 0, 30, 30, 30};
 constexpr SummaryStyle kDocumentName{"Helvetica", false, 10, 0, 110, 110, 110};
@@ -26,8 +26,7 @@ constexpr SummaryStyle kNote{"Helvetica", false, 10, 28, 0, 0, 0};
 
 bool startPage(SummaryState& state) {
   const int index = FPDF_GetPageCount(state.document.get());
-  state.page.reset(
-      FPDFPage_New(state.document.get(), index, state.pageWidth, state.pageHeight));
+  state.page.reset(FPDFPage_New(state.document.get(), index, state.pageWidth, state.pageHeight));
   state.position = state.pageHeight - state.margin;
   return state.page != nullptr;
 }

@@ -25,8 +25,7 @@ constexpr int kPagesReadBetweenReleases = 400;
 struct AnnotationCloser {
   void operator()(FPDF_ANNOTATION annotation) const { FPDFPage_CloseAnnot(annotation); }
 };
-using AnnotationHandle =
-    std::unique_ptr<std::remove_pointer_t<FPDF_ANNOTATION>, AnnotationCloser>;
+using AnnotationHandle = std::unique_ptr<std::remove_pointer_t<FPDF_ANNOTATION>, AnnotationCloser>;
 
 struct Color {
   unsigned red = 255;
@@ -127,8 +126,8 @@ FoundMarkup readMarkup(FPDF_ANNOTATION annotation, int page, TextUnderQuads& tex
 }
 
 bool isMarkup(FPDF_ANNOTATION annotation) {
-  return std::count(std::begin(kSubtypes), std::end(kSubtypes),
-                    FPDFAnnot_GetSubtype(annotation)) != 0;
+  return std::count(std::begin(kSubtypes), std::end(kSubtypes), FPDFAnnot_GetSubtype(annotation)) !=
+         0;
 }
 
 }  // namespace

@@ -27,7 +27,8 @@ bool isControl(char16_t unit) {
 }
 
 // The joined letters U+FB00 to U+FB06, one by one.
-constexpr std::u16string_view kJoinedLetters[] = {u"ff", u"fi", u"fl", u"ffi", u"ffl", u"st", u"st"};
+constexpr std::u16string_view kJoinedLetters[] = {u"ff",  u"fi", u"fl", u"ffi",
+                                                  u"ffl", u"st", u"st"};
 constexpr char16_t kFirstJoinedLetters = 0xFB00;
 
 // Fonts have joined letters under numbers of their own, so they come out as letters; control
@@ -67,8 +68,8 @@ std::vector<std::u16string> paragraphsOf(const std::u16string& text) {
 constexpr std::size_t kLongestLine = 1000;
 
 // Finds what the next line takes from the text that is left. Widths grow with the text, so the end
-// is looked for from the length that the line before had, which takes a few measures in place of one
-// for each word.
+// is looked for from the length that the line before had, which takes a few measures in place of
+// one for each word.
 class LineBreaker {
  public:
   LineBreaker(const SummaryRuler& ruler, double width) : ruler_(ruler), width_(width) {}
@@ -147,8 +148,8 @@ void appendLines(std::u16string_view paragraph, LineBreaker& breaker,
 }  // namespace
 
 SummaryRuler::SummaryRuler(bool bold, double size)
-    : ruler_(platform::createTextRuler(
-          std::max(static_cast<int>(size * kMeasuredScale + 0.5), 1), bold)) {}
+    : ruler_(platform::createTextRuler(std::max(static_cast<int>(size * kMeasuredScale + 0.5), 1),
+                                       bold)) {}
 
 double SummaryRuler::widthOf(std::u16string_view text) const {
   if (text.empty()) return 0;

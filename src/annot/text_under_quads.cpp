@@ -57,8 +57,8 @@ std::u16string TextUnderQuads::under(const std::vector<PageBox>& quads) {
   return text;
 }
 
-// The blank before or after a quad counts as touched by it. Boxes of letters reach into the lines above and below, so a quad that is a little too high also
-// catches parts of these.
+// The blank before or after a quad counts as touched by it. Boxes of letters reach into the lines
+// above and below, so a quad that is a little too high also catches parts of these.
 std::u16string TextUnderQuads::piece(const PageBox& quad) {
   if (textPage_ == nullptr) return {};
   std::u16string text = boundedText(quad);

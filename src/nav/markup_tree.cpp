@@ -40,9 +40,8 @@ std::vector<std::int32_t> bookmarksInReadingOrder() {
 
 std::int32_t lastBookmarkBefore(const MarkupNode& node, const std::vector<std::int32_t>& sorted) {
   const auto behind = std::partition_point(
-      sorted.begin(), sorted.end(), [&node](std::int32_t bookmark) {
-        return !standsBehind(placeOf(bookmark), node);
-      });
+      sorted.begin(), sorted.end(),
+      [&node](std::int32_t bookmark) { return !standsBehind(placeOf(bookmark), node); });
   return behind == sorted.begin() ? kTopOfTree : *std::prev(behind);
 }
 
@@ -188,8 +187,8 @@ SameRows sameRows(const std::vector<MarkupNode>& present, const std::vector<Mark
   const std::size_t shorter = std::min(present.size(), wanted.size());
   SameRows same;
   while (same.head < shorter && sameRow(present[same.head], wanted[same.head])) ++same.head;
-  while (same.tail < shorter - same.head && sameRow(present[present.size() - 1 - same.tail],
-                                                    wanted[wanted.size() - 1 - same.tail])) {
+  while (same.tail < shorter - same.head &&
+         sameRow(present[present.size() - 1 - same.tail], wanted[wanted.size() - 1 - same.tail])) {
     ++same.tail;
   }
   return same;
@@ -219,9 +218,9 @@ void bringRowsUpToDate(std::vector<MarkupNode> wanted) {
     takeRow(present[presentEnd + i], wanted[wantedEnd + i]);
   }
   const auto first = present.begin();
-  removeRows({first + static_cast<std::ptrdiff_t>(kept),
-              first + static_cast<std::ptrdiff_t>(presentEnd)},
-             wanted);
+  removeRows(
+      {first + static_cast<std::ptrdiff_t>(kept), first + static_cast<std::ptrdiff_t>(presentEnd)},
+      wanted);
   insertRows(wanted, kept, wantedEnd);
   present = std::move(wanted);
 }
@@ -302,9 +301,8 @@ void updateMarkupRows() {
 
 std::optional<MarkupNode> markupNodeOf(std::int32_t entry) {
   const std::vector<MarkupNode>& nodes = session.markupTree.nodes;
-  const auto found = std::find_if(nodes.begin(), nodes.end(), [entry](const MarkupNode& node) {
-    return node.entry == entry;
-  });
+  const auto found = std::find_if(nodes.begin(), nodes.end(),
+                                  [entry](const MarkupNode& node) { return node.entry == entry; });
   if (found == nodes.end()) return std::nullopt;
   return *found;
 }

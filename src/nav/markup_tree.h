@@ -6,8 +6,8 @@
 #include "platform/tree.h"
 #include "session/markup_tree.h"
 
-// The Markups group of the navigation tree: either below a root of its own, or each markup below the
-// bookmark that stands last before it.
+// The Markups group of the navigation tree: either below a root of its own, or each markup below
+// the bookmark that stands last before it.
 namespace quillmere {
 
 // Makes the root behind a row of the top level. Its rows come when it is expanded first.

@@ -35,9 +35,9 @@ struct MarkupNode {
 // The Markups group of the navigation tree.
 struct MarkupTree {
   bool shown = false;  // the rows are those of the list; until then none was collected
-  platform::TreeRow root = platform::kNoTreeRow;   // "Markups"; kNoTreeRow when there is none
+  platform::TreeRow root = platform::kNoTreeRow;     // "Markups"; kNoTreeRow when there is none
   platform::TreeRow noneRow = platform::kNoTreeRow;  // "(no markups)"; likewise
-  std::vector<MarkupNode> nodes;                   // in the order of the list
+  std::vector<MarkupNode> nodes;                     // in the order of the list
   std::int32_t nextEntry = kFirstMarkupNodeEntry;
   std::unordered_set<std::int32_t> expanded;  // bookmarks that were expanded for a markup once
 };

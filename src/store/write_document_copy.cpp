@@ -64,8 +64,7 @@ bool WriteDocumentCopy(FPDF_DOCUMENT document, const std::u16string& path) {
   if (document == nullptr) return false;
   Sibling sibling = startSibling(path);
   if (!sibling.file) return false;
-  if (writeWhole(document, std::move(sibling.file)) &&
-      platform::replaceFile(sibling.path, path)) {
+  if (writeWhole(document, std::move(sibling.file)) && platform::replaceFile(sibling.path, path)) {
     return true;
   }
   platform::deleteFile(sibling.path);

@@ -109,8 +109,8 @@ TEST_F(MarkupListTest, HiddenMarkupsAreListed) {
 
 TEST_F(MarkupListTest, SeveralLinesAreJoinedByBlanks) {
   PdfPage page = courierPage({"first line", "second line", "third"});
-  page.annotations = {markup(
-      "Highlight", {charactersOf(0, 6, 9), charactersOf(1, 0, 10), charactersOf(2, 0, 4)})};
+  page.annotations = {
+      markup("Highlight", {charactersOf(0, 6, 9), charactersOf(1, 0, 10), charactersOf(2, 0, 4)})};
   EXPECT_THAT(texts(collect(page)), ElementsAre(u"line second line third"));
 }
 
@@ -125,9 +125,9 @@ TEST_F(MarkupListTest, AWordDividedAtALinesEndComesOutWhole) {
 TEST_F(MarkupListTest, OfANeighbouringLineThatTheQuadTouchesNothingIsTaken) {
   PdfPage page;
   for (int i = 0; i < 3; ++i) {
-    page.content += textContent(std::vector<std::string>{"above it", "inside of", "below it"}[
-                                    static_cast<std::size_t>(i)],
-                                72, 700 - 10 * i, 10, "F3");
+    page.content += textContent(
+        std::vector<std::string>{"above it", "inside of", "below it"}[static_cast<std::size_t>(i)],
+        72, 700 - 10 * i, 10, "F3");
   }
   page.annotations = {markup("Highlight", {Box{72, 685, 200, 700}})};
   EXPECT_THAT(texts(collect(page)), ElementsAre(u"inside of"));
@@ -235,8 +235,7 @@ TEST_F(MarkupListTest, NotesKeepEveryCharacterAndAnyLength) {
   const auto list = collect(page);
   ASSERT_THAT(list, SizeIs(1));
   EXPECT_EQ(list[0].note, longNote);
-  EXPECT_EQ(markupLabel(list[0]),
-            u"text - word \U0001F600 word \U0001F600 word \U0001F600...");
+  EXPECT_EQ(markupLabel(list[0]), u"text - word \U0001F600 word \U0001F600 word \U0001F600...");
 }
 
 TEST_F(MarkupListTest, OnTurnedPagesAndPagesWithCropBoxesTheTextIsFound) {

@@ -75,11 +75,11 @@ class MarkupSummaryTest : public SessionTest {
 TEST_F(MarkupSummaryTest, MarkupsAndNotesStandUnderTheirPages) {
   MarkupSummaryItem struck = item(4, u"gone", u"why");
   struck.isHighlight = false;
-  EXPECT_THAT(textsOf({item(0, u"marked words"), item(0, u"", u"on a picture"), struck}),
-              ElementsAre(u"Markup Summary", u"source.pdf", u"Page 1",
-                          u"Highlight: \"marked words\"", u"Highlight (no text)",
-                          u"Note: on a picture", u"Page 5", u"Strikethrough: \"gone\"",
-                          u"Note: why"));
+  EXPECT_THAT(
+      textsOf({item(0, u"marked words"), item(0, u"", u"on a picture"), struck}),
+      ElementsAre(u"Markup Summary", u"source.pdf", u"Page 1", u"Highlight: \"marked words\"",
+                  u"Highlight (no text)", u"Note: on a picture", u"Page 5",
+                  u"Strikethrough: \"gone\"", u"Note: why"));
 }
 
 TEST_F(MarkupSummaryTest, EveryElementHasItsPlaceSizeAndColour) {

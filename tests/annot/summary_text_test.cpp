@@ -19,7 +19,9 @@ class SummaryTextTest : public SessionTest {
     return WrapSummaryText(text, false, 10, width);
   }
   // What a line may hold: a word added to it, or a character of a long word, would not fit.
-  static double widthOf(const std::u16string& text) { return SummaryRuler(false, 10).widthOf(text); }
+  static double widthOf(const std::u16string& text) {
+    return SummaryRuler(false, 10).widthOf(text);
+  }
   static std::u16string joined(const Lines& lines) {
     std::u16string text;
     for (const std::u16string& line : lines) text += line;
@@ -110,7 +112,8 @@ TEST_F(SummaryTextTest, WidthsAreRoundedUpToQuarters) {
 }
 
 TEST_F(SummaryTextTest, TheStandardFontsHaveWesternCharacters) {
-  EXPECT_TRUE(fitsStandardFonts(u"Plain, \u00FC\u00E9\u00DF \u20AC \u201Cquoted\u201D \u2013 \u0160"));
+  EXPECT_TRUE(
+      fitsStandardFonts(u"Plain, \u00FC\u00E9\u00DF \u20AC \u201Cquoted\u201D \u2013 \u0160"));
   for (const std::u16string text : {u"\u03B1", u"\u0142", u"\uFB01", u"\u4E2D", u"\U0001F600"}) {
     EXPECT_FALSE(fitsStandardFonts(text));
   }

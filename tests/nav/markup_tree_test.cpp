@@ -105,8 +105,8 @@ TEST_F(MarkupTreeTest, UnderHeadingsTheGroupIsFilledWhenItIsExpandedFirst) {
   EXPECT_TRUE(row(u"Markups").content.expandable);
   EXPECT_EQ(session.markupListDocument, nullptr);
   expandRoot();
-  EXPECT_THAT(texts(), ElementsAre(u"Bookmarks", u" (no bookmarks)", u"Markups", u" l00", u" l01",
-                                   u" l02"));
+  EXPECT_THAT(texts(),
+              ElementsAre(u"Bookmarks", u" (no bookmarks)", u"Markups", u" l00", u" l01", u" l02"));
   expandRoot();
   EXPECT_EQ(texts().size(), 6u);
 }
@@ -131,8 +131,7 @@ TEST_F(MarkupTreeTest, NothingIsCollectedByEditsBeforeTheGroupWasShown) {
   EXPECT_EQ(session.markupListDocument, nullptr);
   EXPECT_TRUE(session.markupList.empty());
   expandRoot();
-  EXPECT_THAT(texts(),
-              ElementsAre(u"Bookmarks", u" (no bookmarks)", u"Markups", u" l01", u" l03"));
+  EXPECT_THAT(texts(), ElementsAre(u"Bookmarks", u" (no bookmarks)", u"Markups", u" l01", u" l03"));
 }
 
 TEST_F(MarkupTreeTest, NothingIsCollectedForAHiddenPanel) {
@@ -163,8 +162,9 @@ TEST_F(MarkupTreeTest, WithoutBookmarksTheMarkupsHaveARootAsLongAsThereAreAny) {
 }
 
 TEST_F(MarkupTreeTest, AMarkupStandsUnderTheLastBookmarkBeforeIt) {
-  ASSERT_TRUE(openWith({page({0, 3, 6}), page({2}), page({})},
-                       {{u"A", toLine(1, 1), {}}, {u"B", toLine(1, 5), {}}, {u"C", toLine(3, 0), {}}}));
+  ASSERT_TRUE(
+      openWith({page({0, 3, 6}), page({2}), page({})},
+               {{u"A", toLine(1, 1), {}}, {u"B", toLine(1, 5), {}}, {u"C", toLine(3, 0), {}}}));
   EXPECT_THAT(texts(), ElementsAre(u"l00", u"A", u" l03", u"B", u" l06", u" l02", u"C"));
   EXPECT_TRUE(row(u"A").expanded);
   EXPECT_TRUE(row(u"B").expanded);
@@ -178,21 +178,24 @@ TEST_F(MarkupTreeTest, ABookmarkAtTheSameHeightStandsBeforeTheMarkup) {
 }
 
 TEST_F(MarkupTreeTest, OfBookmarksAtOnePlaceTheInnermostHoldsTheMarkup) {
-  ASSERT_TRUE(openWith({page({1})}, {{u"Chapter", pageDestination(1), {{u"Section",
-                                      pageDestination(1), {}}}}}));
+  ASSERT_TRUE(openWith({page({1})},
+                       {{u"Chapter", pageDestination(1), {{u"Section", pageDestination(1), {}}}}}));
   EXPECT_THAT(texts(), ElementsAre(u"Chapter", u" Section", u"  l01"));
 }
 
 TEST_F(MarkupTreeTest, BookmarksThatLeadNowhereHoldNoMarkups) {
-  ASSERT_TRUE(openWith({page({1}), page({})}, {{u"Nowhere", "", {}}, {u"Two", pageDestination(2), {}}}));
+  ASSERT_TRUE(
+      openWith({page({1}), page({})}, {{u"Nowhere", "", {}}, {u"Two", pageDestination(2), {}}}));
   EXPECT_THAT(texts(), ElementsAre(u"l01", u"Nowhere", u"Two"));
 }
 
 TEST_F(MarkupTreeTest, RowsThatWereNotExpandedYetComeForTheirMarkups) {
-  ASSERT_TRUE(openWith({page({}), page({4}), page({})},
-                       {{u"A", pageDestination(1), {{u"B", pageDestination(1),
-                          {{u"C", toLine(2, 1), {}}, {u"D", toLine(2, 6), {}}}}}},
-                        {u"E", pageDestination(3), {{u"F", pageDestination(3), {}}}}}));
+  ASSERT_TRUE(openWith(
+      {page({}), page({4}), page({})},
+      {{u"A",
+        pageDestination(1),
+        {{u"B", pageDestination(1), {{u"C", toLine(2, 1), {}}, {u"D", toLine(2, 6), {}}}}}},
+       {u"E", pageDestination(3), {{u"F", pageDestination(3), {}}}}}));
   EXPECT_THAT(texts(), ElementsAre(u"A", u" B", u"  C", u"   l04", u"  D", u"E"));
   EXPECT_TRUE(row(u"A").expanded);
   EXPECT_TRUE(row(u"B").expanded);
@@ -204,7 +207,8 @@ TEST_F(MarkupTreeTest, MarkupsStandAmongTheBookmarksBelowInReadingOrder) {
   // A leads to the top of the page and holds what stands before its first bookmark; one bookmark
   // below it leads to a page before.
   ASSERT_TRUE(openWith({page({}), page({1, 2, 7})},
-                       {{u"A", pageDestination(2),
+                       {{u"A",
+                         pageDestination(2),
                          {{u"Earlier", pageDestination(1), {}}, {u"B", toLine(2, 5), {}}}}}));
   EXPECT_THAT(texts(), ElementsAre(u"A", u" Earlier", u" l01", u" l02", u" B", u"  l07"));
 }
@@ -238,8 +242,8 @@ TEST_F(MarkupTreeTest, AChangedNoteChangesTheTextOfItsRow) {
 }
 
 TEST_F(MarkupTreeTest, ABookmarkThatWasCollapsedStaysSo) {
-  ASSERT_TRUE(openWith({page({1}), page({})},
-                       {{u"A", pageDestination(1), {{u"B", toLine(2, 0), {}}}}}));
+  ASSERT_TRUE(
+      openWith({page({1}), page({})}, {{u"A", pageDestination(1), {{u"B", toLine(2, 0), {}}}}}));
   ASSERT_TRUE(row(u"A").expanded);
   tree().collapse(rowWith(u"A"));
   mark(0, 4);
@@ -286,8 +290,7 @@ TEST_F(MarkupTreeTest, AClickedMarkupTurnsToItsPageAndComesIntoSight) {
   EXPECT_EQ(pane(0).currentPage, 1);
   ASSERT_EQ(pane(0).backHistory.size(), 1u);
   const Box box = charactersOf(7, 0, 2);
-  const PanePoint centre =
-      pageToPane(0, (box.left + box.right) / 2, (box.bottom + box.top) / 2);
+  const PanePoint centre = pageToPane(0, (box.left + box.right) / 2, (box.bottom + box.top) / 2);
   EXPECT_NEAR(centre.y, paneRect(0).height() / 2.0, 1.0);
   // In sight already: nothing moves, and the history stays.
   const float panY = pane(0).panY;
@@ -307,8 +310,7 @@ TEST_F(MarkupTreeTest, OnATurnedPageTheMarkupComesIntoSight) {
     layoutAndRender(0);
     JumpToTreeEntry(row(u"l07").content.entry);
     const Box box = charactersOf(7, 0, 2);
-    const PanePoint centre =
-        pageToPane(0, (box.left + box.right) / 2, (box.bottom + box.top) / 2);
+    const PanePoint centre = pageToPane(0, (box.left + box.right) / 2, (box.bottom + box.top) / 2);
     EXPECT_TRUE(centre.x > 0 && centre.x < paneRect(0).width()) << rotate;
     EXPECT_TRUE(centre.y > 0 && centre.y < paneRect(0).height()) << rotate;
   }

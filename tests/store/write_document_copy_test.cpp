@@ -12,8 +12,8 @@
 namespace quillmere::test {
 namespace {
 
-using platform::FileCall;
 using platform::fileBytes;
+using platform::FileCall;
 using platform::namesIn;
 using platform::standIn;
 
@@ -21,7 +21,9 @@ using Names = std::vector<std::u16string>;
 
 class WriteDocumentCopyTest : public SessionTest {
  protected:
-  WriteDocumentCopyTest() : document(loadDocument(simplePdf(3))) { platform::putFolder(u"C:\\out"); }
+  WriteDocumentCopyTest() : document(loadDocument(simplePdf(3))) {
+    platform::putFolder(u"C:\\out");
+  }
 
   static std::u16string target() { return u"C:\\out\\copy.pdf"; }
   bool write() const { return WriteDocumentCopy(document.get(), target()); }

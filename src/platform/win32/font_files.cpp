@@ -12,7 +12,7 @@ namespace {
 
 // From the plainest to those for single scripts. Collections of fonts cannot be embedded, so
 // families that come as one are left out.
-constexpr const wchar_t* kFaces[] = {L"Arial",        L"Segoe UI",   L"Segoe UI Symbol",
+constexpr const wchar_t* kFaces[] = {L"Arial",         L"Segoe UI", L"Segoe UI Symbol",
                                      L"Malgun Gothic", L"DengXian", L"Nirmala UI",
                                      L"Leelawadee UI"};
 constexpr WORD kNoGlyph = 0xFFFF;
@@ -24,8 +24,8 @@ class FaceContext {
   FaceContext(const wchar_t* face, bool bold)
       : dc_(CreateCompatibleDC(nullptr)),
         font_(CreateFontW(kAnyHeight, 0, 0, 0, bold ? FW_BOLD : FW_NORMAL, FALSE, FALSE, FALSE,
-                          DEFAULT_CHARSET, OUT_TT_ONLY_PRECIS, CLIP_DEFAULT_PRECIS,
-                          DEFAULT_QUALITY, DEFAULT_PITCH, face)),
+                          DEFAULT_CHARSET, OUT_TT_ONLY_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
+                          DEFAULT_PITCH, face)),
         before_(SelectObject(dc_, font_)) {}
   FaceContext(const FaceContext&) = delete;
   FaceContext& operator=(const FaceContext&) = delete;
