@@ -43,6 +43,8 @@ void destroyTextRuler(TextRuler* ruler) {
 }
 
 double measureText(const TextRuler& ruler, std::u16string_view text) {
+  // Not every system leaves these out by itself.
+  while (!text.empty() && text.back() == u' ') text.remove_suffix(1);
   if (text.empty()) return 0;
   Gdiplus::RectF bounds;
   const Gdiplus::Status status = ruler.graphics.MeasureString(
