@@ -121,6 +121,7 @@ Result onDestroy(WPARAM, LPARAM) {
 // then turn pages after a look at another program.
 Result onActivate(WPARAM wParam, LPARAM) {
   if (LOWORD(wParam) == WA_INACTIVE) {
+    HideMarkupTip();
     const bool known = windowHandles.keyboard != nullptr;
     if (!known && GetFocus() != nullptr) windowHandles.keyboard = platform::keyboardHolder();
     return std::nullopt;
@@ -295,11 +296,6 @@ Result onMouseLeave(WPARAM, LPARAM) {
   return 0;
 }
 
-Result onActivate(WPARAM wParam, LPARAM) {
-  if (LOWORD(wParam) == WA_INACTIVE) HideMarkupTip();
-  return std::nullopt;
-}
-
 // The wheel reports screen coordinates.
 Result onMouseWheel(WPARAM wParam, LPARAM lParam) {
   POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
@@ -347,8 +343,7 @@ Result onMenuLoopEnd(WPARAM, LPARAM) {
   return std::nullopt;
 }
 
-// The notices of the release tell nothing new, and by then the slider may stand at the position
-// nearest to a zoom that was limited.
+// Ignore the release notifications: the slider may have snapped to a clamped zoom.
 Result onHorizontalScroll(WPARAM wParam, LPARAM lParam) {
   const auto slider = reinterpret_cast<HWND>(lParam);
   if (slider == nullptr || slider != windowHandles.zoomSlider) return std::nullopt;
@@ -452,7 +447,6 @@ constexpr MessageHandler kHandlers[] = {
     {WM_RBUTTONUP, onRightUp},
     {WM_MOUSEMOVE, onMouseMove},
     {WM_MOUSELEAVE, onMouseLeave},
-    {WM_ACTIVATE, onActivate},
     {WM_MOUSEWHEEL, onMouseWheel},
     {WM_CAPTURECHANGED, onCaptureChanged},
     {WM_SETCURSOR, onSetCursor},
