@@ -146,7 +146,15 @@ bool replaceFile(const std::u16string& source, const std::u16string& target) {
 }
 
 bool renameFile(const std::u16string& source, const std::u16string& target) {
-  return MoveFileExW(wide(source), wide(target), 0) != 0;
+  if (source == target || !equalIgnoringCase(source, target)) {
+    return MoveFileExW(wide(source), wide(target), 0) != 0;
+  }
+  // Not every file system takes a change of letter case in one step.
+  const std::u16string between = source + u"~";
+  if (!MoveFileExW(wide(source), wide(between), 0)) return false;
+  if (MoveFileExW(wide(between), wide(target), 0)) return true;
+  MoveFileExW(wide(between), wide(source), 0);
+  return false;
 }
 
 bool createFolder(const std::u16string& path) {
