@@ -20,9 +20,8 @@ namespace {
 bool followDestination(int pane, FPDF_DEST destination) {
   const int page = QuillmereEngine_PageIndexOfDest(documentOf(pane), destination);
   if (page < 0) return false;
-  const int shown = paneShowing(pane, page);
-  if (shown < 0) PushJump(pane);
-  if (shown < 0 || shown == pane) goToPage(pane, page, false);
+  if (page != session.panes[pane].currentPage) PushJump(pane);
+  goToPage(pane, page, false);
   return true;
 }
 

@@ -239,8 +239,8 @@ TEST_F(OpenBinderEntryTest, AMissingFileOpensInItsShelvedState) {
   EXPECT_THAT(standIn().beeps, IsEmpty());
   EXPECT_FALSE(unavailable(u"C:\\missing.pdf"));
 
-  platform::deleteFile(u"C:\\Shelve\\0123.pdf");
   openBinderEntry(itemData(1, 0), false, false);
+  platform::deleteFile(u"C:\\Shelve\\0123.pdf");
   openBinderEntry(itemData(1, 1), false, false);  // now the copy is missing too
   EXPECT_EQ(session.active.path, u"C:\\A.pdf");
   EXPECT_EQ(standIn().beeps.size(), 1u);
@@ -258,7 +258,7 @@ TEST_F(OpenBinderEntryTest, AnUnreachablePlaceIsExplainedEvenWithAShelvedState) 
 
 TEST_F(OpenBinderEntryTest, AShownFileThatHasGoneBeepsAndStaysOpen) {
   openBinderEntry(itemData(1, 0), true, false);
-  platform::deleteFile(u"C:\\A.pdf");
+  platform::setAttributeError(u"C:\\A.pdf", platform::kErrorFileNotFound);
   openBinderEntry(itemData(1, 0), true, false);
   EXPECT_EQ(session.active.pageCount, 5);
   EXPECT_EQ(standIn().beeps.size(), 1u);

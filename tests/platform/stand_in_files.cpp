@@ -359,7 +359,11 @@ bool renameFile(const std::u16string& source, const std::u16string& target) {
   if (to.exists ? from.real != to.real : to.error != kErrorFileNotFound) return false;
   if (from.volume != to.volume) return false;
   const fs::path named = to.real.parent_path() / nativeName(lastNameOf(target));
-  return from.real == named || moveWithStreams(from.real, named);
+  if (from.real == named) return true;
+  if (!to.exists) return moveWithStreams(from.real, named);
+  // Where the machine ignores letter case, a change of it alone takes two steps.
+  const fs::path between = named.parent_path() / nativeName(lastNameOf(target) + u"~");
+  return moveWithStreams(from.real, between) && moveWithStreams(between, named);
 }
 
 bool createFolder(const std::u16string& path) {
