@@ -6,6 +6,23 @@
 #include "base/pixel_rect.h"
 
 // Where panes and pages lie, and how pixels and places of a page map onto each other.
+//
+//   +------------+---------------------------------------+
+//   | left panel | pane               ^                  |
+//   |            |                    | panY             |
+//   |            |                    v                  |
+//   |            |         +--------------------+        |
+//   |            |<------->| (left, top)        |        |
+//   |            |  panX   |     page box       | zoom * |
+//   |            |         |      ^ y           | height |
+//   |            |         |      +--> x        |        |
+//   |            |         +--------------------+        |
+//   +------------+---------------------------------------+
+//   | status bar                                         |
+//
+// Panes count pixels from their top left corner, downwards. Pages count points in PDF's user space,
+// upwards, from a corner that need not be 0, 0: the page shows its box (pageBoxOf), turned by
+// pageRotationOf quarter turns clockwise.
 namespace quillmere {
 
 inline constexpr float kMinimumZoom = 0.2f;

@@ -356,7 +356,9 @@ bool renameFile(const std::u16string& source, const std::u16string& target) {
   const FoundPath from = findPath(source);
   const FoundPath to = findPath(target);
   if (!from.exists || otherUseOf(from.real) == OtherUse::Exclusive) return false;
-  if (to.exists ? from.real != to.real : to.error != kErrorFileNotFound) return false;
+  std::error_code ignored;
+  const bool otherFile = to.exists && !fs::equivalent(from.real, to.real, ignored);
+  if (otherFile || (!to.exists && to.error != kErrorFileNotFound)) return false;
   if (from.volume != to.volume) return false;
   const fs::path named = to.real.parent_path() / nativeName(lastNameOf(target));
   if (from.real == named) return true;
