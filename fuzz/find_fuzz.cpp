@@ -156,25 +156,18 @@ void goBackAndForth() {
   }
 }
 
-// The title that PDFium reads through a bookmark's handle.
-std::string bookmarkTitle(FPDF_BOOKMARK bookmark) {
-  std::string title(FPDFBookmark_GetTitle(bookmark, nullptr, 0), '\0');
-  FPDFBookmark_GetTitle(bookmark, title.data(), static_cast<unsigned long>(title.size()));
-  return title;
-}
-
-// Releases parsed objects and checks that bookmark handles survive it. Pages are read in between,
-// so that other objects reuse the freed memory.
+// Releases parsed objects and checks that the outline reads the same afterwards. Pages are read in
+// between, so that other objects reuse the freed memory.
 void releaseMemory() {
   FPDF_DOCUMENT document = documentOf(0);
-  std::vector<std::string> titles;
-  for (const BookmarkEntry& entry : session.bookmarks) {
-    titles.push_back(bookmarkTitle(entry.bookmark));
-  }
+  std::vector<std::u16string> titles;
+  for (const BookmarkEntry& entry : session.bookmarks) titles.push_back(entry.title);
   QuillmereEngine_ReleaseParsedObjects(document);
   for (int page = 0; page < std::min(pageCountOf(0), kPages); ++page) goToPage(0, page, false);
+  RebuildNavigationTree();
+  require(session.bookmarks.size() == titles.size(), "another number of bookmarks");
   for (std::size_t i = 0; i < titles.size(); ++i) {
-    require(bookmarkTitle(session.bookmarks[i].bookmark) == titles[i], "another object's title");
+    require(session.bookmarks[i].title == titles[i], "another object's title");
   }
 }
 

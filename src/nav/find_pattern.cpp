@@ -314,8 +314,8 @@ struct FindPattern::Compiled {
   Expression expression;
 };
 
-void FindPattern::Deleter::operator()(Compiled* compiled) const {
-  delete compiled;
+void FindPattern::Deleter::operator()(Compiled* pattern) const {
+  delete pattern;
 }
 
 bool compilePattern(std::u16string_view text, FindPattern& pattern) {
