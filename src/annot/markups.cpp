@@ -16,6 +16,7 @@
 #include "view/geometry.h"
 #include "view/render.h"
 #include "view/selection.h"
+#include "view/text_rects.h"
 
 namespace quillmere {
 
@@ -30,11 +31,11 @@ MarkupStyle styleOf(std::uint32_t colorIndex, unsigned alpha) {
 }
 
 // Corners in the order top left, top right, bottom left, bottom right.
-FS_QUADPOINTSF quadOf(double left, double top, double right, double bottom) {
-  const auto l = static_cast<float>(left);
-  const auto t = static_cast<float>(top);
-  const auto r = static_cast<float>(right);
-  const auto b = static_cast<float>(bottom);
+FS_QUADPOINTSF quadOf(const PageBox& box) {
+  const auto l = static_cast<float>(box.left);
+  const auto t = static_cast<float>(box.top);
+  const auto r = static_cast<float>(box.right);
+  const auto b = static_cast<float>(box.bottom);
   return {l, t, r, t, l, b, r, b};
 }
 
@@ -42,15 +43,9 @@ FS_QUADPOINTSF quadOf(double left, double top, double right, double bottom) {
 // size, which would draw nothing and be hit at a point.
 std::vector<FS_QUADPOINTSF> quadsOf(FPDF_TEXTPAGE textPage, const TextRange& range) {
   std::vector<FS_QUADPOINTSF> quads;
-  const int count = FPDFText_CountRects(textPage, range.first, range.count);
-  for (int i = 0; i < count; ++i) {
-    double left = 0;
-    double top = 0;
-    double right = 0;
-    double bottom = 0;
-    if (!FPDFText_GetRect(textPage, i, &left, &top, &right, &bottom)) continue;
-    if (right - left < kLeastSide || top - bottom < kLeastSide) continue;
-    quads.push_back(quadOf(left, top, right, bottom));
+  for (const PageBox& box : textRects(textPage, range.first, range.count)) {
+    if (box.right - box.left < kLeastSide || box.top - box.bottom < kLeastSide) continue;
+    quads.push_back(quadOf(box));
   }
   return quads;
 }

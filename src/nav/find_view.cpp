@@ -7,30 +7,23 @@
 #include "nav/scroll_into_view.h"
 #include "session/session.h"
 #include "view/geometry.h"
+#include "view/text_rects.h"
 
 namespace quillmere {
 
 namespace {
 
-constexpr double kFarAway = 1e18;
-
 std::optional<PageBox> boundingBoxOf(FPDF_TEXTPAGE textPage, const FindResult& hit) {
-  const int count = FPDFText_CountRects(textPage, hit.start, hit.count);
-  if (count <= 0) return std::nullopt;
-  PageBox box{kFarAway, -kFarAway, -kFarAway, kFarAway};
-  for (int i = 0; i < count; ++i) {
-    double left = 0;
-    double top = 0;
-    double right = 0;
-    double bottom = 0;
-    if (!FPDFText_GetRect(textPage, i, &left, &top, &right, &bottom)) continue;
-    box.left = std::min(box.left, left);
-    box.top = std::max(box.top, top);
-    box.right = std::max(box.right, right);
-    box.bottom = std::min(box.bottom, bottom);
+  const std::vector<PageBox> rects = textRects(textPage, hit.start, hit.count);
+  if (rects.empty()) return std::nullopt;
+  PageBox all = rects.front();
+  for (const PageBox& rect : rects) {
+    all.left = std::min(all.left, rect.left);
+    all.top = std::max(all.top, rect.top);
+    all.right = std::max(all.right, rect.right);
+    all.bottom = std::min(all.bottom, rect.bottom);
   }
-  if (box.left > box.right) return std::nullopt;
-  return box;
+  return all;
 }
 
 bool touchesPane(const TextQuad& quad, const PixelRect& pane) {

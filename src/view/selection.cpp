@@ -10,6 +10,7 @@
 #include "session/changes.h"
 #include "session/density.h"
 #include "session/session.h"
+#include "view/text_rects.h"
 
 namespace quillmere {
 
@@ -163,15 +164,10 @@ std::vector<TextQuad> textQuads(int pane, std::int32_t first, std::int32_t count
   std::vector<TextQuad> quads;
   const FPDF_TEXTPAGE textPage = textPageOf(pane);
   if (textPage == nullptr) return quads;
-  const int rectCount = FPDFText_CountRects(textPage, first, count);
-  for (int i = 0; i < rectCount; ++i) {
-    double left = 0;
-    double top = 0;
-    double right = 0;
-    double bottom = 0;
-    if (!FPDFText_GetRect(textPage, i, &left, &top, &right, &bottom)) continue;
-    quads.push_back({{pageToPane(pane, left, top), pageToPane(pane, right, top),
-                      pageToPane(pane, right, bottom), pageToPane(pane, left, bottom)}});
+  for (const PageBox& box : textRects(textPage, first, count)) {
+    quads.push_back(
+        {{pageToPane(pane, box.left, box.top), pageToPane(pane, box.right, box.top),
+          pageToPane(pane, box.right, box.bottom), pageToPane(pane, box.left, box.bottom)}});
   }
   return quads;
 }

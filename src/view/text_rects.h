@@ -1,0 +1,16 @@
+#pragma once
+
+#include <fpdf_text.h>
+
+#include <cstdint>
+#include <vector>
+
+#include "base/page_box.h"
+
+namespace quillmere {
+
+// Where `count` characters from `first` stand on their page: one box for each stretch of a line, in
+// PDFium's order. A selected line break is a box without a size. Empty when PDFium knows none.
+std::vector<PageBox> textRects(FPDF_TEXTPAGE textPage, std::int32_t first, std::int32_t count);
+
+}  // namespace quillmere
