@@ -65,17 +65,6 @@ std::vector<PageBox> quadsOf(FPDF_ANNOTATION annotation) {
   return quads;
 }
 
-PageBox around(const std::vector<PageBox>& quads) {
-  PageBox all = quads.front();
-  for (const PageBox& quad : quads) {
-    all.left = std::min(all.left, quad.left);
-    all.top = std::max(all.top, quad.top);
-    all.right = std::max(all.right, quad.right);
-    all.bottom = std::min(all.bottom, quad.bottom);
-  }
-  return all;
-}
-
 // The engine reports a rectangle of zeros for an annotation without one.
 std::optional<PageBox> rectOf(FPDF_ANNOTATION annotation, const std::vector<PageBox>& quads) {
   FS_RECTF rect{};
@@ -85,14 +74,14 @@ std::optional<PageBox> rectOf(FPDF_ANNOTATION annotation, const std::vector<Page
     if (left < right || bottom < top) return PageBox{left, top, right, bottom};
   }
   if (quads.empty()) return std::nullopt;
-  return around(quads);
+  return boxAround(quads);
 }
 
 FoundMarkup readMarkup(FPDF_ANNOTATION annotation, int page, TextUnderQuads& text) {
   FoundMarkup found;
   MarkupEntry& entry = found.entry;
   const std::vector<PageBox> quads = quadsOf(annotation);
-  if (!quads.empty()) found.quadTop = around(quads).top;
+  if (!quads.empty()) found.quadTop = boxAround(quads).top;
   entry.page = page;
   entry.subtype = FPDFAnnot_GetSubtype(annotation);
   const Color color = colorOf(annotation);

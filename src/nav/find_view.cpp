@@ -16,14 +16,7 @@ namespace {
 std::optional<PageBox> boundingBoxOf(FPDF_TEXTPAGE textPage, const FindResult& hit) {
   const std::vector<PageBox> rects = textRects(textPage, hit.start, hit.count);
   if (rects.empty()) return std::nullopt;
-  PageBox all = rects.front();
-  for (const PageBox& rect : rects) {
-    all.left = std::min(all.left, rect.left);
-    all.top = std::max(all.top, rect.top);
-    all.right = std::max(all.right, rect.right);
-    all.bottom = std::min(all.bottom, rect.bottom);
-  }
-  return all;
+  return boxAround(rects);
 }
 
 bool touchesPane(const TextQuad& quad, const PixelRect& pane) {
