@@ -23,14 +23,14 @@ std::uint32_t ownRotation(int pane) {
   return static_cast<std::uint32_t>(FPDFPage_GetRotation(page)) & kQuarterTurnBits;
 }
 
-// A page that is taller than the pane rests a margin away from one of the pane's edges.
+// A page taller than the pane starts one margin away from the pane's top or bottom edge.
 double restingPanY(double paneHeight, double pageHeight, bool fromBottom) {
   if (paneHeight - scaled(kFitHeightAllowance) >= pageHeight) return (paneHeight - pageHeight) / 2;
   const int margin = scaled(kVerticalMargin);
   return fromBottom ? paneHeight - pageHeight - margin : margin;
 }
 
-// A pane that is narrower than the margins allow leaves the pan alone.
+// A pane too small for the margins leaves the pan alone.
 float keepVisible(float pan, int paneLength, int bitmapLength) {
   const float least = static_cast<float>(scaled(kPanKeepVisible) - bitmapLength);
   const float most = static_cast<float>(paneLength - scaled(kPanKeepVisible));

@@ -56,16 +56,16 @@ struct PanePoint {
 };
 
 bool leftPanelShown();
-// Right end of the left panel with its splitter; 0 when it is hidden.
+// Right edge of the left panel, its splitter included; 0 when it is hidden.
 int leftPanelEdge();
 // Bottom of the area that panes and panels share: the top of the status bar.
 int pageAreaBottom();
 // Top of that area: the bottom of the find bar.
 int pageAreaTop();
 
-// False for pane 1 in SinglePage alone.
+// False only for pane 1 in SinglePage.
 bool paneShown(int pane);
-// The pane's place in client pixels; empty when it is not shown.
+// The pane's rectangle in client pixels; empty when it is not shown.
 PixelRect paneRect(int pane);
 // The pane under client x: 0, 1, or -1 over the left panel or the divider.
 int paneAt(int x);
@@ -89,11 +89,11 @@ PageSize pageSizeRotated(int pane);
 // Limits a zoom to what the program offers.
 float clampZoom(double zoom);
 
-// Computes zoom and pan anew from the zoom mode. `fromBottom` shows the bottom of a page that is
+// Recomputes zoom and pan from the zoom mode. `fromBottom` shows the bottom of a page that is
 // taller than the pane, and `widthDelta` is by how much the pane became wider.
 void layoutPane(int pane, bool fromBottom, int widthDelta);
 
-// Keeps a part of the bitmap inside the pane. Without effect when the pane has no bitmap.
+// Keeps part of the bitmap inside the pane. Does nothing when the pane has no bitmap.
 void clampPan(int pane);
 
 // Pane pixels to the page's own coordinates; both 0 when the pane has no page or no zoom.

@@ -44,8 +44,8 @@ void showFollowingPage(std::int32_t index, std::int32_t pageCount, bool fromBott
   }
 }
 
-// Moves the page by this many pixels. A vertical move may turn the page, which then has a pan of
-// its own.
+// Moves the page by this many pixels. A vertical move may turn the page; the new page then has a
+// pan of its own.
 void panBy(int pane, double dx, double dy) {
   PaneSlot& slot = session.panes[pane];
   if (!slot.page) return;
@@ -68,9 +68,9 @@ WheelAction wheelActionFor(unsigned modifiers) {
 // direction stay the same.
 bool completesNotch(int pane, unsigned modifiers, int delta) {
   WheelGathering& wheel = session.wheel;
-  const bool goesOn =
+  const bool continues =
       wheel.pane == pane && wheel.modifiers == modifiers && (wheel.delta < 0) == (delta < 0);
-  if (!goesOn) wheel.delta = 0;
+  if (!continues) wheel.delta = 0;
   wheel.pane = pane;
   wheel.modifiers = modifiers;
   if (delta == 0) return true;

@@ -15,8 +15,8 @@ namespace {
 
 constexpr int kReachLeft = 1;     // pixels left of the divider that still grab it
 constexpr int kReachRight = 3;    // first pixel that no longer does
-constexpr int kLeftLimit = 150;   // pixels that pane 0 keeps
-constexpr int kRightLimit = 152;  // pixels that pane 1 and the divider keep
+constexpr int kLeftLimit = 150;   // least width of pane 0, in pixels
+constexpr int kRightLimit = 152;  // least width of pane 1 with the divider, in pixels
 
 // A narrow window cannot meet both limits; then pane 0 keeps its width.
 int limitedDivider(int wanted) {
@@ -29,7 +29,7 @@ bool dividerMovable() {
   return session.viewMode != ViewMode::Book || !session.settings.bookEqualizePanes;
 }
 
-// Restore the saved pan only if the pane kept its size: the layout has centred the page anew.
+// Restore the saved pan only if the pane kept its size: the layout has centred the page again.
 void restoreBookPanOf(int pane) {
   PaneSlot& slot = session.panes[pane];
   if (!paneShown(pane) || !slot.page) return;

@@ -5,34 +5,34 @@ namespace quillmere {
 
 // Makes a pane the active one and repaints the frame that shows it.
 void activatePane(int pane);
-// Makes the other pane the active one; without effect in SinglePage.
+// Makes the other pane the active one; does nothing in SinglePage.
 void flipActivePane();
 
-// Lays both panes out anew and renders them after their geometry changed.
+// Lays both panes out again and renders them after their geometry changed.
 void refitPanes();
 
 // Loads the pane's page when it has none, lays it out and renders it.
 void showPane(int pane);
 
-// Remembers zoom and pan of both panes, and their places, for when Book is left.
+// Saves zoom, pan and rectangle of both panes, to restore them when Book is left.
 void saveBookOverride();
-// Puts zoom, pan and zoom mode of both panes back.
+// Restores zoom, pan and zoom mode of both panes.
 void restoreBookOverride();
-// Puts the saved pan back once the panes have their new sizes.
+// Restores the saved pan once the panes have their new sizes.
 void restoreBookPan();
 
-// Shows a Book as its settings say, after the user has changed them; without effect in other modes.
+// Shows a Book as its settings say, after the user changed them; does nothing in other modes.
 void applyBookSettings();
 
 // Whether a press at client x grabs the divider between the panes.
 bool onDivider(int x);
 
-// A drag of the divider, in client pixels. Moves without one under way are without effect.
+// A drag of the divider, in client pixels. Moves do nothing when no drag is under way.
 void startDividerDrag(int x);
 void moveDividerDrag(int x);
 void endDividerDrag();
 
-// Centres the divider; without effect in SinglePage.
+// Centres the divider; does nothing in SinglePage.
 void equalizePanes();
 
 }  // namespace quillmere

@@ -24,13 +24,13 @@ double sideInPixels(double points, float zoom) {
   return std::max(1.0, std::trunc(points * zoom));
 }
 
-// The sizes that the system and PDFium count bytes with have 32 bits.
+// The system and PDFium count a bitmap's bytes in 32 bits.
 bool fitsBitmap(double width, double height) {
   return width * height * kBytesPerPixel <= std::numeric_limits<std::int32_t>::max();
 }
 
-// The bitmap's memory is used again where it serves: fresh memory costs about as much as the
-// rendering itself.
+// Reuses the bitmap's memory where it can: fresh memory costs about as much as the rendering
+// itself.
 bool prepareBitmap(PaneSlot& slot, int width, int height) {
   if (!slot.pageBitmap || !platform::resizePixelSurface(slot.pageBitmap.get(), width, height)) {
     slot.pageBitmap.reset();

@@ -9,10 +9,10 @@ void renderPane(int pane);
 // layoutPane with the top of the page showing, then renderPane.
 void layoutAndRender(int pane);
 
-// renderPane of a pane that is shown; one that is not loses its bitmap, which is out of date.
+// renderPane for a pane that is shown; a hidden one loses its bitmap, which is out of date.
 void redrawPicture(int pane);
 
-// layoutAndRender of a pane that is shown. One that is not loses its bitmap, which is out of date;
+// layoutAndRender for a pane that is shown. A hidden one loses its bitmap, which is out of date;
 // whatever shows the pane again renders it.
 void refreshPicture(int pane);
 

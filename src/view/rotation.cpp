@@ -14,7 +14,7 @@ namespace quillmere {
 
 namespace {
 
-// Whether what is shown in `other` belongs to the document of `pane`.
+// Whether `other` shows the document of `pane`.
 bool sameDocument(int pane, int other) {
   return pane == other || !inTwoDocuments();
 }

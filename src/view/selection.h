@@ -10,12 +10,13 @@
 // The text selection of one pane's page. Places are client pixels unless said otherwise.
 namespace quillmere {
 
-// The text page's character at a place, within six pixels; -1 when there is none.
+// The character of the text page within six pixels of a place; -1 when there is none.
 std::int32_t charAtPoint(int pane, int x, int y);
 
-// Ends the text selection; without effect when there is none.
+// Ends the text selection, if there is one.
 void clearTextSelection();
-// The same without a report of the change, for what follows other changes. True when there was one.
+// The same without reporting the change, for use by what follows other changes. True when there was
+// one.
 bool dropTextSelection();
 
 // A drag with the left button. It selects nothing until it has reached a second character.
@@ -23,7 +24,7 @@ void startTextSelection(int pane, int x, int y);
 void moveTextSelection(int x, int y);
 void endTextSelection();
 
-// Selects the word at a place; without effect off a word.
+// Selects the word at a place; does nothing off a word.
 void selectWordAt(int pane, int x, int y);
 
 // Selects all of the pane's page.
@@ -32,12 +33,12 @@ void selectAll(int pane);
 // True when text of this pane is selected.
 bool hasTextSelection(int pane);
 
-// The selected characters, forwards whichever way they were selected.
+// The selected characters in text order, whichever way they were selected.
 struct TextRange {
   std::int32_t first = 0;
   std::int32_t count = 0;
 };
-// Of the pane's text page; nothing when no text of this pane is selected.
+// Of the pane's text page; nullopt when no text of this pane is selected.
 std::optional<TextRange> selectedRange(int pane);
 
 // The selected text; empty without a selection.
@@ -50,7 +51,7 @@ void copySelection();
 struct TextQuad {
   PanePoint corner[4];
 };
-// Where `count` characters from `first` stand on the pane's page; empty without a text page.
+// The quads of `count` characters from `first` on the pane's page; empty without a text page.
 std::vector<TextQuad> textQuads(int pane, std::int32_t first, std::int32_t count);
 
 // An upright rectangle in pixels from the pane's top left corner.
@@ -63,7 +64,7 @@ struct PaneBox {
 // What is painted over the pane's selected text; empty without a selection there.
 std::vector<PaneBox> selectionBoxes(int pane);
 
-// The cursor that text at a place asks for.
+// The cursor to show over text at a place.
 enum class TextCursor {
   None,      // no character there
   Beam,      // the text runs along the screen

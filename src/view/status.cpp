@@ -110,7 +110,7 @@ void refreshVersionPart() {
   platform::setStatusText(kVersionPart, versionText());
 }
 
-// What can be used is known at once, before anything of it is painted.
+// Enable or disable the slider at once; the texts can wait until the window is painted.
 void refreshStatus() {
   platform::enableZoomSlider(session.panes[session.activePane].page != nullptr);
   platform::fillStatusBarLater(fillStatusBar);

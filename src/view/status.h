@@ -13,16 +13,16 @@ inline constexpr int kVersionPart = 3;
 // Shows zoom, page and version of the session in the status bar.
 void refreshStatus();
 
-// Shows the version alone, with the newer one when it is known.
+// Refreshes only the version, which names the newer one when it is known.
 void refreshVersionPart();
 
-// Shows in the title bar what is open.
+// Shows in the title bar which documents are open.
 void refreshTitle();
 
-// What they show.
+// The texts that these show.
 std::u16string titleText();
 std::u16string statusZoomText();
-std::u16string statusPageText();  // tabs in front centre it in its part
+std::u16string statusPageText();  // leading tabs centre it in its part
 std::u16string versionText();
 
 // Right edges of the parts of a status bar `width` pixels wide; -1 for "to the end".

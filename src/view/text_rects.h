@@ -9,7 +9,7 @@
 
 namespace quillmere {
 
-// Where `count` characters from `first` stand on their page: one box for each stretch of a line, in
+// The boxes of `count` characters from `first` on their page: one for each stretch of a line, in
 // PDFium's order. A selected line break is a box without a size. Empty when PDFium knows none.
 std::vector<PageBox> textRects(FPDF_TEXTPAGE textPage, std::int32_t first, std::int32_t count);
 

@@ -4,8 +4,8 @@
 
 namespace quillmere {
 
-// Multiplies the zoom and keeps the anchor, in pane pixels, still. The zoom mode turns to Custom
-// Fit even when a limit holds the zoom where it is.
+// Multiplies the zoom and keeps the anchor, in pane pixels, still. The zoom mode becomes Custom Fit
+// even when a limit keeps the zoom as it is.
 void zoomAround(int pane, double factor, double anchorX, double anchorY);
 
 // One step around the centre of the bitmap.
@@ -19,7 +19,7 @@ void setZoomMode(int pane, ZoomMode zoomMode);
 int zoomSliderMaximum();
 float zoomOfSliderPosition(int position);
 int sliderPositionOfZoom(float zoom);
-// The slider of the active pane was moved.
+// Called when the user moves the slider of the active pane.
 void zoomToSliderPosition(int position);
 
 }  // namespace quillmere
