@@ -23,7 +23,7 @@ namespace quillmere {
 
 namespace {
 
-// Tree controls walk their rows recursively; what lies deeper stands beside its parent.
+// Tree controls walk their rows recursively, so deeper bookmarks are shown beside their parent.
 constexpr std::int32_t kDeepestLevel = 200;
 constexpr platform::Tree kTree = platform::Tree::Navigation;
 constexpr int kTargetDistance = 24;  // pixels from the pane's top edge to the target
@@ -36,7 +36,7 @@ std::u16string titleOf(FPDF_BOOKMARK bookmark) {
   return title.empty() ? u"(untitled)" : title;
 }
 
-// Which parameter of a fitting view is its top edge.
+// The top edge of the destination's view, for the kinds of view that have one.
 std::optional<double> topOfView(FPDF_DEST destination) {
   unsigned long count = 0;
   FS_FLOAT parameters[4] = {};
@@ -81,7 +81,8 @@ void setTarget(FPDF_DOCUMENT document, FPDF_BOOKMARK bookmark, BookmarkEntry& en
 
 // Calls `visit` with `first`, its following siblings and all that lies below them, in the order of
 // the tree and with the level of each, until it returns false. An outline can be deeper than the
-// call stack, so the levels that wait stand in a list; what refers back is visited once.
+// call stack, so waiting levels are kept in a list; an item is visited once, even if others refer
+// back to it.
 template <typename Visit>
 void walkOutline(FPDF_DOCUMENT document, FPDF_BOOKMARK first, Visit visit) {
   struct Waiting {
@@ -101,8 +102,8 @@ void walkOutline(FPDF_DOCUMENT document, FPDF_BOOKMARK first, Visit visit) {
   }
 }
 
-// Looks up where entries lead, given in the order of the list. Handles do not last as long as the
-// entries do, so the outline is walked again.
+// Looks up where `entries`, given in the order of the list, lead. PDFium's handles do not live as
+// long as the entries, so the outline is walked again.
 void resolve(const std::vector<BookmarkEntry*>& entries) {
   const FPDF_DOCUMENT document = documentOf(session.activePane);
   if (document == nullptr || entries.empty()) return;
@@ -127,7 +128,7 @@ std::int32_t levelOf(std::size_t index) {
   return index < session.bookmarks.size() ? session.bookmarks[index].level : 0;
 }
 
-// Rows for the entries of one level, from `first` on as far as they have the same parent.
+// Adds rows for the entries of one level, from `first` to the last one with the same parent.
 void addRows(platform::TreeRow parent, std::size_t first) {
   const std::int32_t level = levelOf(first);
   platform::TreePlace place{parent, platform::kNoTreeRow};
@@ -175,8 +176,8 @@ void fillTree(FPDF_DOCUMENT document) {
   }
 }
 
-// Turns the pane that jumps go to, unless a pane shows the page already. Returns the pane that
-// shows it then, -1 if none does.
+// Turns the pane that jumps go to, unless a pane shows the page already. Returns the pane that then
+// shows it, -1 if none does.
 int jumpToPage(std::int32_t page) {
   const bool eachPaneItsOwn =
       session.viewMode == ViewMode::IndependentPages || session.viewMode == ViewMode::TwoDocuments;

@@ -10,8 +10,8 @@
 // nav/markup_tree.h adds.
 namespace quillmere {
 
-// Empties the tree and fills it from the outline of the active pane's document. Rows that a person
-// has to expand others for come when they are expanded.
+// Empties the tree and fills it from the outline of the active pane's document. Rows below another
+// are added when that one is expanded.
 void RebuildNavigationTree();
 
 // Empties the tree.
@@ -22,8 +22,8 @@ void ClearNavigationTree();
 // is shown once.
 void AddBookmarkLevel(platform::TreeRow parent, FPDF_BOOKMARK first);
 
-// Adds the rows right below an entry's row, which is about to be expanded; below the root of the
-// markups these are collected for that. Without effect when they are there, for an entry with none,
+// Adds the rows right below an entry's row, which is about to be expanded; for the root of the
+// markups it collects these first. Does nothing when the rows are there, for an entry with none,
 // and for an entry that has no row itself.
 void FillTreeEntry(std::int32_t index);
 
@@ -31,7 +31,7 @@ void FillTreeEntry(std::int32_t index);
 // order.
 void ResolveBookmarks();
 
-// Shows what an entry of the tree leads to; without effect for entries that lead nowhere.
+// Shows what an entry of the tree leads to; does nothing for entries that lead nowhere.
 void JumpToTreeEntry(std::int32_t index);
 
 // True when the active pane's document has at least one bookmark at its top level.

@@ -19,10 +19,10 @@ namespace quillmere {
 
 namespace {
 
-// A search of the whole document ends at this many hits.
+// A search of the whole document stops at this many hits.
 constexpr std::size_t kHitCap = 1000;
 constexpr std::size_t kNoLimit = 0;
-// Memory for so many pages is not worth the time that giving it back takes.
+// Releasing memory takes time, so it is not worth doing for fewer pages.
 constexpr int kSearchedPagesBetweenReleases = 400;
 
 struct SearchCloser {
@@ -43,8 +43,7 @@ unsigned long literalFlags() {
   return flags;
 }
 
-// The engine never comes past a whole word that a blank in front begins with, so the words alone
-// are looked for.
+// A whole-word search with a leading blank makes PDFium loop, so strip it.
 std::u16string literalText(const std::u16string& text) {
   const std::size_t first = text.find_first_not_of(u' ');
   const bool blanksInFront = first != 0 && first != std::u16string::npos;
@@ -75,7 +74,7 @@ bool findOnPage(FPDF_PAGE page, int pageIndex, SearchJob& job, std::size_t limit
   return findLiteral(textPage.get(), pageIndex, job.text, limit, results);
 }
 
-// A shown page has its text read already, which is most of the work of a keystroke.
+// The text of a shown page is loaded already, which saves most of the work of a keystroke.
 void findOnShownPage(const PaneSlot& slot, SearchJob& job, std::vector<FindResult>& results) {
   if (session.find.regexMode) {
     FindRegexPage(slot.page.get(), slot.openPage, job.pattern, kNoLimit, results);
@@ -84,7 +83,7 @@ void findOnShownPage(const PaneSlot& slot, SearchJob& job, std::vector<FindResul
   }
 }
 
-// False when there is nothing to search for, or nothing to search in; then no search is in force.
+// False when there is nothing to search for or nothing to search in; the search is then cleared.
 bool startSearch(SearchJob& job) {
   job.text = platform::findFieldText();
   if (job.text.empty() || documentOf(session.activePane) == nullptr) {
@@ -177,8 +176,7 @@ void moveCurrentHitTo(std::int32_t page) {
   find.currentIndex = static_cast<std::int32_t>(first - find.results.begin());
 }
 
-// In the pane that shows its page; the pages of a book do not always come to stand in the pane that
-// was turned.
+// Scrolls the pane that shows the hit's page; in Book that is not always the pane that was turned.
 void scrollToCurrentHit(int pane) {
   const FindState& find = session.find;
   const int shown =
@@ -243,7 +241,7 @@ void FindStep(int direction) {
   if (wanted >= 0 && static_cast<std::size_t>(wanted) < find.results.size()) {
     find.currentIndex = wanted;
   }
-  // Turning the page brings the hits up to it, which must not move the current one.
+  // Turning the page syncs the hits to it, which must not move the current one.
   const std::int32_t chosen = find.currentIndex;
   const std::int32_t page = find.results[static_cast<std::size_t>(chosen)].page;
   if (paneShowing(pane, page) < 0) {

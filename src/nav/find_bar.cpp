@@ -15,7 +15,7 @@ namespace quillmere {
 
 namespace {
 
-constexpr std::size_t kLongestTaken = 80;  // units taken over from a selection or the clipboard
+constexpr std::size_t kLongestTaken = 80;  // units taken from a selection or the clipboard
 
 constexpr FindControl kControls[] = {
     {kFindLiteralMode, FindControlKind::FirstRadio, u"Find", 10, 48},
@@ -80,7 +80,7 @@ void OpenFindBar() {
 void CloseFindBar() {
   if (!session.findBarVisible) return;
   FindClear();
-  platform::focusMainWindow();  // before the bar goes, as hiding what has the focus moves it too
+  platform::focusMainWindow();  // first, since hiding a focused control moves the focus too
   showBar(false);
 }
 
@@ -100,7 +100,7 @@ void chooseWholeWord(bool on) {
   searchAgain();
 }
 
-// A half-typed pattern is no pattern.
+// A half-typed pattern may be invalid, so RegEx mode waits for Enter.
 void findFieldChanged() {
   if (session.find.regexMode) {
     FindClear();

@@ -39,7 +39,7 @@ struct FindControl {
   FindControlKind kind;
   const char16_t* text;
   std::int32_t x;      // pixels; from the bar's right edge when negative
-  std::int32_t width;  // pixels; the field takes what the bar has beyond it when negative
+  std::int32_t width;  // pixels; when negative, the field takes the bar's width less this
 };
 std::span<const FindControl> findBarControls();
 
@@ -55,21 +55,21 @@ struct FindControlPlace {
 };
 FindControlPlace placeOf(const FindControl& control, int barWidth);
 
-// Shows the bar with what is selected as its text, and searches for it.
+// Shows the bar with the selected text in its field, and searches for it.
 void OpenFindBar();
 // Hides the bar and ends the search.
 void CloseFindBar();
 
-// The user chose a matcher, changed an option, or typed.
+// Called when the user chooses a matcher, changes an option, or types.
 void chooseFindMode(bool regex);
 void chooseMatchCase(bool on);
 void chooseWholeWord(bool on);
 void findFieldChanged();
 
-// Enter in the bar, and the two buttons: the page gets the keyboard back.
+// For Enter in the bar and its two buttons; the page gets the keyboard back.
 void stepFromFindBar(int direction);
 
-// The clipboard's text into the field: its first line, cut to what the field takes.
+// Pastes the first line of the clipboard's text into the field, cut to what the field takes.
 void pasteIntoFindField();
 
 }  // namespace quillmere

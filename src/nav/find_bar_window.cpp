@@ -25,7 +25,7 @@ constexpr COLORREF kBottomLine = 0xA0A0A0;
 enum SubclassId : UINT_PTR { kTabSubclass = 1, kFieldSubclass = 2 };
 
 HFONT barFont = nullptr;
-bool keyboardComes = false;  // to a radio button, which reports that as a click
+bool focusArriving = false;  // at a radio button, which reports that as a click
 
 struct ControlClass {
   const wchar_t* name;
@@ -78,8 +78,8 @@ bool chooseNeighbour(HWND window, WPARAM key) {
   return true;
 }
 
-// Tab goes round the bar's controls, Escape leaves it; their characters would make the controls
-// beep.
+// Tab cycles through the bar's controls and Escape closes the bar; their characters would make the
+// controls beep.
 LRESULT CALLBACK controlProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                   DWORD_PTR) {
   if (message == WM_KEYDOWN && wParam == VK_TAB) {
@@ -93,9 +93,9 @@ LRESULT CALLBACK controlProcedure(HWND window, UINT message, WPARAM wParam, LPAR
   if (message == WM_KEYDOWN && isRadio(window) && chooseNeighbour(window, wParam)) return 0;
   if (message == WM_CHAR && (wParam == VK_TAB || wParam == VK_ESCAPE)) return 0;
   if (message == WM_SETFOCUS && isRadio(window)) {
-    keyboardComes = true;
+    focusArriving = true;
     DefSubclassProc(window, message, wParam, lParam);
-    keyboardComes = false;
+    focusArriving = false;
     return 0;
   }
   return DefSubclassProc(window, message, wParam, lParam);
@@ -165,7 +165,7 @@ void handleCommand(HWND bar, WORD id, WORD notification) {
     if (notification == EN_CHANGE) findFieldChanged();
     return;
   }
-  if (notification != BN_CLICKED || keyboardComes) return;
+  if (notification != BN_CLICKED || focusArriving) return;
   switch (id) {
     case kFindCloseButton:
       CloseFindBar();

@@ -1,6 +1,6 @@
 #include "nav/find_pattern.h"
 
-// States that one search may visit before it is given up: a fraction of a second.
+// States that one search may visit before it gives up: a fraction of a second.
 #define BOOST_REGEX_MAX_STATE_COUNT 8000000
 #include <boost/regex.hpp>
 
@@ -36,7 +36,7 @@ bool isSpace(char16_t unit) {
          isLineEnd(unit);
 }
 
-// What the library asks of a character type. Its classes know ASCII, as those of ECMAScript do.
+// The character traits that the library asks for. Their classes cover ASCII, as in ECMAScript.
 class UnitTraits {
  public:
   using char_type = char16_t;
@@ -60,7 +60,7 @@ class UnitTraits {
   }
   char_class_type lookup_classname(const char16_t* first, const char16_t* last) const {
     const std::u16string_view name(first, static_cast<std::size_t>(last - first));
-    // The negated escapes look their class up by the capital letter.
+    // Negated escapes look up their class by the capital letter.
     if (name == u"d" || name == u"D" || name == u"digit") return kDigit;
     if (name == u"s" || name == u"S" || name == u"space") return kSpace;
     if (name == u"w" || name == u"W" || name == u"word") return kWord;
@@ -89,9 +89,9 @@ class UnitTraits {
 
 using Expression = boost::basic_regex<char16_t, UnitTraits>;
 
-// A pointer that can only step: for one that can jump the library computes a bound of its own,
-// which grows with the pattern beyond the one that is set here. Whatever the matcher does over and
-// over, it reads characters or steps back.
+// A bidirectional iterator: for a random access one the library computes a limit of its own, which
+// grows with the pattern beyond the one set here. Every loop of the matcher reads characters or
+// steps back, and both are counted.
 class UnitPointer {
  public:
   using iterator_category = std::bidirectional_iterator_tag;
@@ -138,7 +138,7 @@ bool isHexadecimal(std::u16string_view digits) {
   return true;
 }
 
-// How many units behind "\\x" or "\\u" are the number that it takes; 0 when it is none.
+// How many units after "\\x" or "\\u" form its number; 0 when there is no number.
 std::size_t numberLength(char16_t escape, std::u16string_view rest) {
   const std::size_t wanted = escape == u'u' ? 4 : escape == u'x' ? 2 : 0;
   const std::u16string_view digits = rest.substr(0, wanted);
@@ -157,7 +157,7 @@ bool isControl(char16_t escape, std::u16string_view rest) {
   return escape == u'c' && !rest.empty() && (isLower(rest[0]) || isUpper(rest[0]));
 }
 
-// The unit as a number that the library takes for nothing else.
+// A character by its hexadecimal digits, in the one form that the library cannot misread.
 std::u16string asNumber(std::u16string_view digits) {
   return std::u16string(u"\\x{").append(digits).append(u"}");
 }
@@ -168,9 +168,9 @@ std::u16string hexadecimal(char16_t unit) {
   return digits;
 }
 
-// Appends what stands for the escape whose backslash is at `at`, and returns the index behind it.
-// Numbers get the library's own form; an escaped unit that means nothing to ECMAScript stands for
-// itself, whatever the library makes of it.
+// Appends the library's form of the escape whose backslash is at `at`, and returns the index after
+// it. Numbers get the library's own form; an escaped unit that means nothing to ECMAScript stands
+// for itself, whatever it means to the library.
 std::size_t appendEscape(std::u16string_view text, std::size_t at, std::u16string& result) {
   if (at + 1 == text.size()) {
     result += text[at];
@@ -197,21 +197,21 @@ std::size_t appendEscape(std::u16string_view text, std::size_t at, std::u16strin
   return next;
 }
 
-// What stands between the hyphens of a class.
+// One operand of a hyphen in a class.
 struct ClassAtom {
-  std::size_t end = 0;  // index behind it
+  std::size_t end = 0;  // index after it
   bool isClass = false;
 };
 
 // The length of "[:name:]", "[.name.]" or "[=name=]" at the front of the text; 0 if it is none.
 std::size_t bracketedNameLength(std::u16string_view text) {
-  constexpr std::size_t kShortest = 3;  // in front of the second mark
+  constexpr std::size_t kShortest = 3;  // units before the second mark
   if (text.size() < kShortest || std::u16string_view(u":.=").find(text[1]) == text.npos) return 0;
   const std::size_t mark = text.find(text[1], kShortest);
   return mark != text.npos && text.substr(mark + 1).starts_with(u']') ? mark + 2 : 0;
 }
 
-// Appends what stands for the atom of a class that begins at `at`.
+// Appends the library's form of the class atom that begins at `at`.
 ClassAtom appendClassAtom(std::u16string_view text, std::size_t at, std::u16string& result) {
   const std::u16string_view rest = text.substr(at);
   if (rest[0] == u'\\') {
@@ -228,9 +228,9 @@ ClassAtom appendClassAtom(std::u16string_view text, std::size_t at, std::u16stri
   return {at + 1, false};
 }
 
-// Appends what stands for the class whose bracket is at `at`, and returns the index of the bracket
-// that closes it. To ECMAScript a hyphen beside a class like "\d" stands for itself, and so does
-// one right behind a range; the library refuses both.
+// Appends the library's form of the class whose bracket is at `at`, and returns the index of its
+// closing bracket. To ECMAScript a hyphen beside a class like "\d" stands for itself, and so does
+// one right after a range; the library refuses both.
 std::size_t appendClass(std::u16string_view text, std::size_t at, std::u16string& result) {
   result += text[at++];
   if (text.substr(at).starts_with(u'^')) result += text[at++];
@@ -249,7 +249,7 @@ std::size_t appendClass(std::u16string_view text, std::size_t at, std::u16string
   return at;
 }
 
-// The text as the library writes the same expression.
+// The expression in the library's notation.
 std::u16string librarySource(std::u16string_view text) {
   std::u16string result;
   std::size_t at = 0;
@@ -265,7 +265,7 @@ std::u16string librarySource(std::u16string_view text) {
   return result;
 }
 
-// The library itself takes any text up to ">".
+// The library itself accepts any text up to ">".
 bool isGroupName(std::u16string_view name) {
   const auto inName = [](char16_t unit) { return isWord(unit) || unit == u'$' || unit > 0x7F; };
   return !name.empty() && !isDigit(name[0]) && std::all_of(name.begin(), name.end(), inName);
@@ -283,7 +283,7 @@ bool sharedGroup(std::u16string_view rest) {
 }
 
 // The library's own groups (recursion, atomic groups, options, verbs) are errors in ECMAScript.
-// Matching some of them goes down the stack with every unit of the text.
+// Matching some of them recurses for every unit of the text.
 bool hasForeignGroup(std::u16string_view text) {
   bool inClass = false;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -300,7 +300,7 @@ bool hasForeignGroup(std::u16string_view text) {
   return false;
 }
 
-// One step can go through the whole expression, so a long one gets fewer steps between looks.
+// One step can run through the whole expression, so a long one gets fewer steps between looks.
 std::uint32_t stepsBetweenLooks(const Expression& expression) {
   constexpr std::size_t kShortExpression = 64;  // units
   constexpr std::uint32_t kFewest = 256;

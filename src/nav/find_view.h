@@ -4,13 +4,13 @@
 
 #include "view/selection.h"
 
-// Where hits stand on the screen.
+// Where hits are on the screen.
 namespace quillmere {
 
-// Brings the current hit into view when it stands on the pane's page.
+// Scrolls the current hit into view if it is on the pane's page.
 void FindScrollToCurrent(int pane);
 
-// What is painted over a pane: where hits stand, in pixels from the pane's top left corner.
+// What is painted over a pane: the places of hits, in pixels from the pane's top left corner.
 struct FindHitQuad {
   TextQuad quad;
   bool current = false;

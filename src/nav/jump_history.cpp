@@ -47,8 +47,8 @@ void showRecordedView(int pane, const JumpRecord& record) {
   clampPan(pane);
 }
 
-// The right page of a book follows the left one.
-void bringFollowingPage() {
+// Shows the page after pane 0's in the right pane of a book.
+void showRightPage() {
   const std::int32_t next = session.panes[0].currentPage + 1;
   if (next >= pageCountOf(1)) {
     dropPaneView(1);
@@ -84,7 +84,7 @@ void RestoreJump(int pane, const JumpRecord& record) {
   const std::int32_t page = std::clamp(record.page, 0, pageCountOf(pane) - 1);
   if (page != slot.currentPage || !slot.page) loadPane(pane, page);
   showRecordedView(pane, record);
-  if (session.viewMode == ViewMode::Book && pane == 0) bringFollowingPage();
+  if (session.viewMode == ViewMode::Book && pane == 0) showRightPage();
   pageShown(pane);
 }
 

@@ -2,7 +2,7 @@
 
 #include "session/jump_record.h"
 
-// Where a reader stood before each jump to another page, so that Back and Forward return there.
+// Where the reader was before each jump to another page, so that Back and Forward return there.
 // Every pane has its own history; in Book both share that of pane 0.
 namespace quillmere {
 
@@ -11,8 +11,7 @@ inline constexpr std::size_t kMaximumBackJumps = 50;
 // Records the pane's position before a jump, and ends the forward path.
 void PushJump(int pane);
 
-// Return to the last recorded position, or to the one that Back came from. False when there is
-// none.
+// Return to the last recorded position, or to the one that Back left. False when there is none.
 bool JumpBack(int pane);
 bool JumpForward(int pane);
 

@@ -9,16 +9,16 @@ namespace quillmere {
 
 namespace {
 
-constexpr std::u16string_view kOpenedSchemes[] = {u"http://", u"https://", u"mailto:"};
+constexpr std::u16string_view kAllowedSchemes[] = {u"http://", u"https://", u"mailto:"};
 
-bool hasOpenedScheme(std::u16string_view address) {
-  return std::any_of(std::begin(kOpenedSchemes), std::end(kOpenedSchemes),
+bool hasAllowedScheme(std::u16string_view address) {
+  return std::any_of(std::begin(kAllowedSchemes), std::end(kAllowedSchemes),
                      [&](std::u16string_view scheme) {
                        return platform::equalIgnoringCase(address.substr(0, scheme.size()), scheme);
                      });
 }
 
-// The blanks and the controls of Unicode: programs differ in what separates their arguments.
+// Unicode's blanks and control characters: programs differ in what separates their arguments.
 bool isBlankOrControl(char16_t unit) {
   return unit <= u' ' || (unit >= 0x7F && unit <= 0xA0) || unit == 0x1680 ||
          (unit >= 0x2000 && unit <= 0x200A) || unit == 0x2028 || unit == 0x2029 || unit == 0x202F ||
@@ -40,7 +40,7 @@ void appendEncoded(char16_t unit, std::u16string& result) {
 }  // namespace
 
 std::u16string openableAddress(std::u16string_view address) {
-  if (!hasOpenedScheme(address) || address.size() > kLongestAddress) return {};
+  if (!hasAllowedScheme(address) || address.size() > kLongestAddress) return {};
   std::u16string result;
   for (const char16_t unit : address) {
     if (needsEncoding(unit)) {

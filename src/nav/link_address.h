@@ -5,7 +5,7 @@
 
 namespace quillmere {
 
-// The system opens no address with more UTF-16 units.
+// The system opens no longer address, in UTF-16 units.
 inline constexpr std::size_t kLongestAddress = 2048;
 
 // What to hand to the system for a link's address: a web or mail address in which quotes, blanks

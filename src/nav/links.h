@@ -11,9 +11,9 @@ FPDF_LINK LinkAtPoint(int pane, int x, int y);
 // Jumps to the link's page, or opens its web or mail address. False when it leads nowhere.
 bool FollowLink(int pane, FPDF_LINK link);
 
-// PDFium reports the destination of an action that leads to another file as that of the link or
-// bookmark itself, as if it lay in this document. Given what PDFium `found` for one with this
-// action, either of them may be null, returns it if it lies in `document`, otherwise null.
+// For an action that leads to another file, PDFium reports its destination as that of the link or
+// bookmark, as if it lay in this document. Given what PDFium `found` for one with this action
+// (either may be null), returns it if it lies in `document`, otherwise null.
 FPDF_DEST destinationHere(FPDF_DOCUMENT document, FPDF_DEST found, FPDF_ACTION action);
 
 }  // namespace quillmere

@@ -15,8 +15,8 @@ namespace {
 
 constexpr platform::Tree kTree = platform::Tree::Navigation;
 
-// Whether a bookmark stands behind a place in reading order; at the same height it stands before.
-bool standsBehind(const BookmarkOrderEntry& bookmark, const MarkupNode& node) {
+// Whether a bookmark comes after a markup in reading order; at the same height it comes before.
+bool comesAfter(const BookmarkOrderEntry& bookmark, const MarkupNode& node) {
   return bookmark.page != node.page ? bookmark.page > node.page : bookmark.y < node.top;
 }
 
@@ -24,8 +24,7 @@ const BookmarkOrderEntry& placeOf(std::int32_t bookmark) {
   return session.bookmarkOrder[static_cast<std::size_t>(bookmark)];
 }
 
-// The bookmarks that lead somewhere, in reading order; of those at one place the order is that of
-// the outline.
+// The bookmarks that lead somewhere, in reading order; those at one place keep the outline's order.
 std::vector<std::int32_t> bookmarksInReadingOrder() {
   std::vector<std::int32_t> sorted;
   for (std::int32_t i = 0; static_cast<std::size_t>(i) < session.bookmarkOrder.size(); ++i) {
@@ -41,7 +40,7 @@ std::vector<std::int32_t> bookmarksInReadingOrder() {
 std::int32_t lastBookmarkBefore(const MarkupNode& node, const std::vector<std::int32_t>& sorted) {
   const auto behind = std::partition_point(
       sorted.begin(), sorted.end(),
-      [&node](std::int32_t bookmark) { return !standsBehind(placeOf(bookmark), node); });
+      [&node](std::int32_t bookmark) { return !comesAfter(placeOf(bookmark), node); });
   return behind == sorted.begin() ? kTopOfTree : *std::prev(behind);
 }
 
@@ -82,52 +81,52 @@ bool hasBookmarksBelow(std::int32_t bookmark) {
   return bookmark + 1 < bookmarkCount() && levelOf(bookmark + 1) > levelOf(bookmark);
 }
 
-// The bookmark and all that it stands below, from the top of the tree down.
-std::vector<std::int32_t> wayTo(std::int32_t bookmark) {
-  std::vector<std::int32_t> way{bookmark};
-  for (std::int32_t i = bookmark - 1; i >= 0 && levelOf(way.back()) > 1; --i) {
-    if (levelOf(i) < levelOf(way.back())) way.push_back(i);
+// The bookmark and its ancestors, from the top of the tree down.
+std::vector<std::int32_t> pathTo(std::int32_t bookmark) {
+  std::vector<std::int32_t> path{bookmark};
+  for (std::int32_t i = bookmark - 1; i >= 0 && levelOf(path.back()) > 1; --i) {
+    if (levelOf(i) < levelOf(path.back())) path.push_back(i);
   }
-  std::reverse(way.begin(), way.end());
-  return way;
+  std::reverse(path.begin(), path.end());
+  return path;
 }
 
 platform::TreeRow rowOfBookmark(std::int32_t bookmark) {
   return placeOf(bookmark).row;
 }
 
-// Rows below a bookmark come before markups do, so that these find their place among them.
-void fillWayTo(std::int32_t bookmark) {
+// Adds the bookmark rows on the path first, so that markups find their place among them.
+void fillPathTo(std::int32_t bookmark) {
   if (rowOfBookmark(bookmark) != platform::kNoTreeRow &&
       (!hasBookmarksBelow(bookmark) || rowOfBookmark(bookmark + 1) != platform::kNoTreeRow)) {
     return;
   }
-  for (const std::int32_t step : wayTo(bookmark)) FillTreeEntry(step);
+  for (const std::int32_t step : pathTo(bookmark)) FillTreeEntry(step);
 }
 
 platform::TreeRow rowOfParent(std::int32_t parent) {
   if (parent == kTopOfTree) return platform::kNoTreeRow;
   if (parent == kMarkupsRootEntry) return session.markupTree.root;
-  fillWayTo(parent);
+  fillPathTo(parent);
   return rowOfBookmark(parent);
 }
 
-// The last row of the bookmarks right below `bookmark` that do not stand behind the node;
-// kNoTreeRow when all of them do.
+// The last row of the bookmarks right below `bookmark` that do not come after the node; kNoTreeRow
+// when all of them do.
 platform::TreeRow lastBookmarkRowBefore(std::int32_t bookmark, const MarkupNode& node) {
   platform::TreeRow row = platform::kNoTreeRow;
   const std::int32_t level = levelOf(bookmark);
   for (std::int32_t i = bookmark + 1; i < bookmarkCount() && levelOf(i) > level; ++i) {
     if (levelOf(i) != level + 1) continue;
     const BookmarkOrderEntry& child = placeOf(i);
-    if (child.page >= 0 && standsBehind(child, node)) break;
+    if (child.page >= 0 && comesAfter(child, node)) break;
     row = child.row;
   }
   return row;
 }
 
-// What the row of nodes[index] comes behind. In reading order the markups below one parent follow
-// each other.
+// The row after which that of nodes[index] goes. In reading order the markups below one parent
+// follow each other.
 platform::TreeRow rowBefore(const std::vector<MarkupNode>& nodes, std::size_t index) {
   const MarkupNode& node = nodes[index];
   const bool first = index == 0 || nodes[index - 1].parent != node.parent;
@@ -138,9 +137,9 @@ platform::TreeRow rowBefore(const std::vector<MarkupNode>& nodes, std::size_t in
   return sameGap ? sibling : bookmark;
 }
 
-// A bookmark that somebody has collapsed since it was expanded here stays collapsed.
-void expandWayTo(std::int32_t bookmark) {
-  for (const std::int32_t step : wayTo(bookmark)) {
+// A bookmark that the user has collapsed since it was expanded here stays collapsed.
+void expandPathTo(std::int32_t bookmark) {
+  for (const std::int32_t step : pathTo(bookmark)) {
     if (session.markupTree.expanded.insert(step).second) {
       platform::expandTreeRow(kTree, rowOfBookmark(step));
     }
@@ -170,14 +169,14 @@ void removeRows(const std::vector<MarkupNode>& gone, const std::vector<MarkupNod
   }
 }
 
-// Takes over the row of a node whose markup stood at the same place of the list.
+// Takes over the row of the markup that was at the same position in the list.
 void takeRow(const MarkupNode& from, MarkupNode& to) {
   to.entry = from.entry;
   to.row = from.row;
   if (from.label != to.label) platform::setTreeRowText(kTree, to.row, to.label);
 }
 
-// How many rows stay at the head and at the tail of the list.
+// How many rows at the head and at the tail of the list stay as they are.
 struct SameRows {
   std::size_t head = 0;
   std::size_t tail = 0;
@@ -198,12 +197,12 @@ void insertRows(std::vector<MarkupNode>& nodes, std::size_t begin, std::size_t e
   for (std::size_t i = begin; i < end; ++i) insertRow(nodes, i);
   for (std::size_t i = begin; i < end; ++i) {
     const bool another = i == begin || nodes[i].parent != nodes[i - 1].parent;
-    if (another && nodes[i].parent >= 0) expandWayTo(nodes[i].parent);
+    if (another && nodes[i].parent >= 0) expandPathTo(nodes[i].parent);
   }
 }
 
-// Most changes concern one markup, so what both lists begin and end with keeps its rows, and what
-// lies between takes over the rows that are there as far as they stand below the same parent.
+// Most changes affect one markup, so the rows that both lists begin and end with stay, and the
+// nodes between reuse the existing rows while these have the same parent.
 void bringRowsUpToDate(std::vector<MarkupNode> wanted) {
   std::vector<MarkupNode>& present = session.markupTree.nodes;
   const SameRows same = sameRows(present, wanted);
@@ -225,8 +224,8 @@ void bringRowsUpToDate(std::vector<MarkupNode> wanted) {
   present = std::move(wanted);
 }
 
-// Says so where the group is empty. A root whose last row went would collapse, so this row comes
-// before the others go, and goes after others have come.
+// Adds or removes the row that says the group is empty. A root that loses its last row collapses,
+// so add this row before the others go, and remove it after others have come.
 void showNoneRow(bool none) {
   MarkupTree& tree = session.markupTree;
   if (none && tree.noneRow == platform::kNoTreeRow) {
@@ -237,7 +236,7 @@ void showNoneRow(bool none) {
   }
 }
 
-// Without bookmarks the markups have a root as long as there are any.
+// Without bookmarks the markups have a root of their own as long as there are any.
 void fillOwnRoot(std::vector<MarkupNode> nodes) {
   MarkupTree& tree = session.markupTree;
   const bool needed = !nodes.empty();

@@ -5,15 +5,15 @@
 
 namespace quillmere {
 
-// Leaves the matcher when its time is up.
+// Thrown to leave the matcher when its time is up.
 class MatchingTimeUp : public std::exception {};
 
-// Bounds the matching of one text. The matcher counts a step for each character it reads; after so
-// many steps the clock is read. There is one watch at a time.
+// Limits the time for matching one text. The matcher counts a step for each character it reads;
+// after `stepsBetweenLooks` of them the watch reads the clock. Only one watch exists at a time.
 class MatchingWatch {
  public:
-  // Takes the time that passes from `left`. A step throws MatchingTimeUp once nothing is left, or
-  // once this text has had `limit`; all in milliseconds.
+  // Subtracts the time that passes from `left`. A step throws MatchingTimeUp once nothing is left,
+  // or once this text has used `limit`; all in milliseconds.
   MatchingWatch(std::uint64_t& left, std::uint64_t limit, std::uint32_t stepsBetweenLooks);
   ~MatchingWatch();
   MatchingWatch(const MatchingWatch&) = delete;

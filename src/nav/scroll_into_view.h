@@ -4,8 +4,8 @@
 
 namespace quillmere {
 
-// Pans so that the box of the pane's page stands in the middle of the pane; without effect when it
-// is well in sight already.
+// Pans so that a box on the pane's page is in the middle of the pane; does nothing when the box is
+// well in view already.
 void scrollIntoView(int pane, const PageBox& box);
 
 }  // namespace quillmere
