@@ -7,11 +7,11 @@
 
 #include "session/pdfium_handles.h"
 
-// Reaching the annotations of a page, whichever kind they are.
+// Access to the annotations of a page, whatever their kind.
 namespace quillmere {
 
-// A page of a document for as long as this lives: the one that a pane has open, since loading it
-// once more would parse all of its contents, or else one of its own.
+// A page of a document for as long as this object lives: the page that a pane has open, since
+// loading it again would parse all of its contents, otherwise one loaded for this object.
 class ReachedPage {
  public:
   // `page` is zero-based.

@@ -21,25 +21,25 @@ struct MarkupDialogView {
   int opacity = 100;  // percent
   std::u16string opacityText;
   std::u16string help;                     // with CR LF at its line ends
-  std::optional<MarkupDialogPlace> place;  // where it stood last; nothing when not known
+  std::optional<MarkupDialogPlace> place;  // where it was last; nullopt when unknown
 };
 MarkupDialogView markupDialogView();
 
 // Opens the dialog, or closes it when it is open.
 void toggleMarkupDialog();
 
-// What the dialog reports. A row that the list does not have counts as the first one; a colour is
+// Called by the dialog. A row that the list does not have counts as the first one; a colour is
 // saved at once.
 void chooseHighlightColor(int row);
 void chooseStrikeColor(int row);
-// The opacity while its slider moves, limited to what can be set. The text to show for it.
+// Sets the opacity while its slider moves, limited to the allowed range. Returns the text to show.
 std::u16string moveMarkupOpacity(int percent);
-// The slider was let go; what it came to is saved.
+// The slider was released: saves the opacity.
 void settleMarkupOpacity();
-// The dialog closes and will open here again.
+// The dialog is closing; it will open here again.
 void markupDialogCloses(const MarkupDialogPlace& place);
 
-// The window. Opening does nothing when Windows refuses, closing when it is not open.
+// The window. Opening does nothing when Windows refuses; closing does nothing when it is not open.
 bool markupDialogOpen();
 void openMarkupDialog(const MarkupDialogView& view);
 void closeMarkupDialog();

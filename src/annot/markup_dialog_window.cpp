@@ -33,7 +33,7 @@ enum ControlId : int {
   kNoId = -1,
 };
 
-// Pixels at 96 an inch.
+// Pixels at 96 DPI.
 constexpr int kClientWidth = 390;
 constexpr int kClientHeight = 214;
 constexpr int kMargin = 12;
@@ -41,9 +41,9 @@ constexpr int kLabelWidth = 130;
 constexpr int kFieldLeft = 146;
 constexpr int kFieldWidth = kClientWidth - kMargin - kFieldLeft;
 constexpr int kRowHeight = 32;
-constexpr int kLabelDrop = 4;  // by which a label stands lower than its field
+constexpr int kLabelDrop = 4;  // from a field's top to its label's
 constexpr int kLineHeight = 18;
-constexpr int kListHeight = 200;  // of a drop list with its rows
+constexpr int kListHeight = 200;  // of a drop-down list when open
 constexpr int kSliderWidth = 180;
 constexpr int kSliderHeight = 26;
 constexpr int kPercentLeft = kFieldLeft + kSliderWidth + 4;
@@ -64,7 +64,7 @@ RECT area(int left, int top, int width, int height) {
   return {scaled(left), scaled(top), scaled(left + width), scaled(top + height)};
 }
 
-// The key that opened the dialog closes it while it has the keyboard.
+// The key that opened the dialog also closes it while the dialog has the keyboard.
 LRESULT CALLBACK fieldProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                 DWORD_PTR) {
   const bool control = GetKeyState(VK_CONTROL) < 0;
@@ -165,8 +165,7 @@ LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARA
   }
 }
 
-// Where it stood last, moved onto a screen that is there now; otherwise the middle of the main
-// window.
+// Where it was last, moved onto a screen that exists now; otherwise the middle of the main window.
 POINT placeFor(const MarkupDialogView& view, SIZE size) {
   if (!view.place) return platform::middlePlace(windowHandles.main, size);
   const LONG left = view.place->left;

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kWordsOfText = 5;
 constexpr int kWordsOfNote = 6;
-// No tree shows more of a row, and scripts without blanks make words of any length.
+// No tree shows more of a row, and in scripts without blanks a word can have any length.
 constexpr std::size_t kLongestShortText = 250;  // units
 constexpr std::u16string_view kWordEnds = u" \t\r\n";
 constexpr std::u16string_view kMore = u"...";
@@ -33,7 +33,7 @@ std::vector<MarkupEntry> inReadingOrder(std::vector<FoundMarkup> found) {
   return entries;
 }
 
-// Null for a document whose markups were not collected.
+// Null for a document whose markups have not been collected.
 std::vector<MarkupEntry>* collectedListOf(FPDF_DOCUMENT document) {
   if (document == nullptr) return nullptr;
   if (session.markupListDocument == document) return &session.markupList;

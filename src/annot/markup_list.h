@@ -13,19 +13,19 @@ namespace quillmere {
 // Reads all markups of a document, in reading order: by page, and from the top of each page down.
 void CollectMarkups(FPDF_DOCUMENT document, std::vector<MarkupEntry>& list);
 
-// Forgets all lists. Called where annotations may have changed on any page.
+// Forgets all lists. For use where annotations may have changed on any page.
 void InvalidateMarkupList();
 
-// The document's markups, collected when they are first asked for. The list is the session's and
+// The document's markups, collected when first asked for. The list belongs to the session and
 // changes with the next call of these functions.
 const std::vector<MarkupEntry>& markupsOf(FPDF_DOCUMENT document);
 
-// Collects one zero-based page again, where an annotation was edited. Without effect for
-// a document whose markups were not collected.
+// Collects one zero-based page again after an annotation on it was edited. Does nothing for a
+// document whose markups have not been collected.
 void collectPageAgain(FPDF_DOCUMENT document, int page);
 
-// What an item of the list says: the first words of the marked text, or the kind and the page, and
-// the first words of the note.
+// The label of an item of the list: the first words of the marked text, or the kind and the page,
+// and the first words of the note.
 std::u16string markupLabel(const MarkupEntry& entry);
 
 // The first `limit` words, joined by blanks, with "..." when more follow.

@@ -40,7 +40,7 @@ const SummaryRuler& rulerOf(SummaryState& state, const SummaryStyle& style) {
   return state.rulers.try_emplace(&style, style.bold, style.size).first->second;
 }
 
-// A font of the system with the line's characters; null when there is none to embed.
+// A system font with the line's characters; null when there is none to embed.
 FPDF_FONT embeddedFontFor(SummaryState& state, const std::u16string& line, bool bold) {
   const std::u16string face = platform::faceFor(line);
   const auto [found, fresh] = state.fonts.try_emplace(bold ? face + u" bold" : face);
@@ -56,7 +56,7 @@ FPDF_FONT embeddedFontFor(SummaryState& state, const std::u16string& line, bool 
   return found->second.get();
 }
 
-// The standard fonts know the characters of western languages alone; any other would come out as
+// The standard fonts have only the characters of western languages; any other would come out as
 // another letter.
 FPDF_PAGEOBJECT newTextObject(SummaryState& state, const std::u16string& line,
                               const SummaryStyle& style) {

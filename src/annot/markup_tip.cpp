@@ -26,7 +26,7 @@ std::u16string noteOnPane(int pane, std::int32_t annot) {
 
 }  // namespace
 
-// The note is read once for each markup that the pointer comes to, since it may be long.
+// Reads the note only when the pointer reaches another markup, since notes may be long.
 void ShowMarkupTip(int clientX, int clientY) {
   MarkupTipState& tip = session.markupTip;
   const bool resting = tip.x == clientX && tip.y == clientY;

@@ -8,22 +8,22 @@
 // The note of the markup under the pointer.
 namespace quillmere {
 
-// For a movement of the pointer with no button held, to a client place: shows the note of the
-// markup there, or hides the tip where there is none.
+// Called when the pointer moves to a client place with no button held: shows the note of the markup
+// there, or hides the tip when there is none.
 void ShowMarkupTip(int clientX, int clientY);
 
-// Hides the tip because of something that the person does; it stays hidden until the pointer moves
-// on.
+// Hides the tip because the user pressed a key or did something else; it stays hidden until the
+// pointer moves.
 void HideMarkupTip();
-// Hides it because what it told of has changed or gone.
+// Hides the tip because the note that it shows has changed or gone.
 void forgetMarkupTip();
 
-// As much of a note as a tip shows.
+// The part of a note that a tip shows.
 std::u16string tipText(std::u16string_view note);
 
-// Where a tip of this size goes for a pointer at x, y: right of it and below, moved to stay on the
-// screen, and above the pointer where it would lie under it otherwise. `besideX` and `besideY` are
-// the distances. All in screen pixels.
+// Where a tip of this size goes for a pointer at x, y: below it to the right, moved to stay on the
+// screen, or above the pointer where it would otherwise cover it. `besideX` and `besideY` are the
+// distances. All in screen pixels.
 PixelRect placeTip(int x, int y, int width, int height, int besideX, int besideY,
                    const PixelRect& screen);
 

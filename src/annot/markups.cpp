@@ -39,8 +39,8 @@ FS_QUADPOINTSF quadOf(const PageBox& box) {
   return {l, t, r, t, l, b, r, b};
 }
 
-// One quad for each stretch of a line. A selected line break is reported as a rectangle without a
-// size, which would draw nothing and be hit at a point.
+// One quad for each stretch of a line. PDFium reports a selected line break as a rectangle without
+// a size, which would draw nothing and could only be hit at a point.
 std::vector<FS_QUADPOINTSF> quadsOf(FPDF_TEXTPAGE textPage, const TextRange& range) {
   std::vector<FS_QUADPOINTSF> quads;
   for (const PageBox& box : textRects(textPage, range.first, range.count)) {
@@ -50,7 +50,7 @@ std::vector<FS_QUADPOINTSF> quadsOf(FPDF_TEXTPAGE textPage, const TextRange& ran
   return quads;
 }
 
-// How most of the text runs in page coordinates: 0 along x, 1 along y.
+// The direction of most of the text in page coordinates: 0 along x, 1 along y.
 int textTurns(FPDF_TEXTPAGE textPage, const TextRange& range) {
   std::int32_t along = 0;
   std::int32_t across = 0;
@@ -63,8 +63,8 @@ int textTurns(FPDF_TEXTPAGE textPage, const TextRange& range) {
   return across > along ? 1 : 0;
 }
 
-// Fills a fresh annotation; false when PDFium refuses a part of it. Without the Print flag readers
-// leave an annotation out on paper.
+// Fills a new annotation; false when PDFium refuses part of it. Readers do not print annotations
+// without the Print flag.
 bool describeMarkup(FPDF_ANNOTATION annotation, const std::vector<FS_QUADPOINTSF>& quads,
                     const MarkupStyle& style, int turns) {
   bool done = FPDFAnnot_SetColor(annotation, FPDFANNOT_COLORTYPE_Color, style.red, style.green,
@@ -131,15 +131,15 @@ bool contains(const MarkupBox& box, const PagePoint& point) {
   return point.x >= box.left && point.x <= box.right && point.y >= box.bottom && point.y <= box.top;
 }
 
-// An index of -1 when the markup has no pop-up. A file may name any annotation as one.
+// -1 when the markup has no pop-up. A file may name any annotation as one.
 std::int32_t popupOf(FPDF_PAGE page, std::int32_t annot) {
   const int popup = QuillmereEngine_PopupIndex(page, annot);
   const AnnotationHandle annotation = annotationAt(page, popup);
   return FPDFAnnot_GetSubtype(annotation.get()) == FPDF_ANNOT_POPUP ? popup : -1;
 }
 
-// Placements are known by their annotations' indexes, which close up behind a removed one.
-void lowerPlacements(FPDF_DOCUMENT document, std::int32_t page, std::int32_t removed) {
+// Placements refer to annotations by index, and the indexes above a removed one drop by one.
+void shiftPlacements(FPDF_DOCUMENT document, std::int32_t page, std::int32_t removed) {
   if (session.placementDocument != document) return;
   const auto found = session.placements.find(page);
   if (found == session.placements.end()) return;
@@ -148,7 +148,7 @@ void lowerPlacements(FPDF_DOCUMENT document, std::int32_t page, std::int32_t rem
   }
 }
 
-// A removed annotation's object may still be written to the file, so its text goes first.
+// The object of a removed annotation may still be written to the file, so remove its text first.
 bool removeAnnotation(FPDF_PAGE page, std::int32_t index) {
   {
     const AnnotationHandle annotation = annotationAt(page, index);
@@ -161,7 +161,7 @@ bool removeAnnotation(FPDF_PAGE page, std::int32_t index) {
   return FPDFPage_RemoveAnnot(page, index);
 }
 
-// The higher index goes first, so that it does not move.
+// Removes the higher index first, since that leaves the lower one unchanged.
 bool removeWithPopup(FPDF_DOCUMENT document, std::int32_t pageIndex, std::int32_t annot) {
   const ReachedPage page(document, pageIndex);
   if (!isMarkup(annotationAt(page.get(), annot).get())) return false;
@@ -169,7 +169,7 @@ bool removeWithPopup(FPDF_DOCUMENT document, std::int32_t pageIndex, std::int32_
   for (const std::int32_t index : {higher, lower}) {
     if (index < 0) continue;
     if (!removeAnnotation(page.get(), index)) return false;
-    lowerPlacements(document, pageIndex, index);
+    shiftPlacements(document, pageIndex, index);
   }
   return true;
 }

@@ -5,15 +5,15 @@
 
 namespace quillmere {
 
-// What the dialog for a text of several lines says and shows.
+// The texts of the dialog for a note of several lines.
 struct NoteQuestion {
   std::u16string title;
   std::u16string prompt;
-  std::u16string text;  // with CR LF at its line ends; it comes up selected
+  std::u16string text;  // with CR LF at its line ends; selected when the dialog opens
 };
 
-// Shows the dialog and waits: the text that it was ended with, again with CR LF; nothing when it
-// was cancelled or could not be shown.
+// Shows the dialog and waits. The text it was closed with, again with CR LF; nullopt when it was
+// cancelled or could not be shown.
 std::optional<std::u16string> askForNote(const NoteQuestion& question);
 
 }  // namespace quillmere

@@ -22,7 +22,7 @@ constexpr std::int32_t kAccepted = 1;
 
 enum ControlId : int { kPromptId = 1001, kTextId = 1002 };
 
-// Pixels at 96 an inch.
+// Pixels at 96 DPI.
 constexpr int kClientWidth = 420;
 constexpr int kClientHeight = 250;
 constexpr int kMargin = 12;
@@ -45,8 +45,8 @@ RECT area(int left, int top, int width, int height) {
   return {scaled(left), scaled(top), scaled(left + width), scaled(top + height)};
 }
 
-// Enter makes a line. Tab and Escape, which a text of several lines would take too, stay with the
-// dialog.
+// Enter starts a new line. Tab and Escape, which a multi-line edit control would take too, go to
+// the dialog.
 LRESULT CALLBACK textProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                DWORD_PTR) {
   const LRESULT result = DefSubclassProc(window, message, wParam, lParam);

@@ -19,7 +19,7 @@ namespace {
 constexpr const char* kContents = "Contents";
 constexpr const char* kRichContents = "RC";
 
-// The text with each of its line ends, CR LF, CR or LF, written as `lineEnd`.
+// The text with every line end, be it CR LF, CR or LF, replaced by `lineEnd`.
 std::u16string withLineEnds(std::u16string_view text, std::u16string_view lineEnd) {
   std::u16string result;
   result.reserve(text.size());
@@ -34,7 +34,7 @@ std::u16string withLineEnds(std::u16string_view text, std::u16string_view lineEn
   return result;
 }
 
-// The rich text would go on telling the old note to readers that prefer it.
+// Also removes the rich text: readers that prefer it would go on showing the old note.
 bool writeNote(FPDF_DOCUMENT document, std::int32_t pageIndex, std::int32_t annot,
                const std::u16string& note) {
   const ReachedPage page(document, pageIndex);
@@ -64,8 +64,8 @@ std::u16string storedNote(std::u16string_view shown) {
   return withLineEnds(shown, u"\r");
 }
 
-// The dialog holds back other openings. Should the document go all the same, nothing is picked any
-// more.
+// The dialog holds back other openings. If the document goes all the same, nothing is picked
+// afterwards.
 void EditMarkupNote() {
   const std::u16string before =
       shownNote(ReadMarkupNote(session.markupMenuPage, session.markupMenuAnnot));

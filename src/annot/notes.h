@@ -11,12 +11,12 @@ namespace quillmere {
 // zero-based, `annotIndex` counts the page's annotations.
 std::u16string ReadMarkupNote(std::int32_t page, std::int32_t annotIndex);
 
-// A note with the line ends of Windows' controls, and without zero units, at which they stop.
+// A note with the line ends of Windows' controls, and without zero units, where they would stop.
 std::u16string shownNote(std::u16string_view stored);
 // A text from such a control with the line ends of a file.
 std::u16string storedNote(std::u16string_view shown);
 
-// Asks for the note of the markup that was picked and writes it when it was changed.
+// Asks for the note of the picked markup and writes it if it was changed.
 void EditMarkupNote();
 
 }  // namespace quillmere

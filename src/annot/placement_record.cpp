@@ -4,7 +4,7 @@
 
 namespace quillmere {
 
-// Nothing places stamps or text yet, so that no document has placements to read.
+// Nothing places stamps or text yet, so no document has placements to read.
 void LoadPlacements(FPDF_DOCUMENT document) {
   ClearPlacements();
   session.placementDocument = document;

@@ -45,7 +45,7 @@ std::optional<Color> colorOfObjects(FPDF_ANNOTATION annotation, ObjectColorReade
   return std::nullopt;
 }
 
-// Once there is an appearance the engine does not tell the annotation's own colour.
+// For an annotation with an appearance the engine does not report the annotation's own colour.
 Color colorOf(FPDF_ANNOTATION annotation) {
   Color color;
   if (FPDFAnnot_GetColor(annotation, FPDFANNOT_COLORTYPE_Color, &color.red, &color.green,

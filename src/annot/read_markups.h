@@ -14,17 +14,17 @@ inline constexpr double kNoQuadTop = -1e18;
 
 struct FoundMarkup {
   MarkupEntry entry;
-  double quadTop = kNoQuadTop;  // largest top edge of its quads in page points; without quads this
+  double quadTop = kNoQuadTop;  // largest top edge of its quads in page points
 };
 
-// The zero-based pages that have any, ascending. No page's content is read for that.
+// The zero-based pages that have any, ascending. Finding them reads no page content.
 std::vector<int> pagesWithMarkups(FPDF_DOCUMENT document);
 
-// Those of one page in the order of its annotations; none when the page cannot be loaded.
+// The markups of one page in the order of its annotations; empty when the page cannot be loaded.
 std::vector<FoundMarkup> readMarkupsOfPage(FPDF_DOCUMENT document, int page);
 
-// Those of the whole document, page by page. Where the session holds the document, memory is given
-// back on the way.
+// The markups of the whole document, page by page. If the session holds the document, memory is
+// released on the way.
 std::vector<FoundMarkup> readMarkups(FPDF_DOCUMENT document);
 
 }  // namespace quillmere

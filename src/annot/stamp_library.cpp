@@ -2,7 +2,7 @@
 
 namespace quillmere {
 
-// The library holds no stamps until pictures can be imported.
+// The library is empty until pictures can be imported.
 void LoadStampLibrary() {}
 
 }  // namespace quillmere

@@ -8,10 +8,10 @@ namespace quillmere {
 
 namespace {
 
-// Sizes are measured fourfold, since the system's measure goes by whole pixels.
+// Measure at four times the size, since the system measures in whole pixels.
 constexpr double kMeasuredScale = 4;
 
-// Beside Latin-1, what the encoding WinAnsi holds.
+// The characters of the encoding WinAnsi beyond Latin-1.
 constexpr std::u16string_view kBeyondLatin1 =
     u"\u20AC\u201A\u0192\u201E\u2026\u2020\u2021\u02C6\u2030\u0160\u2039\u0152\u017D"
     u"\u2018\u2019\u201C\u201D\u2022\u2013\u2014\u02DC\u2122\u0161\u203A\u0153\u017E\u0178";
@@ -26,13 +26,13 @@ bool isControl(char16_t unit) {
   return unit < u' ' || (unit >= 0x7F && unit <= 0x9F);
 }
 
-// The joined letters U+FB00 to U+FB06, one by one.
+// The letters of the ligatures U+FB00 to U+FB06.
 constexpr std::u16string_view kJoinedLetters[] = {u"ff",  u"fi", u"fl", u"ffi",
                                                   u"ffl", u"st", u"st"};
 constexpr char16_t kFirstJoinedLetters = 0xFB00;
 
-// Fonts have joined letters under numbers of their own, so they come out as letters; control
-// characters show nothing, and half of a surrogate pair is no character.
+// Fonts give ligatures numbers of their own, so write their letters; control characters show
+// nothing, and half of a surrogate pair is not a character.
 std::u16string printable(std::u16string_view text) {
   std::u16string result;
   result.reserve(text.size());
@@ -52,7 +52,7 @@ std::u16string printable(std::u16string_view text) {
   return result;
 }
 
-// A line end is a carriage return, a line feed, or the one followed by the other.
+// A line ends with a carriage return, a line feed, or both in this order.
 std::vector<std::u16string> paragraphsOf(const std::u16string& text) {
   std::vector<std::u16string> paragraphs;
   std::size_t begin = 0;
@@ -64,17 +64,17 @@ std::vector<std::u16string> paragraphsOf(const std::u16string& text) {
   }
 }
 
-// More units than any line shows; what takes no room is broken here.
+// More units than any line shows; text without any width is broken here.
 constexpr std::size_t kLongestLine = 1000;
 
-// Finds what the next line takes from the text that is left. Widths grow with the text, so the end
-// is looked for from the length that the line before had, which takes a few measures in place of
-// one for each word.
+// Finds how much of the remaining text the next line takes. Widths grow with the text, so the
+// search starts at the length of the line before, which takes a few measurements instead of one for
+// each word.
 class LineBreaker {
  public:
   LineBreaker(const SummaryRuler& ruler, double width) : ruler_(ruler), width_(width) {}
 
-  // Units of the next line; at least 1 for a text that is not empty.
+  // Units of the next line; at least 1 unless the text is empty.
   std::size_t lineLength(std::u16string_view text) {
     text_ = text.substr(0, kLongestLine);
     if (text_.size() < text.size() && isHighSurrogate(text_.back())) text_.remove_suffix(1);

@@ -12,21 +12,21 @@ namespace quillmere {
 class SummaryRuler {
  public:
   SummaryRuler(bool bold, double size);
-  // Points, rounded up to quarters and never too narrow; 0 for an empty text.
+  // Points, rounded up to quarters, so never too narrow; 0 for an empty text.
   double widthOf(std::u16string_view text) const;
 
  private:
   platform::TextRulerHandle ruler_;
 };
 
-// The lines of a text that has `width` points. Words stay whole unless one is wider than a line,
-// line ends in the text are kept.
+// The lines of a text that is `width` points wide. Words stay whole unless one is wider than a
+// line; line ends in the text are kept.
 std::vector<std::u16string> WrapSummaryText(const std::u16string& text, bool bold, double size,
                                             double width);
 std::vector<std::u16string> WrapSummaryText(const std::u16string& text, const SummaryRuler& ruler,
                                             double width);
 
-// False when a character of the line is missing in the standard fonts' encoding.
+// False when the standard fonts' encoding lacks a character of the line.
 bool fitsStandardFonts(std::u16string_view line);
 
 }  // namespace quillmere

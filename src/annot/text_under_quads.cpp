@@ -8,7 +8,7 @@ namespace quillmere {
 namespace {
 
 constexpr std::size_t kFirstBuffer = 1024;  // units
-// How the engine reports a hyphen that divides a word at a line's end.
+// The engine's code for a hyphen that divides a word at a line's end.
 constexpr char16_t kDividingHyphen = 0x02;
 constexpr char32_t kFirstBeyondOneUnit = 0x10000;
 constexpr char32_t kSurrogateBits = 10;
@@ -45,20 +45,20 @@ std::optional<PageBox> boxOfQuad(FPDF_ANNOTATION annotation, std::size_t index) 
 
 std::u16string TextUnderQuads::under(const std::vector<PageBox>& quads) {
   std::u16string text;
-  bool wordGoesOn = false;
+  bool wordContinues = false;
   for (const PageBox& quad : quads) {
     const std::u16string next = piece(quad);
     if (next.empty()) continue;
-    if (!text.empty() && !wordGoesOn) text += u' ';
+    if (!text.empty() && !wordContinues) text += u' ';
     text += next;
-    wordGoesOn = text.back() == kDividingHyphen;
-    if (wordGoesOn) text.pop_back();
+    wordContinues = text.back() == kDividingHyphen;
+    if (wordContinues) text.pop_back();
   }
   return text;
 }
 
-// The blank before or after a quad counts as touched by it. Boxes of letters reach into the lines
-// above and below, so a quad that is a little too high also catches parts of these.
+// PDFium includes the blank before or after a quad. Boxes of letters reach into the lines above and
+// below, so a quad that is a little too high also catches parts of these.
 std::u16string TextUnderQuads::piece(const PageBox& quad) {
   if (textPage_ == nullptr) return {};
   std::u16string text = boundedText(quad);
@@ -101,9 +101,9 @@ std::u16string TextUnderQuads::charactersIn(const PageBox& quad) {
     appendCode(text, character.code);
     before = character.index;
   }
-  const bool wordGoesOn = !text.empty() && text.back() == kDividingHyphen;
+  const bool wordContinues = !text.empty() && text.back() == kDividingHyphen;
   std::erase(text, kDividingHyphen);
-  if (wordGoesOn) text += kDividingHyphen;
+  if (wordContinues) text += kDividingHyphen;
   return text;
 }
 

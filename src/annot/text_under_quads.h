@@ -11,16 +11,16 @@
 
 namespace quillmere {
 
-// The box around one quad's corners; nothing when the quad cannot be read.
+// The box around one quad's corners; nullopt when the quad cannot be read.
 std::optional<PageBox> boxOfQuad(FPDF_ANNOTATION annotation, std::size_t index);
 
-// The text of one page, as far as it stands under quads. It must not outlive the page.
+// The text of one page that lies under quads. It must not outlive the page.
 class TextUnderQuads {
  public:
-  // A page without text, given as null, has none under any quad.
+  // For a page without text, given as null, the text is always empty.
   explicit TextUnderQuads(FPDF_TEXTPAGE textPage) : textPage_(textPage) {}
 
-  // Pieces of one line each, joined by blanks; a word divided at a line's end comes out whole.
+  // The text of each line, joined by blanks; a word divided at a line's end comes out whole.
   std::u16string under(const std::vector<PageBox>& quads);
 
  private:
@@ -39,7 +39,7 @@ class TextUnderQuads {
   FPDF_TEXTPAGE textPage_;
   std::u16string buffer_;
   bool charactersRead_ = false;
-  std::vector<Character> characters_;  // those that show something, from the bottom up
+  std::vector<Character> characters_;  // visible ones, from the bottom up
   std::vector<int> blanks_;            // indexes of blanks and line ends, ascending
 };
 

@@ -18,7 +18,7 @@ using platform::windowHandles;
 
 namespace {
 
-constexpr int kLongestLine = 360;  // pixels at 96 an inch
+constexpr int kLongestLine = 360;  // pixels at 96 DPI
 constexpr int kBesideX = 16;       // likewise, from the pointer
 constexpr int kBesideY = 20;       // likewise
 constexpr LPARAM kShownMilliseconds = 32767;
@@ -27,9 +27,9 @@ constexpr COLORREF kText = RGB(33, 33, 33);
 
 HWND tip = nullptr;
 HFONT tipFont = nullptr;
-std::int32_t tipDpi = 0;  // that the font is for
+std::int32_t tipDpi = 0;  // DPI of the font
 
-// The main window as a tool whose tip is placed and shown by hand.
+// The main window as a tool whose tip is positioned and shown by the program.
 TTTOOLINFOW mainTool() {
   auto tool = platform::sized<TTTOOLINFOW>();
   tool.uFlags = TTF_TRACK | TTF_ABSOLUTE;
@@ -42,7 +42,7 @@ void sendTool(UINT message, WPARAM wParam, TTTOOLINFOW tool) {
   SendMessageW(tip, message, wParam, reinterpret_cast<LPARAM>(&tool));
 }
 
-// With a visual theme the tip would keep the theme's colours.
+// With a visual theme the tip would keep the theme's colours instead of the program's.
 void switchThemeOff() {
   using SetWindowThemeCall = HRESULT(WINAPI*)(HWND, LPCWSTR, LPCWSTR);
   const HMODULE library = LoadLibraryExW(L"uxtheme.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
@@ -62,7 +62,7 @@ void fitToDensity() {
   SendMessageW(tip, TTM_SETMAXTIPWIDTH, 0, scaled(kLongestLine));
 }
 
-// False when there is no tip. It goes with the main window, which owns it.
+// False when there is no tip. It is destroyed with the main window, which owns it.
 bool prepareTip() {
   if (!IsWindow(tip)) {
     tip = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
@@ -100,7 +100,7 @@ void showTip(const std::u16string& text, int x, int y) {
   moveTip(x, y);
 }
 
-// The control adds its border to the place that it is told, so it is put there by hand as well.
+// The control adds its border to the position it is given, so set the window's position too.
 void moveTip(int x, int y) {
   if (!IsWindow(tip)) return;
   POINT pointer{x, y};

@@ -4,14 +4,14 @@
 
 namespace quillmere {
 
-// The one tip of the main window, a small window beside the pointer. Places are client pixels of
-// the main window. Nothing happens when Windows refuses to make it.
+// The main window's one tip, a small window beside the pointer. Places are client pixels of the
+// main window. Does nothing when Windows refuses to create it.
 
-// Shows the text beside a pointer at x, y, in place of what the tip showed before.
+// Shows the text beside a pointer at x, y, replacing what the tip showed before.
 void showTip(const std::u16string& text, int x, int y);
-// The tip goes along with the pointer.
+// Moves the tip along with the pointer.
 void moveTip(int x, int y);
-// Without effect when the tip is hidden.
+// Does nothing when the tip is hidden.
 void hideTip();
 
 }  // namespace quillmere
