@@ -23,8 +23,8 @@ namespace {
 
 bool reporting = false;
 
-// A change reported by what a change calls would bring things up to date in an order that nobody
-// can read here.
+// A change reported while another is being handled would update things in an order that nobody can
+// read here.
 class Report {
  public:
   Report() {
@@ -46,7 +46,7 @@ void repaintAll() {
 
 }  // namespace
 
-// Hits move along before the page is painted with them.
+// Syncs the hits before the page is painted with them.
 void pageShown(int pane) {
   const Report report;
   forgetMarkupTip();
@@ -95,7 +95,7 @@ void turnsChanged(int pane) {
   noteDocumentChanged(pane);
 }
 
-// The tree is that of the active pane's document.
+// The tree shows the active pane's document.
 void markupsChanged(FPDF_DOCUMENT document, int page) {
   const Report report;
   forgetMarkupBoxes(document, page);

@@ -3,13 +3,13 @@
 // The windows inside the main window.
 namespace quillmere {
 
-// Makes them in their fixed order, hidden or shown as the session says.
+// Creates them in their fixed order, hidden or shown as the session says.
 void createChildWindows();
 
-// Puts each in its place for the present client size.
+// Moves each to its place for the present client size.
 void layoutChildWindows();
 
-// Fonts of the screen's density, for the panel headers and trees.
+// Gives panel headers and trees the fonts for the screen's density.
 void applyPanelFonts();
 
 }  // namespace quillmere

@@ -58,7 +58,7 @@ void registerPlainClass(const wchar_t* className) {
   RegisterClassExW(&description);
 }
 
-// Tab leaves a tree for the page.
+// Tab moves the keyboard from a tree to the page.
 LRESULT CALLBACK treeProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                DWORD_PTR) {
   if (message == WM_KEYDOWN && wParam == VK_TAB) {
@@ -74,8 +74,8 @@ bool pointerOnUpdateLink(HWND bar) {
   return GetCursorPos(&point) && ScreenToClient(bar, &point) && onUpdateLink(point.x, point.y);
 }
 
-// The slider reports to its parent, the status bar; the main window acts on it. The version part is
-// a link once there is a newer version.
+// The slider reports to its parent, the status bar, and the main window acts on it. The version
+// part is a link once there is a newer version.
 LRESULT CALLBACK statusBarProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                     UINT_PTR, DWORD_PTR) {
   if (message == WM_HSCROLL) return SendMessageW(windowHandles.main, message, wParam, lParam);
@@ -137,8 +137,8 @@ void createLeftPanel() {
   BuildBinderTree();
 }
 
-// Its old picture is not taken along: a neighbour with scroll bars that was placed before may have
-// drawn over it.
+// Do not copy the old picture: a neighbour with scroll bars that was placed before may have drawn
+// over it.
 void place(HWND window, const PixelRect& rect, bool visible) {
   if (window == nullptr) return;
   const bool shown = visible && !rect.empty();

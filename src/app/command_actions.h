@@ -7,7 +7,7 @@ namespace quillmere {
 
 void openInSeparateViewer();
 void openUserGuide();
-// Opens a row of the recent list, counted from 0; without effect beyond its end.
+// Opens a row of the recent list, counted from 0; does nothing beyond its end.
 void openRecentDocument(std::uint32_t row);
 void saveAllDocuments();
 void discardAllDocuments();

@@ -107,7 +107,7 @@ void stepOnInFolder() {
   StepInFolder(1);
 }
 
-// The sound tells that the key or menu was heard.
+// The sound says that the key or menu was noticed.
 void notImplementedYet() {
   platform::beep(platform::Sound::Default);
 }

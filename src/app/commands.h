@@ -14,17 +14,17 @@ struct Accelerator {
   bool shift = false;
 };
 
-// What becomes of a command in a read-only viewer.
+// How a command behaves in a read-only viewer.
 enum class ViewerRule {
   Allowed,
   Greyed,   // its menu items are disabled
-  Refused,  // and it is dropped before its handler runs
+  Refused,  // also dropped before its handler runs
 };
 
-// One command: what it is called, when it can be had, what it does.
+// One command: its name, when it is available, what it does.
 struct Command {
   std::uint32_t id;
-  const char16_t* text;  // as menus show it, a tab before the key's name
+  const char16_t* text;  // as in menus, with a tab before the key's name
   ViewerRule inViewer;
   bool (*enabled)();  // null for always
   bool (*checked)();  // null for never
@@ -33,7 +33,7 @@ struct Command {
   Accelerator accelerator{};
 };
 
-// Every command but the recent documents, whose ids are a range.
+// Every command except the recent documents, whose ids are a range.
 std::span<const Command> allCommands();
 // Null for an unknown id.
 const Command* findCommand(std::uint32_t id);
@@ -44,7 +44,7 @@ bool commandEnabled(const Command& command);
 // Runs a command by its id. False when the id is unknown or a viewer refuses it.
 bool runCommand(std::uint32_t id);
 
-// Brings check marks and enabling of the menu bar up to date.
+// Updates check marks and enabling in the menu bar.
 void refreshMenus();
 
 }  // namespace quillmere

@@ -40,7 +40,7 @@ bool settleBeforeClose() {
 }
 
 void tearDown() {
-  // A window that is closed while a question is up leaves nobody to open these.
+  // The window may be closed while a question is up; nobody is left to open these.
   session.waitingOpens.clear();
   SaveSettings();
   SaveCurrentViews();

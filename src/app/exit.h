@@ -2,14 +2,14 @@
 
 namespace quillmere {
 
-// What stands between the wish to close the main window and its end. True when it may go; false
-// when a file was handed over meanwhile, which is open then.
+// What happens before the main window closes. True when it may close; false when a file was handed
+// over meanwhile, which is then open.
 bool settleBeforeClose();
 
-// What is kept and released when the main window goes, up to the end of PDFium.
+// Saves and releases everything when the main window goes; shuts PDFium down last.
 void tearDown();
 
-// The user logs off: what can be kept without a question is kept.
+// The user logs off: saves what can be saved without a question.
 void settleForLogoff();
 
 }  // namespace quillmere

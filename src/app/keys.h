@@ -43,8 +43,8 @@ enum Key : std::uint32_t {
   kKeyRightBracket = 0xDD,
 };
 
-// Handles a key that no accelerator took, with the modifiers as the keyboard has them. False when
-// the key means nothing.
+// Handles a key that no accelerator took, with the keyboard's present modifiers. False when the key
+// means nothing.
 bool handleKey(std::uint32_t key);
 
 }  // namespace quillmere

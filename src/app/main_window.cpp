@@ -40,7 +40,7 @@ HICON smallIcon() {
 }
 
 LRESULT CALLBACK mainWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  // Messages that come while the window is being made already ask for its handle.
+  // Messages that arrive while the window is being created already ask for its handle.
   if (message == WM_NCCREATE) windowHandles.main = window;
   const std::span<const MessageHandler> handlers = mainWindowHandlers();
   const auto found = std::find_if(handlers.begin(), handlers.end(), [&](const MessageHandler& row) {
@@ -48,7 +48,7 @@ LRESULT CALLBACK mainWindowProcedure(HWND window, UINT message, WPARAM wParam, L
   });
   if (found != handlers.end()) {
     const std::optional<LRESULT> result = found->handle(wParam, lParam);
-    // Whoever sent the message from outside may look at the title once it is answered.
+    // Another program may read the title as soon as its message is answered.
     if (InSendMessage()) platform::showWaitingTitle();
     if (result) return *result;
   }
@@ -101,7 +101,7 @@ void showMainWindow(int showCommand) {
   loadAcceleratorsAndIcons();
 }
 
-// A modeless dialog keeps its Tab and Enter; accelerators get what no dialog took.
+// A modeless dialog keeps its Tab and Enter; accelerators get what no dialog takes.
 bool takenBeforeDispatch(MSG& message) {
   for (const HWND dialog : windowHandles.dialogs) {
     if (dialog != nullptr && IsDialogMessageW(dialog, &message)) return true;

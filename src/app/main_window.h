@@ -12,10 +12,10 @@ bool createMainWindow();
 void showMainWindow(int showCommand);
 
 // Offers a message to the modeless dialogs, in their order, then to the accelerators. True when one
-// of them took it; then it is not dispatched.
+// of them took it; the message is then not dispatched.
 bool takenBeforeDispatch(tagMSG& message);
 
-// Runs until the process is told to quit; the result is its exit code.
+// Runs until the process is told to quit; returns its exit code.
 int runMessageLoop();
 
 }  // namespace quillmere

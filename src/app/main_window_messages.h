@@ -10,7 +10,7 @@ namespace quillmere {
 // on its 64-bit platform.
 struct MessageHandler {
   std::uint32_t message;
-  // Nothing when the system's own handling is to follow.
+  // Returns nullopt when the system's own handling is to follow.
   std::optional<std::intptr_t> (*handle)(std::uintptr_t wParam, std::intptr_t lParam);
 };
 

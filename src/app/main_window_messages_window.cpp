@@ -52,7 +52,7 @@ using Result = std::optional<std::intptr_t>;
 
 ULONG_PTR gdiplusToken = 0;
 
-// Not in the headers: carries copy-data from programs of lower integrity.
+// Missing in the headers: carries copy-data from programs of lower integrity.
 constexpr UINT kCopyGlobalData = 73;
 
 struct ClientPoint {
@@ -117,8 +117,8 @@ Result onDestroy(WPARAM, LPARAM) {
   return 0;
 }
 
-// The system would give the keyboard to the window itself: whoever types in the find field would
-// then turn pages after a look at another program.
+// The system would give the keyboard to the window itself, so a user typing in the find field would
+// turn pages after looking at another program.
 Result onActivate(WPARAM wParam, LPARAM) {
   if (LOWORD(wParam) == WA_INACTIVE) {
     HideMarkupTip();
@@ -132,14 +132,14 @@ Result onActivate(WPARAM wParam, LPARAM) {
   return 0;
 }
 
-// A window that is being minimised takes the keyboard from its children before it is deactivated.
+// A window being minimised takes the keyboard from its children before it is deactivated.
 Result onSystemCommand(WPARAM wParam, LPARAM) {
   const bool minimises = (wParam & 0xFFF0) == SC_MINIMIZE;  // the lowest bits are the system's own
   if (minimises) windowHandles.keyboard = platform::keyboardHolder();
   return std::nullopt;
 }
 
-// Once restored, it may get the keyboard without being activated again.
+// After being restored, the window may get the keyboard without being activated again.
 Result onFocus(WPARAM, LPARAM) {
   if (IsIconic(windowHandles.main)) return std::nullopt;
   const HWND holder = std::exchange(windowHandles.keyboard, nullptr);
@@ -167,8 +167,8 @@ Result onDpiChanged(WPARAM wParam, LPARAM lParam) {
   changeDensity(HIWORD(wParam));
   applyPanelFonts();
   applyFindBarFont();
-  // A stored place is in the pixels of its own screen; enlarged at each start it would grow for
-  // ever.
+  // A stored place is in the pixels of its own screen; scaling it at each start would make the
+  // window grow for ever.
   if (windowHandles.placing) return 0;
   const auto* wanted = reinterpret_cast<const RECT*>(lParam);
   SetWindowPos(windowHandles.main, nullptr, wanted->left, wanted->top, wanted->right - wanted->left,
@@ -306,7 +306,7 @@ Result onMouseWheel(WPARAM wParam, LPARAM lParam) {
   return 0;
 }
 
-// Taking the mouse anew for another drag of this window is no loss.
+// Another drag of this window may capture the mouse; that is no loss.
 Result onCaptureChanged(WPARAM, LPARAM lParam) {
   if (reinterpret_cast<HWND>(lParam) != windowHandles.main) loseCapture();
   return 0;
@@ -329,7 +329,7 @@ Result onInitMenuPopup(WPARAM wParam, LPARAM) {
   return 0;
 }
 
-// The loop of an open menu handles messages of its own.
+// An open menu runs a message loop of its own.
 std::optional<DocumentWork> menuWork;
 
 Result onMenuLoop(WPARAM, LPARAM) {
@@ -352,7 +352,7 @@ Result onHorizontalScroll(WPARAM wParam, LPARAM lParam) {
   return 0;
 }
 
-// A row that the program selects, or that focus selects, is not a choice of the user.
+// Only the user's own choice counts, not a row selected by the program or by focus.
 Result onTreeSelection(const NMTREEVIEWW& change) {
   if (change.action == TVC_BYMOUSE || change.action == TVC_BYKEYBOARD) {
     JumpToTreeEntry(static_cast<std::int32_t>(change.itemNew.lParam));
@@ -360,13 +360,13 @@ Result onTreeSelection(const NMTREEVIEWW& change) {
   return 0;
 }
 
-// The rows below one come when it is expanded for the first time.
+// Rows are added below another when it is first expanded.
 Result onTreeExpanding(const NMTREEVIEWW& change) {
   if (change.action == TVE_EXPAND) FillTreeEntry(static_cast<std::int32_t>(change.itemNew.lParam));
   return 0;
 }
 
-// A click on the row that is selected already leads there again.
+// A click on the row that is already selected jumps there again.
 Result onTreeClick() {
   const HWND tree = windowHandles.bookmarksTree;
   const DWORD place = GetMessagePos();

@@ -6,14 +6,14 @@
 
 namespace quillmere {
 
-// Makes the menu bar of the main window.
+// Creates the menu bar of the main window.
 void installMenuBar();
 
-// Fills the popup anew, when it is the File menu, and brings the states of all up to date. `popup`
-// is the handle that the window system names.
+// Fills the popup again if it is the File menu, and updates the states of all menus. `popup` is the
+// window system's handle.
 void refreshPopup(const void* popup);
 
-// Shows the rows as a menu at client x and y and runs the command that is chosen.
+// Shows the rows as a menu at client x and y and runs the command that the user chooses.
 void showContextMenu(const std::vector<MenuRow>& rows, int x, int y);
 
 }  // namespace quillmere

@@ -40,7 +40,7 @@ void refillMenu(HMENU menu, const std::vector<MenuRow>& rows) {
   appendRows(menu, rows);
 }
 
-// An open menu handles messages of its own, and its rows speak of what is open now.
+// An open menu runs a message loop of its own, and its rows refer to what is open now.
 BOOL trackMenu(HMENU menu, POINT place) {
   const DocumentWork work;
   return TrackPopupMenu(menu, TPM_RIGHTBUTTON | TPM_RETURNCMD, place.x, place.y, 0,

@@ -81,7 +81,7 @@ MenuRow commandRow(std::uint32_t id, bool enabled) {
   return row;
 }
 
-// A menu takes a single ampersand for the mark of a key.
+// In a menu's text a single ampersand marks a key.
 std::u16string menuText(const std::u16string& text) {
   std::u16string shown;
   for (const char16_t unit : text) shown.append(unit == u'&' ? 2 : 1, unit);
@@ -114,7 +114,7 @@ std::vector<MenuRow> rowsOf(std::span<const std::uint32_t> layout) {
   return rows;
 }
 
-// What can be done with the markup that was right-clicked; nothing without one.
+// What can be done with the markup that was right-clicked; empty without one.
 std::vector<MenuRow> markupRows() {
   if (session.markupMenuAnnot < 0) return {};
   const bool editable = !session.viewerRole;

@@ -22,14 +22,14 @@ struct MenuBarEntry {
   std::vector<MenuRow> rows;
 };
 
-// The whole menu bar with its present states.
+// The whole menu bar in its present state.
 std::vector<MenuBarEntry> menuBar();
 
-// The File menu, whose recent documents change from one opening to the next.
+// The File menu, rebuilt each time it opens since its recent documents change.
 std::vector<MenuRow> fileMenu();
 
-// The menu of a right click at client x and y in a pane that shows a page. The markup there must
-// have been picked.
+// The menu for a right click at client x and y in a pane that shows a page. The markup there must
+// have been picked before.
 std::vector<MenuRow> contextMenu(int pane, int x, int y);
 
 }  // namespace quillmere

@@ -79,7 +79,7 @@ bool pressToSelect(int x, int y) {
   return true;
 }
 
-// The second press of a double click means a word only where the first one would have begun a
+// The second press of a double click selects a word only where the first would have begun a
 // selection.
 bool pressWord(int x, int y) {
   const int pane = paneUnder(x, y);
@@ -89,7 +89,7 @@ bool pressWord(int x, int y) {
   return true;
 }
 
-// Who gets a press of the left button: the first row that takes it.
+// Handlers of the left button; the first row that takes the press gets it.
 struct PressRow {
   bool (*press)(int x, int y);
   bool (*secondPress)(int x, int y);  // of a double click; null when it means nothing there
@@ -105,9 +105,9 @@ constexpr PressRow kLeftPresses[] = {
     {pressToSelect, pressWord},
 };
 
-// What each drag does with the pointer. It ends when its button comes up, and when somebody else
-// takes the mouse; the first goes to where the button came up, as the last movement before it may
-// have got lost.
+// What each drag does. It ends when its button is released or when something else captures the
+// mouse. A release first moves to the pointer, since the last movement before it may have been
+// lost.
 struct GestureRow {
   Gesture kind;
   void (*move)(int x, int y);
@@ -146,8 +146,8 @@ constexpr GestureRow kGestures[] = {
      endTextSelection},
 };
 
-// The row of the drag that is going on; null without one.
-const GestureRow* presentGesture() {
+// The row of the drag under way; null without one.
+const GestureRow* currentGesture() {
   for (const GestureRow& row : kGestures) {
     if (row.kind == session.gesture.kind) return &row;
   }
@@ -160,7 +160,7 @@ bool aboveStatusBar(int y) {
 
 }  // namespace
 
-// One drag at a time: another button ends the one before where it is.
+// One drag at a time: another button ends the present one where it is.
 void pressLeft(int x, int y) {
   HideMarkupTip();
   loseCapture();
@@ -185,7 +185,7 @@ void doubleClickLeft(int x, int y) {
 }
 
 void movePointer(int x, int y) {
-  if (const GestureRow* gesture = presentGesture()) gesture->move(x, y);
+  if (const GestureRow* gesture = currentGesture()) gesture->move(x, y);
 }
 
 void hoverPointer(int x, int y) {
@@ -194,17 +194,17 @@ void hoverPointer(int x, int y) {
 
 // A drag may have ended without releasing the mouse.
 void releaseLeft(int x, int y) {
-  if (const GestureRow* gesture = presentGesture()) gesture->release(x, y);
+  if (const GestureRow* gesture = currentGesture()) gesture->release(x, y);
   platform::releaseMouse();
 }
 
 void releaseMiddle(int x, int y) {
-  const GestureRow* gesture = presentGesture();
+  const GestureRow* gesture = currentGesture();
   if (gesture != nullptr && gesture->kind == Gesture::Pan) gesture->release(x, y);
 }
 
 void loseCapture() {
-  if (const GestureRow* gesture = presentGesture()) gesture->cancel();
+  if (const GestureRow* gesture = currentGesture()) gesture->cancel();
 }
 
 std::vector<MenuRow> releaseRight(int x, int y) {

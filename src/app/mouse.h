@@ -26,16 +26,16 @@ void hoverPointer(int x, int y);
 void releaseLeft(int x, int y);
 void releaseMiddle(int x, int y);
 
-// Makes the pane active; the rows of the menu to show there, none outside pages.
+// Makes the pane active and returns the rows of the menu to show there; empty outside pages.
 std::vector<MenuRow> releaseRight(int x, int y);
 
 // The side buttons: back and forward in the history of the pane under the pointer.
 void pressSideButton(int x, bool forward);
 
-// `delta` is the wheel's turn, 120 for one notch.
+// `delta` is how far the wheel turned, 120 for one notch.
 void turnWheel(int x, int y, int delta, bool shift, bool control);
 
-// Ends every drag, whoever took the mouse away.
+// Ends every drag, whatever took the mouse away.
 void loseCapture();
 
 CursorKind cursorAt(int x, int y);

@@ -26,7 +26,7 @@ void addSelection(int pane, std::vector<OverlayQuad>& quads) {
   }
 }
 
-// The order of painting.
+// In the order of painting.
 constexpr void (*kOverlays[])(int pane, std::vector<OverlayQuad>& quads) = {addHits, addSelection};
 
 }  // namespace

@@ -18,7 +18,7 @@ struct OverlayColor {
 
 inline constexpr OverlayColor kFindHitColor{0x78, 0xFF, 0xDC, 0x00};
 inline constexpr OverlayColor kCurrentHitColor{0xB4, 0x9B, 0x32, 0xC8};
-// How opaque the system's highlight colour is painted over selected text.
+// Opacity, of 255, of the system's highlight colour over selected text.
 inline constexpr std::uint8_t kSelectionAlpha = 130;
 
 // Corners are pixels from the pane's top left corner.

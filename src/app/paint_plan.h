@@ -29,7 +29,7 @@ struct FilledRect {
   Color color;
 };
 
-// The lines and bars between panes and panels, in client pixels; a missing one is empty.
+// The lines and bars between panes and panels, in client pixels; empty if missing.
 struct WindowPlan {
   int paneCount = 1;
   FilledRect divider;
@@ -53,14 +53,14 @@ struct PanePlan {
 };
 PanePlan planPane(int pane, const PixelRect& rect);
 
-// The words that invite to open a document in an empty pane.
+// The invitation to open a document in an empty pane.
 std::u16string placeholderText(int pane);
 
 // The text's box, centred in the pane's content, in pixels from the pane's top left corner.
 PixelRect placeholderBox(const PanePlan& plan, platform::PixelSize text);
 
-// The part of that box that a click can hit, in client pixels: in a narrow pane the text reaches
-// beyond it.
+// The part of that box that can be clicked, in client pixels: in a narrow pane the text is wider
+// than the pane.
 PixelRect placeholderTarget(const PanePlan& plan, const PixelRect& box);
 
 }  // namespace quillmere

@@ -30,8 +30,8 @@ using FontHandle = std::unique_ptr<std::remove_pointer_t<HFONT>, ObjectDeleter>;
 using BitmapHandle = std::unique_ptr<std::remove_pointer_t<HBITMAP>, ObjectDeleter>;
 using DeviceContextHandle = std::unique_ptr<std::remove_pointer_t<HDC>, DeviceContextDeleter>;
 
-// The picture of the whole client area. It is kept while the window has this size, since making it
-// costs more than filling it. Without memory for it the window is drawn on directly.
+// The picture of the whole client area. It is kept until the window's size changes, since creating
+// it costs more than filling it. Without memory for it the program draws on the window directly.
 struct BackBuffer {
   DeviceContextHandle dc;
   BitmapHandle bitmap;
@@ -74,7 +74,7 @@ PixelRect common(const PixelRect& a, const PixelRect& b) {
           std::min(a.bottom, b.bottom)};
 }
 
-// Fills all of `area` but the part of it that something else covers.
+// Fills all of `area` except the part that something else covers.
 void fillAround(HDC dc, const PixelRect& area, const PixelRect& covered, Color color) {
   const PixelRect hole = common(area, covered);
   if (hole.empty()) return fill(dc, area, color);
@@ -94,7 +94,7 @@ void drawPage(HDC dc, const PaneSlot& slot, const PanePlan& plan) {
   platform::copySurface(slot.pageBitmap.get(), dc, plan.bitmapX, plan.bitmapY);
 }
 
-// The text's place is remembered for clicks, in client pixels.
+// Remembers the text's place, in client pixels, for clicks.
 void drawPlaceholder(HDC dc, int pane, const PanePlan& plan) {
   const std::u16string text = placeholderText(pane);
   const FontHandle font(platform::createPlaceholderFont(session.dpi));
@@ -111,7 +111,7 @@ void drawPlaceholder(HDC dc, int pane, const PanePlan& plan) {
   SelectObject(dc, previous);
 }
 
-// Quads stand under whatever rotation the page has, so they are filled as polygons.
+// Quads follow the page's rotation, so they are filled as polygons.
 void drawOverlays(HDC dc, int pane) {
   const std::vector<OverlayQuad> overlays = overlayQuads(pane);
   if (overlays.empty()) return;

@@ -23,7 +23,7 @@ constexpr std::u16string_view kPrintPrefix = u"--print";
 constexpr std::u16string_view kViewerPrefix = u"--viewer";
 constexpr std::u16string_view kDefaultMarkerName = u"Set Quillmere as default.pdf";
 
-// A primary instance that has the mutex may still be making its window: 50 rounds of 50 ms.
+// A primary instance that holds the mutex may still be creating its window: 50 rounds of 50 ms.
 constexpr int kSearchRounds = 50;
 constexpr std::uint32_t kSearchPause = 50;
 
@@ -35,8 +35,7 @@ constexpr const char16_t* kShortcutPromptText =
     u"Add Quillmere to your desktop?\n\nA desktop shortcut makes it easy to launch Quillmere "
     u"without searching the Start menu.\n\nYou can also do this later from Edit > Settings.";
 
-// Only a quote in front is looked at; without one the rest of the line, blanks and all, is the
-// path.
+// Only a leading quote matters; without one the rest of the line, blanks included, is the path.
 std::u16string parseFileArgument(std::u16string_view rest) {
   if (rest.empty() || rest.front() != u'"') return boundedPath(rest);
   const std::u16string copied = boundedPath(rest.substr(1));

@@ -19,16 +19,16 @@ struct InitialPlacement {
 InitialPlacement mainWindowInitialPlacement();
 
 struct ViewerSurroundings {
-  std::optional<platform::ScreenRect> mainWindow;  // nothing when there is none to stand beside
+  std::optional<platform::ScreenRect> mainWindow;  // nullopt when there is none to open beside
   platform::ScreenRect workArea;
   int viewerCount = 0;  // windows of other viewers
   int captionHeight = 0;
 };
 
-// Beside the main window, each further viewer one caption higher and two further right.
+// Beside the main window, each further viewer one caption higher and two further to the right.
 InitialPlacement viewerInitialPlacement(const ViewerSurroundings& surroundings);
 
-// What the screen looks like now.
+// The screen as it is now.
 ViewerSurroundings viewerSurroundings();
 
 }  // namespace quillmere
