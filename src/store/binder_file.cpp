@@ -22,9 +22,9 @@ namespace quillmere {
 
 namespace {
 
-constexpr std::size_t kLongestLine = 518;          // units without the line end
+constexpr std::size_t kLongestLine = 518;          // units, not counting the line end
 constexpr std::size_t kMostBytesOfUnit = 3;        // in UTF-8
-constexpr std::uint64_t kLargestFile = 256 << 20;  // bytes; nobody's list of documents is larger
+constexpr std::uint64_t kLargestFile = 256 << 20;  // bytes; no real list of documents is larger
 constexpr std::uint32_t kLastPage = 999999;
 constexpr std::uint32_t kLastMode = 3;
 constexpr float kZoomAbove = 0.01f;
@@ -35,13 +35,13 @@ constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kLittleEndianMark = "\xFF\xFE";
 constexpr std::string_view kBigEndianMark = "\xFE\xFF";
 
-// Numbers are read as the C library reads them: behind blanks, and only as far as they go.
+// Numbers are read as the C library reads them: after blanks, up to the first other character.
 bool isBlank(char16_t unit) {
   return unit == u' ' || (unit >= u'\t' && unit <= u'\r');
 }
 
-// The decimal integer at the start of the text, held at the limits of 32 bits, as its bits without
-// a sign; nothing without a digit.
+// The decimal integer at the start of the text, clamped to 32 bits with sign, as its bits; nullopt
+// without a digit.
 std::optional<std::uint32_t> unsignedBits(std::u16string_view text) {
   std::size_t at = 0;
   while (at < text.size() && isBlank(text[at])) ++at;
@@ -58,7 +58,7 @@ std::optional<std::uint32_t> unsignedBits(std::u16string_view text) {
   return static_cast<std::uint32_t>(negative ? -number : number);
 }
 
-// The number at the start of the text; nothing when there is none or it is not finite.
+// The number at the start of the text; nullopt when there is none or it is not finite.
 std::optional<float> finiteNumber(std::u16string_view text) {
   std::string narrow;
   for (const char16_t unit : text) {
@@ -134,7 +134,7 @@ void stripTrailing(std::u16string_view& text) {
   while (!text.empty() && (text.back() == u' ' || text.back() == u'\r')) text.remove_suffix(1);
 }
 
-// Whether the head line has this key; if so, its value.
+// The value of this key if the head line has it.
 std::optional<bool> flagOf(std::u16string_view head, std::u16string_view key) {
   if (!platform::equalIgnoringCase(head.substr(0, key.size()), key)) return std::nullopt;
   return !head.substr(key.size()).starts_with(u'0');
@@ -153,7 +153,7 @@ void readLine(std::u16string_view line, BinderFile& binder) {
   if (line.front() == u'#') return readHead(line.substr(1), binder);
 
   const std::size_t end = std::min(line.find(u'\t'), line.size());
-  // The system takes no notice of blanks behind a name, and a line without fields would lose them.
+  // The system ignores blanks after a name, and a line without fields would lose them.
   std::u16string_view path = line.substr(0, end);
   stripTrailing(path);
   if (path.empty()) return;
@@ -164,7 +164,7 @@ void readLine(std::u16string_view line, BinderFile& binder) {
   }
 }
 
-// Ignored whole: a line that is too long, and one with a zero unit, which no path has.
+// Ignores a line that is too long, and one with a zero unit, which no path has.
 void readDecodedLine(const std::u16string& line, BinderFile& binder) {
   if (line.size() <= kLongestLine && line.find(u'\0') == std::u16string::npos) {
     readLine(line, binder);
@@ -177,7 +177,7 @@ void readUtf8(std::string_view bytes, BinderFile& binder) {
     std::string_view line = bytes.substr(0, end);
     bytes.remove_prefix(std::min(end + 1, bytes.size()));
     if (line.ends_with('\r')) line.remove_suffix(1);
-    // A long line is not even decoded.
+    // A line this long is not even decoded.
     if (line.size() <= kLongestLine * kMostBytesOfUnit) {
       readDecodedLine(platform::fromUtf8(line), binder);
     }
@@ -188,7 +188,7 @@ void readUtf16(std::string_view bytes, BinderFile& binder) {
   std::u16string line;
   const auto take = [&] {
     if (line.ends_with(u'\r')) line.pop_back();
-    // What is written is UTF-8, which knows no surrogate on its own.
+    // Binder files are written in UTF-8, which has no lone surrogates.
     readDecodedLine(platform::fromUtf8(platform::toUtf8(line)), binder);
     line.clear();
   };
@@ -198,14 +198,14 @@ void readUtf16(std::string_view bytes, BinderFile& binder) {
     const auto unit = static_cast<char16_t>(high << 8 | low);
     if (unit == u'\n') {
       take();
-    } else if (line.size() <= kLongestLine + 1) {  // enough to tell that it is too long
+    } else if (line.size() <= kLongestLine + 1) {  // enough to see that it is too long
       line += unit;
     }
   }
   take();
 }
 
-// As the runtime's "%g" writes it, whatever the locale.
+// Formats as the runtime's "%g" does, whatever the locale.
 std::u16string generalNumber(double number) {
   char digits[32];
   const auto end = std::to_chars(digits, digits + sizeof digits, number, std::chars_format::general,
@@ -231,11 +231,12 @@ std::u16string lineOf(const BinderFile& binder, const std::u16string& path) {
   const auto view = binder.views.find(platform::toLower(path));
   if (view == binder.views.end()) return path;
   const std::u16string fields = fieldsOf(view->second);
-  // The reader drops a line that is too long: better the path without its view than neither.
+  // The reader drops a line that is too long, so write the path without its view rather than lose
+  // both.
   return path.size() + fields.size() <= kLongestLine ? path + fields : path;
 }
 
-// Takes in what the file of the documents in use holds, behind what has joined them since.
+// Adds what the file of the documents in use holds, after what was added since the start.
 void adoptStored(BinderFile& stored, BinderFile& binder) {
   std::unordered_set<std::u16string, Fnv1aTextHash> listed;
   for (const std::u16string& path : binder.files) listed.insert(platform::toLower(path));
@@ -245,8 +246,8 @@ void adoptStored(BinderFile& stored, BinderFile& binder) {
   binder.views.merge(stored.views);
 }
 
-// A list that could not be opened when the program started would be lost by writing, so it is read
-// before. False when it still cannot be.
+// A list that could not be opened when the program started would be overwritten, so read it first.
+// False when it still cannot be read.
 bool catchUpWithFile(BinderFile& binder) {
   if (!binder.isWorkingDocuments || !session.workingDocumentsUnread) return true;
   BinderFile stored;

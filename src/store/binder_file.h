@@ -5,34 +5,34 @@
 
 #include "session/binder.h"
 
-// Binder files: UTF-8 text with a mark and CR LF line ends. A head line for each flag of the
-// binder, then a line for each document with its saved view behind tabs.
+// Binder files: UTF-8 text with a byte order mark and CR LF line ends. A head line for each flag of
+// the binder, then a line for each document with its saved view after tabs.
 namespace quillmere {
 
-// The name that a binder has from its file: what stands behind the last backslash, without the last
+// The name that a binder gets from its file: what follows the last backslash, without the last
 // extension.
 std::u16string BinderNameFromPath(std::u16string_view path);
 
-// Fills `binder` from a file's bytes. Lines and fields that are no good are dropped one by one;
-// flags that no line names keep their values. False for text that the system's runtime does not
-// read either (big-endian UTF-16), with the binder as it was.
+// Fills `binder` from a file's bytes. Invalid lines and fields are dropped one by one; flags that
+// no line names keep their values. False, with the binder unchanged, for text that the system's
+// runtime does not read either (big-endian UTF-16).
 bool parseBinder(std::string_view bytes, BinderFile& binder);
 
 // The bytes of a binder's file.
 std::string binderBytes(const BinderFile& binder);
 
-// Empties the binder and reads it from `path`, whose name it takes. True when the file could be
+// Empties the binder and reads it from `path`, which gives it its name. True when the file could be
 // opened, whatever it holds.
 bool LoadBinderFile(const std::u16string& path, BinderFile& binder);
 
-// Whether this process keeps the binder's file at all. A viewer writes none; a main window beside
-// another one leaves the list of documents in use to that one.
+// Whether this process writes the binder's file. A viewer writes none; a main window beside another
+// one leaves the list of documents in use to that one.
 bool keepsBinderFile(const BinderFile& binder);
 
-// Writes the binder's whole file. True when that is done. Failures are not told to the user.
+// Writes the binder's whole file. True on success. Does not report failures to the user.
 bool WriteBinderFile(BinderFile& binder);
 
-// The same, and tells the user when a file that this process keeps could not be written.
+// The same, but tells the user when a file that this process writes could not be written.
 bool SaveBinderFile(BinderFile& binder);
 
 }  // namespace quillmere

@@ -25,7 +25,7 @@ namespace {
 
 using platform::equalIgnoringCase;
 
-// Keeps the list of loaded binders from being saved in the middle of a bulk load.
+// Keeps the list of loaded binders from being saved during a bulk load.
 class BulkLoad {
  public:
   BulkLoad() { session.restoringBinders = true; }
@@ -38,15 +38,15 @@ bool isCustomBinder(int index) {
   return IsValidBinder(index) && !binderAt(index).isWorkingDocuments;
 }
 
-// What the settings would have to name once the absent binders are back counts as loaded.
+// Absent binders count too: once they are back, the settings have to name them all.
 bool libraryIsFull() {
   const auto custom = std::count_if(session.binderLibrary.begin(), session.binderLibrary.end(),
                                     [](const BinderFile& b) { return !b.isWorkingDocuments; });
   return custom + static_cast<std::ptrdiff_t>(session.absentBinders.size()) >= kMostCustomBinders;
 }
 
-// The odd characters are part of the text, as people have always seen it.
-int tellLibraryIsFull() {
+// The odd characters are deliberate: users know the message in this form.
+int reportFullLibrary() {
   showBox(formatText(u"Cannot load another binder \u00E2\u20AC\u201D the maximum of %d binders is "
                      u"already loaded.\n\nClose a binder first (right-click the binder name in the "
                      u"Binder Library panel \u2192 Close Binder).",
@@ -67,7 +67,7 @@ bool isKnown(const std::u16string& path) {
              [&](const AbsentBinder& absent) { return equalIgnoringCase(absent.path, path); });
 }
 
-// Appends the binder of a file that answered.
+// Appends the binder of a file that can be reached.
 int appendBinder(const std::u16string& path) {
   BinderFile binder;
   if (!LoadBinderFile(path, binder)) return kNoBinder;
@@ -77,7 +77,7 @@ int appendBinder(const std::u16string& path) {
   return static_cast<int>(session.binderLibrary.size()) - 1;
 }
 
-// A binder that the settings name, and whether its file answers.
+// A binder that the settings name, and whether its file can be reached.
 struct ListedBinder {
   std::u16string path;
   ProbeResult state = ProbeResult::Missing;
@@ -95,13 +95,13 @@ std::vector<ListedBinder> listedBinders() {
   return listed;
 }
 
-// The place that an absent binder has behind the last one of `library`.
-AbsentBinder absentBehind(const std::vector<BinderFile>& library, const std::u16string& path) {
+// An absent binder, placed after the last one of `library`.
+AbsentBinder absentAfter(const std::vector<BinderFile>& library, const std::u16string& path) {
   const bool first = library.empty() || library.back().isWorkingDocuments;
   return {path, first ? std::u16string() : library.back().path};
 }
 
-// What a bulk refresh builds beside the library that there is.
+// What a bulk refresh builds while the present library stays in use.
 struct FreshLibrary {
   std::vector<BinderFile> binders;
   std::vector<AbsentBinder> absent;
@@ -119,7 +119,7 @@ void addListed(const ListedBinder& listed, FreshLibrary& fresh) {
   } else if (loaded != kNoBinder) {
     fresh.binders.push_back(binderAt(loaded));
   } else {
-    fresh.absent.push_back(absentBehind(fresh.binders, listed.path));
+    fresh.absent.push_back(absentAfter(fresh.binders, listed.path));
   }
 }
 
@@ -127,7 +127,7 @@ void removeBinder(int index) {
   session.binderLibrary.erase(session.binderLibrary.begin() + index);
 }
 
-// Takes a file with its view out of the binder in memory.
+// Removes a file with its view from the binder in memory.
 std::u16string takeFileOut(BinderFile& binder, int fileIndex) {
   const auto file = binder.files.begin() + fileIndex;
   std::u16string path = std::move(*file);
@@ -141,7 +141,7 @@ void complainAboutName(const std::u16string& text, BoxIcon icon) {
   showBox(text, u"Rename Binder", BoxButtons::Ok, icon);
 }
 
-// Whoever remembers the binder by its path finds it under the new one.
+// Updates everything that refers to the binder by its path.
 void followRename(const std::u16string& oldPath, const std::u16string& newPath) {
   for (auto& [document, binder] : session.documentBinders) {
     if (equalIgnoringCase(binder, oldPath)) binder = newPath;
@@ -151,7 +151,7 @@ void followRename(const std::u16string& oldPath, const std::u16string& newPath) 
   }
 }
 
-// The index that an entry gets once it has been taken out, among `count` entries with it.
+// The index that an entry gets after removing it from `count` entries and inserting it again.
 int indexAfterDrop(int from, DropPlace place, int count) {
   int to = place.over + (place.after ? 1 : 0);
   if (to > from) --to;
@@ -200,7 +200,7 @@ int LoadBinder(const std::u16string& path) {
   const std::u16string full = platform::absolutePath(path);
   const int loaded = FindBinder(full);
   if (loaded != kNoBinder) return loaded;
-  if (libraryIsFull()) return tellLibraryIsFull();
+  if (libraryIsFull()) return reportFullLibrary();
   return onGoneShare(full) ? kNoBinder : appendBinder(full);
 }
 
@@ -210,11 +210,11 @@ void RestoreBinders() {
     for (const ListedBinder& listed : listedBinders()) {
       if (listed.state == ProbeResult::Missing || isKnown(listed.path)) continue;
       if (listed.state == ProbeResult::Unavailable || appendBinder(listed.path) == kNoBinder) {
-        session.absentBinders.push_back(absentBehind(session.binderLibrary, listed.path));
+        session.absentBinders.push_back(absentAfter(session.binderLibrary, listed.path));
       }
     }
   }
-  // A binder file that has gone drops out of the list here.
+  // A binder whose file has gone drops out of the settings here.
   SaveBinderList();
 }
 
@@ -223,7 +223,7 @@ int CreateBinder(const std::u16string& path) {
   const std::u16string full = platform::absolutePath(path);
   const int loaded = FindBinder(full);
   if (loaded != kNoBinder) return loaded;
-  if (libraryIsFull()) return tellLibraryIsFull();
+  if (libraryIsFull()) return reportFullLibrary();
   if (onGoneShare(full) || !platform::writeFile(full, nullptr, 0)) {
     showBox(u"Could not create the binder file.", u"Add New Binder", BoxButtons::Ok,
             BoxIcon::Error);

@@ -11,7 +11,7 @@ namespace {
 constexpr std::u16string_view kForbidden = u"<>:\"/\\|?*";
 constexpr char16_t kFirstPrintable = 32;
 
-// The system takes these for devices in every folder.
+// The system takes these names for devices in every folder.
 constexpr std::u16string_view kDevices[] = {
     u"CON",  u"PRN",  u"AUX",  u"NUL",  u"COM1", u"COM2", u"COM3", u"COM4",
     u"COM5", u"COM6", u"COM7", u"COM8", u"COM9", u"LPT1", u"LPT2", u"LPT3",

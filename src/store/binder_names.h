@@ -5,10 +5,10 @@
 
 namespace quillmere {
 
-// The name as it was meant: without blanks and tabs around it.
+// The typed name without the blanks and tabs around it.
 std::u16string_view trimmedBinderName(std::u16string_view typed);
 
-// Why a binder's file cannot have this trimmed name, in words for the user; null when it can.
+// Why a binder's file cannot have this trimmed name, worded for the user; null when it can.
 const char16_t* binderNameComplaint(std::u16string_view name);
 
 }  // namespace quillmere

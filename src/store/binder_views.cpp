@@ -15,12 +15,12 @@ BinderFile* binderOfPane(int pane) {
   return index == kNoBinder ? nullptr : &session.binderLibrary[static_cast<std::size_t>(index)];
 }
 
-// A book that is fitted to its panes says nothing about the view that its reader wants.
+// In a book that is always fitted to its panes the view says nothing about what the user wants.
 bool viewIsForced() {
   return session.viewMode == ViewMode::Book && session.settings.bookRevertToFit;
 }
 
-// Documents in use that are not restored need no file; at exit it has been deleted already.
+// Documents in use that are not restored need no file, and at exit it has been deleted already.
 bool viewIsWritten(const BinderFile& binder) {
   return !binder.isWorkingDocuments || session.settings.restoreOpenDocs;
 }

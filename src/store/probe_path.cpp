@@ -41,7 +41,7 @@ ProbeResult judgeNetworkQuery(const platform::AttributeQuery& query) {
   return missing ? ProbeResult::Missing : ProbeResult::Unavailable;
 }
 
-// A probe under way; one that no thread could be had for has its result already.
+// A probe under way; if no thread could be started, it already has its result.
 struct Probe {
   ProbeJob* job = nullptr;
   ProbeResult result = ProbeResult::Unavailable;
@@ -55,7 +55,7 @@ Probe startNetworkProbe(const std::u16string& path) {
   job->path = path;
   job->doneEvent = event;
   if (platform::startDetachedThread(probeOnThread, job)) return {job};
-  job->references = 1;  // there is no thread to hold the other one
+  job->references = 1;  // no thread holds the other one
   release(job);
   return {nullptr, judgeNetworkQuery(platform::queryAttributes(path))};
 }

@@ -9,19 +9,19 @@ namespace quillmere {
 enum class ProbeResult : std::int32_t { Available = 0, Missing = 1, Unavailable = 2 };
 
 // Finds out whether a file can be reached. A network path is probed on another thread and counts as
-// unavailable when no answer comes in time; a local one is probed directly.
+// unavailable when no answer comes in time; a local path is probed directly.
 ProbeResult probePath(const std::u16string& path, std::uint32_t timeoutMilliseconds);
 
-// The same for several at once, which share one timeout: many dead shares cost no more than one.
+// The same for several paths at once, sharing one timeout: many dead shares cost no more than one.
 std::vector<ProbeResult> probePaths(const std::vector<std::u16string>& paths,
                                     std::uint32_t timeoutMilliseconds);
 
-// As long as the settings say that an open may wait for a network location.
+// How long the settings let an open wait for a network location.
 std::uint32_t openTimeoutMilliseconds();
 ProbeResult probeWithinOpenTimeout(const std::u16string& path);
 
-// True for a file on a share that does not answer. Anything else that is done with such a file
-// would hold the window for long.
+// True for a file on a share that does not answer. Anything else done with such a file would block
+// the window for long.
 bool onGoneShare(const std::u16string& path);
 
 }  // namespace quillmere

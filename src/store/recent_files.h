@@ -3,13 +3,14 @@
 #include <string>
 #include <vector>
 
-// The recent list: documents that left those in use, newest first. Every change is saved at once.
+// The recent list: documents that left the documents in use, newest first. Every change is saved at
+// once.
 namespace quillmere {
 
-// Puts the documents at the head, in this order, and cuts the list to its limit.
+// Puts the documents at the front, in this order, and cuts the list to its limit.
 void AddToRecentFiles(const std::vector<std::u16string>& paths);
 
-// Takes a document out of the list.
+// Removes a document from the list.
 void RemoveFromRecentFiles(const std::u16string& path);
 
 }  // namespace quillmere

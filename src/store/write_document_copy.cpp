@@ -12,13 +12,13 @@ namespace quillmere {
 
 namespace {
 
-// Names left behind by processes that ended while writing; more of them means that something else
+// Processes that ended while writing leave names behind; if there are more of them, something else
 // is wrong.
 constexpr int kMostNamesTried = 100;
 
 // A new file beside `path`, so that it can take its place in one step.
 struct Sibling {
-  platform::FileInWritingHandle file;  // null when none could be made
+  platform::FileInWritingHandle file;  // null when none could be created
   std::u16string path;
 };
 
@@ -44,7 +44,7 @@ int writeNextBlock(FPDF_FILEWRITE* self, const void* bytes, unsigned long size) 
   return writer.refused ? 0 : 1;
 }
 
-// The library reports success although its last block was refused.
+// The library reports success even if its last block was refused.
 bool writeBlocks(FPDF_DOCUMENT document, platform::FileInWriting& file) {
   BlockWriter writer;
   writer.version = 1;

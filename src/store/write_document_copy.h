@@ -6,8 +6,8 @@
 
 namespace quillmere {
 
-// Writes the document whole to `path`, replacing a file of that name. True when `path` now holds
-// it; otherwise a file that stood there is as it was.
+// Writes the whole document to `path`, replacing a file of that name. True when `path` now holds
+// it; otherwise a file that was there is unchanged.
 bool WriteDocumentCopy(FPDF_DOCUMENT document, const std::u16string& path);
 
 }  // namespace quillmere
