@@ -24,7 +24,7 @@ namespace {
 
 constexpr int kNoPane = -1;
 
-// The pane that shows the file as one that was opened from the binder.
+// The pane that shows the file as opened from this binder; kNoPane when none does.
 int paneOpenedFrom(const std::u16string& path, int index) {
   const auto opened = session.documentBinders.find(platform::toLower(path));
   if (opened == session.documentBinders.end() || FindBinder(opened->second) != index) {
@@ -33,7 +33,7 @@ int paneOpenedFrom(const std::u16string& path, int index) {
   return paneWithPath(path);
 }
 
-// Asks as Close does, about a document that the user sees as the active one then.
+// Asks as Close does, about a document that is made the active one first.
 bool mayClose(int pane) {
   if (!hasUnsavedChanges(pane)) return true;
   setActivePane(pane);
@@ -67,7 +67,7 @@ bool orphaned(const std::u16string& path, int index) {
   return IsShelved(path) && !IsFileInOtherBinder(path, index);
 }
 
-// The files whose shelved changes nobody would find any more without this binder.
+// The files whose shelved changes could not be found any more without this binder.
 std::vector<UnsavedFile> filesToBeOrphaned(int index) {
   const BinderFile& binder = binderAt(index);
   std::vector<UnsavedFile> files;
@@ -86,7 +86,7 @@ std::vector<UnsavedFile> filesToBeOrphaned(int index) {
   return files;
 }
 
-// Saves what the user chose, and leaves out of `files` what could not be saved.
+// Saves what the user chose, and removes from `files` what could not be saved.
 bool saveChosen(std::vector<UnsavedFile>& files) {
   const auto failed = std::erase_if(files, [](const UnsavedFile& file) {
     return file.save && !SaveShelved(file.binderIndex, file.fileIndex);
@@ -98,7 +98,7 @@ void dropEntries(const std::vector<UnsavedFile>& files) {
   for (const UnsavedFile& file : files) DropShelfEntry(file.path);
 }
 
-// The panes with documents of the binder.
+// The panes with documents opened from the binder.
 std::vector<int> panesOpenedFrom(int index) {
   std::vector<int> panes;
   for (int pane = 0; pane < 2; ++pane) {
@@ -115,8 +115,8 @@ bool isAmong(const std::vector<UnsavedFile>& files, const std::u16string& path) 
   });
 }
 
-// Every question comes before the first document closes. Those that were settled are not asked
-// about again.
+// Asks all questions before closing the first document. Files in `settled` are not asked about
+// again.
 bool closeOpenedFrom(int index, const std::vector<UnsavedFile>& settled) {
   const std::vector<int> panes = panesOpenedFrom(index);
   for (const int pane : panes) {
@@ -145,7 +145,7 @@ bool RemoveFileFromBinder(int index, int fileIndex, bool confirm) {
     if (!orphans && !mayClose(pane)) return false;
     closeDocumentByPath(path);
   }
-  // The copy on the shelf can only be deleted once it is no longer open.
+  // The shelf copy can only be deleted once it is no longer open.
   if (orphans) DropShelfEntry(path);
   RemoveFileRecord(index, fileIndex);
   return true;

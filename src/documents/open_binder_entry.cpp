@@ -54,7 +54,7 @@ bool alreadyShown(const std::u16string& path, bool otherPaneCounts) {
   return otherPaneCounts && inTwoDocuments() && shownIn(1 - session.activePane, path);
 }
 
-// Unsaved changes outlive the document that they are of.
+// A missing document can still be opened from its unsaved changes on the shelf.
 bool canBeOpened(const std::u16string& path, ProbeResult probe, bool shown) {
   if (probe == ProbeResult::Available) return true;
   return probe == ProbeResult::Missing && !shown && !liveShelfCopy(path).empty();

@@ -13,7 +13,7 @@ namespace quillmere {
 
 namespace {
 
-// A stored pan is any number; beyond this many pixels no page can be.
+// A stored pan can be any number; no page reaches beyond this many pixels.
 constexpr float kFarthestPan = 1e6f;
 
 bool inBook() {
@@ -24,7 +24,7 @@ bool hasView(const BinderEntry& entry) {
   return entry.mode >= kFitPage && entry.mode <= kCustomFit;
 }
 
-// What the binder holds of the document, if it says where to go; null otherwise.
+// The binder's entry for the document, if it has a page or view to go to; null otherwise.
 const BinderEntry* storedView(int binderIndex, std::u16string_view path) {
   if (!session.settings.restoreView || !IsValidBinder(binderIndex)) return nullptr;
   const auto& views = binderAt(binderIndex).views;
@@ -34,13 +34,13 @@ const BinderEntry* storedView(int binderIndex, std::u16string_view path) {
   return hasView(entry) || entry.hasPage ? &entry : nullptr;
 }
 
-// A book keeps a page for its right side.
+// A book needs one more page for its right side.
 std::int32_t lastPageToShow(std::int32_t pageCount) {
   const bool leavesRoom = inBook() && pageCount > static_cast<std::int32_t>(session.viewMode);
   return std::max(pageCount - (leavesRoom ? 2 : 1), 0);
 }
 
-// A book that is fitted to its panes takes no other view.
+// A book that is always fitted to its panes ignores stored views.
 bool viewCounts(const BinderEntry& entry) {
   return hasView(entry) && !(inBook() && session.settings.bookRevertToFit);
 }

@@ -33,15 +33,15 @@ bool isOpen(const std::u16string& path) {
          platform::equalIgnoringCase(path, pathOf(1));
 }
 
-// Copies of unsaved work, which nothing else may write.
+// Copies of unsaved work, which nothing else may overwrite.
 bool onShelf(const std::u16string& path) {
   const std::u16string& shelf = session.shelveFolder;
   return !shelf.empty() && path.size() > shelf.size() &&
          platform::equalIgnoringCase(path.substr(0, shelf.size()), shelf);
 }
 
-// Where the report shall go; empty when the user cancelled. Documents that the program reads or
-// keeps are no targets.
+// Where to write the report; empty when the user cancelled. Documents that the program has open or
+// manages are refused.
 std::u16string askForTarget(const std::u16string& source) {
   for (;;) {
     std::u16string path = askWhereToSave(requestFor(source));

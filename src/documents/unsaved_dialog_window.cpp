@@ -2,7 +2,7 @@
 
 namespace quillmere {
 
-// Nothing is shelved yet, so nobody is asked. Cancel loses nothing.
+// Nothing is shelved yet, so there is nothing to ask. Cancel loses nothing.
 UnsavedAnswer ShowUnsavedDialog(std::vector<UnsavedFile>&, const std::u16string&) {
   return UnsavedAnswer::Cancel;
 }
