@@ -16,7 +16,7 @@ struct MarkupBox {
 
 // The boxes of a page's markups, those of the topmost markup last.
 struct MarkupBoxes {
-  std::int32_t annotations = 0;  // how many of any kind the page had when they were read
+  std::int32_t annotations = 0;  // of any kind, counted when the boxes were read
   std::vector<MarkupBox> boxes;
 };
 

@@ -5,7 +5,7 @@
 
 namespace quillmere {
 
-// A highlight or strikethrough as the markup list holds it.
+// A highlight or strikethrough in the markup list.
 struct MarkupEntry {
   std::int32_t page = 0;  // zero-based
   double left = 0;        // the annotation's rectangle in page points; 0 without one
@@ -15,7 +15,7 @@ struct MarkupEntry {
   bool hasRect = false;
   std::int32_t subtype = 0;  // FPDF_ANNOT_HIGHLIGHT or FPDF_ANNOT_STRIKEOUT
   std::uint32_t color = 0;   // red in the low byte, then green, then blue
-  std::u16string text;       // the text that it covers
+  std::u16string text;       // the text under it
   std::u16string note;       // its "Contents"
 };
 

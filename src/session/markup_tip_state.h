@@ -4,14 +4,14 @@
 
 namespace quillmere {
 
-// The note that is shown beside the pointer. Places are client pixels.
+// The note shown beside the pointer. Places are client pixels.
 struct MarkupTipState {
   std::int32_t pane = -1;  // -1 when none is shown
   std::int32_t annot = -1;
   std::int32_t x = 0;  // where the pointer was last
   std::int32_t y = 0;
-  // The tip was hidden at x, y and stays so until the pointer leaves that place: Windows reports a
-  // movement also when the pointer rests and only what lies below it has changed.
+  // The tip was hidden at x, y and stays hidden until the pointer leaves that place: Windows
+  // reports a movement even when the pointer rests and only what lies below it has changed.
   bool quiet = false;
 };
 

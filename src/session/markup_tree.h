@@ -10,12 +10,12 @@
 
 namespace quillmere {
 
-// Numbers of rows of the navigation tree that are no bookmarks; bookmarks count from 0, and -1
+// Numbers of rows of the navigation tree that are not bookmarks; bookmarks count from 0, and -1
 // leads nowhere.
 inline constexpr std::int32_t kMarkupsRootEntry = -2;
 inline constexpr std::int32_t kFirstMarkupNodeEntry = -16;  // markups count down from here
 
-// What a markup's row stands below, where that is no bookmark.
+// The parent of a markup's row at the top of the tree.
 inline constexpr std::int32_t kTopOfTree = -1;
 
 // A markup's row, with what a click on it needs.
@@ -34,12 +34,12 @@ struct MarkupNode {
 
 // The Markups group of the navigation tree.
 struct MarkupTree {
-  bool shown = false;  // the rows are those of the list; until then none was collected
+  bool shown = false;  // the rows follow the list; until then none was collected
   platform::TreeRow root = platform::kNoTreeRow;     // "Markups"; kNoTreeRow when there is none
   platform::TreeRow noneRow = platform::kNoTreeRow;  // "(no markups)"; likewise
   std::vector<MarkupNode> nodes;                     // in the order of the list
   std::int32_t nextEntry = kFirstMarkupNodeEntry;
-  std::unordered_set<std::int32_t> expanded;  // bookmarks that were expanded for a markup once
+  std::unordered_set<std::int32_t> expanded;  // bookmarks that were once expanded for a markup
 };
 
 }  // namespace quillmere

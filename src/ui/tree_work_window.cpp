@@ -27,7 +27,7 @@ bool runsLoopOfItsOwn(UINT message) {
   }
 }
 
-// The only child that a tree makes is the field in which a row is renamed.
+// The only child window that a tree creates is the edit control for renaming a row.
 void followLabelField(WORD event) {
   if (event == WM_CREATE) labelWork.emplace();
   if (event == WM_DESTROY) labelWork.reset();
