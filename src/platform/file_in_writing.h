@@ -4,22 +4,22 @@
 #include <memory>
 #include <string>
 
-// Files that are too large to be built in memory and go out block by block.
+// For files too large to be built in memory; they are written block by block.
 namespace quillmere::platform {
 
-// A file that is being written. Until it is closed nobody else can open it.
+// A file being written. Nothing else can open it until it is closed.
 struct FileInWriting;
 
-// Makes the file only where none of that name exists; null on failure.
+// Creates the file unless one of that name exists; null on failure.
 FileInWriting* startNewFile(const std::u16string& path);
 
-// Appends a block. False when not every byte went out.
+// Appends a block. False unless every byte was written.
 bool writeBlock(FileInWriting& file, const void* bytes, std::uint64_t size);
 
-// Hands everything written so far to the disk. False when the system cannot promise that.
+// Flushes everything written so far to the disk. False when the system cannot promise that.
 bool flushFile(FileInWriting& file);
 
-// Closes the file, which keeps what was written. False when closing failed; `file` is gone then
+// Closes the file and keeps what was written. False when closing failed; `file` is invalid then
 // too.
 bool closeFile(FileInWriting* file);
 

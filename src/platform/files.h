@@ -27,13 +27,13 @@ struct FileStamp {
   std::uint64_t writeTime = 0;  // last write, in 100-nanosecond ticks since 1601 (UTC)
 };
 
-// The full path of what `path` names for this process: a name counts from the folder that the
-// process works in, "\\name" from that folder's drive, "X:name" from the folder that it last worked
-// in on that drive. Full paths come back in the system's own spelling, without "." and "..". Empty
-// stays empty, and what the system cannot complete stays as it is. The result has any length.
+// The full path that `path` stands for in this process: a name is relative to the process's current
+// folder, "\\name" to that folder's drive, "X:name" to the folder last current on that drive. Full
+// paths come back in the system's own spelling, without "." and "..". Empty stays empty, and what
+// the system cannot complete stays as it is. The result can have any length.
 std::u16string absolutePath(const std::u16string& path);
 
-// Attributes of a file or folder, with the error that tells why there are none.
+// Attributes of a file or folder, or the error that says why there are none.
 AttributeQuery queryAttributes(const std::u16string& path);
 
 // True when a file or folder of that name can be reached.
@@ -45,39 +45,39 @@ std::optional<FileStamp> fileStamp(const std::u16string& path);
 // False on failure. Only kAttributeReadOnly can be changed.
 bool setReadOnly(const std::u16string& path, bool readOnly);
 
-// True for a path on a share, by its name or on a drive that is mapped to one. No disk is asked.
+// True for a path on a share, by its name or on a drive mapped to one. Does not access the disk.
 bool isNetworkPath(const std::u16string& path);
 
-// The whole file, opened with read access while others may read, write and delete it. Nothing when
-// it cannot be opened, exceeds `maximumSize` bytes, or gives fewer bytes than its size.
+// The whole file, opened for reading while others may read, write and delete it. Returns nullopt
+// when it cannot be opened, exceeds `maximumSize` bytes, or yields fewer bytes than its size.
 std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& path,
                                                         std::uint64_t maximumSize);
 
 // The file's first bytes, at most `maximumSize` of them, possibly none. Returns nullopt when it
-// cannot be opened while others hold it open for writing.
+// cannot be opened while others have it open for writing.
 std::optional<std::vector<std::uint8_t>> readFileHead(const std::u16string& path,
                                                       std::uint64_t maximumSize);
 
-// Replaces or makes the file. False when it could not be made (in use, read-only, a folder) or not
-// every byte was written.
+// Replaces or creates the file. False when it could not be created (in use, read-only, a folder) or
+// not every byte was written.
 bool writeFile(const std::u16string& path, const void* bytes, std::uint64_t size);
 
-// Makes a new file with these bytes. False when the name exists already, or on failure.
+// Creates a new file with these bytes. False when the name exists already, or on failure.
 bool createNewFile(const std::u16string& path, const void* bytes, std::uint64_t size);
 
 // False when the file did not exist or could not be deleted (in use, read-only, a folder).
 bool deleteFile(const std::u16string& path);
 
 // Renames `source` to `target`, replacing a file of that name in one step. False on failure (either
-// in use, the target read-only or a folder), with both files as they were.
+// in use, the target read-only or a folder), with both files unchanged.
 bool replaceFile(const std::u16string& source, const std::u16string& target);
 
 // Renames `source` to `target` and never replaces a file. False on failure (`source` in use,
-// another file of the name `target`), with everything as it was. Other letter case alone is another
-// name.
+// another file named `target`), with everything unchanged. Changing only the letter case is
+// allowed.
 bool renameFile(const std::u16string& source, const std::u16string& target);
 
-// Makes one folder. True when it exists afterwards.
+// Creates one folder. True when it exists afterwards.
 bool createFolder(const std::u16string& path);
 
 // The path in UTF-8, for libraries that open files themselves.

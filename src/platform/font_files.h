@@ -5,13 +5,13 @@
 #include <string_view>
 #include <vector>
 
-// Fonts of the system, to be put into documents.
+// System fonts, for embedding in documents.
 namespace quillmere::platform {
 
-// A face like Arial that has all characters of the text; Arial where none is known to.
+// A face like Arial that has all characters of the text; Arial when no known face has them.
 std::u16string faceFor(std::u16string_view text);
 
-// The TrueType file of a face. Empty when the system does not give it away as a file of its own.
+// The TrueType file of a face; empty when the system does not offer it as a file of its own.
 std::vector<std::uint8_t> fontFile(const std::u16string& face, bool bold);
 
 }  // namespace quillmere::platform

@@ -6,8 +6,8 @@
 
 #include "platform/instances.h"
 
-// What the logic asks of this process's main window. While there is no window, operations do
-// nothing and queries return zero or nullopt.
+// What the program's logic needs from this process's main window. While there is no window,
+// operations do nothing and queries return zero or nullopt.
 namespace quillmere::platform {
 
 struct PixelSize {
@@ -21,13 +21,13 @@ PixelSize mainWindowClientSize();
 // Outer height of the status bar; 0 without one.
 int statusBarHeight();
 
-// The caption changes once the current message is done and invalid pages are painted: drawing it is
-// slow.
+// The caption changes once the current message is done and invalid pages are painted, because
+// drawing it is slow.
 void setMainWindowTitle(const std::u16string& title);
 
 // Repaints the whole client area, with or without erasing first.
 void invalidateMainWindow(bool erase);
-// Repaints at once whatever is invalid.
+// Repaints everything invalid at once.
 void updateMainWindow();
 // The same without the child windows.
 void updatePages();
@@ -35,7 +35,7 @@ void updatePages();
 // Calls `fill` before the status bar is next painted or queried. Filling it can take longer than
 // the change that it reports, and the page should be painted first.
 void fillStatusBarLater(void (*fill)());
-// Right edges of the status bar's parts in pixels, -1 for "to the end"; `count` of them.
+// Right edges of the `count` parts of the status bar in pixels, -1 for "to the end".
 void setStatusParts(const int* rightEdges, int count);
 void setStatusText(int part, const std::u16string& text);
 // Position of the zoom slider inside the status bar, whether it is enabled, and its thumb.
@@ -43,19 +43,19 @@ void placeZoomSlider(int x, int y, int width, int height);
 void enableZoomSlider(bool enabled);
 void setZoomSlider(int position);
 
-// Check mark and enabling of a menu bar item by its command id.
+// Sets check mark and enabling of a menu bar item by its command id.
 void setMenuItem(std::uint32_t command, bool checked, bool enabled);
 
 // Lays out the child windows again, as after a size change.
 void layoutMainWindow();
 
-// Chooses the cursor again for where the pointer is.
+// Chooses the cursor for the present pointer position again.
 void refreshCursor();
 
 void captureMouse();
 void releaseMouse();
 void focusMainWindow();
-// Restores the window when it is minimised, then brings it to the foreground.
+// Restores the window if it is minimised, then brings it to the foreground.
 void raiseMainWindow();
 // Moves the keyboard focus to a panel's tree.
 void focusNavigationTree();
@@ -64,7 +64,7 @@ void focusBinderTree();
 // Posts the message that rebuilds the binder tree once the current message is done.
 void postBinderTreeRebuild();
 
-// Posts the message that handles waiting work from the main message loop.
+// Posts the message that makes the main message loop handle waiting work.
 void postWaitingWork();
 
 // The system's colour behind selected text.

@@ -13,15 +13,15 @@ enum class Tree { Navigation, Binders };
 using TreeRow = std::uintptr_t;
 inline constexpr TreeRow kNoTreeRow = 0;
 
-// Between the two nothing is repainted, so that thousands of rows come in one go. Afterwards the
-// first row in sight is the same as before, if it still is there; a tree that was not scrolled
-// stays at its first row.
+// Nothing is repainted between the two calls, so that thousands of rows can be added at once.
+// Afterwards the first visible row is the same as before, if it still exists; a tree that was not
+// scrolled stays at its first row.
 void beginTreeUpdate(Tree tree);
 void endTreeUpdate(Tree tree);
 
 void clearTree(Tree tree);
 
-// What a row shows and stands for.
+// What a row shows and refers to.
 struct TreeRowContent {
   std::u16string text;
   std::int32_t entry = -1;  // reported when the row is chosen; -1 for a row without a target
@@ -37,15 +37,15 @@ struct TreePlace {
 
 TreeRow insertTreeRow(Tree tree, const TreePlace& place, const TreeRowContent& content);
 
-// Removes a row that has none below it. Where it was selected the control selects a neighbour.
+// Removes a row that has none below it. If it was selected, the control selects a neighbour.
 void removeTreeRow(Tree tree, TreeRow row);
 
 void setTreeRowText(Tree tree, TreeRow row, const std::u16string& text);
 
-// Whether the row can be expanded, as `TreeRowContent::expandable`.
+// Sets whether the row can be expanded, as `TreeRowContent::expandable`.
 void setTreeRowExpandable(Tree tree, TreeRow row, bool expandable);
 
-// Without effect for a row that is expanded or has nothing below it.
+// Does nothing for a row that is expanded already or has nothing below it.
 void expandTreeRow(Tree tree, TreeRow row);
 
 }  // namespace quillmere::platform

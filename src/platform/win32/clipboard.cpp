@@ -24,7 +24,7 @@ class OpenedClipboard {
   bool open_;
 };
 
-// A movable block with the text and its terminator; null when memory ran out.
+// A movable block with the text and its terminator; null when out of memory.
 HGLOBAL globalBlockWith(const std::u16string& text) {
   const std::size_t size = (text.size() + 1) * sizeof(char16_t);
   const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);
@@ -47,7 +47,7 @@ bool setClipboardText(const std::u16string& text) {
   if (block == nullptr) return false;
   EmptyClipboard();
   if (SetClipboardData(CF_UNICODETEXT, block) != nullptr) return true;
-  GlobalFree(block);  // the system takes it over only on success
+  GlobalFree(block);  // the system takes ownership only on success
   return false;
 }
 

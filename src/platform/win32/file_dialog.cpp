@@ -20,7 +20,7 @@ void setFilters(IFileDialog& dialog, const std::vector<FileFilter>& filters) {
   for (const FileFilter& filter : filters)
     rows.push_back({wide(filter.name), wide(filter.pattern)});
   dialog.SetFileTypes(static_cast<UINT>(rows.size()), rows.data());
-  dialog.SetFileTypeIndex(1);  // counted from 1
+  dialog.SetFileTypeIndex(1);  // one-based
 }
 
 void setOptions(IFileOpenDialog& dialog, bool allowSeveral) {

@@ -27,7 +27,7 @@ std::optional<std::uint64_t> sizeOf(HANDLE file) {
   return static_cast<std::uint64_t>(size.QuadPart);
 }
 
-// One read of up to `size` bytes; nullopt when it failed or memory ran out.
+// Reads up to `size` bytes; nullopt when that failed or memory ran out.
 std::optional<std::vector<std::uint8_t>> readBytes(HANDLE file, std::uint64_t size) {
   if (size > std::numeric_limits<DWORD>::max()) return std::nullopt;
   try {
@@ -65,7 +65,7 @@ std::u16string absolutePath(const std::u16string& path) {
   if (path.empty()) return path;
   std::u16string full(kUsualPathUnits, u'\0');
   DWORD length = GetFullPathNameW(wide(path), kUsualPathUnits, wideBuffer(full), nullptr);
-  if (length >= full.size()) {  // then it is the size that the buffer must have
+  if (length >= full.size()) {  // the size that the buffer must have
     full.resize(length);
     length = GetFullPathNameW(wide(path), length, wideBuffer(full), nullptr);
   }
@@ -149,7 +149,7 @@ bool renameFile(const std::u16string& source, const std::u16string& target) {
   if (source == target || !equalIgnoringCase(source, target)) {
     return MoveFileExW(wide(source), wide(target), 0) != 0;
   }
-  // Not every file system takes a change of letter case in one step.
+  // Some file systems refuse to change letter case in one step.
   const std::u16string between = source + u"~";
   if (!MoveFileExW(wide(source), wide(between), 0)) return false;
   if (MoveFileExW(wide(between), wide(target), 0)) return true;

@@ -16,8 +16,8 @@ namespace {
 
 constexpr UINT_PTR kStatusSubclass = 0x52;
 
-// A label draws new text the moment it is set, which would delay the key that was typed. So the
-// text is set only when the label is painted or asked for it.
+// A label draws new text the moment it is set, which would delay the typed key. So the text is set
+// only when the label is painted or queried.
 LRESULT CALLBACK statusProcedure(HWND label, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                  DWORD_PTR) {
   const bool shows = message == WM_PAINT || message == WM_PRINTCLIENT || message == WM_GETTEXT ||
@@ -35,8 +35,8 @@ void watchFindStatus(HWND label) {
   SetWindowSubclass(label, statusProcedure, kStatusSubclass, 0);
 }
 
-// Bypasses the subclasses, which do not change the text: each of them looks up a window property
-// for every message, and a search reads the field on every key.
+// Bypasses the subclasses, which do not change the text: each looks up a window property for every
+// message, and a search reads the field on every key.
 std::u16string textOfClass(HWND control) {
   const LRESULT length = askClassOf(control, WM_GETTEXTLENGTH);
   std::u16string text(static_cast<std::size_t>(length) + 1, u'\0');

@@ -10,8 +10,8 @@
 namespace quillmere::platform {
 namespace {
 
-// From the plainest to those for single scripts. Collections of fonts cannot be embedded, so
-// families that come as one are left out.
+// From general faces to those for a single script. Font collections cannot be embedded, so families
+// that come as one are left out.
 constexpr const wchar_t* kFaces[] = {L"Arial",         L"Segoe UI", L"Segoe UI Symbol",
                                      L"Malgun Gothic", L"DengXian", L"Nirmala UI",
                                      L"Leelawadee UI"};

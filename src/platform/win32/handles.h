@@ -13,8 +13,8 @@ namespace quillmere::platform {
 struct KernelHandleCloser {
   void operator()(HANDLE handle) const { CloseHandle(handle); }
 };
-// A file, process, mutex or event; null when there is none. CreateFileW's INVALID_HANDLE_VALUE must
-// be turned into null first, see `openFile`.
+// A file, process, mutex or event; null for none. CreateFileW's INVALID_HANDLE_VALUE must be turned
+// into null first, see `openFile`.
 using KernelHandle = std::unique_ptr<std::remove_pointer_t<HANDLE>, KernelHandleCloser>;
 
 // CreateFileW on `path`; null on failure, with the system's error still set.
@@ -39,7 +39,7 @@ struct ComReleaser {
 template <typename Interface>
 using ComOwner = std::unique_ptr<Interface, ComReleaser>;
 
-// Makes an object of a class; null on failure.
+// Creates an object of a class; null on failure.
 template <typename Interface>
 ComOwner<Interface> createComObject(const CLSID& classId, const IID& interfaceId) {
   void* object = nullptr;
@@ -60,7 +60,7 @@ struct TaskMemoryFreer {
 };
 using TaskText = std::unique_ptr<wchar_t, TaskMemoryFreer>;
 
-// Holds the calling thread in a COM apartment while this object lives.
+// Keeps the calling thread in a COM apartment while this object lives.
 class ComApartment {
  public:
   ComApartment()

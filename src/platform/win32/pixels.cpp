@@ -11,7 +11,7 @@
 namespace quillmere::platform {
 
 // Rows follow each other in the section's memory without gaps, whatever the surface's current size;
-// the size that the section was created with is only the first one.
+// the size it was created with is only the first.
 struct PixelSurface {
   HBITMAP section = nullptr;
   void* bits = nullptr;  // belongs to the section
@@ -74,7 +74,7 @@ PixelSurface* takeSpare(int width, int height) {
   return nullptr;
 }
 
-// False when there is no room for one more.
+// False when both places are taken.
 bool keepAsSpare(PixelSurface* surface) {
   if (surface->bits == nullptr || surface->capacity > kOrdinaryPixels) return false;
   const auto place = std::find(std::begin(spares), std::end(spares), nullptr);

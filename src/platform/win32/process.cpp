@@ -42,7 +42,7 @@ std::u16string executablePath() {
 }
 
 bool startProcess(const std::u16string& program, const std::u16string& commandLine) {
-  std::u16string writable = commandLine;  // the system writes into it
+  std::u16string writable = commandLine;  // because the system writes into it
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION process{};

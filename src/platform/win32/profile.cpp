@@ -11,12 +11,12 @@ namespace {
 
 constexpr std::uint32_t kIntegerUnits = 64;
 
-// Whether the key exists and already has this value. For every write the system rewrites the whole
-// file, and the lists alone are some twenty keys that seldom change.
+// Whether the key exists and already has this value. The system rewrites the whole file for every
+// write, and the lists alone are some twenty keys that seldom change.
 bool alreadyReads(const std::u16string& section, const std::u16string& key,
                   const std::u16string& value, const std::u16string& path) {
   constexpr const wchar_t* kAbsent = L"\x01";
-  std::u16string found(value.size() + 2, u'\0');  // room to notice a longer value
+  std::u16string found(value.size() + 2, u'\0');  // long enough to notice a longer value
   const DWORD length =
       GetPrivateProfileStringW(wide(section), wide(key), kAbsent, wideBuffer(found),
                                static_cast<DWORD>(found.size()), wide(path));

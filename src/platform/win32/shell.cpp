@@ -15,7 +15,7 @@ constexpr UINT32 kPackageIdentityUnits = 512;
 
 using GetIdentityFunction = LONG(WINAPI*)(UINT32* length, PWSTR identity);
 
-// Not every system's kernel32.dll exports it, so it is looked up at run time.
+// Some systems' kernel32.dll do not export it, so look it up at run time.
 GetIdentityFunction findGetIdentity() {
   const HMODULE kernel = GetModuleHandleW(L"kernel32.dll");
   const FARPROC found = GetProcAddress(kernel, "GetCurrentApplicationUserModelId");

@@ -2,7 +2,7 @@
 
 namespace quillmere::platform {
 
-// A zeroed record with its own size in `cbSize`.
+// A zeroed structure with its own size in `cbSize`.
 template <typename Record>
 Record sized() {
   Record record{};

@@ -4,8 +4,8 @@
 
 namespace quillmere::platform {
 
-// The system's fonts for a screen of `dpi` dots per inch. The caller owns the result, which is null
-// on failure.
+// System fonts for a screen with `dpi` dots per inch. The caller owns the result, which is null on
+// failure.
 HFONT createMessageFont(int dpi);
 // The menu font, its height multiplied by 4 / 3, underlined.
 HFONT createPlaceholderFont(int dpi);

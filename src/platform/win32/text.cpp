@@ -10,7 +10,7 @@
 namespace quillmere::platform {
 namespace {
 
-// The system counts text in ints. Longer text does not occur; it would convert to empty text.
+// The system counts text in ints. No text is longer; if one were, it would convert to empty text.
 int countOf(std::size_t size) {
   return size > std::numeric_limits<int>::max() ? 0 : static_cast<int>(size);
 }

@@ -29,7 +29,7 @@ struct TextRuler {
 namespace {
 
 constexpr Gdiplus::REAL kNoLimit = 100000;  // pixels
-// Without any font a text must still be broken into lines.
+// Without any font, text must still be broken into lines.
 constexpr double kGuessedAdvance = 0.5;  // of the font's size
 
 }  // namespace
@@ -43,7 +43,7 @@ void destroyTextRuler(TextRuler* ruler) {
 }
 
 double measureText(const TextRuler& ruler, std::u16string_view text) {
-  // Not every system leaves these out by itself.
+  // Some systems count trailing blanks.
   while (!text.empty() && text.back() == u' ') text.remove_suffix(1);
   if (text.empty()) return 0;
   Gdiplus::RectF bounds;

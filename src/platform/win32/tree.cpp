@@ -27,7 +27,7 @@ LRESULT sendToControl(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   return CallWindowProcW(control, window, message, wParam, lParam);
 }
 
-// The first row in sight of a tree that is being updated; null where that is the tree's first row.
+// The first visible row of a tree being updated; null if that is the tree's first row.
 HTREEITEM rowsOnTop[2] = {};
 
 HTREEITEM& rowOnTop(Tree tree) {
@@ -39,7 +39,7 @@ HTREEITEM nextRow(HWND window, UINT which, HTREEITEM row) {
       SendMessageW(window, TVM_GETNEXTITEM, which, reinterpret_cast<LPARAM>(row)));
 }
 
-// A row that goes leaves its place on top to the one below it, or to the one above.
+// If the first visible row is being removed, the one below takes its place, or else the one above.
 void leaveTop(HWND window, Tree tree, HTREEITEM row) {
   if (rowOnTop(tree) != row) return;
   const HTREEITEM below = nextRow(window, TVGN_NEXTVISIBLE, row);
@@ -60,7 +60,7 @@ void beginTreeUpdate(Tree tree) {
   SendMessageW(window, WM_SETREDRAW, FALSE, 0);
 }
 
-// Expanding and inserting scroll the control.
+// Scrolls back, since expanding and inserting rows scroll the control.
 void endTreeUpdate(Tree tree) {
   const HWND window = windowOf(tree);
   if (window == nullptr) return;

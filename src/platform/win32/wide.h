@@ -8,7 +8,7 @@ namespace quillmere::platform {
 
 static_assert(sizeof(wchar_t) == sizeof(char16_t));
 
-// The same units, with their terminator; valid as long as `text` is unchanged.
+// The same units, with their terminator; valid until `text` changes.
 inline const wchar_t* wide(const std::u16string& text) {
   return reinterpret_cast<const wchar_t*>(text.c_str());
 }

@@ -9,7 +9,7 @@
 
 namespace quillmere::platform {
 
-// Modeless dialogs in the order in which the message loop asks them.
+// Modeless dialogs in the order in which the message loop offers them messages.
 enum class ModelessDialog { Settings, Shortcuts, About, SecurityInfo, AddText, MarkUp };
 inline constexpr int kModelessDialogCount = 6;
 
@@ -19,8 +19,8 @@ struct MenuItemState {
   bool operator==(const MenuItemState&) const = default;
 };
 
-// The windows of this process; null before they are made and after they are gone. The main window
-// owns its children.
+// The windows of this process; null before they are created and after they are destroyed. The main
+// window owns its children.
 struct WindowHandles {
   HWND main = nullptr;
   HACCEL accelerators = nullptr;
@@ -30,7 +30,7 @@ struct WindowHandles {
   HWND findField = nullptr;
   HWND findStatus = nullptr;
   std::u16string findStatusText;
-  bool findStatusWaits = false;      // the label does not show it yet
+  bool findStatusWaits = false;      // not shown by the label yet
   HWND watchedFindStatus = nullptr;  // the label subclassed for that
   HWND findMatchCase = nullptr;
   HWND findWholeWord = nullptr;
@@ -40,26 +40,27 @@ struct WindowHandles {
   HWND binderHeader = nullptr;
   HWND binderTree = nullptr;
   HFONT headerFont = nullptr;  // of the panel headers; owned by the main window
-  HWND keyboard = nullptr;  // who gets it back once the main window is activated; null for nobody
+  HWND keyboard = nullptr;     // gets it back once the main window is activated; null for none
   HWND dialogs[kModelessDialogCount] = {};
-  void (*layoutChildren)() = nullptr;  // puts the children in their places
-  // What the items of the menu bar show, by command. Clear it when the items are created again.
+  void (*layoutChildren)() = nullptr;  // moves the children to their places
+  // What the items of the menu bar show, by command. Cleared when the items are created again.
   std::unordered_map<std::uint32_t, MenuItemState> menuItems;
   bool placing = false;               // the main window is being moved to its stored place
   std::u16string title;               // of the main window
-  bool titleWaits = false;            // its caption does not show it yet
+  bool titleWaits = false;            // the caption does not show it yet
   void (*fillStatusBar)() = nullptr;  // called before the status bar next shows anything
   HWND watchedStatusBar = nullptr;    // the bar subclassed for that
   std::vector<std::u16string> statusTexts;
-  std::vector<int> statusPartEdges;  // right ends in pixels
+  std::vector<int> statusPartEdges;  // right edges in pixels
 };
 
 extern WindowHandles windowHandles;
 
-// Who gets the keyboard back after a box, a dialog or another program had it: the tree or the
-// control of the find bar that has it now, otherwise the main window.
+// The window to give the keyboard back to after a box, a dialog or another program had it: the tree
+// or the control of the find bar that has it now, otherwise the main window.
 HWND keyboardHolder();
-// Gives the keyboard to it, or to the main window when it was hidden, disabled or destroyed since.
+// Gives the keyboard to that window, or to the main window if it has been hidden, disabled or
+// destroyed.
 void giveKeyboardTo(HWND holder);
 
 // The text of a window of this process.
@@ -68,17 +69,17 @@ std::u16string windowText(HWND window);
 // Posted to the main window; rebuilds the binder tree.
 inline constexpr UINT kBinderTreeRebuildMessage = WM_APP + 1;
 
-// Posted to the main window; handles what had to wait.
+// Posted to the main window; handles work that had to wait.
 inline constexpr UINT kWaitingWorkMessage = WM_APP + 201;
 
 // Posted to the main window, which calls showWaitingTitle() for it and when asked for its text.
 inline constexpr UINT kTitleMessage = WM_APP + 200;
 
-// Where the user moved the zoom slider to. Bypasses the subclass that fills a waiting status bar,
-// since filling it would move the slider back to the previous zoom.
+// The position to which the user moved the zoom slider. Bypasses the subclass that fills a waiting
+// status bar, since filling it would move the slider back to the previous zoom.
 int zoomSliderPosition();
 
-// Sets a waiting title of the main window, after painting invalid pages.
+// Sets the main window's waiting title, after painting invalid pages.
 void showWaitingTitle();
 
 }  // namespace quillmere::platform
