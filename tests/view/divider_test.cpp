@@ -11,7 +11,7 @@ class DividerTest : public ViewTest {
  protected:
   DividerTest() {
     openAndShow(simplePdf(10, 400, 600));
-    setViewMode(ViewMode::IndependentPages);  // the divider stands at 500
+    setViewMode(ViewMode::IndependentPages);  // the divider is at 500
   }
 
   static int dragTo(int x) {
@@ -68,7 +68,7 @@ TEST_F(DividerTest, AClickThatMovesNothingChangesNothing) {
   EXPECT_EQ(window().invalidations, 0);
   EXPECT_EQ(pane(0).pageBitmap.get(), bitmap);
   EXPECT_EQ(pane(0).panY, -130.0f);
-  // A window without room for both panes: the divider stands where no drag could put it.
+  // In a window without room for both panes the divider is where no drag could put it.
   window().client.width = 250;
   startDividerDrag(dividerX());
   moveDividerDrag(dividerX());
@@ -110,7 +110,7 @@ TEST_F(DividerTest, InANarrowWindowTheLeftLimitWins) {
 TEST_F(DividerTest, BandAndLimitsGrowWithTheScreensDensity) {
   const struct {
     std::int32_t dpi;
-    int bandStart, bandEnd;  // the first pixel that grabs, and the first that no longer does
+    int bandStart, bandEnd;  // first pixel that grabs, first that no longer does
     int least, most;
   } rows[] = {{96, 499, 503, 343, 848}, {144, 498, 505, 515, 772}};
   for (const auto& row : rows) {

@@ -151,7 +151,7 @@ struct LayoutCase {
 };
 
 TEST_F(GeometryTest, EachZoomModeComputesZoomAndPan) {
-  // The pane has 1000 by 778 pixels; a page up to 762 pixels high is centred.
+  // The pane is 1000 by 778 pixels; a page up to 762 pixels high is centred.
   const LayoutCase cases[] = {
       {"fit page, tall", 400, 600, kFitPage, false, 1.2448f, 251.04f, 15.56f},
       {"fit page ignores fromBottom", 400, 600, kFitPage, true, 1.2448f, 251.04f, 15.56f},
@@ -256,7 +256,7 @@ TEST_F(GeometryTest, APaneNarrowerThanTheMarginsLeavesThePanAlone) {
   openAndShow(simplePdf(1, 40, 600));
   window().client = {100, 800};
   setView(0, 1.0f, 900.0f, 5000.0f);
-  clampPan(0);  // 100 - 80 lies below 80 - 40
+  clampPan(0);  // 100 - 80 is less than 80 - 40
   EXPECT_FLOAT_EQ(pane(0).panX, 900.0f);
   EXPECT_FLOAT_EQ(pane(0).panY, 698.0f);
 }
@@ -315,7 +315,7 @@ TEST_F(GeometryTest, MappingThereAndBackChangesNothingUnderAnyTurn) {
 }
 
 TEST_F(GeometryTest, ThePicturesInkIsWhereTheMappingSays) {
-  // A red square near the page's bottom left corner, under every turn of page and view.
+  // A red square near the page's bottom left corner, for every rotation of page and view.
   for (int own = 0; own < 4; ++own) {
     for (std::uint32_t pending = 0; pending < 4; ++pending) {
       SCOPED_TRACE(testing::Message() << own << " " << pending);
@@ -390,7 +390,7 @@ TEST_F(GeometryTest, ActualSizeOfAPageFarWiderThanThePaneIsCentredUntilTheUserPa
   renderPane(0);
   EXPECT_FLOAT_EQ(pane(0).panX, -2400.0f);
 
-  // A place that no pan of the user's leaves in force.
+  // Beyond the limits of a pan by the user; it stays until the next one.
   pane(0).panX = -4990.0f;
   renderPane(0);
   EXPECT_FLOAT_EQ(pane(0).panX, -4990.0f);

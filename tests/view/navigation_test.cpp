@@ -267,7 +267,7 @@ class PanScrollTest : public NavigationTest {
 };
 
 TEST_F(PanScrollTest, APageWhoseEndHasRisenToTheTopFifthGivesWayToTheNext) {
-  pane(0).panY = -444.0f;  // its bottom stands at 156, the fifth ends at 155.6
+  pane(0).panY = -444.0f;  // its bottom is at 156, the fifth ends at 155.6
   EXPECT_FALSE(panScrollTurn(0));
   pane(0).panY = -444.5f;
   EXPECT_TRUE(panScrollTurn(0));
@@ -282,7 +282,7 @@ TEST_F(PanScrollTest, APageWhoseTopHasSunkToTheBottomFifthGivesWayToTheOneBefore
   pane(0).panY = 622.5f;
   EXPECT_TRUE(panScrollTurn(0));
   EXPECT_EQ(pane(0).currentPage, 2);
-  EXPECT_FLOAT_EQ(pane(0).panY, -405.5f);  // its bottom at a quarter of 778
+  EXPECT_FLOAT_EQ(pane(0).panY, -405.5f);  // its bottom is at a quarter of 778
 }
 
 TEST_F(PanScrollTest, TheZoomStaysEvenInFitPage) {

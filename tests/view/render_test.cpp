@@ -42,7 +42,7 @@ TEST_F(RenderTest, ATurnedViewTurnsThePictureClockwise) {
   setView(0, 1.0f, 0, 0);
   ASSERT_EQ(pane(0).pageBitmapWidth, 100);
   ASSERT_EQ(pane(0).pageBitmapHeight, 200);
-  EXPECT_EQ(pixel(90, 10), 0x0000FFu);  // the top left corner came to the top right
+  EXPECT_EQ(pixel(90, 10), 0x0000FFu);  // the top left corner is now at the top right
   EXPECT_EQ(pixel(10, 10), 0xFFFFFFu);
 }
 
@@ -57,7 +57,7 @@ TEST_F(RenderTest, FilledInFormFieldsAreSeenAndHiddenOnesAreNot) {
   openAndShow(filledFormPdf());
   setView(0, 1.0f, 0, 0);
   EXPECT_EQ(pixel(100, 400 - 325), 0x00FF00u);
-  int ink = 0;  // of the value that has no picture in the file
+  int ink = 0;  // of the value without an appearance in the file
   for (int y = 400 - 220; y < 400 - 200; ++y) {
     for (int x = 50; x < 150; ++x) ink += (pixel(x, y) & 0xFF) < 0x80 ? 1 : 0;
   }

@@ -28,7 +28,7 @@ class SelectionTest : public ViewTest {
     setView(0, 1.0f, 40.0f, 20.0f);
   }
 
-  // The middle of a character in client pixels.
+  // The centre of a character in client pixels.
   static ClientPoint placeOf(int index, int inPane = 0) {
     double left = 0;
     double right = 0;
@@ -295,7 +295,7 @@ TEST_F(SelectionTest, ACharacterIsHitFromAFewPixelsAway) {
   const struct {
     std::int32_t dpi;
     float zoom;
-    double reach;  // beyond this no pixel hits, and the last one before it does
+    double reach;  // pixels beside the character that still hit it
   } rows[] = {{96, 1, 3}, {96, 4, 3}, {144, 1, 4.5}, {144, 4, 4.5}};
   for (const auto& row : rows) {
     SCOPED_TRACE(testing::Message() << row.dpi << " at " << row.zoom);

@@ -16,7 +16,7 @@ namespace quillmere::test {
 // pane of SinglePage has 1000 by 778 and those of the other modes 500 and 498 by 778.
 class ViewTest : public SessionTest {
  protected:
-  // Opens a document in a mode with a single one and shows its first page in pane 0.
+  // Opens a document in a one-document mode and shows its first page in pane 0.
   FPDF_DOCUMENT openAndShow(const std::string& bytes,
                             const std::u16string& path = u"C:\\active.pdf");
   // Opens a document in a pane of TwoDocuments and shows its first page there.

@@ -21,7 +21,7 @@ class WheelTest : public ViewTest {
     setView(0, 2.0f, -50.0f, -100.0f);
   }
 
-  // What one notch back of the wheel did to pane 0.
+  // The effect of one backward notch of the wheel on pane 0.
   enum class Effect { PageTurn, Vertical, Horizontal, Zoom, Nothing };
   static Effect effectOfNotch(unsigned modifiers) {
     const PaneSlot& slot = pane(0);

@@ -53,7 +53,7 @@ TEST_F(ZoomTest, OneStepInAndOneOutComeBack) {
 }
 
 TEST_F(ZoomTest, AStepIsAroundTheBitmapsCentre) {
-  setView(0, 1.0f, 100.5f, 50.25f);  // centre 300.5, 350.25, cut to 300, 350
+  setView(0, 1.0f, 100.5f, 50.25f);  // centre 300.5, 350.25, truncated to 300, 350
   zoomIn(0);
   EXPECT_NEAR(pane(0).panX, 64.59f, 1e-3f);   // (100.5 - 300) * 1.18 + 300
   EXPECT_NEAR(pane(0).panY, -3.705f, 1e-3f);  // (50.25 - 350) * 1.18 + 350
