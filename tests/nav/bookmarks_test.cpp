@@ -29,14 +29,14 @@ class BookmarksTest : public NavTest {
     return rows().at(session.bookmarkOrder.at(static_cast<std::size_t>(entry)).row - 1);
   }
 
-  // Expands every row that can be, those that come with it too.
+  // Expands every expandable row, those that this adds included.
   static void expandAll() {
     for (std::size_t i = 0; i < rows().size(); ++i) {
       if (rows()[i].content.expandable) FillTreeEntry(rows()[i].content.entry);
     }
   }
 
-  // Texts of the rows as they stand below each other, indented by level.
+  // Texts of the rows from top to bottom, indented by level.
   static std::vector<std::u16string> texts() {
     std::map<platform::TreeRow, std::vector<platform::TreeRow>> rowsOf;
     for (std::size_t i = 0; i < rows().size(); ++i) {
@@ -216,7 +216,7 @@ TEST_F(BookmarksTest, ATargetOnTheRightPageOfABookScrollsThatPaneAlone) {
   EXPECT_TRUE(pane(0).backHistory.empty());
   EXPECT_NEAR(pageToPane(1, 0, 300).y, 24.0, 0.5);
 
-  // The last page stands on the right, whatever was asked for.
+  // The last page is on the right, whichever was asked for.
   JumpToTreeEntry(1);
   EXPECT_EQ(pane(0).currentPage, 3);
   EXPECT_EQ(pane(0).backHistory.size(), 1u);

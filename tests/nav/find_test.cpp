@@ -282,7 +282,7 @@ TEST_F(FindTest, StepsOnTheRightPageOfABookStayOnTheirHit) {
   ASSERT_EQ(pane(0).backHistory.size(), 1u);
   EXPECT_EQ(pane(0).backHistory[0].page, 1);
   EXPECT_TRUE(pane(1).backHistory.empty());
-  FindStep(-1);  // to what stands on the left now
+  FindStep(-1);  // to the hit now on the left
   EXPECT_EQ(pane(0).currentPage, 2);
   EXPECT_EQ(pane(0).backHistory.size(), 1u);
   EXPECT_EQ(bar().status, u"1 of 2");

@@ -83,7 +83,7 @@ TEST_F(FindViewTest, AHitKeepsItsPlaceAsLongAsItsEdgesStandInsideTheMargin) {
     const PixelRect rect = paneRect(0);
     const Box box = boxesOf(0, find().results[0]).at(0);
     for (const int distance : {margin, margin - 1}) {
-      // Where the page stands with the hit so far from one edge of the pane.
+      // The pans that put the hit at this distance from one edge of the pane.
       const float left = static_cast<float>(distance - box.left);
       const float right = static_cast<float>(rect.width() - distance - box.right);
       const float top = static_cast<float>(distance - (page.height - box.top));
@@ -133,7 +133,7 @@ TEST_F(FindViewTest, AHitOnTheRightPageOfABookScrollsThatPaneWithoutATurn) {
     EXPECT_TRUE(pane(0).backHistory.empty());
     EXPECT_TRUE(pane(1).backHistory.empty());
 
-    // The last page comes to stand on the right whatever pane is active.
+    // The last page is shown on the right, whichever pane is active.
     FindStep(1);
     EXPECT_EQ(pane(0).currentPage, 2);
     EXPECT_EQ(pane(0).backHistory.size(), 1u);
@@ -228,7 +228,7 @@ std::string hyphenatedPdf() {
 }
 
 TEST_F(FindViewTest, AHyphenAtALinesEndCountsAsOneCharacter) {
-  constexpr double kAdvance = 12;  // of a Courier letter of 20 points
+  constexpr double kAdvance = 12;  // of a Courier letter at 20 points
   ASSERT_TRUE(open(hyphenatedPdf()));
   for (const bool regex : {false, true}) {
     chooseFindMode(regex);

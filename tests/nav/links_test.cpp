@@ -24,7 +24,7 @@ class LinksTest : public NavTest {
     int x;
     int y;
   };
-  // Client pixels of the page's middle.
+  // The page's centre in client pixels.
   static Place middle(int index = 0) {
     const PixelRect rect = paneRect(index);
     const PanePoint point = pageToPane(index, 306, 396);

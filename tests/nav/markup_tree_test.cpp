@@ -27,7 +27,7 @@ class MarkupTreeTest : public NavTest {
     session.settings.markupsUnderBookmarks = true;
   }
 
-  // A highlight of one line's whole text on a page of lines, as `courierPage` makes them.
+  // A highlight over the whole text of a line of a page made by `courierPage`.
   static std::string lineMarkup(int line, const std::string& entries = "/C [1 1 0]") {
     return markup("Highlight", {charactersOf(line, 0, 2)}, entries);
   }
@@ -36,7 +36,7 @@ class MarkupTreeTest : public NavTest {
     for (const int line : markedLines) page.annotations.push_back(lineMarkup(line));
     return page;
   }
-  // Leads a little above a line.
+  // A destination a little above a line.
   static std::string toLine(int pageNumber, int line) {
     return pageDestination(pageNumber, baselineOf(line) + 10);
   }
@@ -60,7 +60,7 @@ class MarkupTreeTest : public NavTest {
   }
   static void expandRoot() { FillTreeEntry(row(u"Markups").content.entry); }
 
-  // What an edit does: changes annotations of a page and reports it.
+  // Acts as an edit: changes annotations of a page and reports it.
   static void mark(int pageIndex, int line) {
     const FPDF_DOCUMENT document = documentOf(session.activePane);
     {
@@ -204,8 +204,8 @@ TEST_F(MarkupTreeTest, RowsThatWereNotExpandedYetComeForTheirMarkups) {
 }
 
 TEST_F(MarkupTreeTest, MarkupsStandAmongTheBookmarksBelowInReadingOrder) {
-  // A leads to the top of the page and holds what stands before its first bookmark; one bookmark
-  // below it leads to a page before.
+  // A leads to the top of the page and holds the markups before its first bookmark on that page;
+  // one bookmark below it leads to an earlier page.
   ASSERT_TRUE(openWith({page({}), page({1, 2, 7})},
                        {{u"A",
                          pageDestination(2),
@@ -292,7 +292,7 @@ TEST_F(MarkupTreeTest, AClickedMarkupTurnsToItsPageAndComesIntoSight) {
   const Box box = charactersOf(7, 0, 2);
   const PanePoint centre = pageToPane(0, (box.left + box.right) / 2, (box.bottom + box.top) / 2);
   EXPECT_NEAR(centre.y, paneRect(0).height() / 2.0, 1.0);
-  // In sight already: nothing moves, and the history stays.
+  // Already in view: nothing moves, and the history stays.
   const float panY = pane(0).panY;
   JumpToTreeEntry(entry);
   EXPECT_EQ(pane(0).panY, panY);
@@ -363,7 +363,7 @@ TEST_F(MarkupTreeTest, ActivatingAPaneAgainCollectsNothingAnew) {
   EXPECT_THAT(texts(), ElementsAre(u"Markups", u" kept"));
   markupsChanged(documentOf(0), 0);
   EXPECT_THAT(texts(), ElementsAre(u"Markups", u" l01"));
-  // An edit of the document that is not shown reaches its list all the same.
+  // An edit of the document that is not shown still updates its list.
   setActivePane(1);
   markupsChanged(documentOf(0), 0);
   session.markupList[0].text = u"kept";

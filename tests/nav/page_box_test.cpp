@@ -32,7 +32,7 @@ class PageBoxTest : public NavTest {
   struct BoxCase {
     const char* what;
     PagePoint square;
-    double left;  // of the media box, as is the next
+    double left;  // of the media box, like `bottom`
     double bottom;
     const char* entries;
 
@@ -51,7 +51,7 @@ class PageBoxTest : public NavTest {
       {"corner far away", {5100.5, 7200.25}, 5000, 7000, ""},
   };
 
-  // The square in the pane, in pixels from the pane's top left corner; empty when it is not there.
+  // The square in the pane, in pixels from the pane's top left corner; empty when not found.
   static PaneBox squareIn(int index) {
     const PaneSlot& slot = session.panes[index];
     PaneBox box{1e9, 1e9, -1e9, -1e9};
