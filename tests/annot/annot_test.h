@@ -18,28 +18,28 @@ struct ClientPoint {
 // A markup as any reader finds it in the document.
 struct FoundMark {
   int subtype = 0;
-  std::uint32_t color = 0;  // 0xRRGGBB, of what its appearance fills
+  std::uint32_t color = 0;  // 0xRRGGBB, the fill of its appearance
   int alpha = 0;
   int flags = 0;
   FS_RECTF rect{};
   std::vector<FS_QUADPOINTSF> quads;
-  std::u16string note;  // as it is stored
+  std::u16string note;  // as stored
 };
 
 // Marks in documents with pages of 600 by 800 points, shown at 100% with the page's top left corner
 // 40 and 20 pixels from the pane's.
 class AnnotTest : public ViewTest {
  protected:
-  // A page with a line of 24 points at 72 points from the left for each of `lines`, the first one's
-  // baseline at 700, each further one 50 lower.
+  // A page with a line of 24 points at 72 points from the left for each of `lines`; the first
+  // baseline is at 700, each further one 50 lower.
   static PdfPage linedPage(const std::vector<std::string>& lines);
-  // Opens `pages` such pages with these lines.
+  // Opens a document of `pages` such pages with these lines.
   void openLines(const std::vector<std::string>& lines, int pages = 2);
   void openPages(const std::vector<PdfPage>& pages);
 
-  // Selects characters of the pane's page, from the one to the other.
+  // Selects the characters of the pane's page from one to the other.
   static void selectCharacters(std::int32_t anchor, std::int32_t end, int inPane = 0);
-  // Selects a stretch of the pane's text, which must occur.
+  // Selects a piece of the pane's text, which must occur.
   static void selectText(const std::u16string& text, int inPane = 0);
 
   // The highlights and strikethroughs of a page, read through a handle of its own.
@@ -50,11 +50,11 @@ class AnnotTest : public ViewTest {
   // The document as a save would write it.
   static std::string savedCopy(FPDF_DOCUMENT document);
 
-  // The client pixel that shows a place of the pane's page, in page points.
+  // The client pixel that shows a point of the pane's page, given in page points.
   static ClientPoint placeOf(double x, double y, int inPane = 0);
-  // A place on the mark.
+  // A point on the mark.
   static ClientPoint middleOf(const FoundMark& mark, int inPane = 0);
-  // What stands at a client place in the picture of the pane's page: 0xRRGGBB.
+  // The colour at a client place in the bitmap of the pane's page: 0xRRGGBB.
   static std::uint32_t pictureAt(const ClientPoint& place, int inPane = 0);
 
   // Makes the markup at a place the one that commands act on, as a right click does.

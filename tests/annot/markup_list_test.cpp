@@ -35,7 +35,7 @@ class MarkupListTest : public SessionTest {
     return texts;
   }
 
-  // Adds a highlight over a box of a page, as an edit does.
+  // Adds a highlight over a box of a page, as the program's own edit does.
   void addHighlight(int page, const Box& box) const {
     const PageHandle loaded(FPDF_LoadPage(document, page));
     const FPDF_ANNOTATION annotation = FPDFPage_CreateAnnot(loaded.get(), FPDF_ANNOT_HIGHLIGHT);

@@ -51,7 +51,7 @@ class MarkupSummaryTest : public SessionTest {
     FPDFPageObj_GetFillColor(object, &line.red, &line.green, &line.blue, &alpha);
     return line;
   }
-  // The lines of one page of a report that went through a file.
+  // The lines of one page of a report that was saved and loaded again.
   std::vector<Line> linesOf(FPDF_DOCUMENT document, int page) {
     platform::putFolder(u"C:\\out");
     EXPECT_TRUE(WriteDocumentCopy(document, u"C:\\out\\summary.pdf"));

@@ -77,7 +77,7 @@ TEST_F(MarkupTipTest, WhateverThePersonDoesHidesTheTip) {
     ASSERT_EQ(shown(), u"first note") << what;
     act();
     EXPECT_EQ(shown(), u"nothing") << what;
-    // Windows reports a movement to where the pointer was.
+    // Windows reports a movement to the pointer's old position.
     hoverPointer(place.x, place.y);
     EXPECT_EQ(shown(), u"nothing") << what;
   };
@@ -129,7 +129,7 @@ TEST_F(MarkupTipTest, TheTipShowsTheBeginningOfALongNote) {
   EXPECT_EQ(tipText(std::u16string(1000, u'a')).size(), 1000u);
   EXPECT_EQ(tipText(std::u16string(1'000'000, u'a')).size(), 1000u);
   EXPECT_EQ(tipText(u"one\rtwo"), u"one\r\ntwo");
-  // A character of two units is not cut in half.
+  // A surrogate pair is not cut in half.
   const std::u16string pens = std::u16string(999, u'a') + u"\U0001F58B more";
   EXPECT_EQ(tipText(pens), std::u16string(999, u'a'));
   EXPECT_EQ(tipText(std::u16string(998, u'a') + u"\U0001F58B"),
@@ -139,10 +139,10 @@ TEST_F(MarkupTipTest, TheTipShowsTheBeginningOfALongNote) {
 TEST_F(MarkupTipTest, TheTipStandsBelowThePointerAndStaysOnTheScreen) {
   const PixelRect screen{0, 0, 1000, 800};
   EXPECT_EQ(placeTip(100, 100, 200, 50, 16, 20, screen), (PixelRect{116, 120, 316, 170}));
-  // At the right edge it moves left, at the bottom above the pointer.
+  // At the right edge it moves left, at the bottom it moves above the pointer.
   EXPECT_EQ(placeTip(900, 100, 200, 50, 16, 20, screen), (PixelRect{800, 120, 1000, 170}));
   EXPECT_EQ(placeTip(100, 760, 200, 50, 16, 20, screen), (PixelRect{116, 690, 316, 740}));
-  // One that is too high for either begins on the screen.
+  // One too tall for either starts at the top of the screen.
   EXPECT_EQ(placeTip(100, 400, 200, 900, 16, 20, screen), (PixelRect{116, 0, 316, 900}));
   const PixelRect second{-1000, -200, 0, 600};
   EXPECT_EQ(placeTip(-50, 590, 200, 50, 16, 20, second), (PixelRect{-200, 520, 0, 570}));

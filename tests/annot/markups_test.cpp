@@ -258,7 +258,7 @@ TEST_F(MarkupsTest, ALineBreakAloneCannotBeMarkedAndStaysSelected) {
 
 TEST_F(MarkupsTest, AMarkedLineBreakAddsNoQuad) {
   openLines({"first", "second"});
-  selectCharacters(0, 6);  // with the break behind "first"
+  selectCharacters(0, 6);  // including the line break after "first"
   highlightSelection();
   ASSERT_THAT(marks(), SizeIs(1));
   EXPECT_THAT(marks()[0].quads, SizeIs(1));
@@ -420,7 +420,7 @@ TEST_F(MarkupsTest, OfTwoDocumentsTheMarkedOneAloneIsUnsaved) {
 
 class MarkupHitTest : public MarkupsTest {
  protected:
-  // A page with these annotations, as another program wrote them.
+  // A page with these annotations, as written by another program.
   void openAnnotated(const std::vector<std::string>& annotations, int degrees = 0) {
     PdfPage page = linedPage({"Quill and page"});
     page.annotations = annotations;
@@ -557,7 +557,7 @@ TEST_F(MarkupHitTest, ThousandsOfAnnotationsAreReadOnceForAPage) {
   openAnnotated(many);
   EXPECT_EQ(hit(140, 215), 999);
   ASSERT_TRUE(pane(0).markupBoxes.has_value());
-  // What is remembered answers: a box that no annotation has.
+  // Answers come from the cached boxes: add one that no annotation has.
   pane(0).markupBoxes->boxes.push_back({7, 300, 300, 310, 310});
   for (int i = 0; i < 1000; ++i) ASSERT_EQ(hit(305, 305), 7);
 }
@@ -674,7 +674,7 @@ std::string pdfWithPopup(bool popupFirst, const std::string& popupKind) {
   const int page = file.reserve();
   const int mark = file.reserve();
   const int popup = file.reserve();
-  // As a reply to the mark it keeps the mark's object in the file.
+  // Being a reply to the mark, it keeps the mark's object in the file.
   const int stamp = file.add("<< /Type /Annot /Subtype /Stamp /Rect [0 0 9 9] /IRT " +
                              PdfFile::reference(mark) + " >>");
   file.set(mark,

@@ -17,7 +17,7 @@ using testing::SizeIs;
 
 class NotesTest : public AnnotTest {
  protected:
-  // A page with a highlight with these entries, which is picked.
+  // Opens a page with a highlight that has these entries, and picks it.
   void openMarked(const std::string& entries) {
     PdfPage page = linedPage({"Quill and page"});
     page.annotations = {"<< /Subtype /Stamp /Rect [0 0 9 9] >>",

@@ -32,7 +32,7 @@ class ReadersTest : public SessionTest {
     EXPECT_TRUE(file.good()) << name;
   }
 
-  // The document as a file holds it; empty when it could not be written.
+  // The document as written to a file; empty when that failed.
   static std::string written(FPDF_DOCUMENT document) {
     if (!WriteDocumentCopy(document, u"C:\\out\\file.pdf")) return {};
     return *platform::fileBytes(u"C:\\out\\file.pdf");

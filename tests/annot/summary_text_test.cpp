@@ -18,7 +18,7 @@ class SummaryTextTest : public SessionTest {
   static Lines wrap(const std::u16string& text, double width = 100) {
     return WrapSummaryText(text, false, 10, width);
   }
-  // What a line may hold: a word added to it, or a character of a long word, would not fit.
+  // As a report measures it: Helvetica at 10 points.
   static double widthOf(const std::u16string& text) {
     return SummaryRuler(false, 10).widthOf(text);
   }
