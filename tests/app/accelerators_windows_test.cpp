@@ -29,7 +29,7 @@ class AcceleratorsTest : public ::testing::Test {
     if (module_ != nullptr) FreeLibrary(module_);
   }
 
-  // 0 when the key has no command.
+  // Returns 0 when the key has no command.
   int commandOf(WORD key, BYTE modifiers) const {
     for (const ACCEL& row : rows_) {
       constexpr BYTE kModifiers = FCONTROL | FSHIFT | FALT;

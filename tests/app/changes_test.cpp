@@ -144,7 +144,7 @@ TEST_F(ChangesTest, AMarkupBeforeTheGroupWasShownOnlyRepaints) {
 
 #ifndef NDEBUG
 TEST_F(ChangesTest, AChangeReportedWhileOneIsFollowedUpIsAnErrorOfTheProgram) {
-  // The status bar is filled at once here, so that its filling can report a change.
+  // This fills the status bar at once, so filling it can report a change.
   EXPECT_DEATH(
       {
         standIn().onStatusFilled = [] { pictureChanged(); };

@@ -80,7 +80,7 @@ TEST_F(ExitTest, AWindowThatIsClosedBelowAQuestionOpensNothingAnyMore) {
   openRequested(second, 0, kWorkingDocsToHead, true);
   deliverPosted();
   EXPECT_EQ(session.active.document, nullptr);
-  FPDF_InitLibrary();  // ended by the window that was closed
+  FPDF_InitLibrary();  // tearDown() has shut it down
 }
 
 TEST_F(ExitTest, AViewerClosesWithoutAWord) {

@@ -32,7 +32,7 @@ class KeysTest : public OpeningTest {
     return handleKey(key);
   }
 
-  // With Custom Fit at a zoom where the page is larger than the pane in both directions.
+  // Sets Custom Fit at a zoom where the page is larger than the pane in both directions.
   static void zoomFarIn() {
     PaneSlot& slot = session.panes[0];
     slot.zoomMode = kCustomFit;

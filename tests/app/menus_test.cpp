@@ -192,7 +192,7 @@ TEST_F(MenusTest, ARightClickOnTextOffersToEditIt) {
   const PixelRect place = letter();
   const std::vector<MenuRow> rows = contextMenu(0, place.left, place.top);
   EXPECT_TRUE(rowOf(rows, 733).enabled);
-  EXPECT_FALSE(rowOf(rows, 708).enabled);  // the last page stays
+  EXPECT_FALSE(rowOf(rows, 708).enabled);  // the last page cannot be deleted
 }
 
 TEST_F(MenusTest, ARightClickInAViewerOffersNoEdits) {

@@ -67,7 +67,7 @@ class MessageOrderTest : public testing::Test {
   }
 
   HWND outer_ = nullptr;
-  HWND inner_ = nullptr;  // lies in the outer one, so that both could take what is for the control
+  HWND inner_ = nullptr;  // inside the outer one, so both could take the control's messages
   HWND control_ = nullptr;
 };
 

@@ -96,7 +96,7 @@ class MouseOrderTest : public OpeningTest {
 TEST_F(MouseOrderTest, TheCursorBetweenThePartsOfTheLeftPanelIsVertical) {
   showLeftPanel();
   EXPECT_EQ(cursorOver({100, 390}), CursorKind::ResizeVertical);
-  // There the splitter's band begins; the bar is asked first.
+  // The splitter's band begins there; the bar is checked first.
   EXPECT_EQ(cursorOver({189, 390}), CursorKind::ResizeVertical);
   standIn().shiftDown = true;
   EXPECT_EQ(cursorOver({100, 390}), CursorKind::ResizeVertical);
