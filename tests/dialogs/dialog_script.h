@@ -15,24 +15,24 @@ namespace quillmere::test {
 
 struct ShownTip {
   std::u16string text;
-  int x = 0;  // where the pointer was
+  int x = 0;  // the pointer's position
   int y = 0;
 };
 
 struct DialogScript {
-  // Answers to note dialogs in their order; nothing means cancelled. A dialog without an answer
-  // fails the test and counts as cancelled.
+  // Answers to note dialogs in order; nullopt means cancelled. A dialog without an answer fails the
+  // test and counts as cancelled.
   std::deque<std::optional<std::u16string>> noteAnswers;
   std::vector<NoteQuestion> noteQuestions;
-  // Set: answers in place of the above.
+  // If set, it answers instead.
   std::function<std::optional<std::u16string>(const NoteQuestion&)> answerNote;
   std::function<void()> onNote;  // runs while the dialog is up
 
-  std::optional<ShownTip> tip;  // what is to be seen now
+  std::optional<ShownTip> tip;  // the tip that is visible now
   int tipsShown = 0;            // how often its text was set
 
   std::optional<MarkupDialogView> markupDialog;   // while it is open
-  MarkupDialogPlace markupDialogPlace{300, 200};  // where the person has put it
+  MarkupDialogPlace markupDialogPlace{300, 200};  // where the user has moved it
 };
 
 DialogScript& dialogScript();
