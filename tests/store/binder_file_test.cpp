@@ -181,7 +181,7 @@ TEST(BinderText, HeadLinesAreReadInAnyLetterCaseAndWithAnyBlanks) {
   EXPECT_TRUE(parsed("#collapsed=1").collapsed);
   EXPECT_TRUE(parsed("#     bold=2").bold);
   EXPECT_TRUE(parsed("#\t \tbOld=x").bold);
-  EXPECT_TRUE(parsed("# bold=").bold);  // nothing is not a 0
+  EXPECT_TRUE(parsed("# bold=").bold);  // an empty value is not a 0
 }
 
 TEST(BinderText, AZeroAtTheStartOfTheValueClearsAFlag) {

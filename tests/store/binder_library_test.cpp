@@ -117,7 +117,7 @@ TEST_F(BinderLibraryTest, TheFiftyFirstCustomBinderIsRefused) {
             u"panel \u2192 Close Binder).",
             BoxIcon::Information);
   EXPECT_EQ(session.binderLibrary.size(), 51u);
-  EXPECT_EQ(LoadBinder(listPath(u"many7")), 8);  // one that is loaded is found all the same
+  EXPECT_EQ(LoadBinder(listPath(u"many7")), 8);  // one that is loaded is still found
 }
 
 TEST_F(BinderLibraryTest, AShareThatDoesNotAnswerGivesNoBinderWithinTheTimeout) {
@@ -177,7 +177,7 @@ TEST_F(BinderLibraryTest, ABinderOnASleepingShareKeepsItsPlaceInTheSettings) {
 
   setVolume(kShare, VolumeState::Present);
   platform::putFile(u"\\\\nas\\lists\\first.lst", "");
-  RefreshAllBinders();  // last.lst is known to be gone now
+  RefreshAllBinders();  // now last.lst is known to be gone
   EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"first", u"a", u"b"));
   EXPECT_EQ(iniValue(u"Binders", u"Count"), u"3");
   EXPECT_THAT(session.absentBinders, IsEmpty());
