@@ -35,7 +35,7 @@ std::string markedPdf(const std::vector<test::PdfOutlineItem>& outline) {
 
 class MarkupList : public TreeScenario {
  protected:
-  // Waits for the viewer of a summary, which else would come up in the middle of another scenario.
+  // Waits for the summary's viewer, which would otherwise open in the middle of another scenario.
   static bool viewerShows(const std::wstring& name) {
     return eventually([&] {
       const std::vector<HWND> viewers = windowsOfClass(kViewerClass);

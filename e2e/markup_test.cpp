@@ -22,7 +22,7 @@ class Markup : public Scenario {
     page = placedPage(pageArea(), kPage, 1);
     ASSERT_TRUE(pageBecomes(pageArea(), clipped(page, pageArea())));
   }
-  // The middle of a character of the line, from 0, on the screen.
+  // The centre of a character of the line, counted from 0, on the screen.
   POINT character(int index) const {
     const double x = kTextLeft + (index + 0.5) * kCourierAdvance;
     return onScreen(page.left + static_cast<int>(x), page.top + static_cast<int>(kBaseline) - 6);
@@ -60,7 +60,7 @@ class Markup : public Scenario {
     }
     return nullptr;
   }
-  // Comes to the place from beside it. A movement that is being handled swallows the next one.
+  // Moves to the place from beside it. A movement during the handling of another would be lost.
   void hover(POINT place) const {
     movePointer({place.x - 3, place.y});
     ASSERT_TRUE(inputIsHandled(window));

@@ -10,7 +10,7 @@ namespace {
 constexpr Size kSeen{412, 542};
 constexpr double kLeft = 100;  // the crop box's corner, in points
 constexpr double kBottom = 150;
-constexpr double kTextLeft = 72;    // points from the seen page's left edge
+constexpr double kTextLeft = 72;    // points from the visible page's left edge
 constexpr double kBaseline = 200;   // points from its top
 constexpr double kTargetTop = 300;  // points from its bottom
 

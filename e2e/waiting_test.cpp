@@ -16,7 +16,7 @@ class Waiting : public Scenario {
     if (title() == L"Quillmere - " + name) return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure() << ::testing::PrintToString(title());
   }
-  // A tree takes the mouse while it waits for the button to come up.
+  // A tree captures the mouse until the button is released.
   bool mouseIsWith(HWND control) const {
     GUITHREADINFO info{};
     info.cbSize = sizeof(info);

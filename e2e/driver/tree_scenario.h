@@ -23,9 +23,9 @@ class TreeScenario : public Scenario {
   RECT rowPlace(const std::wstring& text) const;
   bool rowShown(const std::wstring& text) const;
   void clickRow(const std::wstring& text);
-  // The button before a row's text opens and closes what stands below it.
+  // The button before a row's text, which opens and closes the rows below it.
   void clickButtonOf(const std::wstring& text);
-  // Two clicks below each other count as a double click here, so none stands below the one before.
+  // Here two clicks close together count as a double click, so move each away from the one before.
   void clickAside(POINT place);
   HTREEITEM itemAfterRoot(int count) const;
 

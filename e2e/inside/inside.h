@@ -12,7 +12,8 @@ constexpr wchar_t kInsideBlock[] = L"Local\\QuillmereEndToEndInside";
 
 enum class InsideRequest : WPARAM {
   // lParam: a menu; the menu bar when 0. Answer: a line for each row, "depth|id|state|text", with
-  // -1 for the id of a submenu. Before a submenu is read the window is told that it opens.
+  // -1 for the id of a submenu. Before reading a submenu it tells the window that the submenu
+  // opens.
   DescribeMenu = 1,
   // Text: the paths to drop, each ended by a zero unit. lParam: the place in client pixels.
   DropFiles = 2,
