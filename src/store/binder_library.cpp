@@ -205,24 +205,27 @@ int LoadBinder(const std::u16string& path) {
 }
 
 void RestoreBinders() {
+  bool anyGone = false;
   {
     const BulkLoad guard;
     for (const ListedBinder& listed : listedBinders()) {
+      anyGone = anyGone || listed.state == ProbeResult::Missing;
       if (listed.state == ProbeResult::Missing || isKnown(listed.path)) continue;
       if (listed.state == ProbeResult::Unavailable || appendBinder(listed.path) == kNoBinder) {
         session.absentBinders.push_back(absentAfter(session.binderLibrary, listed.path));
       }
     }
   }
-  // A binder whose file has gone drops out of the settings here.
-  SaveBinderList();
+  // A binder file that has gone drops out of the list here. Otherwise the list stays untouched:
+  // when the settings cannot be read for a moment it looks empty, and must not become so.
+  if (anyGone) SaveBinderList();
 }
 
 int CreateBinder(const std::u16string& path) {
   if (session.viewerRole) return kNoBinder;
   const std::u16string full = platform::absolutePath(path);
-  const int loaded = FindBinder(full);
-  if (loaded != kNoBinder) return loaded;
+  // One whose file did not answer at the start is known too, and must not be emptied.
+  if (isKnown(full)) return LoadBinder(full);
   if (libraryIsFull()) return reportFullLibrary();
   if (onGoneShare(full) || !platform::writeFile(full, nullptr, 0)) {
     showBox(u"Could not create the binder file.", u"Add New Binder", BoxButtons::Ok,

@@ -149,6 +149,14 @@ TEST_F(BinderLibraryTest, ABinderWhoseFileHasGoneIsForgottenAtTheNextStart) {
   EXPECT_EQ(iniValue(u"Binders", u"Path2"), u"");
 }
 
+TEST_F(BinderLibraryTest, AStartThatDropsNothingLeavesTheListInTheFileUntouched) {
+  platform::putFile(listPath(u"a"), "");
+  putIni(u"[Binders]\nCount=1\nPath0=" + listPath(u"a") + u"\nPath7=C:\\Lists\\b.lst\n");
+  restart();
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"a"));
+  EXPECT_EQ(iniValue(u"Binders", u"Path7"), u"C:\\Lists\\b.lst");
+}
+
 TEST_F(BinderLibraryTest, TheFileOfTheDocumentsInUseIsNoCustomBinder) {
   putIni(
       u"[Binders]\nCount=1\nPath0=c:\\users\\user\\appdata\\local\\quillmere\\workingdocs.LST\n");
@@ -235,6 +243,17 @@ TEST_F(BinderLibraryTest, MakingALoadedBinderLeavesItAlone) {
   EXPECT_EQ(CreateBinder(u"C:\\lists\\LIST.LST"), 0);
   EXPECT_EQ(platform::fileBytes(listPath(u"list")), "C:\\a.pdf\r\n");
   EXPECT_EQ(session.binderLibrary[0].files.size(), 1u);
+}
+
+TEST_F(BinderLibraryTest, MakingABinderThatWasLockedAtTheStartLeavesItsFileAlone) {
+  load(u"list", "C:\\a.pdf\r\n");
+  platform::setOtherUse(listPath(u"list"), platform::OtherUse::Exclusive);
+  restart();
+  ASSERT_EQ(session.absentBinders.size(), 1u);
+  platform::setOtherUse(listPath(u"list"), platform::OtherUse::Nobody);
+  EXPECT_GE(CreateBinder(listPath(u"list")), 0);
+  EXPECT_EQ(platform::fileBytes(listPath(u"list")), "C:\\a.pdf\r\n");
+  EXPECT_THAT(session.absentBinders, IsEmpty());
 }
 
 TEST_F(BinderLibraryTest, AtTheLimitMakingABinderLeavesTheChosenFileAlone) {
