@@ -205,20 +205,22 @@ int LoadBinder(const std::u16string& path) {
 }
 
 void RestoreBinders() {
-  bool anyGone = false;
+  bool anyDropped = false;
   {
     const BulkLoad guard;
     for (const ListedBinder& listed : listedBinders()) {
-      anyGone = anyGone || listed.state == ProbeResult::Missing;
-      if (listed.state == ProbeResult::Missing || isKnown(listed.path)) continue;
+      if (listed.state == ProbeResult::Missing || isKnown(listed.path)) {
+        anyDropped = true;
+        continue;
+      }
       if (listed.state == ProbeResult::Unavailable || appendBinder(listed.path) == kNoBinder) {
         session.absentBinders.push_back(absentAfter(session.binderLibrary, listed.path));
       }
     }
   }
-  // A binder file that has gone drops out of the list here. Otherwise the list stays untouched:
-  // when the settings cannot be read for a moment it looks empty, and must not become so.
-  if (anyGone) SaveBinderList();
+  // What has gone drops out of the list here. Otherwise the list stays untouched: when the settings
+  // cannot be read for a moment it looks empty, and must not become so.
+  if (anyDropped) SaveBinderList();
 }
 
 int CreateBinder(const std::u16string& path) {
