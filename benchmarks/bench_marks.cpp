@@ -165,15 +165,16 @@ int measure(const std::string& path) {
   const std::string name = documentName(path);
 
   std::vector<MarkupEntry> list;
-  compare("collect-marks", name, [&] { CollectMarkups(document, list); },
-          [&] { readPlain(document, pages); });
+  compare(
+      "collect-marks", name, [&] { CollectMarkups(document, list); },
+      [&] { readPlain(document, pages); });
   const std::vector<std::u16string> lines = summaryLines(collectSummaryItems(document));
-  compare("mark-summary", name,
-          [&] { buildMarkupSummary(collectSummaryItems(document), u"a.pdf"); },
-          [&] {
-            readPlain(document, pages);
-            writePlain(lines);
-          });
+  compare(
+      "mark-summary", name, [&] { buildMarkupSummary(collectSummaryItems(document), u"a.pdf"); },
+      [&] {
+        readPlain(document, pages);
+        writePlain(lines);
+      });
   closeAllDocuments();
   closeReader();
   return list.size() > kMarks / 2 ? 0 : 1;

@@ -77,7 +77,8 @@ int appendBinder(const std::u16string& path) {
   return static_cast<int>(session.binderLibrary.size()) - 1;
 }
 
-// A binder that the settings name, and whether its file can be reached.
+// A binder that the settings name, and whether its file can be reached. The file of Working
+// Documents counts as missing: it is no binder of the user's own.
 struct ListedBinder {
   std::u16string path;
   ProbeResult state = ProbeResult::Missing;
@@ -88,10 +89,12 @@ std::vector<ListedBinder> listedBinders() {
   if (iniPath.empty()) return {};
   std::vector<std::u16string> paths = readPathList(kBinderList, iniPath);
   for (std::u16string& path : paths) path = platform::absolutePath(path);
-  std::erase_if(paths, IsWorkingDocsPath);
   const std::vector<ProbeResult> states = probePaths(paths, openTimeoutMilliseconds());
   std::vector<ListedBinder> listed;
-  for (std::size_t i = 0; i < paths.size(); ++i) listed.push_back({paths[i], states[i]});
+  for (std::size_t i = 0; i < paths.size(); ++i) {
+    const bool own = !IsWorkingDocsPath(paths[i]);
+    listed.push_back({paths[i], own ? states[i] : ProbeResult::Missing});
+  }
   return listed;
 }
 
