@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -27,8 +28,16 @@
 #include "page_tree.h"
 #include "quillmere_engine.h"
 #include "reach.h"
+#include "unused_objects.h"
 
 namespace {
+
+// After as many pages what has been read of them is forgotten.
+constexpr int kPagesReadAtATime = 64;
+
+// How often a page that the tree names over and over is reported. Whoever reads the pages
+// reads it that often, and a file of a kilobyte can name one page a million times.
+constexpr int kMostMentionsOfAPage = 16;
 
 // PDFium offers no other way to the text of the object streams it has unpacked.
 struct ObjectStreamOf {
@@ -37,7 +46,11 @@ struct ObjectStreamOf {
 struct TextOf {
   friend constexpr auto Reached(TextOf);
 };
+struct ObjectStreamsOf {
+  friend constexpr auto Reached(ObjectStreamsOf);
+};
 template struct Reach<ObjectStreamOf, &CPDF_Parser::GetObjectStream>;
+template struct Reach<ObjectStreamsOf, &CPDF_Parser::object_stream_map_>;
 template struct Reach<TextOf, &CPDF_ObjectStream::stream_acc_>;
 
 // The names of the annotation subtypes that are looked for.
@@ -121,22 +134,62 @@ class Subtypes {
 // Finds annotations of some subtypes on one document's pages. A manual has tens
 // of thousands of links, and making objects of them all takes most of the time;
 // those whose object stream cannot hold what is looked for are passed over unread.
+// No array is gone through twice, however many pages share it.
 class AnnotationFinder {
  public:
-  AnnotationFinder(const CPDF_Document& document, const Subtypes& subtypes)
-      : document_(document), subtypes_(subtypes) {}
+  AnnotationFinder(CPDF_Document& document, const Subtypes& subtypes)
+      : document_(document), subtypes_(subtypes) {
+    for (const auto& [number, object] : document_) {
+      known_objects_.insert(number);
+    }
+  }
 
   bool IsOn(const CPDF_Dictionary& page) {
+    if (page.GetObjNum() != 0 && ++mentions_[page.GetObjNum()] > kMostMentionsOfAPage) {
+      return false;
+    }
+    if (++pages_read_ % kPagesReadAtATime == 0) {
+      ForgetObjects();
+    }
     RetainPtr<const CPDF_Array> annotations = page.GetArrayFor("Annots");
     if (!annotations) {
       return false;
     }
-    for (size_t i = 0; i < annotations->size(); ++i) {
-      RetainPtr<const CPDF_Object> entry = annotations->GetObjectAt(i);
+    if (annotations->GetObjNum() == 0) {
+      return IsIn(*annotations);
+    }
+    const auto [known, is_new] = arrays_.try_emplace(annotations->GetObjNum(), false);
+    if (is_new) {
+      known->second = IsIn(*annotations);
+    }
+    return known->second;
+  }
+
+  // Forgets what has been read meanwhile and nobody else uses; the parser reads it again
+  // when asked. The pages of a manual take several times the memory of the rest.
+  void ForgetObjects() {
+    std::vector<uint32_t> unused;
+    for (const auto& [number, object] : document_) {
+      if (!known_objects_.contains(number) && IsUnused(object.Get())) {
+        unused.push_back(number);
+      }
+    }
+    for (uint32_t number : unused) {
+      document_.DeleteIndirectObject(number);
+    }
+    if (CPDF_Parser* parser = document_.GetParser()) {
+      (parser->*Reached(ObjectStreamsOf())).clear();
+    }
+  }
+
+ private:
+  bool IsIn(const CPDF_Array& annotations) {
+    for (size_t i = 0; i < annotations.size(); ++i) {
+      RetainPtr<const CPDF_Object> entry = annotations.GetObjectAt(i);
       if (entry && entry->IsReference() && !MayBeWanted(entry->AsReference()->GetRefObjNum())) {
         continue;
       }
-      RetainPtr<const CPDF_Dictionary> annotation = annotations->GetDictAt(i);
+      RetainPtr<const CPDF_Dictionary> annotation = annotations.GetDictAt(i);
       RetainPtr<const CPDF_Object> subtype =
           annotation ? annotation->GetDirectObjectFor("Subtype") : nullptr;
       if (subtype && subtypes_.Has(*subtype)) {
@@ -146,7 +199,6 @@ class AnnotationFinder {
     return false;
   }
 
- private:
   bool MayBeWanted(uint32_t number) {
     CPDF_Parser* parser = document_.GetParser();
     if (!parser || document_.GetIndirectObject(number)) {
@@ -168,8 +220,15 @@ class AnnotationFinder {
     return known->second;
   }
 
-  const CPDF_Document& document_;
+  CPDF_Document& document_;
   const Subtypes& subtypes_;
+  // Numbers of the objects that were in memory before.
+  std::unordered_set<uint32_t> known_objects_;
+  int pages_read_ = 0;
+  // Numbers of page objects, and how often the tree named each.
+  std::unordered_map<uint32_t, int> mentions_;
+  // Numbers of arrays of annotations, and whether a wanted one is among them.
+  std::unordered_map<uint32_t, bool> arrays_;
   // Numbers of object streams, and whether one can hold such an annotation.
   std::unordered_map<uint32_t, bool> streams_;
 };
@@ -182,7 +241,7 @@ QuillmereEngine_FindAnnotatedPages(FPDF_DOCUMENT document,
                                    int subtype_count,
                                    int* pages,
                                    int capacity) {
-  const CPDF_Document* pdf = CPDFDocumentFromFPDFDocument(document);
+  CPDF_Document* pdf = CPDFDocumentFromFPDFDocument(document);
   if (!pdf || !subtypes) {
     return 0;
   }
@@ -198,5 +257,6 @@ QuillmereEngine_FindAnnotatedPages(FPDF_DOCUMENT document,
     }
     ++found;
   });
+  finder.ForgetObjects();
   return found;
 }

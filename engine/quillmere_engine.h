@@ -32,7 +32,8 @@ extern "C" {
 // Comments:
 //          Reads the page tree and the annotations' dictionaries, never a
 //          page's content, and changes nothing in the document. Pages that
-//          cannot be reached in a damaged page tree are left out. What the
+//          cannot be reached in a damaged page tree are left out, and a page
+//          object that stands in the tree many times is named 16 times. What the
 //          caller did to loaded pages' annotations counts at once. The arrays
 //          stay the caller's; call with |capacity| 0 to learn the number.
 FPDF_EXPORT int FPDF_CALLCONV

@@ -23,11 +23,9 @@
 #include "fpdfsdk/cpdfsdk_helpers.h"
 #include "quillmere_engine.h"
 #include "reach.h"
+#include "unused_objects.h"
 
 namespace {
-
-// The parser nests objects less deeply than this.
-constexpr int kDeepestObject = 128;
 
 struct ObjectStreamsOf {
   friend constexpr auto Reached(ObjectStreamsOf);
@@ -37,16 +35,6 @@ struct FontsOf {
 };
 template struct Reach<ObjectStreamsOf, &CPDF_Parser::object_stream_map_>;
 template struct Reach<FontsOf, &CPDF_DocPageData::font_map_>;
-
-// The dictionary that |object| is or has. Raw, since a counted pointer would hide
-// whether somebody else holds the dictionary.
-const CPDF_Dictionary* DictionaryOf(const CPDF_Object* object) {
-  if (!object) {
-    return nullptr;
-  }
-  const CPDF_Stream* stream = object->AsStream();
-  return stream ? stream->GetDict().Get() : object->AsDictionary();
-}
 
 bool IsInFile(const CPDF_Parser& parser, uint32_t number) {
   const auto* place = parser.GetCrossRefTableForTesting()->GetObjectInfo(number);
@@ -66,36 +54,6 @@ bool SeemsUnchanged(const CPDF_Document& document) {
     }
     const CPDF_Stream* stream = ToStream(object.Get());
     if (!object || !IsInFile(*parser, number) || (stream && stream->has_new_data())) {
-      return false;
-    }
-  }
-  return true;
-}
-
-// Whether nothing refers to |object| or to a part of it but what contains it.
-bool IsUnused(const CPDF_Object* object, int levels) {
-  if (!object->HasOneRef() || levels == 0) {
-    return false;
-  }
-  if (const CPDF_Array* array = object->AsArray()) {
-    CPDF_ArrayLocker locker(array);
-    for (const auto& element : locker) {
-      if (!IsUnused(element.Get(), levels - 1)) {
-        return false;
-      }
-    }
-    return true;
-  }
-  const CPDF_Dictionary* dictionary = DictionaryOf(object);
-  if (!dictionary) {
-    return true;
-  }
-  if (!dictionary->HasOneRef()) {
-    return false;
-  }
-  CPDF_DictionaryLocker locker(dictionary);
-  for (const auto& [key, value] : locker) {
-    if (!IsUnused(value.Get(), levels - 1)) {
       return false;
     }
   }
@@ -177,7 +135,7 @@ void DropObjects(CPDF_Document& document) {
   std::vector<uint32_t> dropped;
   for (const auto& [number, object] : document) {
     if (IsInFile(*document.GetParser(), number) && CanBeReadAgain(*object) &&
-        IsUnused(object.Get(), kDeepestObject) && !kept.Has(number)) {
+        IsUnused(object.Get()) && !kept.Has(number)) {
       dropped.push_back(number);
     }
   }

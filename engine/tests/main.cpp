@@ -24,6 +24,7 @@ struct Test {
 constexpr Test kTests[] = {
     TEST_ROW(TestStamps),
     TEST_ROW(TestMarkups),
+    TEST_ROW(TestFindingForgetsNoChange),
     TEST_ROW(TestDamagedTrees),
     TEST_ROW(TestPageIndexes),
     TEST_ROW(TestCyclicTrees),

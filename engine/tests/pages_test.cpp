@@ -3,6 +3,7 @@
 #include <stdio.h>
 #include <string.h>
 
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -55,6 +56,41 @@ std::string DoubledNodes(const std::string& count) {
   }
   objects.push_back("<< /Type /Pages /Count 0 /Kids [] >>");
   return MakePdf(objects);
+}
+
+// A page with 10,000 links and a stamp that a tree of twenty levels of doubled nodes names a
+// million times.
+std::string DoubledPage() {
+  std::vector<std::string> objects = {kCatalog};
+  for (int i = 2; i < 22; ++i) {
+    const std::string next = std::to_string(i + 1) + " 0 R ";
+    objects.push_back("<< /Type /Pages /Count 1048574 /Kids [" + next + next + "] >>");
+  }
+  std::string annotations;
+  for (int i = 0; i < 10000; ++i) {
+    annotations += "23 0 R ";
+  }
+  objects.push_back(Page("/Annots [" + annotations + kStamp + "]"));
+  objects.push_back("<< /Subtype /Link >>");
+  return MakePdf(objects);
+}
+
+std::vector<int> FirstIndexes(int count) {
+  std::vector<int> indexes(static_cast<size_t>(count));
+  std::iota(indexes.begin(), indexes.end(), 0);
+  return indexes;
+}
+
+// 200 pages, each with an annotation of its own.
+std::string ManyPages() {
+  std::vector<std::string> objects = {kCatalog, ""};
+  std::string kids;
+  for (int i = 0; i < 200; ++i) {
+    objects.push_back(Page(std::string("/Annots [") + kNote + "]"));
+    kids += std::to_string(objects.size()) + " 0 R ";
+  }
+  objects[1] = "<< /Type /Pages /Count 200 /Kids [" + kids + "] >>";
+  return MakePackedPdf(objects);
 }
 
 // The target of each bookmark of |document|, in order.
@@ -173,8 +209,29 @@ void TestDamagedTrees() {
                             stamp_page})) == std::vector<int>({2}),
         "children that are no pages");
   Check(StampPages(DoubledNodes("/Count 1000")).empty(), "a tree of doubled empty nodes");
+  Check(StampPages(DoubledPage()) == FirstIndexes(16), "a page that is named a million times");
 }
 
+
+// What is read for the search is forgotten, but not what changed before it or is in use.
+void TestFindingForgetsNoChange() {
+  const std::string pdf = ManyPages();
+  ScopedFPDFDocument document = Load(pdf);
+  {
+    ScopedFPDFPage page(FPDF_LoadPage(document.get(), 150));
+    ScopedFPDFAnnotation annotation(FPDFPage_CreateAnnot(page.get(), FPDF_ANNOT_STAMP));
+  }
+  ScopedFPDFPage open(FPDF_LoadPage(document.get(), 100));
+  int pages[2] = {-1, -1};
+  for (int i = 0; i < 2; ++i) {
+    Check(FindPages(document.get(), {FPDF_ANNOT_STAMP}, pages, 2) == 1 && pages[0] == 150,
+          "a stamp put on a page before");
+    Check(FindPages(document.get(), {FPDF_ANNOT_TEXT}, nullptr, 0) == 200, "all pages with notes");
+  }
+  Check(FPDFPage_GetAnnotCount(open.get()) == 1, "the note of an open page");
+  ScopedFPDFPage page(FPDF_LoadPage(document.get(), 150));
+  Check(FPDFPage_GetAnnotCount(page.get()) == 2, "both annotations of a changed page");
+}
 
 void TestMarkups() {
   const std::string highlight = "<< /Subtype /Highlight >>";

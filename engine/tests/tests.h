@@ -7,6 +7,7 @@
 void TestPageAndText(const std::string& folder);
 void TestStamps();
 void TestMarkups();
+void TestFindingForgetsNoChange();
 void TestDamagedTrees();
 void TestPageIndexes();
 void TestCyclicTrees();
