@@ -33,12 +33,31 @@ std::vector<MarkupEntry> inReadingOrder(std::vector<FoundMarkup> found) {
   return entries;
 }
 
-// Null for a document whose markups have not been collected.
-std::vector<MarkupEntry>* collectedListOf(FPDF_DOCUMENT document) {
-  if (document == nullptr) return nullptr;
-  if (session.markupListDocument == document) return &session.markupList;
-  const auto other = session.otherMarkupLists.find(document);
-  return other == session.otherMarkupLists.end() ? nullptr : &other->second;
+void collectPage(FPDF_DOCUMENT document, int page, std::vector<MarkupEntry>& list) {
+  std::erase_if(list, [page](const MarkupEntry& entry) { return entry.page == page; });
+  std::vector<MarkupEntry> fresh = inReadingOrder(readMarkupsOfPage(document, page));
+  const auto place = std::find_if(list.begin(), list.end(),
+                                  [page](const MarkupEntry& entry) { return entry.page > page; });
+  list.insert(place, std::make_move_iterator(fresh.begin()), std::make_move_iterator(fresh.end()));
+}
+
+void collectEditedPages(FPDF_DOCUMENT document, std::vector<MarkupEntry>& list) {
+  const auto edited = session.pagesToCollect.extract(document);
+  if (!edited) return;
+  for (const int page : edited.mapped()) collectPage(document, page, list);
+}
+
+// Makes the list of `document` the present one; false for a document whose markups have not been
+// collected.
+bool takeCollectedList(FPDF_DOCUMENT document) {
+  if (session.markupListDocument == document) return true;
+  if (session.markupListDocument != nullptr) {
+    session.otherMarkupLists[session.markupListDocument] = std::move(session.markupList);
+  }
+  session.markupListDocument = document;
+  auto kept = session.otherMarkupLists.extract(document);
+  if (kept) session.markupList = std::move(kept.mapped());
+  return static_cast<bool>(kept);
 }
 
 bool endsWithinPair(const std::u16string& text) {
@@ -61,30 +80,22 @@ void InvalidateMarkupList() {
   session.markupListDocument = nullptr;
   session.markupList.clear();
   session.otherMarkupLists.clear();
+  session.pagesToCollect.clear();
 }
 
 const std::vector<MarkupEntry>& markupsOf(FPDF_DOCUMENT document) {
-  if (session.markupListDocument == document) return session.markupList;
-  if (session.markupListDocument != nullptr) {
-    session.otherMarkupLists[session.markupListDocument] = std::move(session.markupList);
-  }
-  session.markupListDocument = document;
-  if (auto kept = session.otherMarkupLists.extract(document)) {
-    session.markupList = std::move(kept.mapped());
+  if (takeCollectedList(document)) {
+    collectEditedPages(document, session.markupList);
   } else {
     CollectMarkups(document, session.markupList);
   }
   return session.markupList;
 }
 
-void collectPageAgain(FPDF_DOCUMENT document, int page) {
-  std::vector<MarkupEntry>* list = collectedListOf(document);
-  if (list == nullptr) return;
-  std::erase_if(*list, [page](const MarkupEntry& entry) { return entry.page == page; });
-  std::vector<MarkupEntry> fresh = inReadingOrder(readMarkupsOfPage(document, page));
-  const auto place = std::find_if(list->begin(), list->end(),
-                                  [page](const MarkupEntry& entry) { return entry.page > page; });
-  list->insert(place, std::make_move_iterator(fresh.begin()), std::make_move_iterator(fresh.end()));
+void collectPageLater(FPDF_DOCUMENT document, int page) {
+  const bool collected = document != nullptr && (session.markupListDocument == document ||
+                                                 session.otherMarkupLists.contains(document));
+  if (collected) session.pagesToCollect[document].insert(page);
 }
 
 std::u16string firstWords(const std::u16string& text, int limit) {

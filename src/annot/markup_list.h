@@ -20,9 +20,9 @@ void InvalidateMarkupList();
 // changes with the next call of these functions.
 const std::vector<MarkupEntry>& markupsOf(FPDF_DOCUMENT document);
 
-// Collects one zero-based page again after an annotation on it was edited. Does nothing for a
-// document whose markups have not been collected.
-void collectPageAgain(FPDF_DOCUMENT document, int page);
+// Makes markupsOf() collect one zero-based page again, after an annotation on it was edited. Does
+// nothing for a document whose markups have not been collected.
+void collectPageLater(FPDF_DOCUMENT document, int page);
 
 // The label of an item of the list: the first words of the marked text, or the kind and the page,
 // and the first words of the note.

@@ -95,17 +95,28 @@ void turnsChanged(int pane) {
   noteDocumentChanged(pane);
 }
 
-// The tree shows the active pane's document.
+// The tree shows the active pane's document. Reading the page's markups and moving rows takes
+// longer than drawing the page.
 void markupsChanged(FPDF_DOCUMENT document, int page) {
   const Report report;
   forgetMarkupBoxes(document, page);
   forgetMarkupTip();
-  collectPageAgain(document, page);
-  if (document == documentOf(session.activePane)) updateMarkupRows();
+  collectPageLater(document, page);
+  if (document == documentOf(session.activePane)) platform::doAfterPainting(updateMarkupRows);
   for (const int pane : panesHolding(document)) {
     noteDocumentChanged(pane);
     break;
   }
+  repaint();
+}
+
+void allMarkupsChanged() {
+  const Report report;
+  for (PaneSlot& slot : session.panes) slot.markupBoxes.reset();
+  forgetPickedMarkup();
+  forgetMarkupTip();
+  InvalidateMarkupList();
+  platform::doAfterPainting(updateMarkupRows);
   repaint();
 }
 

@@ -404,7 +404,15 @@ Result onBinderTreeRebuild(WPARAM, LPARAM) {
   return 0;
 }
 
+// A tree that handles a press or a box that asks must not lose its rows meanwhile; the end of that
+// posts the message for waiting work.
+Result onAfterPainting(WPARAM, LPARAM) {
+  if (session.documentWork == 0) platform::workAfterPainting();
+  return 0;
+}
+
 Result onWaitingWork(WPARAM, LPARAM) {
+  onAfterPainting(0, 0);
   openWaiting();
   return 0;
 }
@@ -460,6 +468,7 @@ constexpr MessageHandler kHandlers[] = {
     {platform::kBinderTreeRebuildMessage, onBinderTreeRebuild},
     {platform::kWaitingWorkMessage, onWaitingWork},
     {platform::kTitleMessage, onTitle},
+    {platform::kAfterPaintingMessage, onAfterPainting},
 };
 
 }  // namespace

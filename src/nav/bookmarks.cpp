@@ -13,6 +13,7 @@
 #include "nav/links.h"
 #include "nav/markup_tree.h"
 #include "nav/scroll_into_view.h"
+#include "platform/main_window.h"
 #include "session/changes.h"
 #include "session/density.h"
 #include "session/session.h"
@@ -212,7 +213,7 @@ void RebuildNavigationTree() {
   const FPDF_DOCUMENT document = documentOf(session.activePane);
   if (document != nullptr) fillTree(document);
   platform::endTreeUpdate(kTree);
-  showMarkupsUnderBookmarks();
+  platform::doAfterPainting(showMarkupsUnderBookmarks);
 }
 
 void ClearNavigationTree() {

@@ -67,6 +67,12 @@ void postBinderTreeRebuild();
 // Posts the message that makes the main message loop handle waiting work.
 void postWaitingWork();
 
+// Calls `work` once the current message is done and invalid pages are painted; once, however often
+// it was asked for until then. For what takes longer than the change that it follows.
+void doAfterPainting(void (*work)());
+// Whether anything asked for by doAfterPainting() has not been done yet.
+bool anyWorkAfterPainting();
+
 // The system's colour behind selected text.
 struct SystemColor {
   std::uint8_t r = 0;

@@ -28,6 +28,9 @@ void turnsChanged(int pane);
 // A markup of the document's page (zero-based) was made or removed, or its note changed.
 void markupsChanged(FPDF_DOCUMENT document, int page);
 
+// Annotations may have changed on any page of any document.
+void allMarkupsChanged();
+
 // The search results or the current hit changed.
 void hitsChanged();
 

@@ -15,6 +15,7 @@ void closePagesOf(FPDF_DOCUMENT document) {
 // Another document can get the same handle later.
 void forgetMarkupsOf(FPDF_DOCUMENT document) {
   session.otherMarkupLists.erase(document);
+  session.pagesToCollect.erase(document);
   if (document == nullptr || session.markupListDocument != document) return;
   session.markupListDocument = nullptr;
   session.markupList.clear();

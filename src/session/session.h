@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -107,6 +108,8 @@ struct SessionState {
   FPDF_DOCUMENT markupListDocument = nullptr;  // that they are of; not owned, null for none
   // Lists of other open documents, kept for when they are shown again.
   std::unordered_map<FPDF_DOCUMENT, std::vector<MarkupEntry>, Fnv1aPointerHash> otherMarkupLists;
+  // Zero-based pages edited since their document's markups were collected.
+  std::unordered_map<FPDF_DOCUMENT, std::set<int>, Fnv1aPointerHash> pagesToCollect;
 
   // The navigation tree: its nodes by number, and in the tree's order. Written by
   // nav/bookmarks.cpp.

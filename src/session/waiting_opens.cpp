@@ -11,7 +11,9 @@ DocumentWork::DocumentWork() {
 
 DocumentWork::~DocumentWork() {
   if (--session.documentWork > 0) return;
-  if (!session.waitingOpens.empty() || session.closeWaits) platform::postWaitingWork();
+  if (!session.waitingOpens.empty() || session.closeWaits || platform::anyWorkAfterPainting()) {
+    platform::postWaitingWork();
+  }
 }
 
 // A new open must queue behind those that already wait.

@@ -296,24 +296,25 @@ TEST_F(MarkupListTest, AnEditedPageIsCollectedAgainAlone) {
   ASSERT_THAT(markupsOf(document), SizeIs(3));
   addHighlight(0, charactersOf(1, 0, 4));
   addHighlight(1, charactersOf(1, 0, 4));
-  collectPageAgain(document, 1);
-  EXPECT_THAT(texts(session.markupList), ElementsAre(u"one", u"one", u"three", u"one"));
+  collectPageLater(document, 1);
+  EXPECT_THAT(texts(markupsOf(document)), ElementsAre(u"one", u"one", u"three", u"one"));
   EXPECT_EQ(session.markupList[2].page, 1);
   {
     const PageHandle page(FPDF_LoadPage(document, 1));
     FPDFPage_RemoveAnnot(page.get(), 1);
     FPDFPage_RemoveAnnot(page.get(), 0);
   }
-  collectPageAgain(document, 1);
-  EXPECT_THAT(texts(session.markupList), ElementsAre(u"one", u"one"));
+  collectPageLater(document, 1);
+  EXPECT_THAT(texts(markupsOf(document)), ElementsAre(u"one", u"one"));
   EXPECT_EQ(session.markupList[1].page, 2);
 }
 
 TEST_F(MarkupListTest, AnEditCollectsNothingBeforeTheListWasAskedFor) {
   document = openInActive(buildPdf({courierPage({"text"})}));
   addHighlight(0, charactersOf(0, 0, 3));
-  collectPageAgain(document, 0);
-  collectPageAgain(nullptr, 0);
+  collectPageLater(document, 0);
+  collectPageLater(nullptr, 0);
+  EXPECT_THAT(session.pagesToCollect, IsEmpty());
   EXPECT_THAT(session.markupList, IsEmpty());
   EXPECT_EQ(session.markupListDocument, nullptr);
 }

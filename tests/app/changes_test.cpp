@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "annot/markup_list.h"
 #include "documents/close.h"
 #include "documents/modes.h"
 #include "documents/open.h"
@@ -135,6 +136,38 @@ TEST_F(ChangesTest, AMarkupBringsTheShownListAndTreeUpToDateBeforeItRepaints) {
   markupsChanged(document, 1);
   EXPECT_EQ(session.markupList.size(), 1u);
   EXPECT_THAT(shown(), ElementsAre("navigation rows", "repaint"));
+}
+
+TEST_F(ChangesTest, ThePageIsPaintedBeforeTheRowsOfItsMarkups) {
+  const FPDF_DOCUMENT document = documentOf(0);
+  session.markupTree.shown = true;
+  markupsOf(document);
+  {
+    const PageHandle page(FPDF_LoadPage(document, 1));
+    FPDFPage_CloseAnnot(FPDFPage_CreateAnnot(page.get(), FPDF_ANNOT_HIGHLIGHT));
+  }
+  standIn().window.paintsLater = true;
+  forget();
+  markupsChanged(document, 0);
+  markupsChanged(document, 1);
+  EXPECT_THAT(shown(), ElementsAre("repaint"));
+  EXPECT_EQ(standIn().window.afterPainting.size(), 1u);
+  standIn().window.paintNow();
+  EXPECT_THAT(shown(), ElementsAre("repaint", "navigation rows"));
+}
+
+TEST_F(ChangesTest, MarkupsThatChangedAnywhereAreCollectedAgain) {
+  const FPDF_DOCUMENT document = documentOf(0);
+  session.markupTree.shown = true;
+  markupsOf(document);
+  session.markupMenuAnnot = 3;
+  {
+    const PageHandle page(FPDF_LoadPage(document, 1));
+    FPDFPage_CloseAnnot(FPDFPage_CreateAnnot(page.get(), FPDF_ANNOT_HIGHLIGHT));
+  }
+  allMarkupsChanged();
+  EXPECT_EQ(session.markupTree.nodes.size(), 1u);
+  EXPECT_EQ(session.markupMenuAnnot, -1);
 }
 
 TEST_F(ChangesTest, AMarkupBeforeTheGroupWasShownOnlyRepaints) {

@@ -91,6 +91,12 @@ struct StandInWindow {
   int binderTreeRebuildsPosted = 0;
   int waitingWorkPosted = 0;
   int closeRequests = 0;
+
+  // What waits for the pages to be painted. They are painted at once unless `paintsLater` is set;
+  // then paintNow() does it.
+  bool paintsLater = false;
+  std::vector<void (*)()> afterPainting;
+  void paintNow();
 };
 
 // The calls that write a file block by block and put it in its place.

@@ -1,3 +1,7 @@
+#include <algorithm>
+#include <utility>
+#include <vector>
+
 #include "platform/keyboard.h"
 #include "platform/main_window.h"
 #include "stand_in.h"
@@ -125,6 +129,21 @@ void postBinderTreeRebuild() {
 
 void postWaitingWork() {
   if (mainWindow()) ++mainWindow()->waitingWorkPosted;
+}
+
+void doAfterPainting(void (*work)()) {
+  if (!mainWindow()) return;
+  std::vector<void (*)()>& waiting = mainWindow()->afterPainting;
+  if (std::find(waiting.begin(), waiting.end(), work) == waiting.end()) waiting.push_back(work);
+  if (!mainWindow()->paintsLater) mainWindow()->paintNow();
+}
+
+bool anyWorkAfterPainting() {
+  return mainWindow() && !mainWindow()->afterPainting.empty();
+}
+
+void StandInWindow::paintNow() {
+  for (void (*work)() : std::exchange(afterPainting, {})) work();
 }
 
 SystemColor highlightColor() {

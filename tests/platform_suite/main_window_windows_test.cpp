@@ -162,6 +162,34 @@ void fillWithZoom() {
   setZoomSlider(12);
 }
 
+int worksDone = 0;
+bool pagesWerePainted = false;
+
+void noteWork() {
+  ++worksDone;
+  pagesWerePainted = !GetUpdateRect(windowHandles.main, nullptr, FALSE);
+}
+
+TEST_F(MainWindowWindows, WorkThatCanWaitIsDoneOnceAndAfterPainting) {
+  worksDone = 0;
+  invalidateMainWindow(false);
+  doAfterPainting(noteWork);
+  doAfterPainting(noteWork);
+  EXPECT_EQ(worksDone, 0);
+  EXPECT_TRUE(anyWorkAfterPainting());
+  MSG message{};
+  ASSERT_TRUE(PeekMessageW(&message, windowHandles.main, kAfterPaintingMessage,
+                           kAfterPaintingMessage, PM_REMOVE));
+  EXPECT_FALSE(PeekMessageW(&message, windowHandles.main, kAfterPaintingMessage,
+                            kAfterPaintingMessage, PM_REMOVE));
+  workAfterPainting();
+  EXPECT_EQ(worksDone, 1);
+  EXPECT_TRUE(pagesWerePainted);
+  EXPECT_FALSE(anyWorkAfterPainting());
+  workAfterPainting();
+  EXPECT_EQ(worksDone, 1);
+}
+
 TEST_F(MainWindowWindows, TheStatusBarIsFilledWhenItIsPainted) {
   fillings = 0;
   fillStatusBarLater(fillWithZoom);

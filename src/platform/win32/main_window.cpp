@@ -4,6 +4,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -260,6 +261,24 @@ void postBinderTreeRebuild() {
 void postWaitingWork() {
   if (mainWindow() == nullptr) return;
   PostMessageW(mainWindow(), kWaitingWorkMessage, 0, 0);
+}
+
+void doAfterPainting(void (*work)()) {
+  if (mainWindow() == nullptr) return;
+  std::vector<void (*)()>& waiting = windowHandles.afterPainting;
+  if (std::find(waiting.begin(), waiting.end(), work) != waiting.end()) return;
+  waiting.push_back(work);
+  if (waiting.size() == 1) PostMessageW(mainWindow(), kAfterPaintingMessage, 0, 0);
+}
+
+bool anyWorkAfterPainting() {
+  return !windowHandles.afterPainting.empty();
+}
+
+void workAfterPainting() {
+  if (!anyWorkAfterPainting()) return;
+  updatePages();
+  for (void (*work)() : std::exchange(windowHandles.afterPainting, {})) work();
 }
 
 SystemColor highlightColor() {

@@ -42,7 +42,8 @@ struct WindowHandles {
   HFONT headerFont = nullptr;  // of the panel headers; owned by the main window
   HWND keyboard = nullptr;     // gets it back once the main window is activated; null for none
   HWND dialogs[kModelessDialogCount] = {};
-  void (*layoutChildren)() = nullptr;  // moves the children to their places
+  std::vector<void (*)()> afterPainting;  // to be called in this order
+  void (*layoutChildren)() = nullptr;     // moves the children to their places
   // What the items of the menu bar show, by command. Cleared when the items are created again.
   std::unordered_map<std::uint32_t, MenuItemState> menuItems;
   bool placing = false;               // the main window is being moved to its stored place
@@ -71,6 +72,13 @@ inline constexpr UINT kBinderTreeRebuildMessage = WM_APP + 1;
 
 // Posted to the main window; handles work that had to wait.
 inline constexpr UINT kWaitingWorkMessage = WM_APP + 201;
+
+// Posted to the main window, which calls workAfterPainting() for it as soon as no other work is
+// under way.
+inline constexpr UINT kAfterPaintingMessage = WM_APP + 202;
+
+// Paints invalid pages, then does what doAfterPainting() was asked for.
+void workAfterPainting();
 
 // Posted to the main window, which calls showWaitingTitle() for it and when asked for its text.
 inline constexpr UINT kTitleMessage = WM_APP + 200;
