@@ -16,6 +16,7 @@
 #include "platform/text.h"
 #include "session/session.h"
 #include "store/probe_path.h"
+#include "store/replace_whole_file.h"
 #include "ui/boxes.h"
 
 namespace quillmere {
@@ -260,6 +261,18 @@ bool catchUpWithFile(BinderFile& binder) {
   return true;
 }
 
+// A folder that takes no new file, or whose path leaves no room for its name, may still let the
+// file itself be written.
+bool writeBytes(const std::u16string& path, const std::string& bytes) {
+  const auto write = [&bytes](platform::FileInWriting& file) {
+    return platform::writeBlock(file, bytes.data(), bytes.size());
+  };
+  const Replacement replacement = replaceWholeFile(path, write);
+  return replacement == Replacement::Done ||
+         (replacement == Replacement::NoSibling &&
+          platform::writeFile(path, bytes.data(), bytes.size()));
+}
+
 }  // namespace
 
 std::u16string BinderNameFromPath(std::u16string_view path) {
@@ -304,8 +317,7 @@ bool keepsBinderFile(const BinderFile& binder) {
 bool WriteBinderFile(BinderFile& binder) {
   if (binder.path.empty() || !keepsBinderFile(binder)) return false;
   if (onGoneShare(binder.path) || !catchUpWithFile(binder)) return false;
-  const std::string bytes = binderBytes(binder);
-  if (!platform::writeFile(binder.path, bytes.data(), bytes.size())) return false;
+  if (!writeBytes(binder.path, binderBytes(binder))) return false;
   binder.dirty = false;
   return true;
 }

@@ -29,7 +29,8 @@ bool LoadBinderFile(const std::u16string& path, BinderFile& binder);
 // one leaves the list of documents in use to that one.
 bool keepsBinderFile(const BinderFile& binder);
 
-// Writes the binder's whole file. True on success. Does not report failures to the user.
+// Writes the binder's whole file, which stays as it was if that fails. True on success. Does not
+// report failures to the user.
 bool WriteBinderFile(BinderFile& binder);
 
 // The same, but tells the user when a file that this process writes could not be written.

@@ -490,6 +490,55 @@ TEST_F(BinderFileTest, AWriteReplacesTheFileAndClearsTheDirtyFlag) {
   EXPECT_EQ(platform::fileBytes(kPath), kMark + kPlainHead + "C:\\a.pdf\r\n");
 }
 
+TEST_F(BinderFileTest, AWriteThatFailsPartWayLeavesTheFileAsItWas) {
+  using platform::FileCall;
+  platform::putFile(kPath, "kept");
+  BinderFile binder;
+  binder.path = kPath;
+  for (int i = 0; i < 100; ++i) binder.files.push_back(u"C:\\a.pdf");
+  for (const FileCall call :
+       {FileCall::Write, FileCall::Flush, FileCall::Close, FileCall::Replace}) {
+    standIn().refuseFileCall = [call](FileCall asked) { return asked == call; };
+    binder.dirty = true;
+    EXPECT_FALSE(WriteBinderFile(binder));
+    EXPECT_TRUE(binder.dirty);
+    EXPECT_EQ(platform::fileBytes(kPath), "kept");
+    EXPECT_THAT(platform::namesIn(u"C:\\Lists"), ElementsAre(u"Tax 2024.lst"));
+  }
+  standIn().refuseFileCall = {};
+  standIn().diskFree = 200;
+  EXPECT_FALSE(WriteBinderFile(binder));
+  EXPECT_EQ(platform::fileBytes(kPath), "kept");
+}
+
+TEST_F(BinderFileTest, AFolderThatTakesNoNewFileStillLetsItsBindersBeWritten) {
+  platform::putFile(kPath, "old");
+  standIn().refuseFileCall = [](platform::FileCall call) {
+    return call == platform::FileCall::Start;
+  };
+  BinderFile binder;
+  binder.path = kPath;
+  EXPECT_TRUE(WriteBinderFile(binder));
+  EXPECT_EQ(platform::fileBytes(kPath), kMark + kPlainHead);
+}
+
+// The last path that the system opens leaves no room for a longer name beside it.
+TEST_F(BinderFileTest, ABinderWhosePathIsAsLongAsPathsGetIsWritten) {
+  const std::u16string folder =
+      u"C:\\" + std::u16string(120, u'f') + u"\\" + std::u16string(259 - 3 - 121 - 6, u'g');
+  platform::putFolder(folder);
+  const std::u16string path = folder + u"\\a.lst";
+  ASSERT_EQ(path.size(), 259u);
+  BinderFile binder;
+  binder.path = path;
+  binder.files = {u"C:\\" + std::u16string(252, u'd') + u".pdf"};
+  EXPECT_TRUE(WriteBinderFile(binder));
+  BinderFile again;
+  EXPECT_TRUE(LoadBinderFile(path, again));
+  EXPECT_EQ(again.files, binder.files);
+  EXPECT_EQ(again.name, u"a");
+}
+
 TEST_F(BinderFileTest, ABinderWhoseFileHasGoneIsMadeAgain) {
   platform::putFolder(u"C:\\Lists");
   BinderFile binder;
