@@ -308,6 +308,7 @@ void RemoveAllFileRecords(int index) {
   if (binder.isWorkingDocuments) AddToRecentFiles(binder.files);
   binder.files.clear();
   binder.views.clear();
+  binder.furtherLines.clear();
   binder.dirty = true;
   SaveBinderFile(binder);
 }

@@ -479,6 +479,27 @@ TEST_F(BinderFileTest, MoreFilesThanAPanelCanShowAreKept) {
   EXPECT_EQ(platform::fileBytes(kPath), kMark + kPlainHead + text);
 }
 
+TEST_F(BinderFileTest, LinesBeyondWhatABinderHoldsAreKeptAsText) {
+  std::string text;
+  for (int i = 0; i < 100000; ++i) text += std::to_string(i) + "\r\n";
+  const std::string further = "x.pdf\tpage=3\todd=1\r\n0\r\n\xE6\x96\x87.pdf\r\n";
+  platform::putFile(
+      kPath, text + further + "# collapsed=1\r\n \n\tpage=1\n" + std::string(519, 'l') + "\nlast");
+  BinderFile binder;
+  EXPECT_TRUE(LoadBinderFile(kPath, binder));
+  EXPECT_EQ(binder.files.size(), 100000u);
+  EXPECT_THAT(binder.views, IsEmpty());
+  EXPECT_TRUE(binder.collapsed);
+  EXPECT_EQ(binder.furtherLines, further + "last\r\n");
+  binder.files.erase(binder.files.begin());
+  EXPECT_TRUE(WriteBinderFile(binder));
+  EXPECT_EQ(platform::fileBytes(kPath),
+            kMark + "# collapsed=1\r\n# bold=0\r\n" + text.substr(3) + further + "last\r\n");
+  EXPECT_TRUE(LoadBinderFile(kPath, binder));
+  EXPECT_EQ(binder.files.back(), u"x.pdf");
+  EXPECT_EQ(viewIn(binder, u"x.pdf").page, 3);
+}
+
 TEST_F(BinderFileTest, AWriteReplacesTheFileAndClearsTheDirtyFlag) {
   platform::putFile(kPath, std::string(5000, 'x'));
   BinderFile binder;
