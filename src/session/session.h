@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -122,6 +123,10 @@ struct SessionState {
 
   // Settings and the data folder. Written by store/, and by the commands that change a setting.
   AppSettings settings;
+  // What stood in at the start for settings that could not be read; nullopt when they were read.
+  // Their file keeps every value that has not changed since.
+  std::optional<AppSettings> standInSettings;
+  bool listsUnread = false;           // the two lists in that file are still to be read
   bool markupOpacityUnsaved = false;  // its slider was moved and not yet let go
   bool settingsFileSeeded = false;    // this process has tried to make the settings file
   bool restoringBinders = false;      // the list of loaded binders is not to be saved now

@@ -1,6 +1,7 @@
 #include "store/binder_library.h"
 
 #include <algorithm>
+#include <optional>
 #include <unordered_set>
 #include <utility>
 
@@ -34,15 +35,18 @@ class BulkLoad {
   BulkLoad& operator=(const BulkLoad&) = delete;
 };
 
+bool isCustom(const BinderFile& binder) {
+  return !binder.isWorkingDocuments;
+}
+
 bool isCustomBinder(int index) {
-  return IsValidBinder(index) && !binderAt(index).isWorkingDocuments;
+  return IsValidBinder(index) && isCustom(binderAt(index));
 }
 
 // Absent binders count too: once they are back, the settings have to name them all.
-bool libraryIsFull() {
-  const auto custom = std::count_if(session.binderLibrary.begin(), session.binderLibrary.end(),
-                                    [](const BinderFile& b) { return !b.isWorkingDocuments; });
-  return custom + static_cast<std::ptrdiff_t>(session.absentBinders.size()) >= kMostCustomBinders;
+std::ptrdiff_t customBinderCount() {
+  return std::count_if(session.binderLibrary.begin(), session.binderLibrary.end(), isCustom) +
+         static_cast<std::ptrdiff_t>(session.absentBinders.size());
 }
 
 // The odd characters are deliberate: users know the message in this form.
@@ -60,11 +64,19 @@ void forgetAbsent(const std::u16string& path) {
                 [&](const AbsentBinder& absent) { return equalIgnoringCase(absent.path, path); });
 }
 
+bool isAbsent(const std::u16string& path) {
+  return std::any_of(
+      session.absentBinders.begin(), session.absentBinders.end(),
+      [&](const AbsentBinder& absent) { return equalIgnoringCase(absent.path, path); });
+}
+
 bool isKnown(const std::u16string& path) {
-  return FindBinder(path) != kNoBinder ||
-         std::any_of(
-             session.absentBinders.begin(), session.absentBinders.end(),
-             [&](const AbsentBinder& absent) { return equalIgnoringCase(absent.path, path); });
+  return FindBinder(path) != kNoBinder || isAbsent(path);
+}
+
+// True when the limit keeps this binder out.
+bool libraryIsFullFor(const std::u16string& path) {
+  return !isKnown(path) && customBinderCount() >= kMostCustomBinders;
 }
 
 // Appends the binder of a file that can be reached.
@@ -77,18 +89,27 @@ int appendBinder(const std::u16string& path) {
   return static_cast<int>(session.binderLibrary.size()) - 1;
 }
 
+// Empties the file or makes it. One that could not be reached at the start is a binder with
+// contents, and is loaded as it is.
+int createAndAppend(const std::u16string& path) {
+  if (isAbsent(path) && platform::fileExists(path)) return appendBinder(path);
+  if (!platform::writeFile(path, nullptr, 0)) return kNoBinder;
+  const int index = appendBinder(path);
+  if (index == kNoBinder) platform::deleteFile(path);
+  return index;
+}
+
 // A binder that the settings name, and whether its file can be reached.
 struct ListedBinder {
   std::u16string path;
   ProbeResult state = ProbeResult::Missing;
 };
 
-std::vector<ListedBinder> listedBinders() {
+// Nullopt when the settings cannot be read at the moment.
+std::optional<std::vector<ListedBinder>> listedBinders() {
   const std::u16string iniPath = GetIniPath();
-  if (iniPath.empty()) return {};
-  std::vector<std::u16string> paths = readPathList(kBinderList, iniPath);
-  for (std::u16string& path : paths) path = platform::absolutePath(path);
-  std::erase_if(paths, IsWorkingDocsPath);
+  if (iniPath.empty() || !iniFileReadable(iniPath)) return std::nullopt;
+  const std::vector<std::u16string> paths = readBinderPaths(iniPath);
   const std::vector<ProbeResult> states = probePaths(paths, openTimeoutMilliseconds());
   std::vector<ListedBinder> listed;
   for (std::size_t i = 0; i < paths.size(); ++i) listed.push_back({paths[i], states[i]});
@@ -200,22 +221,25 @@ int LoadBinder(const std::u16string& path) {
   const std::u16string full = platform::absolutePath(path);
   const int loaded = FindBinder(full);
   if (loaded != kNoBinder) return loaded;
-  if (libraryIsFull()) return reportFullLibrary();
+  if (libraryIsFullFor(full)) return reportFullLibrary();
   return onGoneShare(full) ? kNoBinder : appendBinder(full);
 }
 
 void RestoreBinders() {
+  const auto listedNow = listedBinders();
+  if (!listedNow) return;
   {
     const BulkLoad guard;
-    for (const ListedBinder& listed : listedBinders()) {
+    for (const ListedBinder& listed : *listedNow) {
       if (listed.state == ProbeResult::Missing || isKnown(listed.path)) continue;
       if (listed.state == ProbeResult::Unavailable || appendBinder(listed.path) == kNoBinder) {
         session.absentBinders.push_back(absentAfter(session.binderLibrary, listed.path));
       }
     }
   }
-  // A binder whose file has gone drops out of the settings here.
-  SaveBinderList();
+  // What has gone, or was no custom binder at all, drops out of the settings here.
+  const std::size_t listedBefore = readPathList(kBinderList, GetIniPath()).size();
+  if (static_cast<std::size_t>(customBinderCount()) != listedBefore) SaveBinderList();
 }
 
 int CreateBinder(const std::u16string& path) {
@@ -223,14 +247,12 @@ int CreateBinder(const std::u16string& path) {
   const std::u16string full = platform::absolutePath(path);
   const int loaded = FindBinder(full);
   if (loaded != kNoBinder) return loaded;
-  if (libraryIsFull()) return reportFullLibrary();
-  if (onGoneShare(full) || !platform::writeFile(full, nullptr, 0)) {
+  if (libraryIsFullFor(full)) return reportFullLibrary();
+  const int index = onGoneShare(full) ? kNoBinder : createAndAppend(full);
+  if (index == kNoBinder) {
     showBox(u"Could not create the binder file.", u"Add New Binder", BoxButtons::Ok,
             BoxIcon::Error);
-    return kNoBinder;
   }
-  const int index = appendBinder(full);
-  if (index < 0) platform::deleteFile(full);
   return index;
 }
 
@@ -250,12 +272,15 @@ void RefreshBinder(int index) {
 }
 
 void RefreshAllBinders() {
+  if (session.listsUnread) SaveBinderList();  // what was loaded meanwhile is to be listed too
+  const auto listedNow = listedBinders();
+  if (!listedNow) return;
   {
     const BulkLoad guard;
     FreshLibrary fresh;
     const int workingDocuments = WorkingDocumentsIndex();
     if (workingDocuments != kNoBinder) fresh.binders.push_back(binderAt(workingDocuments));
-    for (const ListedBinder& listed : listedBinders()) {
+    for (const ListedBinder& listed : *listedNow) {
       if (listed.state != ProbeResult::Missing) addListed(listed, fresh);
     }
     session.binderLibrary = std::move(fresh.binders);

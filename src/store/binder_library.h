@@ -45,7 +45,7 @@ int CreateBinder(const std::u16string& path);
 void RefreshBinder(int index);
 
 // Rebuilds the library from the list in the settings, which decides which binders it has and in
-// which order.
+// which order. While the settings cannot be read, the library stays as it is.
 void RefreshAllBinders();
 
 // Adds the documents that the binder does not list yet, up to its limit, and tells the user when

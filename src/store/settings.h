@@ -6,7 +6,8 @@ namespace quillmere {
 // window's position, the binders of the last session. Called once, while the main window is made.
 void LoadSettings();
 
-// Writes every setting from memory. Does nothing in a viewer or without a data folder; failures are
+// Writes every setting from memory. A file that could not be read at the start keeps the values
+// that have not changed since. Does nothing in a viewer or without a data folder; failures are
 // silent.
 void SaveSettings();
 

@@ -9,6 +9,7 @@
 
 #include "base/text_format.h"
 #include "store/binder_file.h"
+#include "store/recent_files.h"
 #include "store/settings.h"
 #include "store/working_documents.h"
 #include "support/settings_file.h"
@@ -149,6 +150,81 @@ TEST_F(BinderLibraryTest, ABinderWhoseFileHasGoneIsForgottenAtTheNextStart) {
   EXPECT_EQ(iniValue(u"Binders", u"Path2"), u"");
 }
 
+TEST_F(BinderLibraryTest, AStartThatDropsNothingLeavesTheListInTheFileUntouched) {
+  platform::putFile(listPath(u"a"), "");
+  putIni(u"[Binders]\nCount=1\nPath0=" + listPath(u"a") + u"\nPath7=C:\\Lists\\b.lst\n");
+  restart();
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"a"));
+  EXPECT_EQ(iniValue(u"Binders", u"Path7"), u"C:\\Lists\\b.lst");
+}
+
+// Settings that another program has open alone when this one starts.
+
+class UnreadSettingsTest : public BinderLibraryTest {
+ protected:
+  UnreadSettingsTest() {
+    for (const char16_t* name : {u"a", u"b", u"new"}) platform::putFile(listPath(name), "");
+    putIni(
+        u"[Binders]\nCount=2\nPath0=C:\\Lists\\b.lst\nPath1=C:\\Lists\\a.lst\n"
+        u"[RecentFiles]\nMaxEntries=7\nCount=1\nPath0=C:\\old.pdf\n"
+        u"[Markup]\nHlOpacity=50\n[Panels]\nNavWidth=333\n[Window]\nX=40\nY=50\n");
+    lockSettings(true);
+    restart();
+  }
+
+  static void lockSettings(bool locked) {
+    platform::setOtherUse(kIniPath,
+                          locked ? platform::OtherUse::Exclusive : platform::OtherUse::Nobody);
+  }
+};
+
+TEST_F(UnreadSettingsTest, KeepTheirListsAtTheExit) {
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents"));
+  SaveSettings();  // still locked
+  lockSettings(false);
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"2");
+  SaveSettings();
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"2");
+  EXPECT_EQ(iniValue(u"RecentFiles", u"Path0"), u"C:\\old.pdf");
+  restart();
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"b", u"a"));
+  EXPECT_THAT(session.settings.recentFiles, ElementsAre(u"C:\\old.pdf"));
+}
+
+TEST_F(UnreadSettingsTest, TakeInWhatWasAddedMeanwhile) {
+  LoadBinder(listPath(u"new"));
+  AddToRecentFiles({u"C:\\new.pdf"});
+  lockSettings(false);
+  EXPECT_EQ(LoadBinder(listPath(u"A")), 2);
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"3");
+  EXPECT_EQ(iniValue(u"Binders", u"Path0"), listPath(u"b"));
+  SaveSettings();
+  EXPECT_EQ(iniValue(u"RecentFiles", u"Count"), u"2");
+  EXPECT_EQ(iniValue(u"RecentFiles", u"Path0"), u"C:\\new.pdf");
+  EXPECT_EQ(iniValue(u"RecentFiles", u"Path1"), u"C:\\old.pdf");
+}
+
+TEST_F(UnreadSettingsTest, KeepTheValuesThatNobodyChanged) {
+  lockSettings(false);
+  session.settings.openTimeoutSeconds = 9;
+  SaveSettings();
+  EXPECT_EQ(iniValue(u"Markup", u"HlOpacity"), u"50");
+  EXPECT_EQ(iniValue(u"RecentFiles", u"MaxEntries"), u"7");
+  EXPECT_EQ(iniValue(u"Panels", u"NavWidth"), u"333");
+  EXPECT_EQ(iniValue(u"Window", u"X"), u"40");
+  EXPECT_EQ(iniValue(u"Network", u"OpenTimeoutSeconds"), u"9");
+  EXPECT_EQ(iniValue(u"Panels", u"NavVisible"), std::nullopt);
+}
+
+TEST_F(UnreadSettingsTest, RefreshNoBinderUntilTheyCanBeRead) {
+  LoadBinder(listPath(u"new"));
+  RefreshAllBinders();
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"new"));
+  lockSettings(false);
+  RefreshAllBinders();
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"b", u"a", u"new"));
+}
+
 TEST_F(BinderLibraryTest, TheFileOfTheDocumentsInUseIsNoCustomBinder) {
   putIni(
       u"[Binders]\nCount=1\nPath0=c:\\users\\user\\appdata\\local\\quillmere\\workingdocs.LST\n");
@@ -235,6 +311,37 @@ TEST_F(BinderLibraryTest, MakingALoadedBinderLeavesItAlone) {
   EXPECT_EQ(CreateBinder(u"C:\\lists\\LIST.LST"), 0);
   EXPECT_EQ(platform::fileBytes(listPath(u"list")), "C:\\a.pdf\r\n");
   EXPECT_EQ(session.binderLibrary[0].files.size(), 1u);
+}
+
+TEST_F(BinderLibraryTest, MakingABinderThatWasLockedAtTheStartLeavesItsFileAlone) {
+  load(u"list", "C:\\a.pdf\r\n");
+  platform::setOtherUse(listPath(u"list"), platform::OtherUse::Exclusive);
+  restart();
+  ASSERT_EQ(session.absentBinders.size(), 1u);
+  platform::setOtherUse(listPath(u"list"), platform::OtherUse::Nobody);
+  EXPECT_GE(CreateBinder(listPath(u"list")), 0);
+  EXPECT_EQ(platform::fileBytes(listPath(u"list")), "C:\\a.pdf\r\n");
+  EXPECT_THAT(session.absentBinders, IsEmpty());
+}
+
+TEST_F(BinderLibraryTest, MakingABinderThatIsStillLockedIsTold) {
+  load(u"list", "C:\\a.pdf\r\n");
+  platform::setOtherUse(listPath(u"list"), platform::OtherUse::Exclusive);
+  restart();
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_EQ(CreateBinder(listPath(u"list")), kNoBinder);
+  expectBox(u"Add New Binder", u"Could not create the binder file.", BoxIcon::Error);
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"1");
+  platform::setOtherUse(listPath(u"list"), platform::OtherUse::Nobody);
+  EXPECT_EQ(platform::fileBytes(listPath(u"list")), "C:\\a.pdf\r\n");
+}
+
+TEST_F(BinderLibraryTest, ABinderThatIsBackLoadsAtTheLimitToo) {
+  loadMany(49);
+  platform::putFile(listPath(u"back"), "");
+  session.absentBinders = {{listPath(u"back"), u""}};
+  EXPECT_EQ(LoadBinder(listPath(u"back")), 49);
+  EXPECT_THAT(session.absentBinders, IsEmpty());
 }
 
 TEST_F(BinderLibraryTest, AtTheLimitMakingABinderLeavesTheChosenFileAlone) {
