@@ -105,6 +105,16 @@ struct ListedBinder {
   ProbeResult state = ProbeResult::Missing;
 };
 
+// A local file has gone only where its drive answers and says so.
+ProbeResult judgeBinderFile(const std::u16string& path, ProbeResult probe) {
+  if (probe != ProbeResult::Missing || platform::isNetworkPath(path)) return probe;
+  const std::uint32_t error = platform::queryAttributes(path).error;
+  const bool notFound =
+      error == platform::kErrorFileNotFound || error == platform::kErrorPathNotFound;
+  return notFound && !platform::driveIsAbsent(path) ? ProbeResult::Missing
+                                                    : ProbeResult::Unavailable;
+}
+
 // Nullopt when the settings cannot be read at the moment.
 std::optional<std::vector<ListedBinder>> listedBinders() {
   const std::u16string iniPath = GetIniPath();
@@ -112,7 +122,9 @@ std::optional<std::vector<ListedBinder>> listedBinders() {
   const std::vector<std::u16string> paths = readBinderPaths(iniPath);
   const std::vector<ProbeResult> states = probePaths(paths, openTimeoutMilliseconds());
   std::vector<ListedBinder> listed;
-  for (std::size_t i = 0; i < paths.size(); ++i) listed.push_back({paths[i], states[i]});
+  for (std::size_t i = 0; i < paths.size(); ++i) {
+    listed.push_back({paths[i], judgeBinderFile(paths[i], states[i])});
+  }
   return listed;
 }
 
@@ -259,7 +271,7 @@ int CreateBinder(const std::u16string& path) {
 void RefreshBinder(int index) {
   if (!isCustomBinder(index)) return;
   BinderFile& binder = binderAt(index);
-  const ProbeResult state = probeWithinOpenTimeout(binder.path);
+  const ProbeResult state = judgeBinderFile(binder.path, probeWithinOpenTimeout(binder.path));
   if (state == ProbeResult::Missing) {
     removeBinder(index);
     SaveBinderList();

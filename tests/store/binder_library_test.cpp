@@ -267,6 +267,34 @@ TEST_F(BinderLibraryTest, ABinderOnAMappedDriveIsProbedAsOneOnAShare) {
   EXPECT_EQ(iniValue(u"Binders", u"Path0"), u"N:\\a.lst");
 }
 
+TEST_F(BinderLibraryTest, ABinderOnADriveThatIsNotConnectedIsNotForgotten) {
+  putIni(u"[Binders]\nCount=3\nPath0=N:\\a.lst\nPath1=R:\\b.lst\nPath2=C:\\Lists\\gone.lst\n");
+  setVolume(u"R:", VolumeState::Failing, 21);  // a reader without a card
+  restart();
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents"));
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"2");
+  EXPECT_EQ(iniValue(u"Binders", u"Path0"), u"N:\\a.lst");
+  EXPECT_EQ(iniValue(u"Binders", u"Path1"), u"R:\\b.lst");
+  setVolume(u"N:", VolumeState::Present);
+  RefreshAllBinders();  // now its file has gone
+  EXPECT_EQ(iniValue(u"Binders", u"Path0"), u"R:\\b.lst");
+}
+
+TEST_F(BinderLibraryTest, ARefreshLeavesABinderWhoseDriveWasUnplugged) {
+  setVolume(u"N:", VolumeState::Present);
+  platform::putFile(u"N:\\a.lst", "C:\\a.pdf\r\n");
+  ASSERT_EQ(LoadBinder(u"N:\\a.lst"), 0);
+  setVolume(u"N:", VolumeState::Failing, 3);
+  RefreshBinder(0);
+  RefreshAllBinders();
+  ASSERT_EQ(session.binderLibrary.size(), 1u);
+  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\a.pdf"));
+  setVolume(u"N:", VolumeState::Present);
+  platform::deleteFile(u"N:\\a.lst");
+  RefreshBinder(0);
+  EXPECT_THAT(session.binderLibrary, IsEmpty());
+}
+
 TEST_F(BinderLibraryTest, ABinderThatIsLockedAtTheStartIsNotForgotten) {
   load(u"a");
   load(u"b");

@@ -63,6 +63,13 @@ bool isSpelledSo(const std::u16string& path) {
   return path.substr(path.find_last_of(u"\\/") + 1) == fromWide(entry.cFileName);
 }
 
+// DRIVE_UNKNOWN for a path without a drive letter.
+UINT driveTypeOf(const std::u16string& path) {
+  if (path.size() < 2 || path[1] != u':') return DRIVE_UNKNOWN;
+  const std::u16string root = path.substr(0, 2) + u"\\";
+  return GetDriveTypeW(wide(root));
+}
+
 // A search pattern also matches short names, whose extensions are cut to three letters.
 bool endsIgnoringCase(std::u16string_view name, std::u16string_view end) {
   return name.size() >= end.size() && equalIgnoringCase(name.substr(name.size() - end.size()), end);
@@ -111,10 +118,11 @@ bool setReadOnly(const std::u16string& path, bool readOnly) {
 }
 
 bool isNetworkPath(const std::u16string& path) {
-  if (path.starts_with(u"\\\\")) return true;
-  if (path.size() < 2 || path[1] != u':') return false;
-  const std::u16string root = path.substr(0, 2) + u"\\";
-  return GetDriveTypeW(wide(root)) == DRIVE_REMOTE;
+  return path.starts_with(u"\\\\") || driveTypeOf(path) == DRIVE_REMOTE;
+}
+
+bool driveIsAbsent(const std::u16string& path) {
+  return driveTypeOf(path) == DRIVE_NO_ROOT_DIR;
 }
 
 std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& path,
