@@ -115,12 +115,12 @@ ProbeResult judgeBinderFile(const std::u16string& path, ProbeResult probe) {
                                                     : ProbeResult::Unavailable;
 }
 
-// Nullopt when the settings cannot be read at the moment.
-std::optional<std::vector<ListedBinder>> listedBinders() {
+// Nullopt when the settings cannot be read at the moment. `timeout` is for all shares together.
+std::optional<std::vector<ListedBinder>> listedBinders(std::uint32_t timeoutMilliseconds) {
   const std::u16string iniPath = GetIniPath();
   if (iniPath.empty() || !iniFileReadable(iniPath)) return std::nullopt;
   const std::vector<std::u16string> paths = readBinderPaths(iniPath);
-  const std::vector<ProbeResult> states = probePaths(paths, openTimeoutMilliseconds());
+  const std::vector<ProbeResult> states = probePaths(paths, timeoutMilliseconds);
   std::vector<ListedBinder> listed;
   for (std::size_t i = 0; i < paths.size(); ++i) {
     listed.push_back({paths[i], judgeBinderFile(paths[i], states[i])});
@@ -233,12 +233,14 @@ int LoadBinder(const std::u16string& path) {
   const std::u16string full = platform::absolutePath(path);
   const int loaded = FindBinder(full);
   if (loaded != kNoBinder) return loaded;
+  if (session.viewerRole) return kNoBinder;
   if (libraryIsFullFor(full)) return reportFullLibrary();
   return onGoneShare(full) ? kNoBinder : appendBinder(full);
 }
 
 void RestoreBinders() {
-  const auto listedNow = listedBinders();
+  // A viewer shows its document and no binders at first, so it waits for none.
+  const auto listedNow = listedBinders(session.viewerRole ? 0 : openTimeoutMilliseconds());
   if (!listedNow) return;
   {
     const BulkLoad guard;
@@ -285,7 +287,7 @@ void RefreshBinder(int index) {
 
 void RefreshAllBinders() {
   if (session.listsUnread) SaveBinderList();  // what was loaded meanwhile is to be listed too
-  const auto listedNow = listedBinders();
+  const auto listedNow = listedBinders(openTimeoutMilliseconds());
   if (!listedNow) return;
   {
     const BulkLoad guard;
@@ -388,7 +390,7 @@ bool RenameBinder(int index, const std::u16string& newName) {
 }
 
 void CloseBinder(int index) {
-  if (!isCustomBinder(index)) return;
+  if (session.viewerRole || !isCustomBinder(index)) return;
   removeBinder(index);
   SaveBinderList();
 }

@@ -8,7 +8,7 @@
 
 // The binders of this session: the documents in use first, then the custom binders in the order of
 // the panel. A binder is identified by its index, a file by its index within the binder. A viewer
-// changes none of them.
+// shows those of the settings and changes neither them nor the settings.
 namespace quillmere {
 
 inline constexpr int kNoBinder = -1;

@@ -17,8 +17,8 @@ void SaveUpdateCheckDate();
 // Writes only the list of recent documents. Does nothing in a viewer.
 void SaveRecentFiles();
 
-// Writes only the list of loaded binders. Does nothing while binders are being restored, or in a
-// viewer whose settings file is missing.
+// Writes only the list of loaded binders. Does nothing in a viewer or while binders are being
+// restored.
 void SaveBinderList();
 
 }  // namespace quillmere

@@ -110,11 +110,9 @@ void SaveRecentFiles() {
 }
 
 void SaveBinderList() {
-  if (session.restoringBinders) return;
+  if (session.restoringBinders || session.viewerRole) return;
   const std::u16string iniPath = GetIniPath();
-  if (iniPath.empty()) return;
-  if (session.viewerRole && !platform::fileExists(iniPath)) return;
-  if (!catchUpWithLists(iniPath)) return;
+  if (iniPath.empty() || !catchUpWithLists(iniPath)) return;
   writePathList(kBinderList, binderPathsInOrder(), iniPath);
 }
 

@@ -732,6 +732,10 @@ TEST_F(BinderLibraryTest, AViewerChangesNoBinder) {
   EXPECT_FALSE(RenameBinder(0, u"new"));
   EXPECT_FALSE(FinishBinderRename(0, u"new"));
   EXPECT_FALSE(DeleteBinder(0));
+  platform::putFile(u"C:\\other.lst", "");
+  EXPECT_EQ(LoadBinder(u"C:\\other.lst"), kNoBinder);
+  EXPECT_EQ(LoadBinder(listPath(u"B")), 1);
+  CloseBinder(0);
   AddFilesToBinder(0, {u"C:\\z.pdf"});
   RemoveFileRecord(0, 0);
   RemoveAllFileRecords(0);
@@ -742,6 +746,35 @@ TEST_F(BinderLibraryTest, AViewerChangesNoBinder) {
   EXPECT_EQ(platform::fileBytes(listPath(u"a")), "C:\\x.pdf\r\nC:\\y.pdf\r\n");
   EXPECT_THAT(platform::namesIn(u"C:\\Lists"), ElementsAre(u"a.lst", u"b.lst"));
   EXPECT_THAT(standIn().boxes, IsEmpty());
+}
+
+TEST_F(BinderLibraryTest, AViewerRefreshesBindersInMemoryAlone) {
+  load(u"a", "C:\\x.pdf\r\n");
+  load(u"b");
+  session.viewerRole = true;
+  platform::putFile(listPath(u"a"), "C:\\y.pdf\r\n");
+  platform::deleteFile(listPath(u"b"));
+  RefreshBinder(1);
+  RefreshAllBinders();
+  EXPECT_THAT(names(), ElementsAre(u"a"));
+  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\y.pdf"));
+  EXPECT_EQ(platform::fileBytes(listPath(u"a")), "C:\\y.pdf\r\n");
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"2");
+}
+
+TEST_F(BinderLibraryTest, AViewerWaitsForNoShareAndForgetsNoBinder) {
+  putIni(
+      u"[Binders]\nCount=3\nPath0=\\\\nas\\lists\\a.lst\nPath1=C:\\Lists\\gone.lst\n"
+      u"Path2=C:\\Lists\\b.lst\n[Network]\nOpenTimeoutSeconds=2\n");
+  platform::putFile(listPath(u"b"), "");
+  setVolume(kShare, VolumeState::Silent);
+  resetSession();
+  session.viewerRole = true;
+  const auto begin = std::chrono::steady_clock::now();
+  LoadSettings();
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(1500));
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"b"));
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"3");
 }
 
 }  // namespace
