@@ -395,6 +395,18 @@ void CloseBinder(int index) {
   SaveBinderList();
 }
 
+bool AnyCustomBinder() {
+  return customBinderCount() > 0;
+}
+
+bool CloseAllCustomBinders() {
+  if (session.viewerRole || !AnyCustomBinder()) return false;
+  std::erase_if(session.binderLibrary, isCustom);
+  session.absentBinders.clear();
+  SaveBinderList();
+  return true;
+}
+
 bool DeleteBinder(int index) {
   if (session.viewerRole || !isCustomBinder(index)) return false;
   const BoxAnswer answer =

@@ -69,6 +69,13 @@ bool RenameBinder(int index, const std::u16string& newName);
 // Removes a binder from the library. Its file stays, and so do documents opened from it.
 void CloseBinder(int index);
 
+// True when there is a custom binder, be it one whose file could not be reached so far.
+bool AnyCustomBinder();
+
+// Removes every custom binder, those that could not be reached so far too, which nothing else
+// closes. True when there was one.
+bool CloseAllCustomBinders();
+
 // Asks, closes the binder and deletes its file. True unless the user kept it.
 bool DeleteBinder(int index);
 

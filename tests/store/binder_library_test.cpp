@@ -641,6 +641,25 @@ TEST_F(BinderLibraryTest, CancelKeepsTheBinder) {
   EXPECT_TRUE(platform::fileExists(listPath(u"a")));
 }
 
+TEST_F(BinderLibraryTest, AllCustomBindersCloseTogetherWithThoseThatCouldNotBeReached) {
+  LoadWorkingDocuments();
+  EXPECT_FALSE(AnyCustomBinder());
+  EXPECT_FALSE(CloseAllCustomBinders());
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), std::nullopt);  // nothing went, nothing is saved
+  session.absentBinders = {{u"\\\\nas\\lists\\far.lst", u""}};
+  EXPECT_TRUE(AnyCustomBinder());
+  load(u"a", "C:\\a.pdf\r\n");
+  load(u"b");
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"3");
+  EXPECT_TRUE(CloseAllCustomBinders());
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents"));
+  EXPECT_THAT(session.absentBinders, IsEmpty());
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"0");
+  EXPECT_EQ(iniValue(u"Binders", u"Path0"), u"");
+  EXPECT_EQ(platform::fileBytes(listPath(u"a")), "C:\\a.pdf\r\n");
+  EXPECT_FALSE(AnyCustomBinder());
+}
+
 TEST_F(BinderLibraryTest, TheDocumentsInUseAreNeitherClosedNorDeleted) {
   LoadWorkingDocuments();
   CloseBinder(0);
@@ -736,6 +755,7 @@ TEST_F(BinderLibraryTest, AViewerChangesNoBinder) {
   EXPECT_EQ(LoadBinder(u"C:\\other.lst"), kNoBinder);
   EXPECT_EQ(LoadBinder(listPath(u"B")), 1);
   CloseBinder(0);
+  EXPECT_FALSE(CloseAllCustomBinders());
   AddFilesToBinder(0, {u"C:\\z.pdf"});
   RemoveFileRecord(0, 0);
   RemoveAllFileRecords(0);
