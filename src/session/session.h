@@ -142,7 +142,10 @@ struct SessionState {
   std::vector<BinderFile> binderLibrary;    // the documents in use first, when there is such a list
   std::vector<AbsentBinder> absentBinders;  // in the order of the settings; they stay in there
   bool workingDocumentsUnread = false;      // their file is there and could not be opened
-  std::unordered_set<std::u16string, Fnv1aTextHash> unavailableFiles;        // lower-cased paths
+  std::unordered_set<std::u16string, Fnv1aTextHash> unavailableFiles;  // lower-cased paths
+  // When a share last kept the program waiting in vain, in milliseconds of the monotonic clock; by
+  // its lower-cased name.
+  std::unordered_map<std::u16string, std::uint64_t, Fnv1aTextHash> deafShares;
   std::unordered_map<std::u16string, ShelfEntry, Fnv1aTextHash> shelfIndex;  // by lower-cased path
 };
 

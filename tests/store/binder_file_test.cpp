@@ -7,6 +7,8 @@
 #include <random>
 #include <vector>
 
+#include "base/text_format.h"
+#include "platform/process.h"
 #include "platform/text.h"
 #include "support/session_test.h"
 
@@ -616,7 +618,26 @@ TEST_F(BinderFileTest, AShareThatDoesNotAnswerFailsAWriteWithinTheTimeout) {
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
   platform::setVolume(u"\\\\nas\\lists", platform::VolumeState::Present);
   EXPECT_TRUE(platform::waitForDetachedThreads());
+  platform::sleepMilliseconds(5000);  // takes no real time
   EXPECT_TRUE(WriteBinderFile(binder));
+}
+
+TEST_F(BinderFileTest, ManyBindersOnAShareThatDoesNotAnswerWaitOnce) {
+  session.settings.openTimeoutSeconds = 1;
+  for (const char16_t* share : {u"\\\\nas\\lists", u"\\\\nas\\other"}) {
+    platform::setVolume(share, platform::VolumeState::Silent);
+  }
+  const auto start = std::chrono::steady_clock::now();
+  for (int i = 0; i < 50; ++i) {
+    BinderFile binder;
+    binder.path = (i % 2 == 0 ? u"\\\\nas\\lists\\" : u"\\\\NAS\\Other\\") + decimal(i) + u".lst";
+    EXPECT_FALSE(WriteBinderFile(binder));
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+  for (const char16_t* share : {u"\\\\nas\\lists", u"\\\\nas\\other"}) {
+    platform::setVolume(share, platform::VolumeState::Failing);
+  }
+  EXPECT_TRUE(platform::waitForDetachedThreads());
 }
 
 }  // namespace
