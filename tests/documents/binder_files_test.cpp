@@ -231,6 +231,49 @@ TEST_F(BinderFilesTest, EveryQuestionComesBeforeTheFirstDocumentCloses) {
   EXPECT_THAT(files(1), SizeIs(2));
 }
 
+TEST_F(BinderFilesTest, CancelAtTheLastQuestionTakesBackTheAnswersBeforeIt) {
+  shelve(u"C:\\b.pdf");  // in the other binder too, so that the dialog does not list it
+  setViewMode(ViewMode::TwoDocuments);
+  openEntry(1, 1);
+  setActivePane(1);
+  openEntry(1, 0);
+  session.panes[0].dirty = true;
+  session.panes[1].dirty = true;
+  standIn().boxAnswers = {BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Cancel};
+  EXPECT_FALSE(RemoveAllFromBinder(1));
+  EXPECT_TRUE(IsShelved(u"C:\\b.pdf"));
+  EXPECT_THAT(files(1), SizeIs(2));
+}
+
+TEST_F(BinderFilesTest, CancelAfterTheDialogDiscardsNothing) {
+  shelve(u"C:\\a.pdf");
+  openEntry(1, 1);
+  session.active.dirty = true;
+  unsavedDialogScript().answer = [](std::vector<UnsavedFile>& files) {
+    for (UnsavedFile& file : files) file.save = false;
+    return UnsavedAnswer::GoAhead;
+  };
+  standIn().boxAnswers = {BoxAnswer::Cancel};
+  EXPECT_FALSE(RemoveAllFromBinder(1));
+  EXPECT_TRUE(IsShelved(u"C:\\a.pdf"));
+  EXPECT_NE(session.active.document, nullptr);
+}
+
+TEST_F(BinderFilesTest, AFailedSaveOfAnOpenDocumentDiscardsNoOther) {
+  shelve(u"C:\\b.pdf");
+  setViewMode(ViewMode::TwoDocuments);
+  openEntry(1, 1);
+  setActivePane(1);
+  openEntry(1, 0);
+  session.panes[0].dirty = true;
+  session.panes[1].dirty = true;
+  standIn().boxAnswers = {BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Yes};
+  EXPECT_FALSE(RemoveAllFromBinder(1));  // documents cannot be written yet
+  EXPECT_TRUE(IsShelved(u"C:\\b.pdf"));
+  EXPECT_NE(session.panes[0].document, nullptr);
+  EXPECT_NE(session.panes[1].document, nullptr);
+}
+
 TEST_F(BinderFilesTest, ShelvedFilesAreListedInTheDialogInPlaceOfTheQuestion) {
   shelve(u"C:\\a.pdf");
   shelve(u"C:\\b.pdf");                  // in the other binder too
