@@ -370,7 +370,8 @@ bool RenameBinder(int index, const std::u16string& newName) {
       oldPath.substr(0, oldPath.find_last_of(u"\\/") + 1) + newName + u".lst";
   if (newPath == oldPath) return true;
   const bool gone = onGoneShare(oldPath);
-  if (!gone && !equalIgnoringCase(newPath, oldPath) && platform::fileExists(newPath)) {
+  const bool otherFile = !equalIgnoringCase(newPath, oldPath);
+  if (!gone && otherFile && (isKnown(newPath) || platform::fileExists(newPath))) {
     complainAboutName(formatText(u"A binder named '%s' already exists.", {newName}),
                       BoxIcon::Warning);
     return false;

@@ -580,6 +580,16 @@ TEST_F(BinderLibraryTest, ANameThatIsTakenIsRefused) {
   EXPECT_EQ(platform::fileBytes(listPath(u"Taken")), "kept");
 }
 
+TEST_F(BinderLibraryTest, ANameOfABinderWhoseFileIsAwayIsTakenToo) {
+  load(u"list");
+  load(u"away");
+  platform::deleteFile(listPath(u"away"));
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_FALSE(FinishBinderRename(0, u"Away"));
+  expectBox(u"Rename Binder", u"A binder named 'Away' already exists.", BoxIcon::Warning);
+  EXPECT_TRUE(platform::fileExists(listPath(u"list")));
+}
+
 TEST_F(BinderLibraryTest, ARenameThatChangesLetterCaseAlonePasses) {
   load(u"list");
   EXPECT_TRUE(FinishBinderRename(0, u"LIST"));
