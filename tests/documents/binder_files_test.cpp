@@ -306,6 +306,27 @@ TEST_F(BinderFilesTest, AFailedSaveKeepsItsChangesAndStopsTheRemoval) {
   EXPECT_THAT(files(1), SizeIs(2));
 }
 
+// Whole binders.
+
+TEST_F(BinderFilesTest, ClosingOrDeletingABinderTouchesNeitherItsDocumentsNorTheirShelvedChanges) {
+  openEntry(1, 0);
+  session.active.dirty = true;
+  shelve(u"C:\\b.pdf");
+  CloseBinder(1);
+  EXPECT_THAT(standIn().boxes, IsEmpty());
+  EXPECT_EQ(session.active.path, u"C:\\a.pdf");
+  EXPECT_TRUE(session.active.dirty);
+  EXPECT_TRUE(IsShelved(u"C:\\b.pdf"));
+  EXPECT_EQ(platform::fileBytes(u"C:\\list.lst"), "C:\\a.pdf\r\nC:\\b.pdf\r\n");
+
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_TRUE(DeleteBinder(1));
+  EXPECT_EQ(platform::fileBytes(u"C:\\other.lst"), std::nullopt);
+  EXPECT_EQ(session.active.path, u"C:\\a.pdf");
+  EXPECT_TRUE(IsShelved(u"C:\\b.pdf"));
+  EXPECT_TRUE(platform::fileExists(u"C:\\b.pdf"));
+}
+
 TEST_F(BinderFilesTest, AViewerRemovesNothing) {
   session.viewerRole = true;
   EXPECT_FALSE(RemoveFileFromBinder(1, 0, false));

@@ -400,6 +400,25 @@ TEST_F(BinderLibraryTest, ARefreshTakesOverWhatWasChangedOutside) {
   EXPECT_FALSE(session.binderLibrary[0].bold);
 }
 
+TEST_F(BinderLibraryTest, ABinderThatIsEditedByHandKeepsWhatIsInMemoryUntilItsRefresh) {
+  load(u"list", "C:\\a.pdf\tpage=3\r\n");
+  const std::string byHand = "# BOLD=1\nC:\\b.pdf\nC:\\a.pdf\tpage=7\tmode=2\njunk\tx\n";
+  platform::putFile(listPath(u"list"), byHand);
+  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\a.pdf"));
+  RefreshBinder(0);
+  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\b.pdf", u"C:\\a.pdf", u"junk"));
+  EXPECT_EQ(session.binderLibrary[0].views[u"c:\\a.pdf"].page, 7);
+  EXPECT_TRUE(session.binderLibrary[0].bold);
+  EXPECT_FALSE(session.binderLibrary[0].dirty);
+  EXPECT_EQ(platform::fileBytes(listPath(u"list")), byHand);  // a refresh only reads
+
+  platform::putFile(listPath(u"list"), "C:\\lost.pdf\r\n");
+  AddFilesToBinder(0, {u"C:\\c.pdf"});  // a change writes what is in memory, whole
+  EXPECT_EQ(platform::fileBytes(listPath(u"list")),
+            kMark + "# collapsed=0\r\n# bold=1\r\nC:\\b.pdf\r\n" +
+                "C:\\a.pdf\tpage=7\tpanX=0\tpanY=0\tzoom=1\tmode=2\r\njunk\r\nC:\\c.pdf\r\n");
+}
+
 TEST_F(BinderLibraryTest, ARefreshThatCannotReadTheFileLeavesTheBinder) {
   load(u"list", "C:\\a.pdf\r\n");
   platform::setOtherUse(listPath(u"list"), platform::OtherUse::Exclusive);
@@ -480,6 +499,27 @@ TEST_F(BinderLibraryTest, RelativePathsEnterABinderAsAbsoluteOnes) {
   standIn().workingFolder = u"C:\\Texts";
   AddFilesToBinder(0, {u"a.pdf", u"C:/Texts/A.pdf"});
   EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\Texts\\a.pdf"));
+}
+
+TEST_F(BinderLibraryTest, PathsAsLongAsTheSystemOpensSurviveFilesAndSettings) {
+  const std::u16string document = u"C:\\" + std::u16string(252, u'd') + u".pdf";
+  const std::u16string folder = u"C:\\" + std::u16string(248, u'f');
+  const std::u16string list = folder + u"\\abc.lst";
+  ASSERT_EQ(document.size(), 259u);
+  ASSERT_EQ(list.size(), 260u - 1u);
+  platform::putFile(list, "");
+  ASSERT_EQ(LoadBinder(list), 0);
+  AddFilesToBinder(0, {document});
+  session.binderLibrary[0].views[u"c" + document.substr(1)] = {999999, -12345.6f, 12345.6f, 99.9f,
+                                                               3,      true,      true};
+  ASSERT_TRUE(WriteBinderFile(session.binderLibrary[0]));
+  restart();
+  ASSERT_THAT(names(), ElementsAre(u"Working Documents", u"abc"));
+  EXPECT_EQ(session.binderLibrary[1].path, list);
+  EXPECT_THAT(session.binderLibrary[1].files, ElementsAre(document));
+  ASSERT_EQ(session.binderLibrary[1].views.size(), 1u);
+  EXPECT_EQ(session.binderLibrary[1].views.begin()->second.page, 999999);
+  EXPECT_EQ(session.binderLibrary[1].views.begin()->second.zoom, 99.9f);
 }
 
 TEST_F(BinderLibraryTest, TheLimitOfABinderIsTold) {
@@ -624,9 +664,16 @@ TEST_F(BinderLibraryTest, AClosedBinderKeepsItsFile) {
   session.documentBinders[u"c:\\a.pdf"] = listPath(u"a");
   CloseBinder(0);
   EXPECT_THAT(names(), ElementsAre(u"b"));
-  EXPECT_TRUE(platform::fileExists(listPath(u"a")));
-  EXPECT_EQ(session.documentBinders.size(), 1u);
+  EXPECT_EQ(platform::fileBytes(listPath(u"a")), "C:\\a.pdf\r\n");
+  EXPECT_EQ(session.documentBinders[u"c:\\a.pdf"], listPath(u"a"));
+  EXPECT_THAT(standIn().boxes, IsEmpty());
   EXPECT_EQ(iniValue(u"Binders", u"Count"), u"1");
+  EXPECT_EQ(iniValue(u"Binders", u"Path0"), listPath(u"b"));
+  EXPECT_EQ(iniValue(u"Binders", u"Path1"), u"");
+  restart();
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"b"));
+  EXPECT_EQ(LoadBinder(listPath(u"a")), 2);
+  EXPECT_THAT(session.binderLibrary[2].files, ElementsAre(u"C:\\a.pdf"));
 }
 
 TEST_F(BinderLibraryTest, ADeletedBinderLosesItsFileAndNoDocument) {
