@@ -495,8 +495,9 @@ TEST_F(BinderFileTest, LinesBeyondWhatABinderHoldsAreKeptAsText) {
   EXPECT_EQ(binder.furtherLines, further + "last\r\n");
   binder.files.erase(binder.files.begin());
   EXPECT_TRUE(WriteBinderFile(binder));
-  EXPECT_EQ(platform::fileBytes(kPath),
-            kMark + "# collapsed=1\r\n# bold=0\r\n" + text.substr(3) + further + "last\r\n");
+  // A comparison that printed the difference of such texts would take for ever.
+  EXPECT_TRUE(platform::fileBytes(kPath) ==
+              kMark + "# collapsed=1\r\n# bold=0\r\n" + text.substr(3) + further + "last\r\n");
   EXPECT_TRUE(LoadBinderFile(kPath, binder));
   EXPECT_EQ(binder.files.back(), u"x.pdf");
   EXPECT_EQ(viewIn(binder, u"x.pdf").page, 3);
