@@ -45,6 +45,8 @@ RATIOS = [
     Row("find-regex", "the same with a regular expression / the same PDFium calls", "ms", 1.1),
     Row("find-keystroke", "a keystroke in the find bar / PDFium text page + find", "ms", 1.2),
     Row("find-page", "its search of the shown page alone / the same", "ms", None),
+    Row("collect-marks", "collecting 1,000 marks / PDFium's reading of them", "ms", 1.3),
+    Row("mark-summary", "a summary of 1,000 marks / the PDFium calls it makes", "ms", 1.5),
     Row("memory", "peak working set after open / plain PDFium window", "MiB", 1.3),
     Row("turning-memory", "working set after 500 pages there and back / after 100", "MiB", 1.1),
     Row("plain-turning-memory", "the same with PDFium's calls alone", "MiB", None),
@@ -203,6 +205,11 @@ def measure_bad_pattern(samples, made):
     samples.take(wine("bench_find", "--bad-pattern", windows_path(made / "same-letters.pdf")))
 
 
+def measure_marks(samples, document):
+    progress(f"Marks in {document.name}")
+    samples.take(wine("bench_marks", windows_path(document)))
+
+
 def measure_outlines(samples, made):
     progress("Filling the tree")
     for name in "outline-flat.pdf", "outline-deep.pdf":
@@ -302,6 +309,7 @@ def main():
         measure_find(samples, document, repetitions)
     measure_bad_pattern(samples, made)
     measure_outlines(samples, made)
+    measure_marks(samples, manuals[0])
     measure_processes(samples, documents)
     measure_engine(samples, documents, repetitions)
     measure_peers(samples, documents[0], repetitions)
