@@ -36,6 +36,7 @@ void requireSameView(const BinderEntry& before, const BinderEntry& after) {
 
 void requireSameBinder(const BinderFile& before, const BinderFile& after) {
   require(after.files == before.files, "files read differently");
+  require(after.furtherLines == before.furtherLines, "further lines read differently");
   require(after.collapsed == before.collapsed && after.bold == before.bold,
           "a flag reads differently");
   for (const auto& [path, view] : before.views) {

@@ -49,9 +49,10 @@ void tearDown() {
 }
 
 void settleForLogoff() {
+  // The system may end the process at any moment: unsaved work first.
+  ShelveCurrentDocument();
   SaveSettings();
   SaveCurrentViews();
-  ShelveCurrentDocument();
 }
 
 }  // namespace quillmere

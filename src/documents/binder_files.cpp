@@ -1,6 +1,7 @@
 #include "documents/binder_files.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -115,15 +116,41 @@ bool isAmong(const std::vector<UnsavedFile>& files, const std::u16string& path) 
   });
 }
 
-// Asks all questions before closing the first document. Files in `settled` are not asked about
-// again.
-bool closeOpenedFrom(int index, const std::vector<UnsavedFile>& settled) {
-  const std::vector<int> panes = panesOpenedFrom(index);
+// What the user wants done with a changed document that is about to close.
+struct CloseAnswer {
+  int pane = 0;
+  BoxAnswer answer = BoxAnswer::Cancel;
+};
+
+// Asks about changed documents that are not among `settled`; nullopt when the user cancels.
+std::optional<std::vector<CloseAnswer>> askAboutChanged(const std::vector<int>& panes,
+                                                        const std::vector<UnsavedFile>& settled) {
+  std::vector<CloseAnswer> answers;
   for (const int pane : panes) {
-    if (!isAmong(settled, pathOf(pane)) && !mayClose(pane)) return false;
+    if (!hasUnsavedChanges(pane) || isAmong(settled, pathOf(pane))) continue;
+    setActivePane(pane);
+    const BoxAnswer answer = AskSaveBeforeClose(fileNameOf(pathOf(pane)));
+    if (answer != BoxAnswer::Yes && answer != BoxAnswer::No) return std::nullopt;
+    answers.push_back({pane, answer});
   }
-  for (const int pane : panes) closeDocumentByPath(pathOf(pane));
+  return answers;
+}
+
+// Saves before it discards, so that a failed save leaves the rest as it was.
+bool followAnswers(const std::vector<CloseAnswer>& answers) {
+  for (const BoxAnswer turn : {BoxAnswer::Yes, BoxAnswer::No}) {
+    for (const CloseAnswer& given : answers) {
+      if (given.answer != turn) continue;
+      setActivePane(given.pane);
+      if (FollowCloseAnswer(turn) == BoxAnswer::Cancel) return false;
+    }
+  }
   return true;
+}
+
+bool mayRemoveAll(int index, std::vector<UnsavedFile>& shelved) {
+  if (shelved.empty()) return confirmRemovalOfAll(binderAt(index));
+  return ShowUnsavedDialog(shelved, u"Save Changes Before Removing") == UnsavedAnswer::GoAhead;
 }
 
 }  // namespace
@@ -154,22 +181,20 @@ bool RemoveFileFromBinder(int index, int fileIndex, bool confirm) {
 bool RemoveAllFromBinder(int index) {
   if (session.viewerRole || !IsValidBinder(index) || binderAt(index).files.empty()) return false;
   const DocumentWork work;
+  // Every question comes before the first deed: Cancel leaves everything as it was.
   std::vector<UnsavedFile> shelved = filesToBeOrphaned(index);
-  if (shelved.empty()) {
-    if (!confirmRemovalOfAll(binderAt(index))) return false;
-  } else {
-    if (ShowUnsavedDialog(shelved, u"Save Changes Before Removing") != UnsavedAnswer::GoAhead) {
-      return false;
-    }
-    if (!saveChosen(shelved)) {
-      dropEntries(shelved);
-      return false;
-    }
+  if (!mayRemoveAll(index, shelved)) return false;
+  const std::vector<int> panes = panesOpenedFrom(index);
+  const auto answers = askAboutChanged(panes, shelved);
+  if (!answers) return false;
+
+  const bool settled = saveChosen(shelved) && followAnswers(*answers);
+  if (settled) {
+    for (const int pane : panes) closeDocumentByPath(pathOf(pane));
   }
-  const bool closed = closeOpenedFrom(index, shelved);
   dropEntries(shelved);
-  if (closed) RemoveAllFileRecords(index);
-  return closed;
+  if (settled) RemoveAllFileRecords(index);
+  return settled;
 }
 
 }  // namespace quillmere

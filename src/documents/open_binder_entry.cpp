@@ -1,6 +1,6 @@
 #include "documents/open_binder_entry.h"
 
-#include "base/text_format.h"
+#include "documents/network_notice.h"
 #include "documents/open.h"
 #include "documents/restore_view.h"
 #include "documents/settle_shelf.h"
@@ -12,7 +12,6 @@
 #include "store/binder_library.h"
 #include "store/probe_path.h"
 #include "store/shelf.h"
-#include "ui/boxes.h"
 
 namespace quillmere {
 
@@ -31,18 +30,12 @@ void showAvailability(const std::u16string& path, bool available) {
   binderFilesChanged();
 }
 
-void reportUnreachable(ProbeResult result, std::int32_t seconds) {
+void reportUnreachable(ProbeResult result) {
   if (result == ProbeResult::Missing) {
     platform::beep(platform::Sound::Exclamation);
-    return;
+  } else {
+    showNetworkUnavailable();
   }
-  showBox(formatText(
-              u"This document is on a network location that didn't respond within %d "
-              u"second%s.\n\nIf it's a slow or sleeping connection (for example a NAS waking up), "
-              u"increase \"Network open timeout\" in Settings (App) and try again.\n\nOtherwise, "
-              u"check that you're connected to the network (VPN / Wi-Fi).",
-              {decimal(seconds), seconds == 1 ? u"" : u"s"}),
-          u"Network Location Unavailable", BoxButtons::Ok, BoxIcon::Warning);
 }
 
 bool shownIn(int pane, const std::u16string& path) {
@@ -72,11 +65,10 @@ void openBinderEntry(std::uint32_t itemData, bool askBeforeReplace, bool otherPa
   const WorkingDocsMode mode =
       binder.isWorkingDocuments ? kWorkingDocsKeepPlace : kWorkingDocsLeaveAlone;
 
-  const std::int32_t seconds = session.settings.openTimeoutSeconds;
   const ProbeResult probe = probeWithinOpenTimeout(path);
   const bool shown = alreadyShown(path, otherPaneCounts);
   if (!canBeOpened(path, probe, shown)) {
-    reportUnreachable(probe, seconds);
+    reportUnreachable(probe);
     showAvailability(path, false);
     return;
   }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/limits.h"
+#include "documents/network_notice.h"
 #include "documents/open.h"
 #include "documents/settle_shelf.h"
 #include "integration/internet_gate.h"
@@ -10,6 +12,7 @@
 #include "platform/main_window.h"
 #include "session/session.h"
 #include "session/waiting_opens.h"
+#include "store/probe_path.h"
 #include "store/recent_files.h"
 #include "ui/boxes.h"
 #include "view/geometry.h"
@@ -20,20 +23,33 @@ namespace {
 
 // Files that are not shown themselves; those that the user refuses at the gate are left out.
 void listFurtherFiles(const std::vector<std::u16string>& paths) {
-  std::vector<std::u16string> passed;
-  for (std::size_t i = 1; i < paths.size(); ++i) {
-    if (CheckInternetZone(paths[i])) passed.push_back(platform::absolutePath(paths[i]));
-  }
+  const std::vector<std::u16string> passed = filesPastGate({paths.begin() + 1, paths.end()});
   AddToWorkingDocuments(passed, kWorkingDocsToHead);
   for (const std::u16string& path : passed) RemoveFromRecentFiles(path);
 }
 
 }  // namespace
 
+std::vector<std::u16string> filesPastGate(const std::vector<std::u16string>& paths) {
+  std::vector<std::u16string> full;
+  full.reserve(paths.size());
+  for (const std::u16string& path : paths) full.push_back(platform::absolutePath(path));
+  const std::vector<ProbeResult> states = probePaths(full, openTimeoutMilliseconds());
+  std::vector<std::u16string> passed;
+  for (std::size_t i = 0; i < full.size(); ++i) {
+    // The gate cannot look at a file out of reach; it is asked again when that file is opened.
+    const bool outOfReach = states[i] == ProbeResult::Unavailable;
+    if (outOfReach || CheckInternetZone(full[i])) passed.push_back(std::move(full[i]));
+  }
+  return passed;
+}
+
 bool openRequested(const std::u16string& requested, int pane, WorkingDocsMode workingDocsMode,
                    bool askBeforeReplace) {
   const DocumentWork work;
   const std::u16string path = platform::absolutePath(requested);
+  // Everything below looks at the file, which would hold the window while a share is silent.
+  if (path.size() < kPathBufferUnits && !networkAnswers(path)) return false;
   const ShelfDecision decision = settleShelfCopy(path);
   return decision.opens &&
          openDocument(&decision.loadPath, pane, workingDocsMode, askBeforeReplace, &path);

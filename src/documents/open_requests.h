@@ -9,9 +9,13 @@
 namespace quillmere {
 
 // Opens one document as the user asked, in its shelved state when there is one. From here on it has
-// its absolute path.
+// its absolute path. The user is told of a network location that does not answer.
 bool openRequested(const std::u16string& requested, int pane, WorkingDocsMode workingDocsMode,
                    bool askBeforeReplace);
+
+// The full paths of those files that the user does not refuse at the Internet gate, in their order.
+// A silent share holds the window for one timeout at most; the gate is not asked about its files.
+std::vector<std::u16string> filesPastGate(const std::vector<std::u16string>& paths);
 
 // Opens the first of several files in `pane`. The others are listed among the documents in use and
 // leave the recent list, also when the first fails.

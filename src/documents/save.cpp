@@ -21,12 +21,19 @@ bool SaveDocumentTo(int, const std::u16string&) {
 
 BoxAnswer PromptSaveBeforeClose(const std::u16string& fileName) {
   if (!hasUnsavedChanges()) return BoxAnswer::No;
+  return FollowCloseAnswer(AskSaveBeforeClose(fileName));
+}
+
+BoxAnswer AskSaveBeforeClose(const std::u16string& fileName) {
   const std::u16string text =
       fileName.empty()
           ? std::u16string(u"This document has unsaved changes.\n\nSave them before closing?")
           : formatText(u"Document \"%s\" has unsaved changes.\n\nSave them before closing?",
                        {fileName});
-  const BoxAnswer answer = showBox(text, kProductTitle, BoxButtons::YesNoCancel, BoxIcon::Warning);
+  return showBox(text, kProductTitle, BoxButtons::YesNoCancel, BoxIcon::Warning);
+}
+
+BoxAnswer FollowCloseAnswer(BoxAnswer answer) {
   if (answer == BoxAnswer::Yes) {
     SaveCommand();
     return hasUnsavedChanges() ? BoxAnswer::Cancel : BoxAnswer::Yes;

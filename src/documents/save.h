@@ -17,6 +17,11 @@ bool SaveDocumentTo(int pane, const std::u16string& path);
 // document must stay open.
 BoxAnswer PromptSaveBeforeClose(const std::u16string& fileName);
 
+// The two halves of it, for several documents that close together or not at all: asks about changes
+// that the active document has, and later does what was answered.
+BoxAnswer AskSaveBeforeClose(const std::u16string& fileName);
+BoxAnswer FollowCloseAnswer(BoxAnswer answer);
+
 // As above, but never asks about changes that the shelf takes over.
 BoxAnswer SaveOrShelveBeforeClose(const std::u16string& fileName);
 

@@ -48,6 +48,10 @@ bool setReadOnly(const std::u16string& path, bool readOnly);
 // True for a path on a share, by its name or on a drive mapped to one. Does not access the disk.
 bool isNetworkPath(const std::u16string& path);
 
+// True for a path on a drive letter that stands for no drive at the moment, such as a stick that
+// was unplugged or a mapped drive that is not connected. Does not access the disk.
+bool driveIsAbsent(const std::u16string& path);
+
 // The whole file, opened for reading while others may read, write and delete it. Returns nullopt
 // when it cannot be opened, exceeds `maximumSize` bytes, or yields fewer bytes than its size.
 std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& path,

@@ -26,6 +26,7 @@ struct BinderFile {
   std::u16string path;                // empty for a binder with no file
   std::vector<std::u16string> files;  // document paths as written in the file
   std::unordered_map<std::u16string, BinderEntry, Fnv1aTextHash> views;  // by lower-cased path
+  std::string furtherLines;  // in UTF-8: file lines beyond those that `files` holds, as they came
   bool dirty = false;
   bool collapsed = false;
   bool bold = false;

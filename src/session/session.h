@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -125,6 +126,10 @@ struct SessionState {
 
   // Settings and the data folder. Written by store/, and by the commands that change a setting.
   AppSettings settings;
+  // What stood in at the start for settings that could not be read; nullopt when they were read.
+  // Their file keeps every value that has not changed since.
+  std::optional<AppSettings> standInSettings;
+  bool listsUnread = false;           // the two lists in that file are still to be read
   bool markupOpacityUnsaved = false;  // its slider was moved and not yet let go
   bool settingsFileSeeded = false;    // this process has tried to make the settings file
   bool restoringBinders = false;      // the list of loaded binders is not to be saved now
@@ -140,7 +145,10 @@ struct SessionState {
   std::vector<BinderFile> binderLibrary;    // the documents in use first, when there is such a list
   std::vector<AbsentBinder> absentBinders;  // in the order of the settings; they stay in there
   bool workingDocumentsUnread = false;      // their file is there and could not be opened
-  std::unordered_set<std::u16string, Fnv1aTextHash> unavailableFiles;        // lower-cased paths
+  std::unordered_set<std::u16string, Fnv1aTextHash> unavailableFiles;  // lower-cased paths
+  // When a share last kept the program waiting in vain, in milliseconds of the monotonic clock; by
+  // its lower-cased name.
+  std::unordered_map<std::u16string, std::uint64_t, Fnv1aTextHash> deafShares;
   std::unordered_map<std::u16string, ShelfEntry, Fnv1aTextHash> shelfIndex;  // by lower-cased path
 };
 

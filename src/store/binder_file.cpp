@@ -16,6 +16,7 @@
 #include "platform/text.h"
 #include "session/session.h"
 #include "store/probe_path.h"
+#include "store/replace_whole_file.h"
 #include "ui/boxes.h"
 
 namespace quillmere {
@@ -157,6 +158,10 @@ void readLine(std::u16string_view line, BinderFile& binder) {
   std::u16string_view path = line.substr(0, end);
   stripTrailing(path);
   if (path.empty()) return;
+  if (binder.files.size() >= kMostFilesHeld) {
+    binder.furtherLines += platform::toUtf8(line) + "\r\n";
+    return;
+  }
   binder.files.emplace_back(path);
   const BinderEntry entry = readFields(line.substr(end));
   if (entry.mode >= 0 || entry.bold || entry.hasPage) {
@@ -244,6 +249,7 @@ void adoptStored(BinderFile& stored, BinderFile& binder) {
     if (!listed.contains(platform::toLower(path))) binder.files.push_back(std::move(path));
   }
   binder.views.merge(stored.views);
+  binder.furtherLines += stored.furtherLines;
 }
 
 // A list that could not be opened when the program started would be overwritten, so read it first.
@@ -258,6 +264,18 @@ bool catchUpWithFile(BinderFile& binder) {
   }
   session.workingDocumentsUnread = false;
   return true;
+}
+
+// A folder that takes no new file, or whose path leaves no room for its name, may still let the
+// file itself be written.
+bool writeBytes(const std::u16string& path, const std::string& bytes) {
+  const auto write = [&bytes](platform::FileInWriting& file) {
+    return platform::writeBlock(file, bytes.data(), bytes.size());
+  };
+  const Replacement replacement = replaceWholeFile(path, write);
+  return replacement == Replacement::Done ||
+         (replacement == Replacement::NoSibling &&
+          platform::writeFile(path, bytes.data(), bytes.size()));
 }
 
 }  // namespace
@@ -283,12 +301,13 @@ std::string binderBytes(const BinderFile& binder) {
       formatText(u"# collapsed=%d\r\n# bold=%d\r\n",
                  {decimal(binder.collapsed ? 1 : 0), decimal(binder.bold ? 1 : 0)});
   for (const std::u16string& path : binder.files) text += lineOf(binder, path) + u"\r\n";
-  return std::string(kUtf8Mark) + platform::toUtf8(text);
+  return std::string(kUtf8Mark) + platform::toUtf8(text) + binder.furtherLines;
 }
 
 bool LoadBinderFile(const std::u16string& path, BinderFile& binder) {
   binder.files.clear();
   binder.views.clear();
+  binder.furtherLines.clear();
   binder.path = path;
   binder.name = BinderNameFromPath(path);
   binder.dirty = false;
@@ -304,8 +323,7 @@ bool keepsBinderFile(const BinderFile& binder) {
 bool WriteBinderFile(BinderFile& binder) {
   if (binder.path.empty() || !keepsBinderFile(binder)) return false;
   if (onGoneShare(binder.path) || !catchUpWithFile(binder)) return false;
-  const std::string bytes = binderBytes(binder);
-  if (!platform::writeFile(binder.path, bytes.data(), bytes.size())) return false;
+  if (!writeBytes(binder.path, binderBytes(binder))) return false;
   binder.dirty = false;
   return true;
 }

@@ -9,6 +9,10 @@
 // the binder, then a line for each document with its saved view after tabs.
 namespace quillmere {
 
+// A binder holds this many files one by one, more than any panel shows. The lines of further ones
+// are kept as text and written back, since millions of short lines would fill the memory.
+inline constexpr std::size_t kMostFilesHeld = 100'000;
+
 // The name that a binder gets from its file: what follows the last backslash, without the last
 // extension.
 std::u16string BinderNameFromPath(std::u16string_view path);
@@ -29,7 +33,8 @@ bool LoadBinderFile(const std::u16string& path, BinderFile& binder);
 // one leaves the list of documents in use to that one.
 bool keepsBinderFile(const BinderFile& binder);
 
-// Writes the binder's whole file. True on success. Does not report failures to the user.
+// Writes the binder's whole file, which stays as it was if that fails. True on success. Does not
+// report failures to the user.
 bool WriteBinderFile(BinderFile& binder);
 
 // The same, but tells the user when a file that this process writes could not be written.

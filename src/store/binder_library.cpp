@@ -1,6 +1,7 @@
 #include "store/binder_library.h"
 
 #include <algorithm>
+#include <optional>
 #include <unordered_set>
 #include <utility>
 
@@ -34,15 +35,18 @@ class BulkLoad {
   BulkLoad& operator=(const BulkLoad&) = delete;
 };
 
+bool isCustom(const BinderFile& binder) {
+  return !binder.isWorkingDocuments;
+}
+
 bool isCustomBinder(int index) {
-  return IsValidBinder(index) && !binderAt(index).isWorkingDocuments;
+  return IsValidBinder(index) && isCustom(binderAt(index));
 }
 
 // Absent binders count too: once they are back, the settings have to name them all.
-bool libraryIsFull() {
-  const auto custom = std::count_if(session.binderLibrary.begin(), session.binderLibrary.end(),
-                                    [](const BinderFile& b) { return !b.isWorkingDocuments; });
-  return custom + static_cast<std::ptrdiff_t>(session.absentBinders.size()) >= kMostCustomBinders;
+std::ptrdiff_t customBinderCount() {
+  return std::count_if(session.binderLibrary.begin(), session.binderLibrary.end(), isCustom) +
+         static_cast<std::ptrdiff_t>(session.absentBinders.size());
 }
 
 // The odd characters are deliberate: users know the message in this form.
@@ -60,11 +64,19 @@ void forgetAbsent(const std::u16string& path) {
                 [&](const AbsentBinder& absent) { return equalIgnoringCase(absent.path, path); });
 }
 
+bool isAbsent(const std::u16string& path) {
+  return std::any_of(
+      session.absentBinders.begin(), session.absentBinders.end(),
+      [&](const AbsentBinder& absent) { return equalIgnoringCase(absent.path, path); });
+}
+
 bool isKnown(const std::u16string& path) {
-  return FindBinder(path) != kNoBinder ||
-         std::any_of(
-             session.absentBinders.begin(), session.absentBinders.end(),
-             [&](const AbsentBinder& absent) { return equalIgnoringCase(absent.path, path); });
+  return FindBinder(path) != kNoBinder || isAbsent(path);
+}
+
+// True when the limit keeps this binder out.
+bool libraryIsFullFor(const std::u16string& path) {
+  return !isKnown(path) && customBinderCount() >= kMostCustomBinders;
 }
 
 // Appends the binder of a file that can be reached.
@@ -77,23 +89,41 @@ int appendBinder(const std::u16string& path) {
   return static_cast<int>(session.binderLibrary.size()) - 1;
 }
 
-// A binder that the settings name, and whether its file can be reached. The file of Working
-// Documents counts as missing: it is no binder of the user's own.
+// Empties the file or makes it. One that could not be reached at the start is a binder with
+// contents, and is loaded as it is.
+int createAndAppend(const std::u16string& path) {
+  if (isAbsent(path) && platform::fileExists(path)) return appendBinder(path);
+  if (!platform::writeFile(path, nullptr, 0)) return kNoBinder;
+  const int index = appendBinder(path);
+  if (index == kNoBinder) platform::deleteFile(path);
+  return index;
+}
+
+// A binder that the settings name, and whether its file can be reached.
 struct ListedBinder {
   std::u16string path;
   ProbeResult state = ProbeResult::Missing;
 };
 
-std::vector<ListedBinder> listedBinders() {
+// A local file has gone only where its drive answers and says so.
+ProbeResult judgeBinderFile(const std::u16string& path, ProbeResult probe) {
+  if (probe != ProbeResult::Missing || platform::isNetworkPath(path)) return probe;
+  const std::uint32_t error = platform::queryAttributes(path).error;
+  const bool notFound =
+      error == platform::kErrorFileNotFound || error == platform::kErrorPathNotFound;
+  return notFound && !platform::driveIsAbsent(path) ? ProbeResult::Missing
+                                                    : ProbeResult::Unavailable;
+}
+
+// Nullopt when the settings cannot be read at the moment. `timeout` is for all shares together.
+std::optional<std::vector<ListedBinder>> listedBinders(std::uint32_t timeoutMilliseconds) {
   const std::u16string iniPath = GetIniPath();
-  if (iniPath.empty()) return {};
-  std::vector<std::u16string> paths = readPathList(kBinderList, iniPath);
-  for (std::u16string& path : paths) path = platform::absolutePath(path);
-  const std::vector<ProbeResult> states = probePaths(paths, openTimeoutMilliseconds());
+  if (iniPath.empty() || !iniFileReadable(iniPath)) return std::nullopt;
+  const std::vector<std::u16string> paths = readBinderPaths(iniPath);
+  const std::vector<ProbeResult> states = probePaths(paths, timeoutMilliseconds);
   std::vector<ListedBinder> listed;
   for (std::size_t i = 0; i < paths.size(); ++i) {
-    const bool own = !IsWorkingDocsPath(paths[i]);
-    listed.push_back({paths[i], own ? states[i] : ProbeResult::Missing});
+    listed.push_back({paths[i], judgeBinderFile(paths[i], states[i])});
   }
   return listed;
 }
@@ -203,49 +233,47 @@ int LoadBinder(const std::u16string& path) {
   const std::u16string full = platform::absolutePath(path);
   const int loaded = FindBinder(full);
   if (loaded != kNoBinder) return loaded;
-  if (libraryIsFull()) return reportFullLibrary();
+  if (session.viewerRole) return kNoBinder;
+  if (libraryIsFullFor(full)) return reportFullLibrary();
   return onGoneShare(full) ? kNoBinder : appendBinder(full);
 }
 
 void RestoreBinders() {
-  bool anyDropped = false;
+  // A viewer shows its document and no binders at first, so it waits for none.
+  const auto listedNow = listedBinders(session.viewerRole ? 0 : openTimeoutMilliseconds());
+  if (!listedNow) return;
   {
     const BulkLoad guard;
-    for (const ListedBinder& listed : listedBinders()) {
-      if (listed.state == ProbeResult::Missing || isKnown(listed.path)) {
-        anyDropped = true;
-        continue;
-      }
+    for (const ListedBinder& listed : *listedNow) {
+      if (listed.state == ProbeResult::Missing || isKnown(listed.path)) continue;
       if (listed.state == ProbeResult::Unavailable || appendBinder(listed.path) == kNoBinder) {
         session.absentBinders.push_back(absentAfter(session.binderLibrary, listed.path));
       }
     }
   }
-  // What has gone drops out of the list here. Otherwise the list stays untouched: when the settings
-  // cannot be read for a moment it looks empty, and must not become so.
-  if (anyDropped) SaveBinderList();
+  // What has gone, or was no custom binder at all, drops out of the settings here.
+  const std::size_t listedBefore = readPathList(kBinderList, GetIniPath()).size();
+  if (static_cast<std::size_t>(customBinderCount()) != listedBefore) SaveBinderList();
 }
 
 int CreateBinder(const std::u16string& path) {
   if (session.viewerRole) return kNoBinder;
   const std::u16string full = platform::absolutePath(path);
-  // One whose file did not answer at the start is known too, and must not be emptied.
-  if (isKnown(full)) return LoadBinder(full);
-  if (libraryIsFull()) return reportFullLibrary();
-  if (onGoneShare(full) || !platform::writeFile(full, nullptr, 0)) {
+  const int loaded = FindBinder(full);
+  if (loaded != kNoBinder) return loaded;
+  if (libraryIsFullFor(full)) return reportFullLibrary();
+  const int index = onGoneShare(full) ? kNoBinder : createAndAppend(full);
+  if (index == kNoBinder) {
     showBox(u"Could not create the binder file.", u"Add New Binder", BoxButtons::Ok,
             BoxIcon::Error);
-    return kNoBinder;
   }
-  const int index = appendBinder(full);
-  if (index < 0) platform::deleteFile(full);
   return index;
 }
 
 void RefreshBinder(int index) {
   if (!isCustomBinder(index)) return;
   BinderFile& binder = binderAt(index);
-  const ProbeResult state = probeWithinOpenTimeout(binder.path);
+  const ProbeResult state = judgeBinderFile(binder.path, probeWithinOpenTimeout(binder.path));
   if (state == ProbeResult::Missing) {
     removeBinder(index);
     SaveBinderList();
@@ -258,12 +286,15 @@ void RefreshBinder(int index) {
 }
 
 void RefreshAllBinders() {
+  if (session.listsUnread) SaveBinderList();  // what was loaded meanwhile is to be listed too
+  const auto listedNow = listedBinders(openTimeoutMilliseconds());
+  if (!listedNow) return;
   {
     const BulkLoad guard;
     FreshLibrary fresh;
     const int workingDocuments = WorkingDocumentsIndex();
     if (workingDocuments != kNoBinder) fresh.binders.push_back(binderAt(workingDocuments));
-    for (const ListedBinder& listed : listedBinders()) {
+    for (const ListedBinder& listed : *listedNow) {
       if (listed.state != ProbeResult::Missing) addListed(listed, fresh);
     }
     session.binderLibrary = std::move(fresh.binders);
@@ -316,6 +347,7 @@ void RemoveAllFileRecords(int index) {
   if (binder.isWorkingDocuments) AddToRecentFiles(binder.files);
   binder.files.clear();
   binder.views.clear();
+  binder.furtherLines.clear();
   binder.dirty = true;
   SaveBinderFile(binder);
 }
@@ -338,7 +370,8 @@ bool RenameBinder(int index, const std::u16string& newName) {
       oldPath.substr(0, oldPath.find_last_of(u"\\/") + 1) + newName + u".lst";
   if (newPath == oldPath) return true;
   const bool gone = onGoneShare(oldPath);
-  if (!gone && !equalIgnoringCase(newPath, oldPath) && platform::fileExists(newPath)) {
+  const bool otherFile = !equalIgnoringCase(newPath, oldPath);
+  if (!gone && otherFile && (isKnown(newPath) || platform::fileExists(newPath))) {
     complainAboutName(formatText(u"A binder named '%s' already exists.", {newName}),
                       BoxIcon::Warning);
     return false;
@@ -358,9 +391,21 @@ bool RenameBinder(int index, const std::u16string& newName) {
 }
 
 void CloseBinder(int index) {
-  if (!isCustomBinder(index)) return;
+  if (session.viewerRole || !isCustomBinder(index)) return;
   removeBinder(index);
   SaveBinderList();
+}
+
+bool AnyCustomBinder() {
+  return customBinderCount() > 0;
+}
+
+bool CloseAllCustomBinders() {
+  if (session.viewerRole || !AnyCustomBinder()) return false;
+  std::erase_if(session.binderLibrary, isCustom);
+  session.absentBinders.clear();
+  SaveBinderList();
+  return true;
 }
 
 bool DeleteBinder(int index) {

@@ -8,7 +8,7 @@
 
 // The binders of this session: the documents in use first, then the custom binders in the order of
 // the panel. A binder is identified by its index, a file by its index within the binder. A viewer
-// changes none of them.
+// shows those of the settings and changes neither them nor the settings.
 namespace quillmere {
 
 inline constexpr int kNoBinder = -1;
@@ -45,7 +45,7 @@ int CreateBinder(const std::u16string& path);
 void RefreshBinder(int index);
 
 // Rebuilds the library from the list in the settings, which decides which binders it has and in
-// which order.
+// which order. While the settings cannot be read, the library stays as it is.
 void RefreshAllBinders();
 
 // Adds the documents that the binder does not list yet, up to its limit, and tells the user when
@@ -68,6 +68,13 @@ bool RenameBinder(int index, const std::u16string& newName);
 
 // Removes a binder from the library. Its file stays, and so do documents opened from it.
 void CloseBinder(int index);
+
+// True when there is a custom binder, be it one whose file could not be reached so far.
+bool AnyCustomBinder();
+
+// Removes every custom binder, those that could not be reached so far too, which nothing else
+// closes. True when there was one.
+bool CloseAllCustomBinders();
 
 // Asks, closes the binder and deletes its file. True unless the user kept it.
 bool DeleteBinder(int index);

@@ -15,6 +15,7 @@ namespace {
 // Byte order mark of little-endian UTF-16. The system keeps a file without it in its code page,
 // which would lose paths with characters outside the code page.
 constexpr std::array<std::uint8_t, 2> kUtf16Mark = {0xFF, 0xFE};
+constexpr std::uint64_t kLargestIniFile = 16 << 20;  // bytes
 
 std::u16string makeDataFolder(std::u16string_view name) {
   const std::u16string parent = GetAppDataFolder();
@@ -47,6 +48,11 @@ void seedIniFile(const std::u16string& iniPath) {
   if (session.settingsFileSeeded) return;
   session.settingsFileSeeded = true;
   platform::createNewFile(iniPath, kUtf16Mark.data(), kUtf16Mark.size());
+}
+
+bool iniFileReadable(const std::u16string& iniPath) {
+  return !platform::fileExists(iniPath) ||
+         platform::readFileShared(iniPath, kLargestIniFile).has_value();
 }
 
 void makeDataFolders() {

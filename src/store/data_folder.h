@@ -16,6 +16,10 @@ std::u16string GetIniPath();
 // to it in a process that otherwise does not.
 void seedIniFile(const std::u16string& iniPath);
 
+// False while the settings file is there and cannot be read, as when another program has it open
+// alone. Whatever it would be read as then is not what it holds.
+bool iniFileReadable(const std::u16string& iniPath);
+
 // Makes the folders for stamps, binders and shelved documents and notes their paths in the session.
 void makeDataFolders();
 

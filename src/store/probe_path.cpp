@@ -4,11 +4,17 @@
 
 #include "platform/files.h"
 #include "platform/process.h"
+#include "platform/text.h"
 #include "session/session.h"
 
 namespace quillmere {
 
 namespace {
+
+// Milliseconds. Work on several files of a share that does not answer is to wait once, not once for
+// each file; what the user does next is to ask again.
+constexpr std::uint64_t kNoticeableWait = 250;
+constexpr std::uint64_t kShareRest = 5000;
 
 // Shared by the caller and the probing thread; the last to release it frees it.
 struct ProbeJob {
@@ -75,10 +81,38 @@ ProbeResult finishProbe(const Probe& probe, std::uint32_t timeoutMilliseconds) {
   return result;
 }
 
+// The share or drive of a network path, as a key.
+std::u16string shareOf(const std::u16string& path) {
+  if (!path.starts_with(u"\\\\")) return platform::toLower(path.substr(0, 2));
+  const std::size_t server = path.find_first_of(u"\\/", 2);
+  const std::size_t share =
+      server == std::u16string::npos ? server : path.find_first_of(u"\\/", server + 1);
+  return platform::toLower(path.substr(0, share));
+}
+
+void noteAnswer(const std::u16string& path, ProbeResult result, std::uint64_t start) {
+  const std::uint64_t now = platform::monotonicMilliseconds();
+  if (result != ProbeResult::Unavailable) {
+    session.deafShares.erase(shareOf(path));
+  } else if (now - start >= kNoticeableWait) {
+    session.deafShares[shareOf(path)] = now;
+  }
+}
+
+bool keptUsWaiting(const std::u16string& path) {
+  const auto deaf = session.deafShares.find(shareOf(path));
+  return deaf != session.deafShares.end() &&
+         platform::monotonicMilliseconds() - deaf->second < kShareRest;
+}
+
 }  // namespace
 
 ProbeResult probePath(const std::u16string& path, std::uint32_t timeoutMilliseconds) {
-  return finishProbe(startProbe(path), timeoutMilliseconds);
+  if (!platform::isNetworkPath(path)) return startProbe(path).result;
+  const std::uint64_t start = platform::monotonicMilliseconds();
+  const ProbeResult result = finishProbe(startNetworkProbe(path), timeoutMilliseconds);
+  noteAnswer(path, result, start);
+  return result;
 }
 
 std::vector<ProbeResult> probePaths(const std::vector<std::u16string>& paths,
@@ -103,7 +137,8 @@ ProbeResult probeWithinOpenTimeout(const std::u16string& path) {
 }
 
 bool onGoneShare(const std::u16string& path) {
-  return platform::isNetworkPath(path) && probeWithinOpenTimeout(path) == ProbeResult::Unavailable;
+  if (!platform::isNetworkPath(path)) return false;
+  return keptUsWaiting(path) || probeWithinOpenTimeout(path) == ProbeResult::Unavailable;
 }
 
 std::uint32_t openTimeoutMilliseconds() {

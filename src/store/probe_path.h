@@ -20,8 +20,8 @@ std::vector<ProbeResult> probePaths(const std::vector<std::u16string>& paths,
 std::uint32_t openTimeoutMilliseconds();
 ProbeResult probeWithinOpenTimeout(const std::u16string& path);
 
-// True for a file on a share that does not answer. Anything else done with such a file would block
-// the window for long.
+// True for a file on a share that does not answer, or that kept the program waiting in vain a few
+// seconds ago. Anything else done with such a file would block the window for long.
 bool onGoneShare(const std::u16string& path);
 
 }  // namespace quillmere

@@ -71,8 +71,7 @@ void startPanels() {
   session.leftPanelSplit = static_cast<float>(settings.leftPanelSplitBp) / kSplitUnits;
 }
 
-void rememberLiveState() {
-  AppSettings& settings = session.settings;
+void rememberLiveState(AppSettings& settings) {
   settings.lastZoomMode0 = static_cast<std::uint32_t>(session.panes[0].zoomMode);
   settings.lastZoomMode1 = static_cast<std::uint32_t>(session.panes[1].zoomMode);
   settings.lastPanScroll = session.panScrollEnabled;
@@ -94,31 +93,46 @@ std::size_t rowsThrough(std::u16string_view section) {
   return end;
 }
 
+// Settings that could not be read are not replaced by what stood in for them.
+bool isStandIn(const SettingRow& row) {
+  return session.standInSettings && row.get(session.settings) == row.get(*session.standInSettings);
+}
+
 void writeRows(std::span<const SettingRow> rows, bool placementKnown, const std::u16string& path) {
   for (const SettingRow& row : rows) {
-    if (row.save == SettingSave::OnItsOwn) continue;
+    if (row.save == SettingSave::OnItsOwn || isStandIn(row)) continue;
     if (!placementKnown && std::u16string_view(row.section) == kWindowSection) continue;
     writeRow(row, path);
   }
+}
+
+// Without a data folder, or while their file cannot be read, the settings keep their defaults.
+void readSettings(const std::u16string& path) {
+  if (path.empty()) return;
+  if (!iniFileReadable(path)) {
+    session.standInSettings = session.settings;
+    session.listsUnread = true;
+    return;
+  }
+  AppSettings& settings = session.settings;
+  readNumbers(path);
+  LoadColorTable(path, kTextColorsSection, settings.textColors);
+  LoadColorTable(path, kMarkupColorsSection, settings.markupColors);
+  settings.recentFiles = readPathList(kRecentFilesList, path);
 }
 
 }  // namespace
 
 void LoadSettings() {
   const std::u16string path = GetIniPath();
-  AppSettings& settings = session.settings;
-  if (!path.empty()) {
-    readNumbers(path);
-    LoadColorTable(path, kTextColorsSection, settings.textColors);
-    LoadColorTable(path, kMarkupColorsSection, settings.markupColors);
-    settings.recentFiles = readPathList(kRecentFilesList, path);
-  }
+  readSettings(path);
   startZoomAndPanScroll();
   startMarkupGrouping();
   placeMainWindowFromSettings();
   startPanels();
+  if (session.standInSettings) rememberLiveState(*session.standInSettings);
   if (path.empty()) return;
-  if (settings.restoreOnLaunch) RestoreBinders();
+  if (session.settings.restoreOnLaunch) RestoreBinders();
   LoadWorkingDocuments();
 }
 
@@ -126,8 +140,9 @@ void SaveSettings() {
   if (session.viewerRole) return;
   const std::u16string path = GetIniPath();
   if (path.empty()) return;
-  rememberLiveState();
-  const bool placementKnown = rememberMainWindowPlacement();
+  rememberLiveState(session.settings);
+  // Without the stored placement the window is not where the user had it last.
+  const bool placementKnown = rememberMainWindowPlacement() && !session.standInSettings;
   const std::span<const SettingRow> table = settingsTable();
   const std::size_t split = rowsThrough(kRecentFilesList.section);
   writeRows(table.first(split), placementKnown, path);

@@ -6,7 +6,8 @@ namespace quillmere {
 // window's position, the binders of the last session. Called once, while the main window is made.
 void LoadSettings();
 
-// Writes every setting from memory. Does nothing in a viewer or without a data folder; failures are
+// Writes every setting from memory. A file that could not be read at the start keeps the values
+// that have not changed since. Does nothing in a viewer or without a data folder; failures are
 // silent.
 void SaveSettings();
 
@@ -16,8 +17,8 @@ void SaveUpdateCheckDate();
 // Writes only the list of recent documents. Does nothing in a viewer.
 void SaveRecentFiles();
 
-// Writes only the list of loaded binders. Does nothing while binders are being restored, or in a
-// viewer whose settings file is missing.
+// Writes only the list of loaded binders. Does nothing in a viewer or while binders are being
+// restored.
 void SaveBinderList();
 
 }  // namespace quillmere

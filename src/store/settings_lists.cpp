@@ -11,6 +11,7 @@
 #include "session/session.h"
 #include "store/data_folder.h"
 #include "store/settings.h"
+#include "store/working_documents.h"
 
 namespace quillmere {
 
@@ -41,7 +42,42 @@ std::vector<std::u16string> binderPathsInOrder() {
   return paths;
 }
 
+bool contains(const std::vector<std::u16string>& paths, const std::u16string& path) {
+  return std::any_of(paths.begin(), paths.end(), [&](const std::u16string& other) {
+    return platform::equalIgnoringCase(other, path);
+  });
+}
+
+// Takes over what the lists in the file hold beyond those in memory.
+void adoptLists(const std::u16string& iniPath) {
+  const std::vector<std::u16string> known = binderPathsInOrder();
+  for (const std::u16string& path : readBinderPaths(iniPath)) {
+    if (!contains(known, path)) session.absentBinders.push_back({path, u""});
+  }
+  std::vector<std::u16string>& recent = session.settings.recentFiles;
+  for (std::u16string& path : readPathList(kRecentFilesList, iniPath)) {
+    if (!contains(recent, path)) recent.push_back(std::move(path));
+  }
+}
+
+// Lists that could not be read when the program started would be overwritten, so read them first.
+// False when they still cannot be read.
+bool catchUpWithLists(const std::u16string& iniPath) {
+  if (!session.listsUnread) return true;
+  if (!iniFileReadable(iniPath)) return false;
+  session.listsUnread = false;
+  adoptLists(iniPath);
+  return true;
+}
+
 }  // namespace
+
+std::vector<std::u16string> readBinderPaths(const std::u16string& iniPath) {
+  std::vector<std::u16string> paths = readPathList(kBinderList, iniPath);
+  for (std::u16string& path : paths) path = platform::absolutePath(path);
+  std::erase_if(paths, IsWorkingDocsPath);
+  return paths;
+}
 
 std::vector<std::u16string> readPathList(const PathListRow& list, const std::u16string& iniPath) {
   const std::int32_t count = std::clamp(
@@ -69,15 +105,14 @@ void writePathList(const PathListRow& list, const std::vector<std::u16string>& p
 void SaveRecentFiles() {
   if (session.viewerRole) return;
   const std::u16string path = GetIniPath();
-  if (path.empty()) return;
+  if (path.empty() || !catchUpWithLists(path)) return;
   writePathList(kRecentFilesList, session.settings.recentFiles, path);
 }
 
 void SaveBinderList() {
-  if (session.restoringBinders) return;
+  if (session.restoringBinders || session.viewerRole) return;
   const std::u16string iniPath = GetIniPath();
-  if (iniPath.empty()) return;
-  if (session.viewerRole && !platform::fileExists(iniPath)) return;
+  if (iniPath.empty() || !catchUpWithLists(iniPath)) return;
   writePathList(kBinderList, binderPathsInOrder(), iniPath);
 }
 

@@ -23,23 +23,26 @@ Files::iterator findFile(Files& files, const std::u16string& path) {
   });
 }
 
-void keepPlace(Files& files, const std::u16string& path) {
+// Each of the two is true when the list has the document afterwards.
+bool keepPlace(Files& files, const std::u16string& path) {
   const auto found = findFile(files, path);
   if (found != files.end()) {
     *found = path;
   } else {
     files.insert(files.begin(), path);
   }
+  return true;
 }
 
-void moveToHead(Files& files, const std::u16string& path) {
+bool moveToHead(Files& files, const std::u16string& path) {
   const auto found = findFile(files, path);
   if (found != files.end()) {
     files.erase(found);
   } else if (files.size() >= kMostFilesInBinder) {
-    return;
+    return false;
   }
   files.insert(files.begin(), path);
+  return true;
 }
 
 // What the last session left, or nothing where that is not restored.
@@ -68,8 +71,8 @@ void AddToWorkingDocuments(const std::vector<std::u16string>& paths, WorkingDocs
   for (const std::u16string& path : paths) {
     if (path.empty()) continue;
     const std::u16string full = platform::absolutePath(path);
-    how == kWorkingDocsKeepPlace ? keepPlace(binder.files, full) : moveToHead(binder.files, full);
-    listed = true;
+    const auto list = how == kWorkingDocsKeepPlace ? keepPlace : moveToHead;
+    if (list(binder.files, full)) listed = true;
   }
   if (!listed) return;
   WriteBinderFile(binder);

@@ -231,6 +231,49 @@ TEST_F(BinderFilesTest, EveryQuestionComesBeforeTheFirstDocumentCloses) {
   EXPECT_THAT(files(1), SizeIs(2));
 }
 
+TEST_F(BinderFilesTest, CancelAtTheLastQuestionTakesBackTheAnswersBeforeIt) {
+  shelve(u"C:\\b.pdf");  // in the other binder too, so that the dialog does not list it
+  setViewMode(ViewMode::TwoDocuments);
+  openEntry(1, 1);
+  setActivePane(1);
+  openEntry(1, 0);
+  session.panes[0].dirty = true;
+  session.panes[1].dirty = true;
+  standIn().boxAnswers = {BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Cancel};
+  EXPECT_FALSE(RemoveAllFromBinder(1));
+  EXPECT_TRUE(IsShelved(u"C:\\b.pdf"));
+  EXPECT_THAT(files(1), SizeIs(2));
+}
+
+TEST_F(BinderFilesTest, CancelAfterTheDialogDiscardsNothing) {
+  shelve(u"C:\\a.pdf");
+  openEntry(1, 1);
+  session.active.dirty = true;
+  unsavedDialogScript().answer = [](std::vector<UnsavedFile>& files) {
+    for (UnsavedFile& file : files) file.save = false;
+    return UnsavedAnswer::GoAhead;
+  };
+  standIn().boxAnswers = {BoxAnswer::Cancel};
+  EXPECT_FALSE(RemoveAllFromBinder(1));
+  EXPECT_TRUE(IsShelved(u"C:\\a.pdf"));
+  EXPECT_NE(session.active.document, nullptr);
+}
+
+TEST_F(BinderFilesTest, AFailedSaveOfAnOpenDocumentDiscardsNoOther) {
+  shelve(u"C:\\b.pdf");
+  setViewMode(ViewMode::TwoDocuments);
+  openEntry(1, 1);
+  setActivePane(1);
+  openEntry(1, 0);
+  session.panes[0].dirty = true;
+  session.panes[1].dirty = true;
+  standIn().boxAnswers = {BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Yes};
+  EXPECT_FALSE(RemoveAllFromBinder(1));  // documents cannot be written yet
+  EXPECT_TRUE(IsShelved(u"C:\\b.pdf"));
+  EXPECT_NE(session.panes[0].document, nullptr);
+  EXPECT_NE(session.panes[1].document, nullptr);
+}
+
 TEST_F(BinderFilesTest, ShelvedFilesAreListedInTheDialogInPlaceOfTheQuestion) {
   shelve(u"C:\\a.pdf");
   shelve(u"C:\\b.pdf");                  // in the other binder too
@@ -261,6 +304,27 @@ TEST_F(BinderFilesTest, AFailedSaveKeepsItsChangesAndStopsTheRemoval) {
   EXPECT_FALSE(RemoveAllFromBinder(1));
   EXPECT_TRUE(IsShelved(u"C:\\a.pdf"));
   EXPECT_THAT(files(1), SizeIs(2));
+}
+
+// Whole binders.
+
+TEST_F(BinderFilesTest, ClosingOrDeletingABinderTouchesNeitherItsDocumentsNorTheirShelvedChanges) {
+  openEntry(1, 0);
+  session.active.dirty = true;
+  shelve(u"C:\\b.pdf");
+  CloseBinder(1);
+  EXPECT_THAT(standIn().boxes, IsEmpty());
+  EXPECT_EQ(session.active.path, u"C:\\a.pdf");
+  EXPECT_TRUE(session.active.dirty);
+  EXPECT_TRUE(IsShelved(u"C:\\b.pdf"));
+  EXPECT_EQ(platform::fileBytes(u"C:\\list.lst"), "C:\\a.pdf\r\nC:\\b.pdf\r\n");
+
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_TRUE(DeleteBinder(1));
+  EXPECT_EQ(platform::fileBytes(u"C:\\other.lst"), std::nullopt);
+  EXPECT_EQ(session.active.path, u"C:\\a.pdf");
+  EXPECT_TRUE(IsShelved(u"C:\\b.pdf"));
+  EXPECT_TRUE(platform::fileExists(u"C:\\b.pdf"));
 }
 
 TEST_F(BinderFilesTest, AViewerRemovesNothing) {

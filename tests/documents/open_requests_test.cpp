@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+
+#include "app/command_ids.h"
 #include "app/commands.h"
 #include "documents/folder_step.h"
 #include "documents/modes.h"
@@ -114,6 +117,78 @@ TEST_F(OpenRequestsTest, AFailedFirstFileAddsNoOthers) {
   openDropped({u"C:\\missing.pdf", u"C:\\b.pdf"}, 10);
   EXPECT_EQ(standIn().boxes.size(), 1u);
   EXPECT_THAT(session.settings.recentFiles, ElementsAre(u"C:\\b.pdf"));
+}
+
+// Files on a share that does not answer.
+
+class SilentShareTest : public OpenRequestsTest {
+ protected:
+  SilentShareTest() {
+    session.settings.openTimeoutSeconds = 1;
+    platform::setVolume(u"\\\\nas\\texts", platform::VolumeState::Silent);
+    start_ = std::chrono::steady_clock::now();
+  }
+
+  ~SilentShareTest() override {
+    platform::setVolume(u"\\\\nas\\texts", platform::VolumeState::Failing);
+    platform::waitForDetachedThreads();
+  }
+
+  void expectToldWithinTheTimeout() const {
+    EXPECT_LT(std::chrono::steady_clock::now() - start_, std::chrono::seconds(5));
+    ASSERT_EQ(standIn().boxes.size(), 1u);
+    EXPECT_EQ(standIn().boxes[0].title, u"Network Location Unavailable");
+    EXPECT_TRUE(standIn().boxes[0].text.starts_with(
+        u"This document is on a network location that didn't respond within 1 second.\n\n"));
+  }
+
+  std::chrono::steady_clock::time_point start_;
+};
+
+TEST_F(SilentShareTest, HoldsTheWindowForTheTimeoutAlone) {
+  const std::u16string shown = putPdf(u"a.pdf", simplePdf(1));
+  ASSERT_TRUE(openRequested(shown, 0, kWorkingDocsToHead, true));
+  session.active.dirty = true;
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_FALSE(openRequested(u"\\\\nas\\texts\\b.pdf", 0, kWorkingDocsToHead, true));
+  expectToldWithinTheTimeout();
+  EXPECT_EQ(session.active.path, shown);  // nobody was asked about its changes
+  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(shown));
+}
+
+TEST_F(SilentShareTest, KeepsItsFileInTheRecentList) {
+  session.settings.recentFiles = {u"\\\\nas\\texts\\b.pdf"};
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  runCommand(kCmdRecentFirst);
+  expectToldWithinTheTimeout();
+  EXPECT_EQ(session.settings.recentFiles.size(), 1u);
+}
+
+TEST_F(SilentShareTest, DelaysADropOfManyFilesOnce) {
+  const std::u16string shown = putPdf(u"a.pdf", simplePdf(1));
+  std::vector<std::u16string> dropped = {shown};
+  for (const char16_t* name : {u"b", u"c", u"d", u"e", u"f", u"g"}) {
+    dropped.push_back(std::u16string(u"\\\\nas\\texts\\") + name + u".pdf");
+  }
+  openDropped(dropped, 10);
+  EXPECT_LT(std::chrono::steady_clock::now() - start_, std::chrono::seconds(4));
+  EXPECT_EQ(session.active.path, shown);
+  EXPECT_EQ(session.binderLibrary[0].files.size(), 7u);
+  EXPECT_THAT(standIn().boxes, IsEmpty());
+}
+
+TEST_F(OpenRequestsTest, AFileThatIsMissingOnAShareFailsToLoad) {
+  platform::setVolume(u"\\\\nas\\texts", platform::VolumeState::Present);
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_FALSE(openRequested(u"\\\\nas\\texts\\none.pdf", 0, kWorkingDocsToHead, true));
+  EXPECT_TRUE(standIn().boxes[0].text.starts_with(u"Could not open PDF."));
+}
+
+TEST_F(OpenRequestsTest, APathTooLongForTheSystemIsToldAsSuchOnAShareToo) {
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  const std::u16string path = u"\\\\nas\\texts\\" + std::u16string(260, u'x');
+  EXPECT_FALSE(openRequested(path, 0, kWorkingDocsToHead, true));
+  EXPECT_EQ(standIn().boxes[0].text, u"The file's path is too long to open.");
 }
 
 TEST_F(OpenRequestsTest, ADropGoesToThePaneUnderIt) {

@@ -229,7 +229,7 @@ void forgetDetachedThreads();
 // are missing (error 3), shares are not found on the network (error 53). Safe from any thread.
 enum class VolumeState {
   Present,
-  Failing,  // every call fails with the error given
+  Failing,  // every call fails with the error given; a drive with error 3 is missing
   Silent,   // every call waits until the state changes
 };
 void setVolume(const std::u16string& volume, VolumeState state, std::uint32_t error = 53);

@@ -294,6 +294,10 @@ bool isNetworkPath(const std::u16string& path) {
          standIn().mappedDrives.find(toLower(path)[0]) != std::u16string::npos;
 }
 
+bool driveIsAbsent(const std::u16string& path) {
+  return path.size() >= 2 && path[1] == u':' && driveIsMissing(parsePath(path).volume);
+}
+
 std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& path,
                                                         std::uint64_t maximumSize) {
   const FoundPath found = findPath(path);

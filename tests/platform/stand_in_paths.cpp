@@ -292,6 +292,12 @@ void setVolume(const std::u16string& volume, VolumeState state, std::uint32_t er
   volumeScripts[toLower(volume)] = {state, error};
 }
 
+bool driveIsMissing(const std::u16string& volume) {
+  const VolumeScript script = volumeScript(volume);
+  return volume.size() == 2 && script.state == VolumeState::Failing &&
+         script.error == kErrorPathNotFound;
+}
+
 void releaseSilentVolumes() {
   const std::lock_guard lock(volumeMutex);
   for (auto& [volume, script] : volumeScripts) {

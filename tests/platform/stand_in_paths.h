@@ -51,6 +51,9 @@ bool isStreamName(const std::filesystem::path& name);
 std::filesystem::path nativeName(const std::u16string& name);
 std::u16string unitsOf(const std::filesystem::path& path);
 
+// True for a drive, not a share, that is missing.
+bool driveIsMissing(const std::u16string& volume);
+
 // Makes calls that wait for a silent volume fail.
 void releaseSilentVolumes();
 

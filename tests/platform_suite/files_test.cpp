@@ -262,6 +262,14 @@ TEST_F(FilesSuite, ASharesNameTellsANetworkPath) {
   EXPECT_FALSE(isNetworkPath(u"a.pdf"));
 }
 
+TEST_F(FilesSuite, ADriveLetterWithoutADriveIsAbsent) {
+  EXPECT_TRUE(driveIsAbsent(u"Q:\\a.pdf"));
+  EXPECT_TRUE(driveIsAbsent(u"q:a.pdf"));
+  EXPECT_FALSE(driveIsAbsent(in(u"none.pdf")));
+  EXPECT_FALSE(driveIsAbsent(u"\\\\server\\share\\a.pdf"));
+  EXPECT_FALSE(driveIsAbsent(u""));
+}
+
 TEST_F(FilesSuite, ReadingWholeRefusesMissingAndTooLargeFilesAndFolders) {
   putBytes(in(u"empty"), "");
   putBytes(in(u"five"), "12345");

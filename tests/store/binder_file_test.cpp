@@ -7,6 +7,8 @@
 #include <random>
 #include <vector>
 
+#include "base/text_format.h"
+#include "platform/process.h"
 #include "platform/text.h"
 #include "support/session_test.h"
 
@@ -479,6 +481,28 @@ TEST_F(BinderFileTest, MoreFilesThanAPanelCanShowAreKept) {
   EXPECT_EQ(platform::fileBytes(kPath), kMark + kPlainHead + text);
 }
 
+TEST_F(BinderFileTest, LinesBeyondWhatABinderHoldsAreKeptAsText) {
+  std::string text;
+  for (int i = 0; i < 100000; ++i) text += std::to_string(i) + "\r\n";
+  const std::string further = "x.pdf\tpage=3\todd=1\r\n0\r\n\xE6\x96\x87.pdf\r\n";
+  platform::putFile(
+      kPath, text + further + "# collapsed=1\r\n \n\tpage=1\n" + std::string(519, 'l') + "\nlast");
+  BinderFile binder;
+  EXPECT_TRUE(LoadBinderFile(kPath, binder));
+  EXPECT_EQ(binder.files.size(), 100000u);
+  EXPECT_THAT(binder.views, IsEmpty());
+  EXPECT_TRUE(binder.collapsed);
+  EXPECT_EQ(binder.furtherLines, further + "last\r\n");
+  binder.files.erase(binder.files.begin());
+  EXPECT_TRUE(WriteBinderFile(binder));
+  // A comparison that printed the difference of such texts would take for ever.
+  EXPECT_TRUE(platform::fileBytes(kPath) ==
+              kMark + "# collapsed=1\r\n# bold=0\r\n" + text.substr(3) + further + "last\r\n");
+  EXPECT_TRUE(LoadBinderFile(kPath, binder));
+  EXPECT_EQ(binder.files.back(), u"x.pdf");
+  EXPECT_EQ(viewIn(binder, u"x.pdf").page, 3);
+}
+
 TEST_F(BinderFileTest, AWriteReplacesTheFileAndClearsTheDirtyFlag) {
   platform::putFile(kPath, std::string(5000, 'x'));
   BinderFile binder;
@@ -488,6 +512,55 @@ TEST_F(BinderFileTest, AWriteReplacesTheFileAndClearsTheDirtyFlag) {
   EXPECT_TRUE(WriteBinderFile(binder));
   EXPECT_FALSE(binder.dirty);
   EXPECT_EQ(platform::fileBytes(kPath), kMark + kPlainHead + "C:\\a.pdf\r\n");
+}
+
+TEST_F(BinderFileTest, AWriteThatFailsPartWayLeavesTheFileAsItWas) {
+  using platform::FileCall;
+  platform::putFile(kPath, "kept");
+  BinderFile binder;
+  binder.path = kPath;
+  for (int i = 0; i < 100; ++i) binder.files.push_back(u"C:\\a.pdf");
+  for (const FileCall call :
+       {FileCall::Write, FileCall::Flush, FileCall::Close, FileCall::Replace}) {
+    standIn().refuseFileCall = [call](FileCall asked) { return asked == call; };
+    binder.dirty = true;
+    EXPECT_FALSE(WriteBinderFile(binder));
+    EXPECT_TRUE(binder.dirty);
+    EXPECT_EQ(platform::fileBytes(kPath), "kept");
+    EXPECT_THAT(platform::namesIn(u"C:\\Lists"), ElementsAre(u"Tax 2024.lst"));
+  }
+  standIn().refuseFileCall = {};
+  standIn().diskFree = 200;
+  EXPECT_FALSE(WriteBinderFile(binder));
+  EXPECT_EQ(platform::fileBytes(kPath), "kept");
+}
+
+TEST_F(BinderFileTest, AFolderThatTakesNoNewFileStillLetsItsBindersBeWritten) {
+  platform::putFile(kPath, "old");
+  standIn().refuseFileCall = [](platform::FileCall call) {
+    return call == platform::FileCall::Start;
+  };
+  BinderFile binder;
+  binder.path = kPath;
+  EXPECT_TRUE(WriteBinderFile(binder));
+  EXPECT_EQ(platform::fileBytes(kPath), kMark + kPlainHead);
+}
+
+// The last path that the system opens leaves no room for a longer name beside it.
+TEST_F(BinderFileTest, ABinderWhosePathIsAsLongAsPathsGetIsWritten) {
+  const std::u16string folder =
+      u"C:\\" + std::u16string(120, u'f') + u"\\" + std::u16string(259 - 3 - 121 - 6, u'g');
+  platform::putFolder(folder);
+  const std::u16string path = folder + u"\\a.lst";
+  ASSERT_EQ(path.size(), 259u);
+  BinderFile binder;
+  binder.path = path;
+  binder.files = {u"C:\\" + std::u16string(252, u'd') + u".pdf"};
+  EXPECT_TRUE(WriteBinderFile(binder));
+  BinderFile again;
+  EXPECT_TRUE(LoadBinderFile(path, again));
+  EXPECT_EQ(again.files, binder.files);
+  EXPECT_EQ(again.name, u"a");
 }
 
 TEST_F(BinderFileTest, ABinderWhoseFileHasGoneIsMadeAgain) {
@@ -546,7 +619,26 @@ TEST_F(BinderFileTest, AShareThatDoesNotAnswerFailsAWriteWithinTheTimeout) {
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
   platform::setVolume(u"\\\\nas\\lists", platform::VolumeState::Present);
   EXPECT_TRUE(platform::waitForDetachedThreads());
+  platform::sleepMilliseconds(5000);  // takes no real time
   EXPECT_TRUE(WriteBinderFile(binder));
+}
+
+TEST_F(BinderFileTest, ManyBindersOnAShareThatDoesNotAnswerWaitOnce) {
+  session.settings.openTimeoutSeconds = 1;
+  for (const char16_t* share : {u"\\\\nas\\lists", u"\\\\nas\\other"}) {
+    platform::setVolume(share, platform::VolumeState::Silent);
+  }
+  const auto start = std::chrono::steady_clock::now();
+  for (int i = 0; i < 50; ++i) {
+    BinderFile binder;
+    binder.path = (i % 2 == 0 ? u"\\\\nas\\lists\\" : u"\\\\NAS\\Other\\") + decimal(i) + u".lst";
+    EXPECT_FALSE(WriteBinderFile(binder));
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+  for (const char16_t* share : {u"\\\\nas\\lists", u"\\\\nas\\other"}) {
+    platform::setVolume(share, platform::VolumeState::Failing);
+  }
+  EXPECT_TRUE(platform::waitForDetachedThreads());
 }
 
 }  // namespace

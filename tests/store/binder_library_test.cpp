@@ -5,13 +5,11 @@
 
 #include <chrono>
 #include <string>
-#include <vector>
 
 #include "base/text_format.h"
 #include "store/binder_file.h"
-#include "store/settings.h"
 #include "store/working_documents.h"
-#include "support/settings_file.h"
+#include "support/binder_library_test.h"
 
 namespace quillmere::test {
 namespace {
@@ -24,55 +22,6 @@ using platform::standIn;
 using platform::VolumeState;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-const std::string kMark = "\xEF\xBB\xBF";
-const std::string kPlainHead = "# collapsed=0\r\n# bold=0\r\n";
-constexpr const char16_t* kShare = u"\\\\nas\\lists";
-
-class BinderLibraryTest : public SessionTest {
- protected:
-  BinderLibraryTest() { platform::putFolder(u"C:\\Lists"); }
-
-  ~BinderLibraryTest() override {
-    setVolume(kShare, VolumeState::Failing);
-    platform::waitForDetachedThreads();
-    EXPECT_THAT(standIn().boxAnswers, IsEmpty());
-  }
-
-  static std::u16string listPath(const std::u16string& name) {
-    return u"C:\\Lists\\" + name + u".lst";
-  }
-
-  static int load(const std::u16string& name, std::string_view bytes = "") {
-    platform::putFile(listPath(name), bytes);
-    return LoadBinder(listPath(name));
-  }
-
-  static void loadMany(int count) {
-    for (int i = 0; i < count; ++i) {
-      EXPECT_GE(load(u"many" + decimal(i)), 0) << i;
-    }
-  }
-
-  static std::vector<std::u16string> names() {
-    std::vector<std::u16string> all;
-    for (const BinderFile& binder : session.binderLibrary) all.push_back(binder.name);
-    return all;
-  }
-
-  static std::string linesOnDisk(const std::u16string& name) {
-    const std::string bytes = platform::fileBytes(listPath(name)).value_or("");
-    const std::string head = kMark + kPlainHead;
-    return bytes.starts_with(head) ? bytes.substr(head.size()) : "(other head) " + bytes;
-  }
-
-  static void expectBox(const char16_t* title, const std::u16string& text, BoxIcon icon) {
-    ASSERT_FALSE(standIn().boxes.empty());
-    EXPECT_EQ(standIn().boxes.back().title, title);
-    EXPECT_EQ(standIn().boxes.back().text, text);
-    EXPECT_EQ(standIn().boxes.back().icon, icon);
-  }
-};
 
 // Loading.
 
@@ -128,107 +77,6 @@ TEST_F(BinderLibraryTest, AShareThatDoesNotAnswerGivesNoBinderWithinTheTimeout) 
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
 }
 
-// The start.
-
-TEST_F(BinderLibraryTest, TheNextStartHasTheSameBinders) {
-  load(u"b");
-  load(u"a");
-  restart();
-  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"b", u"a"));
-  EXPECT_FALSE(session.restoringBinders);
-}
-
-TEST_F(BinderLibraryTest, ABinderWhoseFileHasGoneIsForgottenAtTheNextStart) {
-  load(u"a");
-  load(u"b");
-  load(u"c");
-  platform::deleteFile(listPath(u"b"));
-  restart();
-  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"a", u"c"));
-  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"2");
-  EXPECT_EQ(iniValue(u"Binders", u"Path2"), u"");
-}
-
-TEST_F(BinderLibraryTest, AStartThatDropsNothingLeavesTheListInTheFileUntouched) {
-  platform::putFile(listPath(u"a"), "");
-  putIni(u"[Binders]\nCount=1\nPath0=" + listPath(u"a") + u"\nPath7=C:\\Lists\\b.lst\n");
-  restart();
-  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"a"));
-  EXPECT_EQ(iniValue(u"Binders", u"Path7"), u"C:\\Lists\\b.lst");
-}
-
-TEST_F(BinderLibraryTest, TheFileOfTheDocumentsInUseIsNoCustomBinder) {
-  putIni(
-      u"[Binders]\nCount=1\nPath0=c:\\users\\user\\appdata\\local\\quillmere\\workingdocs.LST\n");
-  platform::putFile(WorkingDocsPath(), "C:\\a.pdf\r\n");
-  restart();
-  EXPECT_THAT(names(), ElementsAre(u"Working Documents"));
-  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"0");
-}
-
-TEST_F(BinderLibraryTest, ABinderOnASleepingShareKeepsItsPlaceInTheSettings) {
-  putIni(
-      u"[Binders]\nCount=3\nPath0=\\\\nas\\lists\\first.lst\nPath1=C:\\Lists\\a.lst\n"
-      u"Path2=\\\\nas\\lists\\last.lst\n[Network]\nOpenTimeoutSeconds=1\n");
-  platform::putFile(listPath(u"a"), "");
-  setVolume(kShare, VolumeState::Silent);
-  const auto begin = std::chrono::steady_clock::now();
-  restart();
-  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(1900));
-  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"a"));
-  load(u"b");
-  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"4");
-  EXPECT_EQ(iniValue(u"Binders", u"Path0"), u"\\\\nas\\lists\\first.lst");
-  EXPECT_EQ(iniValue(u"Binders", u"Path1"), u"C:\\Lists\\a.lst");
-  EXPECT_EQ(iniValue(u"Binders", u"Path2"), u"\\\\nas\\lists\\last.lst");
-  EXPECT_EQ(iniValue(u"Binders", u"Path3"), u"C:\\Lists\\b.lst");
-
-  setVolume(kShare, VolumeState::Present);
-  platform::putFile(u"\\\\nas\\lists\\first.lst", "");
-  RefreshAllBinders();  // now last.lst is known to be gone
-  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"first", u"a", u"b"));
-  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"3");
-  EXPECT_THAT(session.absentBinders, IsEmpty());
-}
-
-TEST_F(BinderLibraryTest, ABinderOnAMappedDriveIsProbedAsOneOnAShare) {
-  standIn().mappedDrives = u"n";
-  setVolume(u"N:", VolumeState::Failing, 53);
-  putIni(u"[Binders]\nCount=1\nPath0=N:\\a.lst\n");
-  restart();
-  EXPECT_EQ(iniValue(u"Binders", u"Path0"), u"N:\\a.lst");
-}
-
-TEST_F(BinderLibraryTest, ABinderThatIsLockedAtTheStartIsNotForgotten) {
-  load(u"a");
-  load(u"b");
-  platform::setOtherUse(listPath(u"a"), platform::OtherUse::Exclusive);
-  restart();
-  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"b"));
-  EXPECT_EQ(iniValue(u"Binders", u"Path0"), listPath(u"a"));
-  EXPECT_EQ(iniValue(u"Binders", u"Path1"), listPath(u"b"));
-  platform::setOtherUse(listPath(u"a"), platform::OtherUse::Nobody);
-  EXPECT_EQ(LoadBinder(listPath(u"a")), 2);
-  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"2");
-}
-
-TEST_F(BinderLibraryTest, AbsentBindersCountAtTheLimitSoThatNoneIsLost) {
-  session.absentBinders = {{u"\\\\nas\\lists\\a.lst", u""}};
-  loadMany(49);
-  standIn().boxAnswers = {BoxAnswer::Ok};
-  EXPECT_EQ(load(u"one more"), kTooManyBinders);
-}
-
-TEST_F(BinderLibraryTest, WithoutRestoringTheBindersAreNotLoadedAndTheExitForgetsThem) {
-  load(u"a");
-  putIni(u"[Binders]\nRestoreOnLaunch=0\nCount=1\nPath0=C:\\Lists\\a.lst\n");
-  restart();
-  EXPECT_THAT(names(), ElementsAre(u"Working Documents"));
-  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"1");
-  SaveSettings();
-  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"0");
-}
-
 // Making.
 
 TEST_F(BinderLibraryTest, ANewBinderIsAnEmptyFile) {
@@ -256,6 +104,26 @@ TEST_F(BinderLibraryTest, MakingABinderThatWasLockedAtTheStartLeavesItsFileAlone
   EXPECT_THAT(session.absentBinders, IsEmpty());
 }
 
+TEST_F(BinderLibraryTest, MakingABinderThatIsStillLockedIsTold) {
+  load(u"list", "C:\\a.pdf\r\n");
+  platform::setOtherUse(listPath(u"list"), platform::OtherUse::Exclusive);
+  restart();
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_EQ(CreateBinder(listPath(u"list")), kNoBinder);
+  expectBox(u"Add New Binder", u"Could not create the binder file.", BoxIcon::Error);
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"1");
+  platform::setOtherUse(listPath(u"list"), platform::OtherUse::Nobody);
+  EXPECT_EQ(platform::fileBytes(listPath(u"list")), "C:\\a.pdf\r\n");
+}
+
+TEST_F(BinderLibraryTest, ABinderThatIsBackLoadsAtTheLimitToo) {
+  loadMany(49);
+  platform::putFile(listPath(u"back"), "");
+  session.absentBinders = {{listPath(u"back"), u""}};
+  EXPECT_EQ(LoadBinder(listPath(u"back")), 49);
+  EXPECT_THAT(session.absentBinders, IsEmpty());
+}
+
 TEST_F(BinderLibraryTest, AtTheLimitMakingABinderLeavesTheChosenFileAlone) {
   loadMany(50);
   platform::putFile(listPath(u"kept"), "C:\\a.pdf\r\n");
@@ -271,75 +139,6 @@ TEST_F(BinderLibraryTest, ABinderThatCannotBeMadeIsTold) {
   EXPECT_EQ(CreateBinder(listPath(u"locked")), kNoBinder);
   expectBox(u"Add New Binder", u"Could not create the binder file.", BoxIcon::Error);
   EXPECT_EQ(platform::fileBytes(listPath(u"locked")), "kept");
-}
-
-// Refreshing.
-
-TEST_F(BinderLibraryTest, ARefreshTakesOverWhatWasChangedOutside) {
-  load(u"list", "C:\\a.pdf\r\n# bold=1");
-  platform::putFile(listPath(u"list"), "C:\\b.pdf\r\n# collapsed=1");
-  RefreshBinder(0);
-  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\b.pdf"));
-  EXPECT_TRUE(session.binderLibrary[0].collapsed);
-  EXPECT_FALSE(session.binderLibrary[0].bold);
-}
-
-TEST_F(BinderLibraryTest, ARefreshThatCannotReadTheFileLeavesTheBinder) {
-  load(u"list", "C:\\a.pdf\r\n");
-  platform::setOtherUse(listPath(u"list"), platform::OtherUse::Exclusive);
-  RefreshBinder(0);
-  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\a.pdf"));
-}
-
-TEST_F(BinderLibraryTest, ABinderWhoseFileHasGoneLeavesAtItsRefresh) {
-  load(u"a");
-  load(u"b");
-  platform::deleteFile(listPath(u"a"));
-  RefreshBinder(0);
-  EXPECT_THAT(names(), ElementsAre(u"b"));
-  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"1");
-}
-
-TEST_F(BinderLibraryTest, ARefreshOfASleepingShareLeavesTheBinder) {
-  setVolume(kShare, VolumeState::Present);
-  platform::putFile(u"\\\\nas\\lists\\a.lst", "C:\\a.pdf\r\n");
-  ASSERT_EQ(LoadBinder(u"\\\\nas\\lists\\a.lst"), 0);
-  setVolume(kShare, VolumeState::Failing, 53);
-  RefreshBinder(0);
-  RefreshAllBinders();
-  ASSERT_EQ(session.binderLibrary.size(), 1u);
-  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\a.pdf"));
-}
-
-TEST_F(BinderLibraryTest, TheDocumentsInUseAreNotRefreshed) {
-  LoadWorkingDocuments();
-  session.binderLibrary[0].files = {u"C:\\a.pdf"};
-  RefreshBinder(0);
-  RefreshBinder(7);
-  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\a.pdf"));
-  EXPECT_TRUE(session.binderLibrary[0].isWorkingDocuments);
-}
-
-TEST_F(BinderLibraryTest, RefreshingAllFollowsTheSettings) {
-  LoadWorkingDocuments();
-  session.binderLibrary[0].files = {u"C:\\used.pdf"};
-  load(u"a", "C:\\1.pdf\r\n");
-  load(u"b", "C:\\2.pdf\r\n");
-  load(u"c", "C:\\3.pdf\r\n");
-  load(u"d");
-  platform::putFile(listPath(u"new"), "C:\\4.pdf\r\n");
-  platform::putFile(listPath(u"b"), "C:\\changed.pdf\r\n");
-  platform::setOtherUse(listPath(u"c"), platform::OtherUse::Exclusive);
-  platform::deleteFile(listPath(u"d"));
-  putIni(
-      u"[Binders]\nCount=5\nPath0=C:\\Lists\\new.lst\nPath1=C:\\Lists\\c.lst\n"
-      u"Path2=C:\\Lists\\b.lst\nPath3=C:\\Lists\\d.lst\nPath4=C:\\LISTS\\B.lst\n");
-  RefreshAllBinders();
-  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"new", u"c", u"b"));
-  EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\used.pdf"));
-  EXPECT_THAT(session.binderLibrary[2].files, ElementsAre(u"C:\\3.pdf"));
-  EXPECT_THAT(session.binderLibrary[3].files, ElementsAre(u"C:\\changed.pdf"));
-  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"3");
 }
 
 // Adding.
@@ -364,6 +163,27 @@ TEST_F(BinderLibraryTest, RelativePathsEnterABinderAsAbsoluteOnes) {
   standIn().workingFolder = u"C:\\Texts";
   AddFilesToBinder(0, {u"a.pdf", u"C:/Texts/A.pdf"});
   EXPECT_THAT(session.binderLibrary[0].files, ElementsAre(u"C:\\Texts\\a.pdf"));
+}
+
+TEST_F(BinderLibraryTest, PathsAsLongAsTheSystemOpensSurviveFilesAndSettings) {
+  const std::u16string document = u"C:\\" + std::u16string(252, u'd') + u".pdf";
+  const std::u16string folder = u"C:\\" + std::u16string(248, u'f');
+  const std::u16string list = folder + u"\\abc.lst";
+  ASSERT_EQ(document.size(), 259u);
+  ASSERT_EQ(list.size(), 260u - 1u);
+  platform::putFile(list, "");
+  ASSERT_EQ(LoadBinder(list), 0);
+  AddFilesToBinder(0, {document});
+  session.binderLibrary[0].views[u"c" + document.substr(1)] = {999999, -12345.6f, 12345.6f, 99.9f,
+                                                               3,      true,      true};
+  ASSERT_TRUE(WriteBinderFile(session.binderLibrary[0]));
+  restart();
+  ASSERT_THAT(names(), ElementsAre(u"Working Documents", u"abc"));
+  EXPECT_EQ(session.binderLibrary[1].path, list);
+  EXPECT_THAT(session.binderLibrary[1].files, ElementsAre(document));
+  ASSERT_EQ(session.binderLibrary[1].views.size(), 1u);
+  EXPECT_EQ(session.binderLibrary[1].views.begin()->second.page, 999999);
+  EXPECT_EQ(session.binderLibrary[1].views.begin()->second.zoom, 99.9f);
 }
 
 TEST_F(BinderLibraryTest, TheLimitOfABinderIsTold) {
@@ -418,7 +238,7 @@ TEST_F(BinderLibraryTest, RemovingAllMakesTheFirstFileTheNewestRecentOne) {
   RemoveAllFileRecords(0);
   EXPECT_THAT(session.settings.recentFiles, ElementsAre(u"C:\\a.pdf", u"C:\\b.pdf"));
   EXPECT_THAT(session.binderLibrary[0].files, IsEmpty());
-  EXPECT_EQ(platform::fileBytes(WorkingDocsPath()), kMark + "# collapsed=0\r\n# bold=1\r\n");
+  EXPECT_EQ(platform::fileBytes(WorkingDocsPath()), kBinderMark + "# collapsed=0\r\n# bold=1\r\n");
 }
 
 // Names.
@@ -464,6 +284,16 @@ TEST_F(BinderLibraryTest, ANameThatIsTakenIsRefused) {
   EXPECT_EQ(platform::fileBytes(listPath(u"Taken")), "kept");
 }
 
+TEST_F(BinderLibraryTest, ANameOfABinderWhoseFileIsAwayIsTakenToo) {
+  load(u"list");
+  load(u"away");
+  platform::deleteFile(listPath(u"away"));
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_FALSE(FinishBinderRename(0, u"Away"));
+  expectBox(u"Rename Binder", u"A binder named 'Away' already exists.", BoxIcon::Warning);
+  EXPECT_TRUE(platform::fileExists(listPath(u"list")));
+}
+
 TEST_F(BinderLibraryTest, ARenameThatChangesLetterCaseAlonePasses) {
   load(u"list");
   EXPECT_TRUE(FinishBinderRename(0, u"LIST"));
@@ -498,9 +328,16 @@ TEST_F(BinderLibraryTest, AClosedBinderKeepsItsFile) {
   session.documentBinders[u"c:\\a.pdf"] = listPath(u"a");
   CloseBinder(0);
   EXPECT_THAT(names(), ElementsAre(u"b"));
-  EXPECT_TRUE(platform::fileExists(listPath(u"a")));
-  EXPECT_EQ(session.documentBinders.size(), 1u);
+  EXPECT_EQ(platform::fileBytes(listPath(u"a")), "C:\\a.pdf\r\n");
+  EXPECT_EQ(session.documentBinders[u"c:\\a.pdf"], listPath(u"a"));
+  EXPECT_THAT(standIn().boxes, IsEmpty());
   EXPECT_EQ(iniValue(u"Binders", u"Count"), u"1");
+  EXPECT_EQ(iniValue(u"Binders", u"Path0"), listPath(u"b"));
+  EXPECT_EQ(iniValue(u"Binders", u"Path1"), u"");
+  restart();
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents", u"b"));
+  EXPECT_EQ(LoadBinder(listPath(u"a")), 2);
+  EXPECT_THAT(session.binderLibrary[2].files, ElementsAre(u"C:\\a.pdf"));
 }
 
 TEST_F(BinderLibraryTest, ADeletedBinderLosesItsFileAndNoDocument) {
@@ -523,6 +360,25 @@ TEST_F(BinderLibraryTest, CancelKeepsTheBinder) {
   EXPECT_FALSE(DeleteBinder(0));
   EXPECT_THAT(names(), ElementsAre(u"a"));
   EXPECT_TRUE(platform::fileExists(listPath(u"a")));
+}
+
+TEST_F(BinderLibraryTest, AllCustomBindersCloseTogetherWithThoseThatCouldNotBeReached) {
+  LoadWorkingDocuments();
+  EXPECT_FALSE(AnyCustomBinder());
+  EXPECT_FALSE(CloseAllCustomBinders());
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), std::nullopt);  // nothing went, nothing is saved
+  session.absentBinders = {{u"\\\\nas\\lists\\far.lst", u""}};
+  EXPECT_TRUE(AnyCustomBinder());
+  load(u"a", "C:\\a.pdf\r\n");
+  load(u"b");
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"3");
+  EXPECT_TRUE(CloseAllCustomBinders());
+  EXPECT_THAT(names(), ElementsAre(u"Working Documents"));
+  EXPECT_THAT(session.absentBinders, IsEmpty());
+  EXPECT_EQ(iniValue(u"Binders", u"Count"), u"0");
+  EXPECT_EQ(iniValue(u"Binders", u"Path0"), u"");
+  EXPECT_EQ(platform::fileBytes(listPath(u"a")), "C:\\a.pdf\r\n");
+  EXPECT_FALSE(AnyCustomBinder());
 }
 
 TEST_F(BinderLibraryTest, TheDocumentsInUseAreNeitherClosedNorDeleted) {
@@ -616,6 +472,11 @@ TEST_F(BinderLibraryTest, AViewerChangesNoBinder) {
   EXPECT_FALSE(RenameBinder(0, u"new"));
   EXPECT_FALSE(FinishBinderRename(0, u"new"));
   EXPECT_FALSE(DeleteBinder(0));
+  platform::putFile(u"C:\\other.lst", "");
+  EXPECT_EQ(LoadBinder(u"C:\\other.lst"), kNoBinder);
+  EXPECT_EQ(LoadBinder(listPath(u"B")), 1);
+  CloseBinder(0);
+  EXPECT_FALSE(CloseAllCustomBinders());
   AddFilesToBinder(0, {u"C:\\z.pdf"});
   RemoveFileRecord(0, 0);
   RemoveAllFileRecords(0);

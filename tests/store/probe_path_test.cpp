@@ -116,6 +116,24 @@ TEST_F(ProbePathTest, ADriveThatIsMappedToAShareIsProbedAsOne) {
   EXPECT_FALSE(onGoneShare(u"C:\\a.pdf"));
 }
 
+TEST_F(ProbePathTest, AShareThatAnswersAgainIsNoLongerGone) {
+  session.settings.openTimeoutSeconds = 1;
+  setVolume(kShare, VolumeState::Silent);
+  EXPECT_TRUE(onGoneShare(kNetworkFile));
+  setVolume(kShare, VolumeState::Present);
+  EXPECT_TRUE(onGoneShare(u"\\\\SERVER\\Share\\b.pdf"));  // it had no time to wake up
+  EXPECT_EQ(probeWithinOpenTimeout(u"\\\\server\\share\\b.pdf"), ProbeResult::Missing);
+  EXPECT_FALSE(onGoneShare(kNetworkFile));
+}
+
+TEST_F(ProbePathTest, AFileThatIsDeniedAtOnceSaysNothingAboutItsShare) {
+  setVolume(kShare, VolumeState::Present);
+  putPdf(kNetworkFile, "x");
+  platform::setAttributeError(u"\\\\server\\share\\denied.pdf", 5);
+  EXPECT_TRUE(onGoneShare(u"\\\\server\\share\\denied.pdf"));
+  EXPECT_FALSE(onGoneShare(kNetworkFile));
+}
+
 class ProbeWithoutThreadTest : public ProbePathTest, public testing::WithParamInterface<bool> {
  protected:
   void SetUp() override {

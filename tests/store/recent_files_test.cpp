@@ -91,5 +91,67 @@ TEST_F(RecentFilesTest, ARemovalThatFindsNothingSavesNothing) {
   EXPECT_EQ(iniValue(u"RecentFiles", u"Count"), std::nullopt);
 }
 
+// The settings.
+
+TEST_F(RecentFilesTest, TurningTheListOffEmptiesItOnDiskToo) {
+  AddToRecentFiles({u"C:\\a.pdf", u"C:\\b.pdf"});
+  session.settings.recentFilesEnabled = false;
+  ApplyRecentFilesSettings();
+  EXPECT_THAT(recent(), IsEmpty());
+  EXPECT_EQ(iniValue(u"RecentFiles", u"Count"), u"0");
+  EXPECT_EQ(iniValue(u"RecentFiles", u"Path0"), u"");
+}
+
+TEST_F(RecentFilesTest, ALowerLimitCutsTheList) {
+  AddToRecentFiles({u"C:\\a.pdf", u"C:\\b.pdf", u"C:\\c.pdf", u"C:\\d.pdf", u"C:\\e.pdf"});
+  session.settings.recentFilesMaxEntries = 3;
+  ApplyRecentFilesSettings();
+  EXPECT_THAT(recent(), ElementsAre(u"C:\\a.pdf", u"C:\\b.pdf", u"C:\\c.pdf"));
+  EXPECT_EQ(iniValue(u"RecentFiles", u"Count"), u"3");
+  EXPECT_EQ(iniValue(u"RecentFiles", u"Path3"), u"");
+}
+
+TEST_F(RecentFilesTest, AListWithinItsLimitIsNotSavedAgain) {
+  recent() = {u"C:\\a.pdf"};
+  ApplyRecentFilesSettings();
+  EXPECT_EQ(iniValue(u"RecentFiles", u"Count"), std::nullopt);
+}
+
+class ClearRecentFilesTest : public SessionTest {
+ protected:
+  static std::vector<std::u16string>& recent() { return session.settings.recentFiles; }
+
+  static void expectBox(const char16_t* text, platform::BoxButtons buttons) {
+    ASSERT_FALSE(standIn().boxes.empty());
+    EXPECT_EQ(standIn().boxes.back().title, u"Clear Recent Documents");
+    EXPECT_EQ(standIn().boxes.back().text, text);
+    EXPECT_EQ(standIn().boxes.back().buttons, buttons);
+  }
+};
+
+TEST_F(ClearRecentFilesTest, YesEmptiesTheList) {
+  AddToRecentFiles({u"C:\\a.pdf", u"C:\\b.pdf"});
+  standIn().boxAnswers = {platform::BoxAnswer::Yes};
+  ClearRecentFiles();
+  expectBox(u"This will clear 2 recent document entries. Continue?", platform::BoxButtons::YesNo);
+  EXPECT_THAT(recent(), IsEmpty());
+  EXPECT_EQ(iniValue(u"RecentFiles", u"Count"), u"0");
+}
+
+TEST_F(ClearRecentFilesTest, NoKeepsTheList) {
+  AddToRecentFiles({u"C:\\a.pdf"});
+  standIn().boxAnswers = {platform::BoxAnswer::No};
+  ClearRecentFiles();
+  expectBox(u"This will clear 1 recent document entry. Continue?", platform::BoxButtons::YesNo);
+  EXPECT_EQ(recent().size(), 1u);
+  EXPECT_EQ(iniValue(u"RecentFiles", u"Count"), u"1");
+}
+
+TEST_F(ClearRecentFilesTest, AnEmptyListIsToldAndNothingIsAsked) {
+  standIn().boxAnswers = {platform::BoxAnswer::Ok};
+  ClearRecentFiles();
+  expectBox(u"The Recent Documents list is already empty.", platform::BoxButtons::Ok);
+}
+
 }  // namespace
 }  // namespace quillmere::test

@@ -171,6 +171,8 @@ TEST_F(WorkingDocumentsTest, AFullListTakesNoFurtherDocumentAndSaysNothing) {
   AddToWorkingDocuments(u"C:\\new.pdf", kWorkingDocsToHead);
   EXPECT_EQ(files().size(), 1000u);
   EXPECT_EQ(files().front(), u"C:\\0.pdf");
+  EXPECT_EQ(listOnDisk(), std::nullopt);
+  EXPECT_EQ(standIn().window.binderTreeRebuildsPosted, 0);
   AddToWorkingDocuments(u"C:\\999.pdf", kWorkingDocsToHead);
   EXPECT_EQ(files().front(), u"C:\\999.pdf");
   EXPECT_EQ(files().size(), 1000u);

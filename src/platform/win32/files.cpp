@@ -54,6 +54,22 @@ std::u16string knownFolder(const KNOWNFOLDERID& id) {
   return SUCCEEDED(result) && path != nullptr ? fromWide(path) : std::u16string();
 }
 
+// True when the file's name has the letter case that it has in `path`.
+bool isSpelledSo(const std::u16string& path) {
+  WIN32_FIND_DATAW entry{};
+  const HANDLE found = FindFirstFileW(wide(path), &entry);
+  if (found == INVALID_HANDLE_VALUE) return false;
+  const FindHandle search(found);
+  return path.substr(path.find_last_of(u"\\/") + 1) == fromWide(entry.cFileName);
+}
+
+// DRIVE_UNKNOWN for a path without a drive letter.
+UINT driveTypeOf(const std::u16string& path) {
+  if (path.size() < 2 || path[1] != u':') return DRIVE_UNKNOWN;
+  const std::u16string root = path.substr(0, 2) + u"\\";
+  return GetDriveTypeW(wide(root));
+}
+
 // A search pattern also matches short names, whose extensions are cut to three letters.
 bool endsIgnoringCase(std::u16string_view name, std::u16string_view end) {
   return name.size() >= end.size() && equalIgnoringCase(name.substr(name.size() - end.size()), end);
@@ -102,10 +118,11 @@ bool setReadOnly(const std::u16string& path, bool readOnly) {
 }
 
 bool isNetworkPath(const std::u16string& path) {
-  if (path.starts_with(u"\\\\")) return true;
-  if (path.size() < 2 || path[1] != u':') return false;
-  const std::u16string root = path.substr(0, 2) + u"\\";
-  return GetDriveTypeW(wide(root)) == DRIVE_REMOTE;
+  return path.starts_with(u"\\\\") || driveTypeOf(path) == DRIVE_REMOTE;
+}
+
+bool driveIsAbsent(const std::u16string& path) {
+  return driveTypeOf(path) == DRIVE_NO_ROOT_DIR;
 }
 
 std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& path,
@@ -146,10 +163,11 @@ bool replaceFile(const std::u16string& source, const std::u16string& target) {
 }
 
 bool renameFile(const std::u16string& source, const std::u16string& target) {
-  if (source == target || !equalIgnoringCase(source, target)) {
-    return MoveFileExW(wide(source), wide(target), 0) != 0;
-  }
-  // Some file systems refuse to change letter case in one step.
+  const bool moved = MoveFileExW(wide(source), wide(target), 0) != 0;
+  if (source == target || !equalIgnoringCase(source, target)) return moved;
+  if (moved && isSpelledSo(target)) return true;
+  // Some file systems change letter case in no single step. Between the two steps the file has
+  // another name, where a program that ends then would leave it.
   const std::u16string between = source + u"~";
   if (!MoveFileExW(wide(source), wide(between), 0)) return false;
   if (MoveFileExW(wide(between), wide(target), 0)) return true;
