@@ -33,7 +33,7 @@
 namespace {
 
 // After as many pages what has been read of them is forgotten.
-constexpr int kPagesReadAtATime = 64;
+constexpr int kPagesReadAtATime = 16;
 
 // How often a page that the tree names over and over is reported. Whoever reads the pages
 // reads it that often, and a file of a kilobyte can name one page a million times.
