@@ -20,7 +20,7 @@ namespace {
 bool followDestination(int pane, FPDF_DEST destination) {
   const int page = QuillmereEngine_PageIndexOfDest(documentOf(pane), destination);
   if (page < 0) return false;
-  if (page != session.panes[pane].currentPage) PushJump(pane);
+  if (page != session.panes[pane].openPage) PushJump(pane);
   goToPage(pane, page, false);
   return true;
 }
