@@ -122,6 +122,7 @@ void documentsLeaving() {
   forgetSearch();
   dropTextSelection();
   repaint();
+  dropGesture();
 }
 
 void documentsChanged() {
