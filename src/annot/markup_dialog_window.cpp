@@ -142,6 +142,7 @@ void onDestroy(HWND dialog) {
   RECT place{};
   GetWindowRect(dialog, &place);
   dialogWindow() = nullptr;
+  keyboard = nullptr;
   if (dialogFont != nullptr) DeleteObject(dialogFont);
   dialogFont = nullptr;
   markupDialogCloses({place.left, place.top});
