@@ -209,6 +209,77 @@ TEST_F(Bookmarks, AnIndependentPaneJumpsAloneAndABookAsAWhole) {
   EXPECT_TRUE(pageTextBecomes(L"L:5  R:6  of 6"));
 }
 
+TEST_F(Bookmarks, APageOnTheRightOfABookNeedsNoTurn) {
+  startGrouped(true, outlinedPdf({{u"Second", pageDestination(2, 100), {}}}));
+  press(VK_F6);
+  ASSERT_TRUE(pageTextBecomes(L"L:1  R:2  of 6"));
+  clickRow(L"Second");
+  const RECT right = rightPane();
+  const float zoom = fitPageZoom(right, kPage);
+  const LONG bottom = right.top + dip(24) + static_cast<LONG>(100 * zoom);
+  EXPECT_TRUE(
+      eventually([&] { return std::abs(pageOnScreen(client(), right).bottom - bottom) <= 1; }));
+  const RECT left = leftPane();
+  const RECT inside{left.left + dip(5), left.top + dip(5), left.right - dip(5),
+                    left.bottom - dip(5)};
+  EXPECT_TRUE(pageBecomes(inside, clipped(fitPage(left, kPage), inside)));
+  press(VK_TAB);
+  press(VK_BACK);
+  ASSERT_TRUE(inputIsHandled(window));
+  EXPECT_TRUE(pageTextBecomes(L"L:1  R:2  of 6"));
+}
+
+TEST_F(Bookmarks, AnotherFileIsNotOpened) {
+  makeFile(L"other.pdf", coloredPdf(2));
+  startGrouped(true, outlinedPdf({
+                         {u"Elsewhere", "/A << /S /GoToR /F (other.pdf) /D [1 /Fit] >>", {}},
+                         {u"Inside", "/A << /S /GoToE /D [1 /Fit] >>", {}},
+                         {u"Program", "/A << /S /Launch /F (other.pdf) >>", {}},
+                     }));
+  press(VK_END);
+  ASSERT_TRUE(pageTextBecomes(L"Page 6 of 6"));
+  for (const wchar_t* row : {L"Elsewhere", L"Inside", L"Program"}) {
+    clickRow(row);
+    EXPECT_TRUE(rowSelected(row));
+  }
+  EXPECT_TRUE(pageTextBecomes(L"Page 6 of 6"));
+  EXPECT_EQ(title(), L"Quillmere - one.pdf");
+  EXPECT_EQ(boxNow(program).window, nullptr);
+}
+
+// A node of the page tree that lists its own ancestor twice: a search for a page that the tree does
+// not hold could go round for ever.
+TEST_F(Bookmarks, APageTreeThatLeadsBackHoldsNobodyUp) {
+  test::PdfFile file;
+  const auto reference = test::PdfFile::reference;
+  const int catalog = file.reserve();
+  const int tree = file.reserve();
+  const int node = file.reserve();
+  const auto addPage = [&](int parent) {
+    return file.add("<< /Type /Page /MediaBox [0 0 300 400] /Parent " + reference(parent) + " >>");
+  };
+  const int first = addPage(tree);
+  const int second = addPage(node);
+  const int stray = addPage(tree);
+  file.set(tree,
+           "<< /Type /Pages /Count 3 /Kids [" + reference(first) + " " + reference(node) + "] >>");
+  file.set(node, "<< /Type /Pages /Count 3 /Kids [" + reference(tree) + " " + reference(second) +
+                     " " + reference(tree) + "] >>");
+  const int stranger = file.add("<< /Title (Stray) /Dest [" + reference(stray) + " /Fit] >>");
+  const int known = file.add("<< /Title (Known) /Dest [" + reference(first) + " /Fit] /Next " +
+                             reference(stranger) + " >>");
+  const int outline = file.add("<< /First " + reference(known) + " >>");
+  file.set(catalog, "<< /Type /Catalog /Pages " + reference(tree) + " /Outlines " +
+                        reference(outline) + " >>");
+  startGrouped(true, file.finish(catalog));
+  clickRow(L"Stray");
+  EXPECT_TRUE(rowSelected(L"Stray"));
+  ASSERT_TRUE(inputIsHandled(window));
+  clickRow(L"Known");
+  EXPECT_TRUE(rowSelected(L"Known"));
+  EXPECT_TRUE(pageTextBecomes(L"Page 1 of 3"));
+}
+
 TEST_F(Bookmarks, SixtyLevelsAreExpandedAtOnceAndClosed) {
   constexpr int kLevels = 60;
   test::PdfOutlineItem chain{u"Deepest", pageDestination(1), {}};

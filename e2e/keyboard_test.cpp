@@ -1,4 +1,5 @@
 #include "driver/find_scenario.h"
+#include "driver/other_window.h"
 
 namespace quillmere::e2e {
 namespace {
@@ -14,29 +15,6 @@ std::string outlinedPdf() {
   options.outline = {{u"First", pageDestination(1), {}}, {u"Third", pageDestination(3), {}}};
   return test::buildPdf(pages, options);
 }
-
-// Another program's window, which the tests themselves show.
-class OtherWindow {
- public:
-  OtherWindow()
-      : window_(CreateWindowExW(0, L"STATIC", L"Other", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200,
-                                100, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr)) {}
-  ~OtherWindow() { DestroyWindow(window_); }
-  OtherWindow(const OtherWindow&) = delete;
-  OtherWindow& operator=(const OtherWindow&) = delete;
-
-  bool comesToFront() const {
-    return eventually([&] {
-      MSG message;
-      while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
-      SetForegroundWindow(window_);
-      return GetForegroundWindow() == window_;
-    });
-  }
-
- private:
-  HWND window_;
-};
 
 // Where the keyboard is after something else had it.
 class Keyboard : public FindScenario {
@@ -54,10 +32,19 @@ class Keyboard : public FindScenario {
     click({row.left + 4, (row.top + row.bottom) / 2});
     ASSERT_TRUE(treeHasKeyboard());
   }
-  void lookAtAnotherProgramAndBack() const {
+  void lookAtAnotherProgramAndBack() const { lookAtAnotherProgramAndBackTo(window); }
+  static void lookAtAnotherProgramAndBackTo(HWND shown) {
     const OtherWindow other;
     ASSERT_TRUE(other.comesToFront());
-    ASSERT_TRUE(bringToFront(window));
+    ASSERT_TRUE(bringToFront(shown));
+  }
+  HWND dialogComes(const wchar_t* className) const {
+    HWND dialog = nullptr;
+    eventually([&] { return (dialog = program.find(className)) && IsWindowVisible(dialog); });
+    return dialog;
+  }
+  bool isTypedInto(HWND dialog, int id) const {
+    return eventually([&] { return focusOf(dialog) == GetDlgItem(dialog, id); });
   }
 };
 
@@ -69,6 +56,53 @@ TEST_F(Keyboard, WhoTypesInTheFindFieldGoesOnTypingAfterALookAtAnotherProgram) {
   type(L"ne");
   EXPECT_TRUE(fieldBecomes(L"stone"));
   EXPECT_TRUE(pageTextBecomes(L"Page 1 of 3"));
+}
+
+TEST_F(Keyboard, WhoTypesANoteGoesOnTypingAfterALookAtAnotherProgram) {
+  constexpr int kNoteText = 1002;
+  constexpr int kOkButton = 1;
+  test::PdfPage page = linedPage({"stone"}, kPage);
+  page.annotations = {
+      "<< /Type /Annot /Subtype /Highlight /F 4 /C [1 1 0] /Rect [0 0 300 400] "
+      "/QuadPoints [0 400 300 400 0 0 300 0] >>"};
+  startWith(test::buildPdf({page}));
+  click(middleOf(pageArea()), Button::Right);
+  ASSERT_TRUE(eventually([] { return FindWindowW(L"#32768", nullptr) != nullptr; }));
+  press(VK_DOWN);
+  press(VK_RETURN);
+  const HWND dialog = dialogComes(L"QuillmereNoteDlg");
+  ASSERT_NE(dialog, nullptr);
+  ASSERT_TRUE(isTypedInto(dialog, kNoteText));
+  type(L"sto");
+  ASSERT_TRUE(inputIsHandled(dialog));
+  lookAtAnotherProgramAndBackTo(dialog);
+  EXPECT_TRUE(isTypedInto(dialog, kNoteText));
+  type(L"ne");
+  EXPECT_TRUE(eventually([&] { return controlText(GetDlgItem(dialog, kNoteText)) == L"stone"; }));
+  press(VK_TAB);
+  ASSERT_TRUE(isTypedInto(dialog, kOkButton));
+  lookAtAnotherProgramAndBackTo(dialog);
+  EXPECT_TRUE(isTypedInto(dialog, kOkButton));
+  press(VK_ESCAPE);
+  EXPECT_TRUE(eventually([&] { return program.find(L"QuillmereNoteDlg") == nullptr; }));
+}
+
+TEST_F(Keyboard, TheListOfColoursHasItAgainAfterALookAtAnotherProgram) {
+  constexpr int kStrikeColor = 1002;
+  startWith(coloredPdf(3));
+  press('M', kCtrl);
+  const HWND dialog = dialogComes(L"QuillmereMarkupDlg");
+  ASSERT_NE(dialog, nullptr);
+  ASSERT_TRUE(isTypedInto(dialog, 1001));
+  press(VK_TAB);
+  ASSERT_TRUE(isTypedInto(dialog, kStrikeColor));
+  lookAtAnotherProgramAndBackTo(dialog);
+  EXPECT_TRUE(isTypedInto(dialog, kStrikeColor));
+  // The page is another window of the same program.
+  toFront();
+  ASSERT_TRUE(keyboardGoesTo(0));
+  ASSERT_TRUE(bringToFront(dialog));
+  EXPECT_TRUE(isTypedInto(dialog, kStrikeColor));
 }
 
 TEST_F(Keyboard, AMinimisedWindowGivesItBackOnceRestored) {

@@ -260,5 +260,21 @@ TEST_F(Links, ThreeSchemesOpenWithTheSystemWhateverTheirCase) {
   EXPECT_EQ(boxNow(program).window, nullptr);
 }
 
+// Quotes could end the address inside the command of whoever opens it.
+TEST_F(Links, AnAddressIsEncodedAndOneTooLongForTheSystemIsRefused) {
+  const SchemeHandler http(L"http");
+  const std::string start = "http://quillmere.test/";
+  startWith(pageWithLinks({
+      webAction(start + std::string(3000, 'x')),
+      webAction(start + "\"a\" --b"),
+  }));
+  ASSERT_TRUE(pageBecomes(pageArea(), fitPage(pageArea(), kPage)));
+  clickField(pageArea(), 0);
+  clickField(pageArea(), 1);
+  const std::string wanted = start + "%22a%22%20--b\n";
+  EXPECT_EQ(settled(openedAddresses, wanted), wanted);
+  EXPECT_EQ(boxNow(program).window, nullptr);
+}
+
 }  // namespace
 }  // namespace quillmere::e2e

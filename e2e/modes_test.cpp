@@ -192,6 +192,51 @@ TEST_F(Modes, TheDividerIsDraggedAndPutBackInTheMiddle) {
   EXPECT_TRUE(pageBecomes(right, fitPage(right, kPage)));
 }
 
+TEST_F(Modes, AStillClickOnTheDividerMovesNothing) {
+  startWith(coloredPdf(2));
+  press(VK_F7);
+  ASSERT_TRUE(pageTextBecomes(L"L:1  R:1  of 2"));
+  const RECT left = leftPane();
+  const RECT right = rightPane();
+  press('A');
+  press(VK_DOWN);
+  ASSERT_TRUE(inputIsHandled(window));
+  const RECT inside{left.left + dip(5), left.top + dip(5), left.right - dip(5),
+                    left.bottom - dip(5)};
+  RECT moved = placedPage(left, kPage, 1);
+  OffsetRect(&moved, 0, -dip(60));
+  ASSERT_TRUE(pageBecomes(inside, clipped(moved, inside)));
+  const POINT grip = onScreen(left.right, (left.top + left.bottom) / 2);
+  movePointer(grip);
+  ASSERT_TRUE(inputIsHandled(window));
+  click(grip);
+  ASSERT_TRUE(inputIsHandled(window));
+  EXPECT_TRUE(pixelBecomes(left.right, left.top + 2, kDivider));
+  EXPECT_TRUE(pageBecomes(inside, clipped(moved, inside)));
+  EXPECT_TRUE(pageBecomes(right, fitPage(right, kPage)));
+}
+
+TEST_F(Modes, ADragEndsWithTheDocumentThatItMoves) {
+  startWith(coloredPdf(6));
+  const RECT page = fitPage(pageArea(), kPage);
+  ASSERT_TRUE(pageBecomes(pageArea(), page));
+  const POINT place = middleOf(pageArea());
+  movePointer(place);
+  ASSERT_TRUE(inputIsHandled(window));
+  pressButton(place, Button::Middle);
+  movePointer({place.x + 30, place.y + 20});
+  ASSERT_TRUE(inputIsHandled(window));
+  sendPath(window, makeFile(L"two.pdf", coloredPdf(3)));
+  ASSERT_TRUE(titleBecomes(L"Quillmere - two.pdf"));
+  ASSERT_TRUE(pageBecomes(pageArea(), page));
+  movePointer({place.x + 90, place.y + 60});
+  ASSERT_TRUE(inputIsHandled(window));
+  releaseButton({place.x + 90, place.y + 60}, Button::Middle);
+  press(VK_NEXT);
+  ASSERT_TRUE(pageTextBecomes(L"Page 2 of 3"));
+  EXPECT_TRUE(pageBecomes(pageArea(), page));
+}
+
 TEST_F(Modes, ABoxThatComesDuringADragEndsIt) {
   startWithTwo(coloredPdf(2), coloredPdf(1));
   const RECT left = leftPane();

@@ -49,6 +49,119 @@ class PageBox : public FindScenario {
   RECT page{};
 };
 
+// A page whose visible part is 412 by 542 points and begins at `left`, `bottom`: a red square with
+// a word below it and a link over it.
+constexpr double kSquareLeft = 250;  // points from the visible part's left edge
+constexpr double kSquareBottom = 380;
+constexpr double kSquareSide = 60;
+
+test::PdfPage linkedSquare(double left, double bottom, int target) {
+  const double x = left + kSquareLeft;
+  const double y = bottom + kSquareBottom;
+  test::PdfPage page;
+  page.content = test::textContent("Quill", x, y - 26, 24, "F3") +
+                 test::rectangleContent(x, y, kSquareSide, kSquareSide, 1, 0, 0);
+  page.annotations = {
+      test::linkAnnotation(x, y, x + kSquareSide, y + kSquareSide, test::pageDestination(target))};
+  return page;
+}
+
+struct BoxCase {
+  const char* what;
+  double left;  // of the visible part
+  double bottom;
+  bool cropped;
+};
+constexpr BoxCase kBoxes[] = {{"crop box", 100, 150, true}, {"negative corner", -300, -400, false}};
+
+test::PdfPage pageOf(const BoxCase& box, int quarterTurns, int target) {
+  test::PdfPage page = linkedSquare(box.left, box.bottom, target);
+  page.rotate = quarterTurns * 90;
+  if (box.cropped) {
+    page.entries = "/CropBox [100 150 512 692]";
+  } else {
+    page.left = box.left;
+    page.bottom = box.bottom;
+    page.width = kSeen.width;
+    page.height = kSeen.height;
+  }
+  return page;
+}
+
+// Every box with every turn of its own; the turns of the document and of single pages add up while
+// the pages are walked.
+class TurnedPageBox : public FindScenario {
+ protected:
+  static constexpr int kLast = 9;  // the page that all links lead to
+
+  void startWithAll() {
+    std::vector<test::PdfPage> pages;
+    for (const BoxCase& box : kBoxes) {
+      for (int turns = 0; turns < 4; ++turns) pages.push_back(pageOf(box, turns, kLast));
+    }
+    pages.push_back(coloredPage(3, kSeen));
+    startWith(test::buildPdf(pages));
+    ASSERT_TRUE(pageTextBecomes(L"Page 1 of 9"));
+  }
+  RECT squareNow() const { return client().extentAlike(pageArea(), rgb(255, 0, 0)); }
+  // Waits until the square is somewhere else than it was.
+  void squareMoves() {
+    const RECT before = square;
+    EXPECT_TRUE(eventually([&] {
+      square = squareNow();
+      return !IsRectEmpty(&square) && !(square == before);
+    }));
+  }
+  void followAndComeBack(const std::wstring& here) {
+    click(onScreen((square.left + square.right) / 2 + aside, (square.top + square.bottom) / 2));
+    aside = -aside;
+    EXPECT_TRUE(pageTextBecomes(L"Page 9 of 9"));
+    press(VK_BACK);
+    ASSERT_TRUE(pageTextBecomes(here));
+    EXPECT_TRUE(eventually([&] { return squareNow() == square; }));
+  }
+  // The middle of the hit is half a square and half a line away from the middle of the square.
+  void expectHitBesideTheSquare() const {
+    RECT hit{};
+    EXPECT_TRUE(eventually([&] {
+      hit = client().extentAlike(pageArea(), hitColor());
+      if (IsRectEmpty(&hit)) hit = client().extentAlike(pageArea(), currentHitColor());
+      return !IsRectEmpty(&hit);
+    }));
+    const LONG side = square.right - square.left;
+    EXPECT_NEAR(hit.left + hit.right, square.left + square.right, 2 * side);
+    EXPECT_NEAR(hit.top + hit.bottom, square.top + square.bottom, 2 * side);
+  }
+
+  RECT square{};
+  LONG aside = 8;  // pixels; two clicks on one spot would be a double click
+};
+
+TEST_F(TurnedPageBox, LinksAndHitsLieWhereTheyAreSeen) {
+  startWithAll();
+  lookFor(L"Quill");
+  EXPECT_TRUE(hitsBecome(L"1 on page"));
+  toFront();
+  click(onScreen(pageArea().left + 5, pageArea().top + 5));
+  ASSERT_TRUE(keyboardGoesTo(0));
+  for (int number = 1; number < kLast; ++number) {
+    SCOPED_TRACE(number);
+    const std::wstring here = L"Page " + std::to_wstring(number) + L" of 9";
+    ASSERT_TRUE(pageTextBecomes(here));
+    EXPECT_TRUE(eventually([&] { return !IsRectEmpty(&(square = squareNow())); }));
+    expectHitBesideTheSquare();
+    followAndComeBack(here);
+    press('R', kCtrl);
+    squareMoves();
+    expectHitBesideTheSquare();
+    followAndComeBack(here);
+    press('R');
+    squareMoves();
+    followAndComeBack(here);
+    press(VK_NEXT);
+  }
+}
+
 TEST_F(PageBox, SelectionHitsAndLinksLieWhereTheyAreSeen) {
   startAtActualSize();
   ASSERT_TRUE(clearClipboard());

@@ -1,4 +1,4 @@
-#include "driver/scenario.h"
+#include "driver/find_scenario.h"
 
 namespace quillmere::e2e {
 namespace {
@@ -6,7 +6,7 @@ namespace {
 constexpr Size kPage{300, 400};
 
 // Files that another launch hands over while something of this one is up.
-class Waiting : public Scenario {
+class Waiting : public FindScenario {
  protected:
   void handOver(const std::wstring& name, int pages) {
     sendPath(window, makeFile(name, coloredPdf(pages)));
@@ -69,6 +69,51 @@ TEST_F(Waiting, ForTheMenuBar) {
   press(VK_ESCAPE);
   press(VK_ESCAPE);
   EXPECT_TRUE(titleBecomes(L"Quillmere - two.pdf"));
+}
+
+TEST_F(Waiting, ForTheMenuOfTheFindField) {
+  startWith(coloredPdf(2));
+  openFindBar();
+  const RECT field = windowRect(control(kField));
+  click({(field.left + field.right) / 2, (field.top + field.bottom) / 2}, Button::Right);
+  ASSERT_TRUE(menuIsOpen());
+  handOver(L"two.pdf", 3);
+  EXPECT_EQ(title(), L"Quillmere - one.pdf");
+  press(VK_ESCAPE);
+  EXPECT_TRUE(titleBecomes(L"Quillmere - two.pdf"));
+}
+
+TEST_F(Waiting, ForTheNoteDialog) {
+  test::PdfPage page = coloredPage(0, kPage);
+  page.annotations = {
+      "<< /Type /Annot /Subtype /Highlight /F 4 /C [1 1 0] /Rect [0 0 300 400] "
+      "/QuadPoints [0 400 300 400 0 0 300 0] >>"};
+  startWith(test::buildPdf({page}));
+  click(middleOf(pageArea()), Button::Right);
+  ASSERT_TRUE(menuIsOpen());
+  press(VK_DOWN);
+  press(VK_RETURN);
+  HWND dialog = nullptr;
+  ASSERT_TRUE(eventually([&] {
+    dialog = program.find(L"QuillmereNoteDlg");
+    return dialog != nullptr && IsWindowVisible(dialog);
+  }));
+  handOver(L"two.pdf", 3);
+  EXPECT_TRUE(stillShows(L"one.pdf"));
+  ASSERT_TRUE(bringToFront(dialog));
+  press(VK_ESCAPE);
+  EXPECT_TRUE(titleBecomes(L"Quillmere - two.pdf"));
+}
+
+TEST_F(Waiting, AChosenCommandActsOnTheFileItWasChosenFor) {
+  startWith(coloredPdf(2));
+  press('F', kAlt);
+  ASSERT_TRUE(menuIsOpen());
+  handOver(L"two.pdf", 3);
+  press('C');  // Close
+  EXPECT_TRUE(titleBecomes(L"Quillmere - two.pdf"));
+  EXPECT_TRUE(stillShows(L"two.pdf"));
+  EXPECT_TRUE(pageTextBecomes(L"Page 1 of 3"));
 }
 
 TEST_F(Waiting, ForAPressOnATree) {

@@ -51,6 +51,7 @@ constexpr int kHelpTop = kMargin + 3 * kRowHeight + 6;
 constexpr int kSliderPage = 10;  // percent
 
 HFONT dialogFont = nullptr;
+HWND keyboard = nullptr;  // the control that gets it when the dialog is activated again
 
 HWND& dialogWindow() {
   return windowHandles.dialogs[static_cast<int>(platform::ModelessDialog::MarkUp)];
@@ -141,6 +142,7 @@ void onDestroy(HWND dialog) {
   RECT place{};
   GetWindowRect(dialog, &place);
   dialogWindow() = nullptr;
+  keyboard = nullptr;
   if (dialogFont != nullptr) DeleteObject(dialogFont);
   dialogFont = nullptr;
   markupDialogCloses({place.left, place.top});
@@ -152,6 +154,8 @@ LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARA
       if (LOWORD(wParam) == IDCANCEL) DestroyWindow(window);
       onColor(window, wParam);
       return 0;
+    case WM_ACTIVATE:
+      return platform::keepKeyboard(window, wParam, lParam, keyboard);
     case WM_HSCROLL:
       onOpacity(window, wParam);
       return 0;

@@ -59,17 +59,20 @@ void pageShown(int pane) {
 
 void pictureChanged() {
   const Report report;
+  HideMarkupTip();
   repaint();
 }
 
 void zoomChanged() {
   const Report report;
+  HideMarkupTip();
   refreshStatus();
   repaint();
 }
 
 void panesLaidOut() {
   const Report report;
+  HideMarkupTip();
   refreshStatus();
   repaintAll();
 }
@@ -90,6 +93,7 @@ void activePaneChanged() {
 
 void turnsChanged(int pane) {
   const Report report;
+  HideMarkupTip();
   refreshStatus();
   repaint();
   noteDocumentChanged(pane);
@@ -122,12 +126,14 @@ void allMarkupsChanged() {
 
 void hitsChanged() {
   const Report report;
+  HideMarkupTip();
   FindStatusText();
   repaint();
 }
 
 void documentsLeaving() {
   const Report report;
+  dropGesture();
   forgetPickedMarkup();
   forgetMarkupTip();
   forgetSearch();

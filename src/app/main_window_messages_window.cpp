@@ -37,6 +37,7 @@
 #include "store/data_folder.h"
 #include "store/settings.h"
 #include "store/shelf.h"
+#include "ui/menu_work.h"
 #include "view/geometry.h"
 #include "view/panes.h"
 #include "view/status.h"
@@ -97,6 +98,7 @@ Result onCreate(WPARAM, LPARAM) {
   createChildWindows();
   acceptFiles();
   installMenuBar();
+  holdOpensWhileMenuIsUp(windowHandles.main);
   layoutChildWindows();
   startAutomaticUpdateCheck();
   return 0;
@@ -329,17 +331,8 @@ Result onInitMenuPopup(WPARAM wParam, LPARAM) {
   return 0;
 }
 
-// An open menu runs a message loop of its own.
-std::optional<DocumentWork> menuWork;
-
 Result onMenuLoop(WPARAM, LPARAM) {
   HideMarkupTip();
-  menuWork.emplace();
-  return std::nullopt;
-}
-
-Result onMenuLoopEnd(WPARAM, LPARAM) {
-  menuWork.reset();
   return std::nullopt;
 }
 
@@ -460,7 +453,6 @@ constexpr MessageHandler kHandlers[] = {
     {WM_SETCURSOR, onSetCursor},
     {WM_INITMENUPOPUP, onInitMenuPopup},
     {WM_ENTERMENULOOP, onMenuLoop},
-    {WM_EXITMENULOOP, onMenuLoopEnd},
     {WM_HSCROLL, onHorizontalScroll},
     {WM_NOTIFY, onNotify},
     {WM_GETTEXT, onTitleQuestion},

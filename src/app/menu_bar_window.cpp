@@ -4,7 +4,6 @@
 #include "app/menu_bar.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
-#include "session/waiting_opens.h"
 
 namespace quillmere {
 
@@ -40,13 +39,6 @@ void refillMenu(HMENU menu, const std::vector<MenuRow>& rows) {
   appendRows(menu, rows);
 }
 
-// An open menu runs a message loop of its own, and its rows refer to what is open now.
-BOOL trackMenu(HMENU menu, POINT place) {
-  const DocumentWork work;
-  return TrackPopupMenu(menu, TPM_RIGHTBUTTON | TPM_RETURNCMD, place.x, place.y, 0,
-                        windowHandles.main, nullptr);
-}
-
 }  // namespace
 
 void installMenuBar() {
@@ -72,7 +64,8 @@ void showContextMenu(const std::vector<MenuRow>& rows, int x, int y) {
   appendRows(menu, rows);
   POINT point{x, y};
   ClientToScreen(windowHandles.main, &point);
-  const BOOL chosen = trackMenu(menu, point);
+  const BOOL chosen = TrackPopupMenu(menu, TPM_RIGHTBUTTON | TPM_RETURNCMD, point.x, point.y, 0,
+                                     windowHandles.main, nullptr);
   DestroyMenu(menu);
   if (chosen != 0) runCommand(static_cast<std::uint32_t>(chosen));
 }

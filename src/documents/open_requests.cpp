@@ -28,6 +28,10 @@ void listFurtherFiles(const std::vector<std::u16string>& paths) {
   for (const std::u16string& path : passed) RemoveFromRecentFiles(path);
 }
 
+void openDroppedNow(const std::vector<std::u16string>& paths, int pane) {
+  if (openRequested(paths.front(), pane, kWorkingDocsToHead, true)) listFurtherFiles(paths);
+}
+
 }  // namespace
 
 std::vector<std::u16string> filesPastGate(const std::vector<std::u16string>& paths) {
@@ -70,9 +74,7 @@ void openDropped(const std::vector<std::u16string>& paths, int x) {
 
 void openDroppedOnPane(const std::vector<std::u16string>& paths, int pane) {
   if (paths.empty() || openMustWait({paths, pane})) return;
-  if (openRequested(paths.front(), pane, kWorkingDocsToHead, true)) {
-    listFurtherFiles(paths);
-  }
+  openDroppedNow(paths, pane);
 }
 
 void openHandedOver(const std::u16string& path) {
@@ -84,12 +86,14 @@ void openHandedOver(const std::u16string& path) {
 
 void openWaiting() {
   if (session.documentWork > 0) return;
-  const std::vector<WaitingOpen> waiting = std::exchange(session.waitingOpens, {});
-  for (const WaitingOpen& open : waiting) {
+  // Each stays out of the queue only while it is opened, so that what arrives meanwhile comes last.
+  while (!session.waitingOpens.empty()) {
+    const WaitingOpen open = std::move(session.waitingOpens.front());
+    session.waitingOpens.erase(session.waitingOpens.begin());
     if (open.pane < 0) {
       openRequested(open.paths.front(), session.activePane, kWorkingDocsToHead, true);
     } else {
-      openDroppedOnPane(open.paths, open.pane);
+      openDroppedNow(open.paths, open.pane);
     }
   }
   if (std::exchange(session.closeWaits, false)) platform::closeMainWindow();

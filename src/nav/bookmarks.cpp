@@ -27,7 +27,8 @@ namespace {
 // Tree controls walk their rows recursively, so deeper bookmarks are shown beside their parent.
 constexpr std::int32_t kDeepestLevel = 200;
 constexpr platform::Tree kTree = platform::Tree::Navigation;
-constexpr int kTargetDistance = 24;  // pixels from the pane's top edge to the target
+constexpr int kTargetDistance = 24;       // pixels from the pane's top edge to the target
+constexpr std::uint32_t kUpsideDown = 2;  // quarter turns
 
 std::u16string titleOf(FPDF_BOOKMARK bookmark) {
   const unsigned long size = FPDFBookmark_GetTitle(bookmark, nullptr, 0);  // bytes
@@ -198,11 +199,14 @@ void jumpToMarkup(const MarkupNode& markup) {
   pictureChanged();
 }
 
-// Puts the target a little below the pane's top edge.
+// Puts the upper end of the target's line across the page a little below the pane's top edge. On a
+// page that is upside down, a target at its top stands at the bottom of the screen with nothing of
+// the page below it, so the page stays where the turn put it.
 void scrollToTarget(int pane, double y) {
-  const PanePoint target = pageToPane(pane, pageBoxOf(pane).left, y);
-  session.panes[pane].panY += static_cast<float>(scaled(kTargetDistance) - target.y);
-  clampPan(pane);
+  const PageBox box = pageBoxOf(pane);
+  if (pageRotationOf(pane) == kUpsideDown && y >= box.top) return;
+  const double line = std::min(pageToPane(pane, box.left, y).y, pageToPane(pane, box.right, y).y);
+  movePageInSight(pane, 0, scaled(kTargetDistance) - line);
 }
 
 }  // namespace

@@ -259,7 +259,7 @@ void FindSyncToPage(int pane) {
   if (!find.wholeDocument) {
     searchVisiblePages();
   } else if (!find.results.empty()) {
-    moveCurrentHitTo(session.panes[pane].currentPage);
+    moveCurrentHitTo(session.panes[pane].openPage);
   }
   FindStatusText();
 }

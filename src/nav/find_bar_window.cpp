@@ -11,6 +11,7 @@
 #include "platform/win32/window_handles.h"
 #include "session/density.h"
 #include "session/session.h"
+#include "ui/menu_work.h"
 #include "view/geometry.h"
 
 namespace quillmere {
@@ -147,6 +148,7 @@ void createControls(HWND bar) {
   windowHandles.findMatchCase = GetDlgItem(bar, kFindMatchCase);
   windowHandles.findWholeWord = GetDlgItem(bar, kFindWholeWord);
   SetWindowSubclass(windowHandles.findField, fieldProcedure, kFieldSubclass, 0);
+  holdOpensWhileMenuIsUp(windowHandles.findField);
 }
 
 void placeControls(HWND bar, int width) {

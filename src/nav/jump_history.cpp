@@ -16,8 +16,11 @@ int historyPane(int pane) {
   return session.viewMode == ViewMode::Book ? 0 : pane;
 }
 
+// A book's position is that of its two pages, whichever of them the left pane has open.
 JumpRecord presentPosition(const PaneSlot& slot) {
-  return {slot.currentPage, slot.panX, slot.panY, slot.zoom, slot.zoomMode};
+  const bool inBook = session.viewMode == ViewMode::Book;
+  const std::int32_t page = inBook ? slot.currentPage : slot.openPage;
+  return {page, slot.panX, slot.panY, slot.zoom, slot.zoomMode};
 }
 
 bool moveAlong(int pane, std::vector<JumpRecord> PaneSlot::*from,
@@ -54,7 +57,7 @@ void showRightPage() {
     dropPaneView(1);
     return;
   }
-  if (!session.panes[1].page || session.panes[1].currentPage != next) loadPane(1, next);
+  if (session.panes[1].openPage != next) loadPane(1, next);
   layoutAndRender(1);
 }
 
@@ -82,7 +85,7 @@ void RestoreJump(int pane, const JumpRecord& record) {
   if (documentOf(pane) == nullptr || pageCountOf(pane) < 1) return;
   PaneSlot& slot = session.panes[pane];
   const std::int32_t page = std::clamp(record.page, 0, pageCountOf(pane) - 1);
-  if (page != slot.currentPage || !slot.page) loadPane(pane, page);
+  if (page != slot.currentPage || page != slot.openPage) loadPane(pane, page);
   showRecordedView(pane, record);
   if (session.viewMode == ViewMode::Book && pane == 0) showRightPage();
   pageShown(pane);

@@ -7,9 +7,9 @@
 
 #include "nav/jump_history.h"
 #include "nav/link_address.h"
-#include "platform/process.h"
 #include "platform/text.h"
 #include "session/session.h"
+#include "ui/open_with_system.h"
 #include "view/geometry.h"
 #include "view/navigation.h"
 
@@ -20,7 +20,7 @@ namespace {
 bool followDestination(int pane, FPDF_DEST destination) {
   const int page = QuillmereEngine_PageIndexOfDest(documentOf(pane), destination);
   if (page < 0) return false;
-  if (page != session.panes[pane].currentPage) PushJump(pane);
+  if (page != session.panes[pane].openPage) PushJump(pane);
   goToPage(pane, page, false);
   return true;
 }
@@ -43,7 +43,7 @@ std::string uriOf(FPDF_DOCUMENT document, FPDF_ACTION action) {
 bool openAddress(FPDF_DOCUMENT document, FPDF_ACTION action) {
   const std::u16string address = openableAddress(platform::fromUtf8(uriOf(document, action)));
   if (address.empty()) return false;
-  platform::openWithSystem(address);
+  openWithSystem(address);
   return true;
 }
 

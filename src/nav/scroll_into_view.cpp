@@ -1,6 +1,7 @@
 #include "nav/scroll_into_view.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "session/density.h"
 #include "session/session.h"
@@ -12,6 +13,7 @@ namespace quillmere {
 namespace {
 
 constexpr int kScreenMargin = 24;  // pixels between a box in view and the pane's edges
+constexpr double kFarthest = 1e9;  // pixels that a page can be moved by
 
 PaneBox toScreen(int pane, const PageBox& box) {
   const PanePoint one = pageToPane(pane, box.left, box.top);
@@ -31,11 +33,16 @@ bool insidePane(const PaneBox& box, const PixelRect& pane) {
 void scrollIntoView(int pane, const PageBox& box) {
   const PixelRect rect = paneRect(pane);
   if (insidePane(toScreen(pane, box), rect)) return;
-  PaneSlot& slot = session.panes[pane];
   const PanePoint centre =
       pageToPane(pane, (box.left + box.right) * 0.5, (box.top + box.bottom) * 0.5);
-  slot.panX += static_cast<float>(rect.width() * 0.5 - centre.x);
-  slot.panY += static_cast<float>(rect.height() * 0.5 - centre.y);
+  movePageInSight(pane, rect.width() * 0.5 - centre.x, rect.height() * 0.5 - centre.y);
+}
+
+void movePageInSight(int pane, double dx, double dy) {
+  if (!std::isfinite(dx) || !std::isfinite(dy)) return;
+  PaneSlot& slot = session.panes[pane];
+  slot.panX += static_cast<float>(std::clamp(dx, -kFarthest, kFarthest));
+  slot.panY += static_cast<float>(std::clamp(dy, -kFarthest, kFarthest));
   clampPan(pane);
 }
 

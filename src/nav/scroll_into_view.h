@@ -8,4 +8,8 @@ namespace quillmere {
 // well in view already.
 void scrollIntoView(int pane, const PageBox& box);
 
+// Moves the page by so many pixels and keeps a part of it in sight. A file can name places that are
+// farther away than a pan can tell, so the distance is bounded.
+void movePageInSight(int pane, double dx, double dy);
+
 }  // namespace quillmere

@@ -21,6 +21,13 @@ void forgetMarkupsOf(FPDF_DOCUMENT document) {
   session.markupList.clear();
 }
 
+// A page that was open under the number of another stays so.
+void openUnderItsNumber(int pane, std::int32_t page) {
+  const std::int32_t shown = session.panes[pane].currentPage;
+  loadPane(pane, page);
+  if (shown != page) session.panes[pane].currentPage = shown;
+}
+
 }  // namespace
 
 void moveDocument(DocumentSlot& from, DocumentSlot& to) {
@@ -57,11 +64,12 @@ void swapDocument(DocumentSlot& slot, DocumentHandle fresh) {
   slot.altered = false;
   for (int pane = 0; pane < 2; ++pane) {
     if (opened[pane] < 0) continue;
-    const std::int32_t shown = session.panes[pane].currentPage;
-    const bool follows = shown == opened[pane];
-    loadPane(pane, opened[pane]);
-    if (!follows) session.panes[pane].currentPage = shown;
+    openUnderItsNumber(pane, opened[pane]);
   }
+}
+
+void reopenPage(int pane) {
+  if (session.panes[pane].page) openUnderItsNumber(pane, session.panes[pane].openPage);
 }
 
 void markEdited(DocumentSlot& slot) {

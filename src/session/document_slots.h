@@ -19,6 +19,9 @@ void clearDocument(DocumentSlot& slot);
 // the new document, or its last one if it is shorter. The caller must render them again.
 void swapDocument(DocumentSlot& slot, DocumentHandle fresh);
 
+// Loads the page that a pane has open anew, if any; the number shown stays.
+void reopenPage(int pane);
+
 // Records that the document was edited in memory and that the edit is not in its file.
 void markEdited(DocumentSlot& slot);
 

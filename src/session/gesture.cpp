@@ -17,4 +17,11 @@ bool endGesture(Gesture kind) {
   return true;
 }
 
+void dropGesture() {
+  if (session.gesture.kind == Gesture::None) return;
+  session.gesture.kind = Gesture::None;
+  for (PaneSlot& slot : session.panes) slot.shiftPan = false;
+  platform::releaseMouse();
+}
+
 }  // namespace quillmere

@@ -38,4 +38,8 @@ void beginGesture(Gesture kind, int x, int y, int start = 0);
 // Releases the mouse. Does nothing and returns false unless this kind of drag is in progress.
 bool endGesture(Gesture kind);
 
+// Ends whatever drag is in progress and releases the mouse; what was dragged so far stays. For when
+// the pane or document that it moves goes away.
+void dropGesture();
+
 }  // namespace quillmere

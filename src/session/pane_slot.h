@@ -21,7 +21,7 @@ using PageRotations = std::map<std::int32_t, std::uint32_t>;
 // used only in TwoDocuments; in the other modes `ActiveDocument` serves both panes. Everything else
 // is used in every mode.
 struct PaneSlot : DocumentSlot {
-  std::int32_t currentPage = 0;  // zero-based
+  std::int32_t currentPage = 0;  // zero-based, the number shown
   float zoom = 1.0f;             // pixels per PDF point
   float panX = 0;                // left edge of the page, in pixels from the pane's left edge
   float panY = 0;                // top edge of the page, in pixels from the pane's top edge
@@ -40,9 +40,9 @@ struct PaneSlot : DocumentSlot {
   std::int32_t pageBitmapHeight = 0;
 
   PageHandle page;  // the open page; null when no page is loaded
-  // Zero-based number of the open page, -1 without one. Entering Book on the last page lowers
-  // `currentPage` and leaves this page open, so code that acts on a page's contents uses this
-  // number.
+  // Zero-based number of the open page, -1 without one. Entering Book on the last page, or a
+  // refresh of a viewer, changes `currentPage` alone until the next turn. So code that acts on a
+  // page's contents or leads to them uses this number.
   std::int32_t openPage = -1;
   TextOfPage textPage;         // null together with `page`, or when loading it failed
   std::int32_t pagesRead = 0;  // since memory was last given back

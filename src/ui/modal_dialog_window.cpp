@@ -17,6 +17,8 @@ struct OpenDialog {
   const ModalDialogDesign& design;
   HWND keyboard = nullptr;  // who gets it back; null for the owner
   WORD defaultId = 0;       // of the default button; 0 without one
+  HWND typedInto =
+      nullptr;  // the control that gets the keyboard when the dialog is activated again
 };
 
 OpenDialog* openDialogOf(HWND window) {
@@ -77,6 +79,8 @@ LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARA
       return handleCommand(*open, wParam);
     case WM_NOTIFY:
       return handleNotify(*open, lParam);
+    case WM_ACTIVATE:
+      return platform::keepKeyboard(window, wParam, lParam, open->typedInto);
     case DM_GETDEFID:
       return defaultButton(*open);
     case DM_SETDEFID:

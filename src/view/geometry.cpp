@@ -95,7 +95,7 @@ int paneUnder(int x, int y) {
 
 std::uint32_t pendingPageRotation(int pane) {
   const PageRotations& rotations = pageRotationsOf(pane);
-  const auto entry = rotations.find(session.panes[pane].currentPage);
+  const auto entry = rotations.find(session.panes[pane].openPage);
   return entry == rotations.end() ? 0 : entry->second & kQuarterTurnBits;
 }
 

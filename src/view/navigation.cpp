@@ -39,7 +39,7 @@ std::int32_t lastIndexToTurnTo(std::int32_t pageCount) {
 void showFollowingPage(std::int32_t index, std::int32_t pageCount, bool fromBottom) {
   if (index >= pageCount) {
     dropPaneView(1);
-  } else if (!session.panes[1].page || session.panes[1].currentPage != index) {
+  } else if (session.panes[1].openPage != index) {
     showPage(1, index, fromBottom);
   }
 }
@@ -120,7 +120,7 @@ void goToPage(int pane, std::int32_t index, bool fromBottom) {
   const std::int32_t pageCount = pageCountOf(pane);
   index = std::clamp(index, 0, lastIndexToTurnTo(pageCount));
   const PaneSlot& slot = session.panes[pane];
-  if (!inBook() && slot.page && index == slot.currentPage) return;
+  if (!inBook() && index == slot.currentPage && index == slot.openPage) return;
   if (inBook() && session.settings.bookRevertToFit) {
     session.panes[0].zoomMode = kFitPage;
     session.panes[1].zoomMode = kFitPage;
@@ -131,9 +131,8 @@ void goToPage(int pane, std::int32_t index, bool fromBottom) {
 }
 
 int paneShowing(int pane, std::int32_t page) {
-  if (session.panes[pane].currentPage == page) return pane;
-  const PaneSlot& other = session.panes[1 - pane];
-  return inBook() && other.page && other.openPage == page ? 1 - pane : -1;
+  if (session.panes[pane].openPage == page) return pane;
+  return inBook() && session.panes[1 - pane].openPage == page ? 1 - pane : -1;
 }
 
 std::int32_t lastPage(int pane) {

@@ -86,13 +86,12 @@ void rotateDocument(int pane) {
 
 void rotatePage(int pane) {
   if (!canRotate(pane)) return;
-  const std::int32_t page = session.panes[pane].currentPage;
+  const std::int32_t page = session.panes[pane].openPage;
   std::uint32_t& turns = pageRotationsOf(pane)[page];
   turns = (turns + 1) & kQuarterTurnBits;
   forgetJumps(pane);
   for (int each = 0; each < 2; ++each) {
-    const PaneSlot& slot = session.panes[each];
-    if (sameDocument(pane, each) && slot.page && slot.currentPage == page) refreshPicture(each);
+    if (sameDocument(pane, each) && session.panes[each].openPage == page) refreshPicture(each);
   }
   turnsChanged(pane);
 }
@@ -106,8 +105,7 @@ void commitRotations(int pane) {
   }
   pageRotationsOf(pane).clear();
   for (int each = 0; each < 2; ++each) {
-    PaneSlot& slot = session.panes[each];
-    if (sameDocument(pane, each) && slot.page) loadPane(each, slot.currentPage);
+    if (sameDocument(pane, each)) reopenPage(each);
   }
   for (int each = 0; each < 2; ++each) {
     if (sameDocument(pane, each) && session.panes[each].page) refreshPicture(each);

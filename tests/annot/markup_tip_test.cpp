@@ -94,6 +94,12 @@ TEST_F(MarkupTipTest, WhateverThePersonDoesHidesTheTip) {
   });
   hides("right button", [&] { releaseRight(place.x, place.y); });
   hides("leaving", [] { HideMarkupTip(); });
+  // A key that goes to the find bar or a tree shows what it does by a change of the picture.
+  hides("scrolling", [] { pictureChanged(); });
+  hides("hits", [] { hitsChanged(); });
+  hides("zoom", [] { zoomChanged(); });
+  hides("sizes of panes", [] { panesLaidOut(); });
+  hides("turn", [] { turnsChanged(0); });
   hover(141, 215);
   EXPECT_EQ(shown(), u"first note");
 }

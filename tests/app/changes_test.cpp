@@ -67,6 +67,27 @@ TEST_F(ChangesTest, InTwoDocumentsTheTreeFollowsTheActivePaneFirst) {
   EXPECT_THAT(shown(), ElementsAre("navigation tree", "status bar", "menus", "repaint"));
 }
 
+TEST_F(ChangesTest, InTwoDocumentsTheSearchEndsBeforeTheTreeFollows) {
+  setViewMode(ViewMode::TwoDocuments);
+  OpenFindBar();
+  standIn().findBar.field = u"Page";
+  findFieldChanged();
+  ASSERT_FALSE(session.find.results.empty());
+  forget();
+  activatePane(1);
+  EXPECT_TRUE(session.find.results.empty());
+  EXPECT_THAT(shown(),
+              ElementsAre("find status", "navigation tree", "status bar", "menus", "repaint"));
+}
+
+TEST_F(ChangesTest, HitsAreToldBeforeTheyArePainted) {
+  OpenFindBar();
+  standIn().findBar.field = u"Page";
+  forget();
+  hitsChanged();
+  EXPECT_THAT(shown(), ElementsAre("find status", "repaint"));
+}
+
 TEST_F(ChangesTest, AModeChangeEndsWithMenusTitleStatusAndAFullRepaint) {
   setViewMode(ViewMode::Book);
   EXPECT_THAT(shown(),

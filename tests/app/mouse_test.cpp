@@ -137,6 +137,42 @@ TEST_F(MouseTest, LosingTheMouseEndsTheDragsOfPanelsToo) {
   EXPECT_EQ(session.stampPanelWidth, 180);
 }
 
+TEST_F(MouseTest, ADragEndsWithTheModeItBeganIn) {
+  opened(u"a.pdf", 9);
+  setViewMode(ViewMode::IndependentPages);
+  session.panScrollEnabled = true;
+  pressMiddle(900, 300);
+  ASSERT_TRUE(session.panes[1].shiftPan);
+  setViewMode(ViewMode::SinglePage);
+  EXPECT_FALSE(standIn().window.mouseCaptured);
+  EXPECT_FALSE(dragPanActive());
+  movePointer(900, 5000);
+  movePointer(900, -5000);
+  releaseMiddle(900, -5000);
+  EXPECT_EQ(session.panes[1].currentPage, 0);
+
+  setViewMode(ViewMode::IndependentPages);
+  const int divider = dividerX();
+  pressLeft(divider, 300);
+  setViewMode(ViewMode::SinglePage);
+  EXPECT_FALSE(standIn().window.mouseCaptured);
+  movePointer(divider + 100, 300);
+  EXPECT_EQ(session.paneDividerPosition, 0);
+}
+
+TEST_F(MouseTest, ADragEndsWithTheDocumentItMoves) {
+  opened(u"a.pdf", 9);
+  pressMiddle(500, 300);
+  opened(u"b.pdf", 4);
+  EXPECT_FALSE(standIn().window.mouseCaptured);
+  const float panX = session.panes[0].panX;
+  movePointer(560, 300);
+  EXPECT_EQ(session.panes[0].panX, panX);
+  pressMiddle(500, 300);
+  movePointer(560, 300);
+  EXPECT_EQ(session.panes[0].panX, panX + 60);
+}
+
 // What was dragged so far stays, and the page is fitted to it.
 TEST_F(MouseTest, LosingTheMouseKeepsTheWidthsThatWereReached) {
   opened(u"a.pdf", 9);

@@ -98,6 +98,42 @@ TEST_F(WaitingOpensTest, PathsOpenInTheOrderInWhichTheyCame) {
   EXPECT_EQ(standIn().window.waitingWorkPosted, 0);
 }
 
+// What arrives while the first of those that wait asks its question comes after the others.
+TEST_F(WaitingOpensTest, WhatComesDuringAQuestionOfTheFirstQueuesBehindTheRest) {
+  {
+    const DocumentWork work;
+    openHandedOver(second_);
+    openDropped({third_}, 500);
+  }
+  const std::u16string last = putPdf(u"last.pdf", simplePdf(4));
+  standIn().boxAnswers = {BoxAnswer::No};
+  standIn().onBox = [&](const platform::ShownBox&) { openHandedOver(last); };
+  deliverPosted();
+  EXPECT_EQ(session.active.path, last);
+  ASSERT_EQ(session.binderLibrary.size(), 1u);
+  EXPECT_EQ(session.binderLibrary[0].files,
+            (std::vector<std::u16string>{last, third_, second_, first_}));
+  EXPECT_EQ(standIn().window.waitingWorkPosted, 0);
+}
+
+TEST_F(WaitingOpensTest, ARequestToCloseThatComesDuringWaitingWorkWaitsForAllOfIt) {
+  {
+    const DocumentWork work;
+    openHandedOver(second_);
+    openDropped({third_}, 500);
+  }
+  standIn().boxAnswers = {BoxAnswer::No};
+  int requestsDuringTheBox = -1;
+  standIn().onBox = [&](const platform::ShownBox&) {
+    EXPECT_TRUE(closeMustWait());
+    requestsDuringTheBox = standIn().window.closeRequests;
+  };
+  deliverPosted();
+  EXPECT_EQ(requestsDuringTheBox, 0);
+  EXPECT_EQ(session.active.path, third_);
+  EXPECT_EQ(standIn().window.closeRequests, 1);
+}
+
 TEST_F(WaitingOpensTest, ARequestToCloseWaitsForTheAnswerAndForPathsThatCameBefore) {
   session.active.dirty = false;
   EXPECT_FALSE(closeMustWait());

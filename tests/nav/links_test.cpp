@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "app/mouse.h"
+#include "documents/open_requests.h"
 #include "nav/nav_test.h"
 #include "view/geometry.h"
 
@@ -105,6 +106,21 @@ TEST_F(LinksTest, WebAndMailAddressesAreOpened) {
     EXPECT_EQ(platform::standIn().openedWithSystem[0],
               std::u16string(address.begin(), address.end()));
   }
+}
+
+// The system handles messages of the program while it starts another one.
+TEST_F(LinksTest, APathThatComesWhileTheSystemOpensAnAddressWaits) {
+  ASSERT_TRUE(openWithLink(webAction("http://a.example/x")));
+  const std::u16string shown = session.active.path;
+  const std::u16string other = putPdf(u"other.pdf", simplePdf(2));
+  platform::standIn().onOpenWithSystem = [&] {
+    openHandedOver(other);
+    EXPECT_EQ(session.active.path, shown);
+  };
+  EXPECT_TRUE(follow());
+  EXPECT_EQ(session.active.path, shown);
+  deliverPosted();
+  EXPECT_EQ(session.active.path, other);
 }
 
 TEST_F(LinksTest, AnAddressKeepsEveryScript) {

@@ -94,6 +94,21 @@ class PageBoxTest : public NavTest {
     EXPECT_NEAR(back.y, y, 1e-6);
   }
 
+  // The target is the upper edge that the square has on an unturned page.
+  static void expectTargetAtTheTop(int turns) {
+    switch (turns) {
+      case 0:
+        EXPECT_NEAR(squareIn(0).top, 24.0, 1.5);
+        break;
+      case 2:
+        EXPECT_NEAR(squareIn(0).bottom, 24.0, 1.5);
+        break;
+      default:
+        EXPECT_NEAR(pane(0).panY, 24.0, 0.01);
+        break;
+    }
+  }
+
   static void expectAround(const PaneBox& box, double x, double y) {
     EXPECT_LT(box.left, x);
     EXPECT_GT(box.right, x);
@@ -146,17 +161,71 @@ TEST_F(PageBoxTest, ABookmarksTargetStandsBelowThePanesTopWhateverTheBox) {
   }
 }
 
-// A sideways page scrolls to its left edge, which comes to lie at the top.
-TEST_F(PageBoxTest, ABookmarkOnASidewaysPageStartsAtTheEdgeOfItsBox) {
-  PdfPage page = kCases[0].page();
-  page.rotate = 90;
-  PdfOptions options;
-  options.outline = {{u"Square", pageDestination(1, 300), {}}};
-  ASSERT_TRUE(open(buildPdf({page}, options)));
-  pane(0).zoomMode = kFitWidth;
-  layoutAndRender(0);
-  JumpToTreeEntry(0);
-  EXPECT_NEAR(pane(0).panY, 24.0, 0.01);
+// The line of the target is level on a page that is upright or upside down. On a sideways page it
+// runs from top to bottom and begins at the page's upper edge.
+TEST_F(PageBoxTest, ABookmarksTargetIsInSightUnderEveryTurn) {
+  for (const BoxCase& boxCase : kCases) {
+    for (int own = 0; own < 4; ++own) {
+      PdfPage page = boxCase.page();
+      page.rotate = own * 90;
+      PdfOptions options;
+      options.outline = {{u"Square", pageDestination(2, boxCase.square.y + kSquareSide), {}}};
+      ASSERT_TRUE(open(buildPdf({PdfPage{}, page}, options)));
+      for (int pending = 0; pending < 4; ++pending) {
+        SCOPED_TRACE(testing::Message() << boxCase.what << " " << own << " " << pending);
+        goToPage(0, 0, false);
+        session.active.pageRotations[1] = static_cast<std::uint32_t>(pending);
+        pane(0).zoomMode = kFitWidth;
+        JumpToTreeEntry(0);
+        ASSERT_EQ(pane(0).currentPage, 1);
+        expectTargetAtTheTop((own + pending) % 4);
+      }
+      session.active.pageRotations.clear();
+    }
+  }
+}
+
+// Upside down, the page's top is at the bottom of the screen, so scrolling to it would show only
+// the last of the page.
+TEST_F(PageBoxTest, ABookmarkAtTheTopOfAPageThatIsUpsideDownOnlyTurnsToIt) {
+  for (const double y : {692.0, 700.0, 1e9}) {
+    for (const bool own : {true, false}) {
+      SCOPED_TRACE(testing::Message() << y << " " << own);
+      PdfPage page = kCases[0].page();
+      page.rotate = own ? 180 : 0;
+      PdfOptions options;
+      options.outline = {{u"Top", pageDestination(2, y), {}}};
+      ASSERT_TRUE(open(buildPdf({PdfPage{}, page}, options)));
+      if (!own) session.active.pageRotations[1] = 2;
+      pane(0).zoomMode = kFitWidth;
+      goToPage(0, 1, false);
+      const float panY = pane(0).panY;
+      goToPage(0, 0, false);
+      JumpToTreeEntry(0);
+      ASSERT_EQ(pane(0).currentPage, 1);
+      EXPECT_EQ(pane(0).panY, panY);
+      session.active.pageRotations.clear();
+    }
+  }
+}
+
+// A page too large for a picture has no limits of its own for the pan.
+TEST_F(PageBoxTest, ATargetOutsideEveryPageMovesThePageByASoundDistance) {
+  for (const char* digits : {"3", "-3"}) {
+    PdfPage page;
+    page.width = 14000;
+    page.height = 14000;
+    PdfOptions options;
+    const std::string y = digits + std::string(38, '0') + ".5";
+    options.outline = {{u"Far", "/Dest [{page 1} /XYZ null " + y + " null]", {}}};
+    ASSERT_TRUE(open(buildPdf({page}, options)));
+    pane(0).zoomMode = kCustomFit;
+    pane(0).zoom = 10;
+    layoutAndRender(0);
+    ASSERT_EQ(pane(0).pageBitmap, nullptr);
+    JumpToTreeEntry(0);
+    EXPECT_LE(std::abs(pane(0).panY), 2e9f) << digits;
+  }
 }
 
 TEST_F(PageBoxTest, ACropBoxBesideThePageShowsNothingAndBreaksNothing) {

@@ -65,6 +65,7 @@ bool startProcess(const std::u16string& program, const std::u16string& commandLi
 
 bool openWithSystem(const std::u16string& target) {
   standIn().openedWithSystem.push_back(target);
+  if (standIn().onOpenWithSystem) standIn().onOpenWithSystem();
   return standIn().openWithSystemResult;
 }
 

@@ -250,6 +250,78 @@ TEST_F(ModalDialogTest, ATreeThatHadTheKeyboardHasItAgainAfterwards) {
   platform::windowHandles = {};
 }
 
+// A window of another program, as far as activation is concerned.
+class OtherWindow {
+ public:
+  OtherWindow()
+      : window_(CreateWindowExW(0, kOwnerClass, L"Other", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
+                                200, 100, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr)) {}
+  ~OtherWindow() { DestroyWindow(window_); }
+  OtherWindow(const OtherWindow&) = delete;
+  OtherWindow& operator=(const OtherWindow&) = delete;
+
+  // Activates this window, then `back`.
+  void lookAndReturnTo(
+      HWND back, const std::function<void()>& meanwhile = [] {}) const {
+    SetActiveWindow(window_);
+    EXPECT_EQ(GetActiveWindow(), window_);
+    meanwhile();
+    SetActiveWindow(back);
+    EXPECT_EQ(GetActiveWindow(), back);
+  }
+
+ private:
+  HWND window_;
+};
+
+TEST_F(ModalDialogTest, WhoTypesInAFieldGoesOnTypingAfterALookAtAnotherWindow) {
+  HWND first = nullptr;
+  HWND second = nullptr;
+  run([&] {
+    const OtherWindow other;
+    SetFocus(script_.field);
+    other.lookAndReturnTo(dialog_.window);
+    first = GetFocus();
+    SetFocus(script_.cancel);
+    other.lookAndReturnTo(dialog_.window);
+    second = GetFocus();
+    pressButton();
+  });
+  EXPECT_EQ(first, script_.field);
+  EXPECT_EQ(second, script_.cancel);
+}
+
+// Windows would leave the keyboard with a control that is gone or takes no keys.
+TEST_F(ModalDialogTest, AControlThatCannotHaveTheKeyboardAnyLongerDoesNotGetIt) {
+  HWND disabled = nullptr;
+  HWND destroyed = nullptr;
+  HWND dialog = nullptr;
+  run([&] {
+    const OtherWindow other;
+    dialog = dialog_.window;
+    SetFocus(script_.field);
+    other.lookAndReturnTo(dialog_.window, [&] { EnableWindow(script_.field, FALSE); });
+    disabled = GetFocus();
+    EnableWindow(script_.field, TRUE);
+    SetFocus(script_.field);
+    other.lookAndReturnTo(dialog_.window, [&] { DestroyWindow(script_.field); });
+    destroyed = GetFocus();
+    pressButton();
+  });
+  EXPECT_EQ(disabled, dialog);
+  EXPECT_EQ(destroyed, dialog);
+}
+
+TEST_F(ModalDialogTest, FilesThatArriveWaitWhileItIsOpen) {
+  int guards = 0;
+  run([&] {
+    guards = session.documentWork;
+    pressButton();
+  });
+  EXPECT_EQ(guards, 1);
+  EXPECT_EQ(session.documentWork, 0);
+}
+
 TEST_F(ModalDialogTest, TheDialogStaysUntilTheCommandIsDone) {
   bool stillThere = false;
   EXPECT_EQ(run([&] {

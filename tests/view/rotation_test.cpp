@@ -99,6 +99,34 @@ TEST_F(RotationTest, APageTurnsInEveryPaneThatShowsIt) {
   EXPECT_EQ(session.active.pageRotations, (PageRotations{{0, 2}}));
 }
 
+// Entering a book on the last page leaves that page open under the number before.
+TEST_F(RotationTest, ATurnIsThatOfThePageWhichIsSeen) {
+  const FPDF_DOCUMENT document = openAndShow(simplePdf(5, 400, 600));
+  goToPage(0, 4, false);
+  setViewMode(ViewMode::Book);
+  setViewMode(ViewMode::SinglePage);
+  ASSERT_EQ(pane(0).currentPage, 3);
+  rotatePage(0);
+  EXPECT_EQ(session.active.pageRotations, (PageRotations{{4, 1}}));
+  EXPECT_EQ(pageRotationOf(0), 1u);
+  EXPECT_GT(pane(0).pageBitmapWidth, pane(0).pageBitmapHeight);
+  commitRotations(0);
+  EXPECT_EQ(ownRotationOf(document, 3), 0);
+  EXPECT_EQ(ownRotationOf(document, 4), 1);
+  EXPECT_EQ(pane(0).openPage, 4);
+  EXPECT_EQ(pane(0).currentPage, 3);
+  EXPECT_EQ(pageRotationOf(0), 1u);
+}
+
+TEST_F(RotationTest, APendingTurnOfThePageBeforeLeavesTheOpenOneAlone) {
+  openAndShow(simplePdf(5, 400, 600));
+  session.active.pageRotations[3] = 1;
+  goToPage(0, 4, false);
+  setViewMode(ViewMode::Book);
+  EXPECT_EQ(pageRotationOf(0), 0u);
+  EXPECT_LT(pane(0).pageBitmapWidth, pane(0).pageBitmapHeight);
+}
+
 TEST_F(RotationTest, AViewerAndAnEmptyPaneTurnNothing) {
   rotateDocument(0);
   rotatePage(0);

@@ -53,6 +53,19 @@ void giveControlsFont(HWND dialog, HFONT font) {
   EnumChildWindows(dialog, giveFont, reinterpret_cast<LPARAM>(font));
 }
 
+LRESULT keepKeyboard(HWND dialog, WPARAM wParam, LPARAM lParam, HWND& control) {
+  if (LOWORD(wParam) == WA_INACTIVE) {
+    const HWND focus = GetFocus();
+    control = IsChild(dialog, focus) ? focus : nullptr;
+    return 0;
+  }
+  if (!IsChild(dialog, control) || !IsWindowVisible(control) || !IsWindowEnabled(control)) {
+    return DefWindowProcW(dialog, WM_ACTIVATE, wParam, lParam);
+  }
+  SetFocus(control);
+  return 0;
+}
+
 LRESULT labelBackground(HDC label) {
   SetBkMode(label, TRANSPARENT);
   return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));

@@ -31,6 +31,11 @@ HWND createDialogControl(HWND dialog, const DialogControl& control);
 // Gives all controls of a dialog its font, which the dialog still owns.
 void giveControlsFont(HWND dialog, HFONT font);
 
+// The reply to WM_ACTIVATE. A plain window takes the keyboard itself when it is activated again,
+// and whoever was typing in a field of it would type into nothing. So this remembers in `control`
+// which one had the keyboard, and gives it back. `control` is the dialog's own, null at first.
+LRESULT keepKeyboard(HWND dialog, WPARAM wParam, LPARAM lParam, HWND& control);
+
 // The reply to WM_CTLCOLORSTATIC: labels take the dialog's colour.
 LRESULT labelBackground(HDC label);
 

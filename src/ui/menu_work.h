@@ -1,0 +1,12 @@
+#pragma once
+
+struct HWND__;
+
+namespace quillmere {
+
+// While a menu of this window is up, be it of its menu bar, a context menu or an edit field's own,
+// documents that others ask to open wait: the menu handles messages then, and its rows refer to
+// what is open now. They wait until the command that was chosen has been sent off too.
+void holdOpensWhileMenuIsUp(HWND__* window);
+
+}  // namespace quillmere
