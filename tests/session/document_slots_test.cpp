@@ -62,6 +62,7 @@ TEST_F(DocumentSlotsTest, ClearingClosesThePagesOfBothPanesFirst) {
   openInActive(simplePdf(2));
   setViewMode(ViewMode::IndependentPages);
   ASSERT_NE(session.panes[1].page, nullptr);
+  markEdited(session.active);
   clearDocument(session.active);
   for (const PaneSlot& slot : session.panes) {
     EXPECT_EQ(slot.page, nullptr);
@@ -69,6 +70,8 @@ TEST_F(DocumentSlotsTest, ClearingClosesThePagesOfBothPanesFirst) {
     EXPECT_EQ(slot.pageBitmap, nullptr);
   }
   EXPECT_EQ(session.active.pageCount, 0);
+  EXPECT_FALSE(session.active.dirty);
+  EXPECT_FALSE(session.active.altered);
 }
 
 TEST_F(DocumentSlotsTest, ASwapKeepsViewTurnsAndPath) {
