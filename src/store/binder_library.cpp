@@ -355,6 +355,12 @@ void CloseBinder(int index) {
   SaveBinderList();
 }
 
+void CloseCustomBinders() {
+  const auto removed = std::erase_if(
+      session.binderLibrary, [](const BinderFile& binder) { return !binder.isWorkingDocuments; });
+  if (removed > 0) SaveBinderList();
+}
+
 bool DeleteBinder(int index) {
   if (session.viewerRole || !isCustomBinder(index)) return false;
   const BoxAnswer answer =

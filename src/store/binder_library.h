@@ -69,6 +69,9 @@ bool RenameBinder(int index, const std::u16string& newName);
 // Removes a binder from the library. Its file stays, and so do documents opened from it.
 void CloseBinder(int index);
 
+// The same for every binder but the documents in use.
+void CloseCustomBinders();
+
 // Asks, closes the binder and deletes its file. True unless the user kept it.
 bool DeleteBinder(int index);
 
