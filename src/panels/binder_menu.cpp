@@ -85,15 +85,16 @@ std::vector<MenuRow> workingDocumentsMenu(const BinderFile& binder) {
 
 std::vector<MenuRow> headMenu(const BinderFile& binder) {
   if (binder.isWorkingDocuments) return workingDocumentsMenu(binder);
-  return {item(kAddDocuments, u"Add Document to Binder..."),
-          item(kAddCurrent, u"Add Current Doc to Binder", documentOf(session.activePane) != nullptr),
-          item(kRename, u"Rename"),
-          checkItem(kBoldHead, u"Bold", binder.bold),
-          MenuRow{},
-          item(kRefresh, u"Refresh"),
-          MenuRow{},
-          item(kCloseThisBinder, u"Close Binder"),
-          item(kDeleteThisBinder, u"Delete Binder")};
+  return {
+      item(kAddDocuments, u"Add Document to Binder..."),
+      item(kAddCurrent, u"Add Current Doc to Binder", documentOf(session.activePane) != nullptr),
+      item(kRename, u"Rename"),
+      checkItem(kBoldHead, u"Bold", binder.bold),
+      MenuRow{},
+      item(kRefresh, u"Refresh"),
+      MenuRow{},
+      item(kCloseThisBinder, u"Close Binder"),
+      item(kDeleteThisBinder, u"Delete Binder")};
 }
 
 std::vector<MenuRow> fileMenu(const BinderFile& binder, const std::u16string& path) {

@@ -16,6 +16,7 @@
 #include "platform/keyboard.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
+#include "session/density.h"
 
 namespace quillmere {
 
@@ -27,6 +28,9 @@ using Result = std::optional<std::intptr_t>;
 
 constexpr UINT_PTR kSubclass = 0xB1;
 constexpr std::int32_t kNoRow = -1;
+constexpr int kTextMargin = 2;  // pixels of the control between a row's edge and its text
+constexpr int kPlusSize = 8;    // pixels
+constexpr int kPlusBar = 2;     // pixels
 
 HWND tree() {
   return windowHandles.binderTree;
@@ -38,6 +42,11 @@ std::int32_t valueOf(HTREEITEM item) {
 
 std::int32_t valueOf(const TVITEMW& item) {
   return item.hItem == nullptr ? kNoRow : static_cast<std::int32_t>(item.lParam);
+}
+
+bool hasPlusSign(std::int32_t value) {
+  const BinderRowKind kind = binderRowOf(value).kind;
+  return kind == BinderRowKind::NewBinder || kind == BinderRowKind::AddDocument;
 }
 
 // The row whose text, or the place of its icon, is at this point of the tree; null for none.
@@ -273,14 +282,64 @@ Result onTip(const NMTVGETINFOTIPW& tip) {
   return 0;
 }
 
+// Drawing
+
 // Dimmed rows are grey, except on the selection's colour.
-Result onDraw(NMTVCUSTOMDRAW& draw) {
-  if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
-  if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
-  const bool dimmed = binderRowDimmed(static_cast<std::int32_t>(draw.nmcd.lItemlParam));
-  if (!dimmed || (draw.nmcd.uItemState & CDIS_SELECTED) != 0) return CDRF_DODEFAULT;
+Result beforeRow(NMTVCUSTOMDRAW& draw, std::int32_t value) {
+  if (hasPlusSign(value)) return CDRF_NOTIFYPOSTPAINT;
+  if (!binderRowDimmed(value) || (draw.nmcd.uItemState & CDIS_SELECTED) != 0) {
+    return CDRF_DODEFAULT;
+  }
   draw.clrText = GetSysColor(COLOR_GRAYTEXT);
   return CDRF_NEWFONT;
+}
+
+// Where the plus sign of a row's text stands.
+RECT plusCell(HDC dc, const RECT& text) {
+  const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(tree(), WM_GETFONT, 0, 0));
+  const HGDIOBJ before = SelectObject(dc, font);
+  SIZE size{};
+  GetTextExtentPoint32W(dc, L"\u2795", 1, &size);
+  SelectObject(dc, before);
+  const LONG left = text.left + kTextMargin;
+  return {left, text.top + 1, left + size.cx, text.bottom - 1};
+}
+
+void fill(HDC dc, const RECT& rect, COLORREF color) {
+  SetDCBrushColor(dc, color);
+  FillRect(dc, &rect, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+}
+
+// Not every system has a font with this sign.
+void drawPlus(const NMCUSTOMDRAW& draw) {
+  RECT text{};
+  const auto row = reinterpret_cast<HTREEITEM>(draw.dwItemSpec);
+  if (!TreeView_GetItemRect(tree(), row, &text, TRUE)) return;
+  const bool selected = (draw.uItemState & CDIS_SELECTED) != 0 && GetFocus() == tree();
+  const COLORREF color = GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
+  const RECT cell = plusCell(draw.hdc, text);
+  const LONG middle = (cell.top + cell.bottom) / 2;
+  const LONG centre = (cell.left + cell.right) / 2;
+  const LONG half = scaled(kPlusSize) / 2;
+  const LONG bar = scaled(kPlusBar) / 2;
+  fill(draw.hdc, cell, GetPixel(draw.hdc, text.left + 1, middle));
+  fill(draw.hdc, {centre - half, middle - bar, centre + half, middle + bar}, color);
+  fill(draw.hdc, {centre - bar, middle - half, centre + bar, middle + half}, color);
+}
+
+Result onDraw(NMTVCUSTOMDRAW& draw) {
+  const auto value = static_cast<std::int32_t>(draw.nmcd.lItemlParam);
+  switch (draw.nmcd.dwDrawStage) {
+    case CDDS_PREPAINT:
+      return CDRF_NOTIFYITEMDRAW;
+    case CDDS_ITEMPREPAINT:
+      return beforeRow(draw, value);
+    case CDDS_ITEMPOSTPAINT:
+      if (hasPlusSign(value)) drawPlus(draw.nmcd);
+      return CDRF_DODEFAULT;
+    default:
+      return CDRF_DODEFAULT;
+  }
 }
 
 }  // namespace

@@ -54,9 +54,9 @@ int findFile(const Files& files, const std::u16string& path, int index, PathOf p
 
 const ShownBinder* findShown(const std::u16string& path) {
   const std::vector<ShownBinder>& binders = session.binderTree.binders;
-  const auto found = std::find_if(
-      binders.begin(), binders.end(),
-      [&](const ShownBinder& binder) { return equalIgnoringCase(binder.path, path); });
+  const auto found = std::find_if(binders.begin(), binders.end(), [&](const ShownBinder& binder) {
+    return equalIgnoringCase(binder.path, path);
+  });
   return found == binders.end() ? nullptr : &*found;
 }
 

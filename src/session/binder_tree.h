@@ -49,10 +49,10 @@ struct DragState {
 
 struct BinderTree {
   platform::TreeRow newBinder = platform::kNoTreeRow;
-  std::vector<ShownBinder> binders;  // by the binder index in a row's value
-  std::int32_t guards = 0;           // BinderTreeGuards alive: the control works on its rows
-  bool rebuildWaits = false;         // for the last of them
-  bool rebuildingTree = false;       // what the control reports is the program's own doing
+  std::vector<ShownBinder> binders;     // by the binder index in a row's value
+  std::int32_t guards = 0;              // BinderTreeGuards alive: the control works on its rows
+  bool rebuildWaits = false;            // for the last of them
+  bool rebuildingTree = false;          // what the control reports is the program's own doing
   std::optional<BinderRow> selectNext;  // what the next rebuild selects; unset: what is selected
   BinderRow lastOpened;
   // The document about whose changes the user was asked when the selection moved.

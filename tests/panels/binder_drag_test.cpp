@@ -62,8 +62,7 @@ TEST_F(BinderDragTest, TheMarkGoesBelowARowUnderItsMiddle) {
 TEST_F(BinderDragTest, ADocumentCanOnlyGoToRowsOfItsBinder) {
   ASSERT_TRUE(startBinderDrag(file(1, 0)));
   EXPECT_TRUE(moveAbove(file(1, 1)));
-  for (const std::int32_t value :
-       {file(0, 0), head(1), head(2), addDocument(1), newBinder(), -1}) {
+  for (const std::int32_t value : {file(0, 0), head(1), head(2), addDocument(1), newBinder(), -1}) {
     EXPECT_FALSE(moveBelow(value)) << value;
     EXPECT_EQ(tree().marked, kNoTreeRow);
   }
@@ -84,8 +83,8 @@ TEST_F(BinderDragTest, ADroppedDocumentStandsWhereTheMarkWasAndIsSelected) {
   drag(file(1, 0), file(1, 2), true);
   EXPECT_THAT(filesOf(1), ElementsAre(u"C:\\b.pdf", u"C:\\c.pdf", u"C:\\a.pdf"));
   EXPECT_EQ(selectedText(), u"a");
-  EXPECT_THAT(onDisk(u"C:\\Binders\\Work.lst").files, ElementsAre(u"C:\\b.pdf", u"C:\\c.pdf",
-                                                                  u"C:\\a.pdf"));
+  EXPECT_THAT(onDisk(u"C:\\Binders\\Work.lst").files,
+              ElementsAre(u"C:\\b.pdf", u"C:\\c.pdf", u"C:\\a.pdf"));
   drag(file(1, 2), file(1, 1), false);
   EXPECT_THAT(filesOf(1), ElementsAre(u"C:\\b.pdf", u"C:\\a.pdf", u"C:\\c.pdf"));
   drag(file(1, 2), file(1, 0), false);
@@ -149,8 +148,7 @@ TEST_F(BinderDragTest, WhatWasDraggedIsFoundAlthoughTheLibraryChangedMeanwhile) 
   std::swap(session.binderLibrary[1], session.binderLibrary[2]);
   filesOf(2).insert(filesOf(2).begin(), u"C:\\new.pdf");
   dropBinderDrag();
-  EXPECT_THAT(filesOf(2),
-              ElementsAre(u"C:\\new.pdf", u"C:\\b.pdf", u"C:\\c.pdf", u"C:\\a.pdf"));
+  EXPECT_THAT(filesOf(2), ElementsAre(u"C:\\new.pdf", u"C:\\b.pdf", u"C:\\c.pdf", u"C:\\a.pdf"));
   ASSERT_TRUE(startBinderDrag(file(2, 1)));
   moveBelow(file(2, 3));
   filesOf(2) = {u"C:\\c.pdf", u"C:\\d.pdf"};

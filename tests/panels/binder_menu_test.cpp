@@ -43,10 +43,9 @@ class BinderMenuTest : public BinderPanelTest {
 };
 
 TEST_F(BinderMenuTest, TheMenuOfTheEmptySpace) {
-  EXPECT_THAT(menuOf(-1),
-              ElementsAre(u"1 Add New Binder...", u"2 Add Existing Binder...", u"-",
-                          u"4 Refresh Binders", u"-", u"3 Collapse All", u"-",
-                          u"5 Close All Custom Binders"));
+  EXPECT_THAT(menuOf(-1), ElementsAre(u"1 Add New Binder...", u"2 Add Existing Binder...", u"-",
+                                      u"4 Refresh Binders", u"-", u"3 Collapse All", u"-",
+                                      u"5 Close All Custom Binders"));
   session.binderLibrary.resize(1);
   EXPECT_EQ(menuOf(-1).back(), u"5 Close All Custom Binders (off)");
   EXPECT_EQ(menuOf(-1)[5], u"3 Collapse All");
@@ -55,25 +54,24 @@ TEST_F(BinderMenuTest, TheMenuOfTheEmptySpace) {
 }
 
 TEST_F(BinderMenuTest, TheMenuOfTheDocumentsInUse) {
-  EXPECT_THAT(menuOf(head(0)),
-              ElementsAre(u"11 Open Document...", u"-", u"10 Close All", u"-",
-                          u"20 Bold (checked)"));
+  EXPECT_THAT(menuOf(head(0)), ElementsAre(u"11 Open Document...", u"-", u"10 Close All", u"-",
+                                           u"20 Bold (checked)"));
 }
 
 TEST_F(BinderMenuTest, TheMenuOfACustomBinder) {
-  EXPECT_THAT(menuOf(head(1)),
-              ElementsAre(u"1 Add Document to Binder...", u"5 Add Current Doc to Binder (off)",
-                          u"2 Rename", u"20 Bold", u"-", u"6 Refresh", u"-", u"3 Close Binder",
-                          u"4 Delete Binder"));
+  EXPECT_THAT(
+      menuOf(head(1)),
+      ElementsAre(u"1 Add Document to Binder...", u"5 Add Current Doc to Binder (off)", u"2 Rename",
+                  u"20 Bold", u"-", u"6 Refresh", u"-", u"3 Close Binder", u"4 Delete Binder"));
   opened(u"open.pdf");
   EXPECT_EQ(menuOf(head(1))[1], u"5 Add Current Doc to Binder");
 }
 
 TEST_F(BinderMenuTest, TheMenuOfADocument) {
-  EXPECT_THAT(menuOf(file(1, 0)),
-              ElementsAre(u"1 Open", u"7 Open in Separate Viewer", u"6 View in Folder",
-                          u"4 Save (off)", u"5 Discard Changes... (off)", u"3 Bold", u"-",
-                          u"2 Remove from Binder"));
+  EXPECT_THAT(
+      menuOf(file(1, 0)),
+      ElementsAre(u"1 Open", u"7 Open in Separate Viewer", u"6 View in Folder", u"4 Save (off)",
+                  u"5 Discard Changes... (off)", u"3 Bold", u"-", u"2 Remove from Binder"));
   shelve(filesOf(0)[0]);
   binderAt(0).views[u"c:\\used.pdf"].bold = true;
   EXPECT_THAT(menuOf(file(0, 0)),

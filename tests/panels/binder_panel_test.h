@@ -84,5 +84,4 @@ class BinderPanelTest : public OpeningTest {
   }
 };
 
-
 }  // namespace quillmere::test

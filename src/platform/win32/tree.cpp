@@ -34,6 +34,14 @@ HTREEITEM& rowOnTop(Tree tree) {
   return rowsOnTop[tree == Tree::Navigation ? 0 : 1];
 }
 
+// One row at a time is dragged.
+struct DropMark {
+  HTREEITEM row = nullptr;
+  bool below = false;
+  bool operator==(const DropMark&) const = default;
+};
+DropMark dropMark;
+
 HTREEITEM nextRow(HWND window, UINT which, HTREEITEM row) {
   return reinterpret_cast<HTREEITEM>(
       SendMessageW(window, TVM_GETNEXTITEM, which, reinterpret_cast<LPARAM>(row)));
@@ -201,16 +209,22 @@ void editTreeRow(Tree tree, TreeRow row) {
   SendMessageW(window, TVM_EDITLABELW, 0, reinterpret_cast<LPARAM>(itemOf(row)));
 }
 
+// The mark reaches into the neighbouring row, and the control repaints only one of them.
 void markTreeDrop(Tree tree, TreeRow row, bool below) {
   const HWND window = windowOf(tree);
-  if (window == nullptr) return;
+  const DropMark wanted{itemOf(row), below};
+  if (window == nullptr || dropMark == wanted) return;
+  dropMark = wanted;
   SendMessageW(window, TVM_SETINSERTMARK, below ? TRUE : FALSE,
-               reinterpret_cast<LPARAM>(itemOf(row)));
+               reinterpret_cast<LPARAM>(wanted.row));
+  InvalidateRect(window, nullptr, TRUE);
 }
 
 void clearTreeDropMark(Tree tree) {
   const HWND window = windowOf(tree);
-  if (window != nullptr) SendMessageW(window, TVM_SETINSERTMARK, FALSE, 0);
+  if (window == nullptr || std::exchange(dropMark, {}).row == nullptr) return;
+  SendMessageW(window, TVM_SETINSERTMARK, FALSE, 0);
+  InvalidateRect(window, nullptr, TRUE);
 }
 
 }  // namespace quillmere::platform
