@@ -45,6 +45,9 @@ RATIOS = [
     Row("find-regex", "the same with a regular expression / the same PDFium calls", "ms", 1.1),
     Row("find-keystroke", "a keystroke in the find bar / PDFium text page + find", "ms", 1.2),
     Row("find-page", "its search of the shown page alone / the same", "ms", None),
+    Row("binder-open", "open from a binder to painted / PDFium load + page + render", "ms", 1.5),
+    Row("binder-tree", "rows of 50 binders of 1,000 files / plain rows", "ms", 1.5),
+    Row("binder-load-level", "loading a file of 50 binders of 1,000 / of 5", "us", 1.5),
     Row("memory", "peak working set after open / plain PDFium window", "MiB", 1.3),
     Row("turning-memory", "working set after 500 pages there and back / after 100", "MiB", 1.1),
     Row("plain-turning-memory", "the same with PDFium's calls alone", "MiB", None),
@@ -69,6 +72,7 @@ COUNTS = [
 TIMES = [
     Row("find-bad-pattern", "from Enter to \"Bad pattern\", (a+)+$ on a page of a's", "ms", 1000),
     Row("outline-fill", "first fill of the tree with an outline of 10,000 entries", "ms", 300),
+    Row("binder-load", "loading 50 binders of 1,000 files", "ms", 2000),
 ]
 
 ENGINE = [
@@ -209,6 +213,12 @@ def measure_outlines(samples, made):
         samples.take(wine("bench_outline", windows_path(made / name)))
 
 
+def measure_binders(samples, documents):
+    progress("Binders")
+    for document in documents:
+        samples.take(wine("bench_binders", windows_path(document)))
+
+
 def measure_peers(samples, document, repetitions):
     progress(f"Other programs with {document.name}")
     with tempfile.TemporaryDirectory() as folder:
@@ -302,6 +312,7 @@ def main():
         measure_find(samples, document, repetitions)
     measure_bad_pattern(samples, made)
     measure_outlines(samples, made)
+    measure_binders(samples, documents)
     measure_processes(samples, documents)
     measure_engine(samples, documents, repetitions)
     measure_peers(samples, documents[0], repetitions)
