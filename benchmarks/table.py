@@ -47,6 +47,9 @@ RATIOS = [
     Row("find-page", "its search of the shown page alone / the same", "ms", None),
     Row("collect-marks", "collecting 1,000 marks / PDFium's reading of them", "ms", 1.3),
     Row("mark-summary", "a summary of 1,000 marks / the PDFium calls it makes", "ms", 1.5),
+    Row("binder-open", "open from a binder to painted / PDFium load + page + render", "ms", 1.5),
+    Row("binder-tree", "rows of 50 binders of 1,000 files / plain rows", "ms", 1.5),
+    Row("binder-load-level", "loading a file of 50 binders of 1,000 / of 5", "us", 1.5),
     Row("memory", "peak working set after open / plain PDFium window", "MiB", 1.3),
     Row("turning-memory", "working set after 500 pages there and back / after 100", "MiB", 1.1),
     Row("plain-turning-memory", "the same with PDFium's calls alone", "MiB", None),
@@ -71,6 +74,7 @@ COUNTS = [
 TIMES = [
     Row("find-bad-pattern", "from Enter to \"Bad pattern\", (a+)+$ on a page of a's", "ms", 1000),
     Row("outline-fill", "first fill of the tree with an outline of 10,000 entries", "ms", 300),
+    Row("binder-load", "loading 50 binders of 1,000 files", "ms", 2000),
 ]
 
 ENGINE = [
@@ -216,6 +220,12 @@ def measure_outlines(samples, made):
         samples.take(wine("bench_outline", windows_path(made / name)))
 
 
+def measure_binders(samples, documents):
+    progress("Binders")
+    for document in documents:
+        samples.take(wine("bench_binders", windows_path(document)))
+
+
 def measure_peers(samples, document, repetitions):
     progress(f"Other programs with {document.name}")
     with tempfile.TemporaryDirectory() as folder:
@@ -310,6 +320,7 @@ def main():
     measure_bad_pattern(samples, made)
     measure_outlines(samples, made)
     measure_marks(samples, manuals[0])
+    measure_binders(samples, documents)
     measure_processes(samples, documents)
     measure_engine(samples, documents, repetitions)
     measure_peers(samples, documents[0], repetitions)

@@ -271,6 +271,10 @@ RECT treeRowOnScreen(HWND window, HWND tree, const std::wstring& text) {
   return place;
 }
 
+std::wstring treeRowTip(HWND window, HWND tree, const std::wstring& text) {
+  return askInside(window, InsideRequest::TreeRowTip, reinterpret_cast<LPARAM>(tree), text);
+}
+
 std::wstring fontOf(HWND window, HWND control) {
   return askInside(window, InsideRequest::DescribeFont, reinterpret_cast<LPARAM>(control));
 }

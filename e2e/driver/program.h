@@ -66,6 +66,8 @@ std::vector<MenuItem> describeMenu(HWND window, HMENU menu);
 std::vector<std::wstring> treeItems(HWND window, HWND tree);
 // Screen rectangle of the text of the first row with this text; empty when the row is not visible.
 RECT treeRowOnScreen(HWND window, HWND tree, const std::wstring& text);
+// The tip of the first row with this text.
+std::wstring treeRowTip(HWND window, HWND tree, const std::wstring& text);
 // "face|height|weight" of a control's font.
 std::wstring fontOf(HWND window, HWND control);
 void dropFiles(HWND window, POINT client, const std::vector<std::wstring>& paths);

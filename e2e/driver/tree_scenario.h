@@ -11,12 +11,13 @@
 
 namespace quillmere::e2e {
 
-// The navigation tree as a person uses it, by mouse and keyboard.
+// A tree of the left panel, the navigation tree unless a scenario says otherwise, as a person uses
+// it by mouse and keyboard.
 class TreeScenario : public Scenario {
  protected:
   void SetUp() override;
   void startGrouped(bool underBookmarks, const std::string& bytes);
-  HWND tree() const { return childOf(window, 401); }
+  HWND tree() const { return childOf(window, treeId); }
   // "depth|text" for each row that was filled in.
   std::vector<std::wstring> rows() const;
   bool rowSelected(const std::wstring& text) const;
@@ -29,6 +30,7 @@ class TreeScenario : public Scenario {
   void clickAside(POINT place);
   HTREEITEM itemAfterRoot(int count) const;
 
+  int treeId = 401;
   LONG lastX = 0;
 };
 

@@ -58,6 +58,29 @@ std::wstring treeRowPlace(HWND tree, const std::wstring& wanted) {
          std::to_wstring(place.right) + L' ' + std::to_wstring(place.bottom);
 }
 
+// The system's control asks the window for the tip when the pointer rests; here it does not.
+std::wstring treeRowTip(HWND tree, const std::wstring& wanted) {
+  HTREEITEM item = TreeView_GetFirstVisible(tree);
+  while (item != nullptr && treeRowText(tree, item) != wanted) {
+    item = TreeView_GetNextVisible(tree, item);
+  }
+  TVITEMW info{};
+  info.mask = TVIF_PARAM;
+  info.hItem = item;
+  SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&info));
+  wchar_t text[512]{};
+  NMTVGETINFOTIPW tip{};
+  tip.hdr.hwndFrom = tree;
+  tip.hdr.idFrom = static_cast<UINT_PTR>(GetDlgCtrlID(tree));
+  tip.hdr.code = TVN_GETINFOTIPW;
+  tip.pszText = text;
+  tip.cchTextMax = ARRAYSIZE(text);
+  tip.hItem = item;
+  tip.lParam = info.lParam;
+  SendMessageW(GetParent(tree), WM_NOTIFY, tip.hdr.idFrom, reinterpret_cast<LPARAM>(&tip));
+  return text;
+}
+
 std::wstring describeFont(HWND control) {
   const auto font = reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0));
   LOGFONTW look{};
@@ -155,6 +178,9 @@ void serve(HWND window, InsideRequest request, LPARAM detail, InsideBlock& block
       break;
     case InsideRequest::TreeRowPlace:
       answer(block, treeRowPlace(reinterpret_cast<HWND>(detail), {block.text, block.units}));
+      break;
+    case InsideRequest::TreeRowTip:
+      answer(block, treeRowTip(reinterpret_cast<HWND>(detail), {block.text, block.units}));
       break;
     case InsideRequest::DescribeFont:
       answer(block, describeFont(reinterpret_cast<HWND>(detail)));

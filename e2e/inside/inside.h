@@ -34,6 +34,8 @@ enum class InsideRequest : WPARAM {
   ChangeDensity = 9,
   // Answer: the right edges of the status bar's parts in pixels, each after a blank.
   StatusParts = 10,
+  // lParam: a tree view; text: what a row reads. Answer: the text of the row's tip.
+  TreeRowTip = 11,
 };
 
 struct InsideBlock {

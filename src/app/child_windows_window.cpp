@@ -8,6 +8,7 @@
 #include "integration/update_check.h"
 #include "nav/find_bar_window.h"
 #include "panels/binder_panel.h"
+#include "panels/binder_panel_window.h"
 #include "panels/left_panel.h"
 #include "panels/stamp_splitter.h"
 #include "platform/main_window.h"
@@ -115,8 +116,8 @@ void createStatusBar() {
   refreshStatus();
 }
 
-HWND createTree(int id) {
-  const HWND tree = createChild(WC_TREEVIEWW, L"", kTreeStyle, id);
+HWND createTree(int id, DWORD style) {
+  const HWND tree = createChild(WC_TREEVIEWW, L"", style, id);
   SetWindowSubclass(tree, treeProcedure, 0, 0);
   holdOpensWhileTreeWorks(tree);
   return tree;
@@ -126,10 +127,11 @@ void createLeftPanel() {
   constexpr DWORD kHeaderStyle = WS_CHILD | SS_LEFT | SS_CENTERIMAGE | SS_NOPREFIX;
   windowHandles.bookmarksHeader =
       createChild(WC_STATICW, L" Bookmarks", kHeaderStyle, kBookmarksHeaderId);
-  windowHandles.bookmarksTree = createTree(kBookmarksTreeId);
+  windowHandles.bookmarksTree = createTree(kBookmarksTreeId, kTreeStyle);
   windowHandles.binderHeader =
       createChild(WC_STATICW, L" Binder Library", kHeaderStyle, kBinderHeaderId);
-  windowHandles.binderTree = createTree(kBinderTreeId);
+  windowHandles.binderTree = createTree(kBinderTreeId, kTreeStyle | binderTreeStyle());
+  watchBinderTree(windowHandles.binderTree);
   if (const HWND tooltip = TreeView_GetToolTips(windowHandles.binderTree)) {
     SendMessageW(tooltip, TTM_SETDELAYTIME, TTDT_AUTOPOP, kTreeTooltipMilliseconds);
   }

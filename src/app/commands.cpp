@@ -13,6 +13,7 @@
 #include "documents/save.h"
 #include "documents/summary.h"
 #include "nav/find_bar.h"
+#include "panels/binder_actions.h"
 #include "panels/panel_toggles.h"
 #include "platform/main_window.h"
 #include "platform/sound.h"
@@ -131,8 +132,8 @@ constexpr Command kCommands[] = {
     {kCmdOpen, u"&Open...\tCtrl+O", kAllowed, nullptr, nullptr, openFiles, ctrl('O')},
     {kCmdOpenInViewer, u"Open in Separate &Viewer", kGreyed, documentOpen, nullptr,
      openInSeparateViewer},
-    {kCmdNewBinder, u"Add &New Binder...", kAllowed, nullptr, nullptr, notImplementedYet},
-    {kCmdExistingBinder, u"Add &Existing Binder...", kAllowed, nullptr, nullptr, notImplementedYet},
+    {kCmdNewBinder, u"Add &New Binder...", kAllowed, nullptr, nullptr, AddNewBinder},
+    {kCmdExistingBinder, u"Add &Existing Binder...", kAllowed, nullptr, nullptr, AddExistingBinder},
     {kCmdPreviousInFolder, u"&Previous in Folder\tCtrl+[", kAllowed, documentOpen, nullptr,
      stepBackInFolder, ctrl(kKeyLeftBracket)},
     {kCmdNextInFolder, u"&Next in Folder\tCtrl+]", kAllowed, documentOpen, nullptr, stepOnInFolder,

@@ -28,6 +28,7 @@
 #include "nav/bookmarks.h"
 #include "nav/find_bar_window.h"
 #include "panels/binder_panel.h"
+#include "panels/binder_panel_window.h"
 #include "platform/main_window.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
@@ -379,7 +380,10 @@ Result onTreeClick() {
 }
 
 Result onNotify(WPARAM, LPARAM lParam) {
-  const auto* header = reinterpret_cast<const NMHDR*>(lParam);
+  auto* header = reinterpret_cast<NMHDR*>(lParam);
+  if (header->hwndFrom != nullptr && header->hwndFrom == windowHandles.binderTree) {
+    return binderTreeReports(*header);
+  }
   if (header->hwndFrom == nullptr || header->hwndFrom != windowHandles.bookmarksTree) {
     return std::nullopt;
   }
@@ -393,6 +397,7 @@ Result onNotify(WPARAM, LPARAM lParam) {
 }
 
 Result onBinderTreeRebuild(WPARAM, LPARAM) {
+  windowHandles.binderRebuildPosted = false;
   BuildBinderTree();
   return 0;
 }

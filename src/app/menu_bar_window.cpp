@@ -4,6 +4,7 @@
 #include "app/menu_bar.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
+#include "ui/popup_menu.h"
 
 namespace quillmere {
 
@@ -13,30 +14,10 @@ namespace {
 
 constexpr int kFileMenuPosition = 0;
 
-void appendRows(HMENU menu, const std::vector<MenuRow>& rows) {
-  for (const MenuRow& row : rows) {
-    if (row.separator()) {
-      AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
-      continue;
-    }
-    UINT flags = MF_STRING;
-    if (!row.enabled) flags |= MF_GRAYED;
-    if (row.checked) flags |= MF_CHECKED;
-    UINT_PTR target = row.command;
-    if (!row.submenu.empty()) {
-      const HMENU submenu = CreatePopupMenu();
-      appendRows(submenu, row.submenu);
-      flags |= MF_POPUP;
-      target = reinterpret_cast<UINT_PTR>(submenu);
-    }
-    AppendMenuW(menu, flags, target, platform::wide(row.text));
-  }
-}
-
 void refillMenu(HMENU menu, const std::vector<MenuRow>& rows) {
   while (GetMenuItemCount(menu) > 0) DeleteMenu(menu, 0, MF_BYPOSITION);
   windowHandles.menuItems.clear();
-  appendRows(menu, rows);
+  appendMenuRows(menu, rows);
 }
 
 }  // namespace
@@ -45,7 +26,7 @@ void installMenuBar() {
   const HMENU bar = CreateMenu();
   for (const MenuBarEntry& entry : menuBar()) {
     const HMENU popup = CreatePopupMenu();
-    appendRows(popup, entry.rows);
+    appendMenuRows(popup, entry.rows);
     AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(popup), platform::wide(entry.title));
   }
   SetMenu(windowHandles.main, bar);
@@ -59,15 +40,10 @@ void refreshPopup(const void* popup) {
 }
 
 void showContextMenu(const std::vector<MenuRow>& rows, int x, int y) {
-  if (rows.empty()) return;
-  const HMENU menu = CreatePopupMenu();
-  appendRows(menu, rows);
   POINT point{x, y};
   ClientToScreen(windowHandles.main, &point);
-  const BOOL chosen = TrackPopupMenu(menu, TPM_RIGHTBUTTON | TPM_RETURNCMD, point.x, point.y, 0,
-                                     windowHandles.main, nullptr);
-  DestroyMenu(menu);
-  if (chosen != 0) runCommand(static_cast<std::uint32_t>(chosen));
+  const std::uint32_t chosen = chooseFromMenu(rows, point.x, point.y);
+  if (chosen != 0) runCommand(chosen);
 }
 
 }  // namespace quillmere

@@ -4,18 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "ui/popup_menu.h"
+
 namespace quillmere {
-
-// One row of a menu as the window shows it.
-struct MenuRow {
-  std::uint32_t command = 0;  // 0 for a separator and for a submenu
-  std::u16string text;        // empty for a separator
-  bool enabled = true;
-  bool checked = false;
-  std::vector<MenuRow> submenu;
-
-  bool separator() const { return command == 0 && text.empty(); }
-};
 
 struct MenuBarEntry {
   std::u16string title;

@@ -31,6 +31,11 @@ bool SaveShelved(int binderIndex, int fileIndex) {
   return false;
 }
 
+// Nothing is shelved yet, so the sound tells that nothing was discarded.
+void DiscardBinderFile(int, int) {
+  platform::beep(platform::Sound::Default);
+}
+
 void DropActiveShelfEntry() {
   DropShelfEntry(pathOf(session.activePane));
 }

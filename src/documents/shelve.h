@@ -10,6 +10,10 @@ bool ShelveCurrentDocument();
 // when there were none.
 bool SaveShelved(int binderIndex, int fileIndex);
 
+// Discards the unsaved changes of a binder's file after asking. Does nothing when there are none on
+// the shelf.
+void DiscardBinderFile(int binderIndex, int fileIndex);
+
 // Forgets the active document's entry and deletes its copy.
 void DropActiveShelfEntry();
 

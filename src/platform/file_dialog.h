@@ -14,6 +14,7 @@ struct OpenDialogRequest {
   std::u16string title;  // empty for the system's own
   std::vector<FileFilter> filters;
   bool allowSeveral = false;
+  std::u16string folder;  // where the dialog begins; empty for the system's choice
 };
 
 // Asks for existing files. Returns full paths in the dialog's order; empty when the user cancelled

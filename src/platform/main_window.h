@@ -61,7 +61,8 @@ void raiseMainWindow();
 void focusNavigationTree();
 void focusBinderTree();
 
-// Posts the message that rebuilds the binder tree once the current message is done.
+// Posts the message that rebuilds the binder tree once the current message is done. Several before
+// it is handled are one.
 void postBinderTreeRebuild();
 
 // Posts the message that makes the main message loop handle waiting work.

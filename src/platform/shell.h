@@ -29,6 +29,10 @@ std::u16string packageIdentity();
 // service reports it; empty when it reports none.
 std::u16string effectiveDefaultHandler(const std::u16string& extension);
 
+// Shows the file in its folder, in a window of the shell. False when the file cannot be found or
+// the shell refuses.
+bool showInFolder(const std::u16string& path);
+
 struct Shortcut {
   std::u16string path;  // of the .lnk file
   std::u16string target;

@@ -19,6 +19,14 @@ inline constexpr TreeRow kNoTreeRow = 0;
 void beginTreeUpdate(Tree tree);
 void endTreeUpdate(Tree tree);
 
+// The first visible row. During an update, `keepTreeRowOnTop` names the row that is to be on top
+// after it, in place of the one that was when it began.
+TreeRow topTreeRow(Tree tree);
+void keepTreeRowOnTop(Tree tree, TreeRow row);
+
+// Paints all visible rows again.
+void repaintTree(Tree tree);
+
 void clearTree(Tree tree);
 
 // What a row shows and refers to.
@@ -26,6 +34,7 @@ struct TreeRowContent {
   std::u16string text;
   std::int32_t entry = -1;  // reported when the row is chosen; -1 for a row without a target
   bool expandable = false;  // has rows below it, even if there are none yet
+  bool bold = false;
 };
 
 // Where a row goes: after the row `previous` of the same parent, or first for kNoTreeRow. Naming
@@ -37,6 +46,9 @@ struct TreePlace {
 
 TreeRow insertTreeRow(Tree tree, const TreePlace& place, const TreeRowContent& content);
 
+// The row's `TreeRowContent::entry`; -1 for kNoTreeRow.
+std::int32_t treeRowEntry(Tree tree, TreeRow row);
+
 // Removes a row that has none below it. If it was selected, the control selects a neighbour.
 void removeTreeRow(Tree tree, TreeRow row);
 
@@ -47,5 +59,22 @@ void setTreeRowExpandable(Tree tree, TreeRow row, bool expandable);
 
 // Does nothing for a row that is expanded already or has nothing below it.
 void expandTreeRow(Tree tree, TreeRow row);
+// Hides the rows below it, which stay.
+void collapseTreeRow(Tree tree, TreeRow row);
+
+void setTreeRowBold(Tree tree, TreeRow row, bool bold);
+// Sets whether the row is drawn as one that was cut.
+void setTreeRowDimmed(Tree tree, TreeRow row, bool dimmed);
+
+// The selected row; kNoTreeRow for none. Selecting a row scrolls it into view.
+TreeRow selectedTreeRow(Tree tree);
+void selectTreeRow(Tree tree, TreeRow row);
+
+// Gives the keyboard to the tree and starts the in-place edit of the row's text.
+void editTreeRow(Tree tree, TreeRow row);
+
+// Draws a line below the row, or above it, that shows where something will be dropped.
+void markTreeDrop(Tree tree, TreeRow row, bool below);
+void clearTreeDropMark(Tree tree);
 
 }  // namespace quillmere::platform

@@ -14,6 +14,7 @@
 #include "base/pixel_rect.h"
 #include "session/app_settings.h"
 #include "session/binder.h"
+#include "session/binder_tree.h"
 #include "session/bookmark_entry.h"
 #include "session/find_state.h"
 #include "session/gesture.h"
@@ -117,6 +118,8 @@ struct SessionState {
   std::vector<BookmarkEntry> bookmarks;
   std::vector<BookmarkOrderEntry> bookmarkOrder;
   MarkupTree markupTree;  // written by nav/markup_tree.cpp
+
+  BinderTree binderTree;  // written by panels/
 
   // Written by view/selection.cpp, nav/find.cpp, session/gesture.cpp and view/navigation.cpp.
   TextSelection selection;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "annot/tip_window.h"
 #include "platform/text.h"
 #include "session/waiting_opens.h"
@@ -38,6 +40,36 @@ std::optional<std::u16string> askForNote(const NoteQuestion& question) {
   if (script.onNote) script.onNote();
   std::optional<std::u16string> answer = std::move(script.noteAnswers.front());
   script.noteAnswers.pop_front();
+  return answer;
+}
+
+void appendMenuRows(HMENU__*, const std::vector<MenuRow>&) {}
+
+std::uint32_t chooseFromMenu(const std::vector<MenuRow>& rows, int, int) {
+  const DocumentWork work;
+  test::DialogScript& script = dialogScript();
+  script.menus.push_back(rows);
+  if (script.onMenu) script.onMenu();
+  if (script.menuAnswers.empty()) return 0;
+  const std::uint32_t chosen = script.menuAnswers.front();
+  script.menuAnswers.pop_front();
+  const auto row = std::find_if(rows.begin(), rows.end(), [chosen](const MenuRow& candidate) {
+    return candidate.command == chosen;
+  });
+  if (row == rows.end() || !row->enabled) {
+    ADD_FAILURE() << "the menu has no row " << chosen << " that can be chosen";
+    return 0;
+  }
+  return chosen;
+}
+
+CloseOrDelete AskCloseOrDelete(const std::u16string& binderName) {
+  const DocumentWork work;
+  test::DialogScript& script = dialogScript();
+  script.closeOrDeleteQuestions.push_back(binderName);
+  if (script.closeOrDeleteAnswers.empty()) return CloseOrDelete::Cancel;
+  const CloseOrDelete answer = script.closeOrDeleteAnswers.front();
+  script.closeOrDeleteAnswers.pop_front();
   return answer;
 }
 

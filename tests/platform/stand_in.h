@@ -108,12 +108,19 @@ struct StandInTreeRow {
   TreeRowContent content;
   bool expanded = false;
   bool removed = false;
+  bool dimmed = false;
 };
 struct StandInTree {
   std::vector<StandInTreeRow> rows;
   std::map<TreeRow, std::vector<TreeRow>> children;  // by row, in the order of the tree
   int updates = 0;                                   // those that are under way
   int clearings = 0;
+  TreeRow selected = kNoTreeRow;
+  TreeRow top = kNoTreeRow;     // where it is scrolled to; kNoTreeRow for its first row
+  TreeRow edited = kNoTreeRow;  // the row whose in-place edit was last started
+  TreeRow marked = kNoTreeRow;  // the row with the drop mark
+  bool markedBelow = false;
+  int repaints = 0;
 
   // The texts of all rows as they stand below each other, indented by a blank for each level.
   std::vector<std::u16string> outline() const;
@@ -209,6 +216,8 @@ struct StandIn {
   std::map<std::u16string, std::u16string> defaultHandlers;  // by extension
   std::vector<Shortcut> shortcuts;
   bool shortcutResult = true;
+  std::vector<std::u16string> shownInFolder;
+  bool showInFolderResult = true;
 };
 
 StandIn& standIn();

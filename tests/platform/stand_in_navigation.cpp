@@ -60,7 +60,24 @@ void endTreeUpdate(Tree tree) {
   --treeOf(tree).updates;
 }
 
+TreeRow topTreeRow(Tree tree) {
+  const std::vector<TreeRow> order = treeOf(tree).order();
+  return treeOf(tree).top == kNoTreeRow && !order.empty() ? order.front() : treeOf(tree).top;
+}
+
+void keepTreeRowOnTop(Tree tree, TreeRow row) {
+  if (row != kNoTreeRow) rowOf(tree, row);
+  treeOf(tree).top = row;
+}
+
+void repaintTree(Tree tree) {
+  ++treeOf(tree).repaints;
+}
+
 void clearTree(Tree tree) {
+  treeOf(tree).selected = kNoTreeRow;
+  treeOf(tree).top = kNoTreeRow;
+  treeOf(tree).marked = kNoTreeRow;
   noteShown(tree == Tree::Navigation ? "navigation tree" : "binder tree");
   treeOf(tree).rows.clear();
   treeOf(tree).children.clear();
@@ -84,6 +101,10 @@ TreeRow insertTreeRow(Tree tree, const TreePlace& place, const TreeRowContent& c
   return rows.size();
 }
 
+std::int32_t treeRowEntry(Tree tree, TreeRow row) {
+  return row == kNoTreeRow ? -1 : rowOf(tree, row).content.entry;
+}
+
 void removeTreeRow(Tree tree, TreeRow row) {
   StandInTreeRow& gone = rowOf(tree, row);
   if (!treeOf(tree).children[row].empty()) ADD_FAILURE() << "a row with rows below it";
@@ -103,6 +124,42 @@ void setTreeRowExpandable(Tree tree, TreeRow row, bool expandable) {
 
 void expandTreeRow(Tree tree, TreeRow row) {
   if (!treeOf(tree).children[row].empty()) rowOf(tree, row).expanded = true;
+}
+
+void collapseTreeRow(Tree tree, TreeRow row) {
+  rowOf(tree, row).expanded = false;
+}
+
+void setTreeRowBold(Tree tree, TreeRow row, bool bold) {
+  rowOf(tree, row).content.bold = bold;
+}
+
+void setTreeRowDimmed(Tree tree, TreeRow row, bool dimmed) {
+  rowOf(tree, row).dimmed = dimmed;
+}
+
+TreeRow selectedTreeRow(Tree tree) {
+  return treeOf(tree).selected;
+}
+
+void selectTreeRow(Tree tree, TreeRow row) {
+  if (row != kNoTreeRow) rowOf(tree, row);
+  treeOf(tree).selected = row;
+}
+
+void editTreeRow(Tree tree, TreeRow row) {
+  rowOf(tree, row);
+  treeOf(tree).edited = row;
+}
+
+void markTreeDrop(Tree tree, TreeRow row, bool below) {
+  rowOf(tree, row);
+  treeOf(tree).marked = row;
+  treeOf(tree).markedBelow = below;
+}
+
+void clearTreeDropMark(Tree tree) {
+  treeOf(tree).marked = kNoTreeRow;
 }
 
 std::u16string findFieldText() {

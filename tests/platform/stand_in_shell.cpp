@@ -38,6 +38,12 @@ std::u16string effectiveDefaultHandler(const std::u16string& extension) {
   return handler == standIn().defaultHandlers.end() ? std::u16string() : handler->second;
 }
 
+bool showInFolder(const std::u16string& path) {
+  if (!standIn().showInFolderResult || !fileExists(path)) return false;
+  standIn().shownInFolder.push_back(path);
+  return true;
+}
+
 bool createShortcut(const Shortcut& shortcut) {
   standIn().shortcuts.push_back(shortcut);
   if (!standIn().shortcutResult) return false;

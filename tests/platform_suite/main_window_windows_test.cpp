@@ -346,6 +346,20 @@ TEST_F(MainWindowWindows, TheRebuildIsPostedAndTheCloseIsSent) {
   EXPECT_EQ(windowMessages[WM_CLOSE], 1);
 }
 
+TEST_F(MainWindowWindows, RebuildsAreOneUntilTheMessageIsHandled) {
+  const auto takeRebuild = [] {
+    MSG message{};
+    return PeekMessageW(&message, windowHandles.main, kBinderTreeRebuildMessage,
+                        kBinderTreeRebuildMessage, PM_REMOVE) != FALSE;
+  };
+  for (int i = 0; i < 3; ++i) postBinderTreeRebuild();
+  EXPECT_TRUE(takeRebuild());
+  EXPECT_FALSE(takeRebuild());
+  windowHandles.binderRebuildPosted = false;
+  postBinderTreeRebuild();
+  EXPECT_TRUE(takeRebuild());
+}
+
 TEST_F(MainWindowWindows, TheMouseIsCapturedAndReleased) {
   captureMouse();
   EXPECT_EQ(GetCapture(), windowHandles.main);

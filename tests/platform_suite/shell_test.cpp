@@ -28,6 +28,11 @@ TEST_F(ShellSuite, AShortcutIsMadeAndReplaced) {
   EXPECT_TRUE(createShortcut(shortcut));
 }
 
+TEST_F(ShellSuite, AMissingFileCannotBeShownInItsFolder) {
+  EXPECT_FALSE(showInFolder(in(u"none.pdf")));
+  EXPECT_FALSE(showInFolder(in(u"none\\none.pdf")));
+}
+
 TEST_F(ShellSuite, AShortcutInAMissingFolderFails) {
   EXPECT_FALSE(createShortcut({in(u"none\\a.lnk"), in(u"a.exe"), u""}));
 }

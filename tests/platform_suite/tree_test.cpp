@@ -86,6 +86,53 @@ TEST_F(TreeSuite, AnExpandedRowStaysSoWhileItsRowsChange) {
   EXPECT_EQ(scene.rows(), (Rows{u"-root", u" first"}));
 }
 
+TEST_F(TreeSuite, ARowIsSelectedAndNoneIsAfterClearing) {
+  const TreeRow one = insert(kNoTreeRow, kNoTreeRow, u"one");
+  const TreeRow two = insert(kNoTreeRow, one, u"two");
+  EXPECT_EQ(selectedTreeRow(Tree::Navigation), kNoTreeRow);
+  selectTreeRow(Tree::Navigation, two);
+  EXPECT_EQ(selectedTreeRow(Tree::Navigation), two);
+  selectTreeRow(Tree::Navigation, kNoTreeRow);
+  EXPECT_EQ(selectedTreeRow(Tree::Navigation), kNoTreeRow);
+  selectTreeRow(Tree::Navigation, one);
+  clearTree(Tree::Navigation);
+  EXPECT_EQ(selectedTreeRow(Tree::Navigation), kNoTreeRow);
+}
+
+TEST_F(TreeSuite, ARowKeepsItsEntry) {
+  const TreeRow row = insertTreeRow(Tree::Navigation, {}, {u"row", 0x0032FFFF, false, true});
+  EXPECT_EQ(treeRowEntry(Tree::Navigation, row), 0x0032FFFF);
+  EXPECT_EQ(treeRowEntry(Tree::Navigation, kNoTreeRow), -1);
+  setTreeRowBold(Tree::Navigation, row, false);
+  setTreeRowDimmed(Tree::Navigation, row, true);
+  EXPECT_EQ(treeRowEntry(Tree::Navigation, row), 0x0032FFFF);
+}
+
+TEST_F(TreeSuite, ACollapsedRowKeepsItsRows) {
+  const TreeRow one = insert(kNoTreeRow, kNoTreeRow, u"one", true);
+  insert(one, kNoTreeRow, u"below");
+  expandTreeRow(Tree::Navigation, one);
+  collapseTreeRow(Tree::Navigation, one);
+  EXPECT_EQ(scene.rows(), (Rows{u"+one", u" below"}));
+}
+
+TEST_F(TreeSuite, TheFirstRowIsOnTopOfATreeThatWasNotScrolled) {
+  const TreeRow one = insert(kNoTreeRow, kNoTreeRow, u"one");
+  insert(kNoTreeRow, one, u"two");
+  EXPECT_EQ(topTreeRow(Tree::Navigation), one);
+}
+
+TEST_F(TreeSuite, ARebuiltTreeIsScrolledToTheRowThatWasNamed) {
+  beginTreeUpdate(Tree::Navigation);
+  clearTree(Tree::Navigation);
+  TreeRow rows[100];
+  TreeRow previous = kNoTreeRow;
+  for (TreeRow& row : rows) row = previous = insert(kNoTreeRow, previous, u"row");
+  keepTreeRowOnTop(Tree::Navigation, rows[40]);
+  endTreeUpdate(Tree::Navigation);
+  EXPECT_EQ(topTreeRow(Tree::Navigation), rows[40]);
+}
+
 TEST_F(TreeSuite, AClearedTreeHasNoRows) {
   const TreeRow one = insert(kNoTreeRow, kNoTreeRow, u"one");
   insert(one, kNoTreeRow, u"below");

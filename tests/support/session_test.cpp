@@ -4,6 +4,7 @@
 
 #include "dialogs/dialog_script.h"
 #include "documents/open_requests.h"
+#include "panels/binder_panel.h"
 #include "support/engine.h"
 
 namespace quillmere::test {
@@ -59,7 +60,11 @@ FPDF_DOCUMENT SessionTest::openInPane(int pane, const std::string& bytes,
 
 void SessionTest::deliverPosted() {
   int& posted = platform::standIn().window.waitingWorkPosted;
-  while (std::exchange(posted, 0) > 0) openWaiting();
+  int& rebuilds = platform::standIn().window.binderTreeRebuildsPosted;
+  while (posted > 0 || rebuilds > 0) {
+    if (std::exchange(posted, 0) > 0) openWaiting();
+    if (std::exchange(rebuilds, 0) > 0) BuildBinderTree();
+  }
 }
 
 DocumentHandle SessionTest::loadDocument(const std::string& bytes) {

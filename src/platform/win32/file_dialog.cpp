@@ -23,6 +23,14 @@ void setFilters(IFileDialog& dialog, const std::vector<FileFilter>& filters) {
   dialog.SetFileTypeIndex(1);  // one-based
 }
 
+void setFolder(IFileDialog& dialog, const std::u16string& folder) {
+  void* item = nullptr;
+  if (folder.empty()) return;
+  if (FAILED(SHCreateItemFromParsingName(wide(folder), nullptr, IID_IShellItem, &item))) return;
+  const ComOwner<IShellItem> owner(static_cast<IShellItem*>(item));
+  dialog.SetFolder(owner.get());
+}
+
 void setOptions(IFileOpenDialog& dialog, bool allowSeveral) {
   FILEOPENDIALOGOPTIONS options = 0;
   dialog.GetOptions(&options);
@@ -61,16 +69,9 @@ std::vector<std::u16string> runDialog(const OpenDialogRequest& request) {
   if (!request.title.empty()) dialog->SetTitle(wide(request.title));
   setFilters(*dialog, request.filters);
   setOptions(*dialog, request.allowSeveral);
+  setFolder(*dialog, request.folder);
   if (FAILED(dialog->Show(windowHandles.main))) return {};
   return chosenPaths(*dialog);
-}
-
-void setFolder(IFileDialog& dialog, const std::u16string& folder) {
-  void* item = nullptr;
-  if (folder.empty()) return;
-  if (FAILED(SHCreateItemFromParsingName(wide(folder), nullptr, IID_IShellItem, &item))) return;
-  const ComOwner<IShellItem> owner(static_cast<IShellItem*>(item));
-  dialog.SetFolder(owner.get());
 }
 
 std::u16string chosenPath(IFileDialog& dialog) {

@@ -254,8 +254,9 @@ void focusBinderTree() {
 }
 
 void postBinderTreeRebuild() {
-  if (mainWindow() == nullptr) return;
-  PostMessageW(mainWindow(), kBinderTreeRebuildMessage, 0, 0);
+  if (mainWindow() == nullptr || windowHandles.binderRebuildPosted) return;
+  windowHandles.binderRebuildPosted =
+      PostMessageW(mainWindow(), kBinderTreeRebuildMessage, 0, 0) != FALSE;
 }
 
 void postWaitingWork() {

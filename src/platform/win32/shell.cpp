@@ -84,6 +84,15 @@ std::u16string effectiveDefaultHandler(const std::u16string& extension) {
   return SUCCEEDED(result) && handler != nullptr ? fromWide(handler) : std::u16string();
 }
 
+bool showInFolder(const std::u16string& path) {
+  const ComApartment apartment;
+  PIDLIST_ABSOLUTE item = nullptr;
+  if (FAILED(SHParseDisplayName(wide(path), nullptr, &item, 0, nullptr))) return false;
+  const HRESULT result = SHOpenFolderAndSelectItems(item, 0, nullptr, 0);
+  CoTaskMemFree(item);
+  return SUCCEEDED(result);
+}
+
 bool createShortcut(const Shortcut& shortcut) {
   const ComApartment apartment;
   const auto link = createComObject<IShellLinkW>(CLSID_ShellLink, IID_IShellLinkW);

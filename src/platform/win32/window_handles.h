@@ -46,6 +46,7 @@ struct WindowHandles {
   void (*layoutChildren)() = nullptr;     // moves the children to their places
   // What the items of the menu bar show, by command. Cleared when the items are created again.
   std::unordered_map<std::uint32_t, MenuItemState> menuItems;
+  bool binderRebuildPosted = false;   // and not handled yet
   bool placing = false;               // the main window is being moved to its stored place
   std::u16string title;               // of the main window
   bool titleWaits = false;            // the caption does not show it yet
