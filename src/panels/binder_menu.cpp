@@ -62,11 +62,6 @@ MenuRow checkItem(std::uint32_t command, const char16_t* text, bool checked) {
   return {command, text, true, checked, {}};
 }
 
-bool anyCustomBinder() {
-  return std::any_of(session.binderLibrary.begin(), session.binderLibrary.end(),
-                     [](const BinderFile& binder) { return !binder.isWorkingDocuments; });
-}
-
 std::vector<MenuRow> spaceMenu() {
   return {item(kNewBinder, u"Add New Binder..."),
           item(kExistingBinder, u"Add Existing Binder..."),
@@ -75,7 +70,7 @@ std::vector<MenuRow> spaceMenu() {
           MenuRow{},
           item(kCollapseAll, u"Collapse All", !session.binderLibrary.empty()),
           MenuRow{},
-          item(kCloseAllCustom, u"Close All Custom Binders", anyCustomBinder())};
+          item(kCloseAllCustom, u"Close All Custom Binders", AnyCustomBinder())};
 }
 
 std::vector<MenuRow> workingDocumentsMenu(const BinderFile& binder) {
