@@ -109,6 +109,23 @@ void markupsChanged(FPDF_DOCUMENT document, int page) {
   repaint();
 }
 
+// Annotations may have other numbers now.
+void placementsChanged(FPDF_DOCUMENT document) {
+  const Report report;
+  forgetPickedMarkup();
+  forgetMarkupTip();
+  for (const int pane : panesHolding(document)) {
+    noteDocumentChanged(pane);
+    break;
+  }
+  repaint();
+}
+
+void stampLibraryChanged() {
+  const Report report;
+  platform::invalidateStampPanel();
+}
+
 void hitsChanged() {
   const Report report;
   FindStatusText();

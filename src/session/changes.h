@@ -28,6 +28,13 @@ void turnsChanged(int pane);
 // A markup of the document's page (zero-based) was made or removed, or its note changed.
 void markupsChanged(FPDF_DOCUMENT document, int page);
 
+// A placement of the document was made, changed or removed; its annotation may have gone. The
+// document may be null.
+void placementsChanged(FPDF_DOCUMENT document);
+
+// Stamps came into the library or left it.
+void stampLibraryChanged();
+
 // The search results or the current hit changed.
 void hitsChanged();
 
