@@ -5,6 +5,8 @@
 #include "annot/markup_list.h"
 #include "annot/markup_tip.h"
 #include "annot/markups.h"
+#include "annot/placements.h"
+#include "annot/text_dialog.h"
 #include "app/commands.h"
 #include "documents/shelve.h"
 #include "nav/bookmarks.h"
@@ -141,8 +143,13 @@ void documentsLeaving() {
   repaint();
 }
 
+// Stamps and text are placed in SinglePage only.
 void documentsChanged() {
   const Report report;
+  if (session.viewMode != ViewMode::SinglePage) {
+    closeTextDialog();
+    ClearPlacementSelection();
+  }
   refreshMenus();
   refreshTitle();
   refreshStatus();

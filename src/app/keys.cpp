@@ -3,6 +3,7 @@
 #include "annot/markup_dialog.h"
 #include "annot/markup_tip.h"
 #include "annot/placement_editing.h"
+#include "annot/text_dialog.h"
 #include "app/commands.h"
 #include "nav/find.h"
 #include "nav/find_bar.h"
@@ -58,7 +59,9 @@ void stepThroughHits() {
 }
 
 void closeWhatIsInFront() {
-  if (markupDialogOpen()) {
+  if (textDialogOpen()) {
+    closeTextDialog();
+  } else if (markupDialogOpen()) {
     closeMarkupDialog();
   } else {
     CloseFindBar();

@@ -8,6 +8,7 @@
 #include "nav/jump_history.h"
 #include "nav/links.h"
 #include "panels/left_panel.h"
+#include "panels/stamp_panel.h"
 #include "panels/stamp_splitter.h"
 #include "platform/keyboard.h"
 #include "platform/main_window.h"
@@ -255,6 +256,7 @@ void pressSideButton(int x, bool forward) {
 
 void turnWheel(int x, int y, int delta, bool shift, bool control) {
   HideMarkupTip();
+  if (stampPanelRect().contains(x, y)) return turnStampPanelWheel(delta);
   const unsigned modifiers = (shift ? kWheelShift : 0) | (control ? kWheelControl : 0);
   handleWheel(paneForPointer(x), modifiers, delta, x, y);
 }
