@@ -52,7 +52,7 @@ class PicturesWindows : public PlatformSuite {
   }
 };
 
-bool near(std::uint32_t pixel, std::uint32_t wanted) {
+bool alike(std::uint32_t pixel, std::uint32_t wanted) {
   for (const int shift : {0, 8, 16, 24}) {
     const int difference =
         static_cast<int>(pixel >> shift & 0xFF) - static_cast<int>(wanted >> shift & 0xFF);
@@ -72,8 +72,8 @@ TEST_F(PicturesWindows, TheUsualFormatsAreDecoded) {
     ASSERT_TRUE(picture);
     EXPECT_EQ(picture->width, 8);
     EXPECT_EQ(picture->height, 4);
-    EXPECT_TRUE(near(picture->pixels[0], 0xFFFF0000)) << std::hex << picture->pixels[0];
-    EXPECT_TRUE(near(picture->pixels[7], 0xFF0000FF)) << std::hex << picture->pixels[7];
+    EXPECT_TRUE(alike(picture->pixels[0], 0xFFFF0000)) << std::hex << picture->pixels[0];
+    EXPECT_TRUE(alike(picture->pixels[7], 0xFF0000FF)) << std::hex << picture->pixels[7];
   }
 }
 
