@@ -41,6 +41,10 @@ RATIOS = [
     Row("pan-repaint", "one move of a drag pan, painted / one copy of the client area", "ms", 4.0),
     Row("mark", "making a mark / PDFium render", "ms", 1.2),
     Row("mark-painted", "making a mark to painted / the same", "ms", None),
+    Row("open-stamped", "open with 100 stamps to first painted page / PDFium load + 100 pages", "ms",
+        1.5),
+    Row("stamp-drag", "one move of a stamp, painted / one copy of the client area", "ms", None),
+    Row("stamp-library", "opening the panel with 50 large pictures / decoding them once", "ms", 1.3),
     Row("find-literal", "find in the whole document / PDFium page + text page + find", "ms", 1.1),
     Row("find-regex", "the same with a regular expression / the same PDFium calls", "ms", 1.1),
     Row("find-keystroke", "a keystroke in the find bar / PDFium text page + find", "ms", 1.2),
@@ -68,6 +72,7 @@ DIFFERENCES = [
 ]
 
 COUNTS = [
+    Row("stamp-drag-renders", "renderings during 200 moves of a stamp", "", 0),
     Row("pan-engine-calls", "calls into PDFium during 200 moves of a drag pan", "", 0),
 ]
 
@@ -214,6 +219,13 @@ def measure_marks(samples, document):
     samples.take(wine("bench_marks", windows_path(document)))
 
 
+def measure_placements(samples, document):
+    progress(f"Stamps on {document.name}")
+    samples.take(wine("bench_placements", windows_path(document)))
+    progress("A library of large stamps")
+    samples.take(wine("bench_placements", "--library"))
+
+
 def measure_outlines(samples, made):
     progress("Filling the tree")
     for name in "outline-flat.pdf", "outline-deep.pdf":
@@ -321,6 +333,7 @@ def main():
     measure_outlines(samples, made)
     measure_marks(samples, manuals[0])
     measure_binders(samples, documents)
+    measure_placements(samples, documents[0])
     measure_processes(samples, documents)
     measure_engine(samples, documents, repetitions)
     measure_peers(samples, documents[0], repetitions)

@@ -1,6 +1,7 @@
 #include "annot/annotations.h"
 
 #include <fpdf_annot.h>
+#include <quillmere_engine.h>
 
 #include <algorithm>
 #include <vector>
@@ -23,6 +24,19 @@ AnnotationHandle annotationAt(FPDF_PAGE page, std::int32_t index) {
 bool isMarkup(FPDF_ANNOTATION annotation) {
   const FPDF_ANNOTATION_SUBTYPE subtype = FPDFAnnot_GetSubtype(annotation);
   return subtype == FPDF_ANNOT_HIGHLIGHT || subtype == FPDF_ANNOT_STRIKEOUT;
+}
+
+std::vector<int> pagesWithAnnotations(FPDF_DOCUMENT document,
+                                      std::span<const FPDF_ANNOTATION_SUBTYPE> subtypes) {
+  const int kinds = static_cast<int>(subtypes.size());
+  std::vector<int> pages(64);
+  for (;;) {
+    const int room = static_cast<int>(pages.size());
+    const int count =
+        QuillmereEngine_FindAnnotatedPages(document, subtypes.data(), kinds, pages.data(), room);
+    pages.resize(static_cast<std::size_t>(std::max(count, 0)));
+    if (count <= room) return pages;
+  }
 }
 
 std::u16string ReadAnnotString(FPDF_ANNOTATION annotation, const char* key) {

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <fpdf_annot.h>
 #include <fpdfview.h>
 
 #include <cstdint>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "session/pdfium_handles.h"
 
@@ -29,6 +32,11 @@ AnnotationHandle annotationAt(FPDF_PAGE page, std::int32_t index);
 
 // True for highlights and strikethroughs, whoever made them.
 bool isMarkup(FPDF_ANNOTATION annotation);
+
+// Zero-based numbers of the pages with at least one annotation of these subtypes, in order. Finds
+// them without reading what the pages show.
+std::vector<int> pagesWithAnnotations(FPDF_DOCUMENT document,
+                                      std::span<const FPDF_ANNOTATION_SUBTYPE> subtypes);
 
 // The text of an entry such as "Contents"; empty without one, and for null.
 std::u16string ReadAnnotString(FPDF_ANNOTATION annotation, const char* key);

@@ -2,12 +2,9 @@
 
 #include <commctrl.h>
 
-#include <algorithm>
-
 #include "annot/markup_dialog.h"
 #include "annot/markups.h"
 #include "platform/win32/dialog_parts.h"
-#include "platform/win32/sized.h"
 #include "platform/win32/system_fonts.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
@@ -169,19 +166,6 @@ LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARA
   }
 }
 
-// Where it was last, moved onto a screen that exists now; otherwise the middle of the main window.
-POINT placeFor(const MarkupDialogView& view, SIZE size) {
-  if (!view.place) return platform::middlePlace(windowHandles.main, size);
-  const LONG left = view.place->left;
-  const LONG top = view.place->top;
-  const RECT wanted{left, top, left + size.cx, top + size.cy};
-  auto monitor = platform::sized<MONITORINFO>();
-  GetMonitorInfoW(MonitorFromRect(&wanted, MONITOR_DEFAULTTONEAREST), &monitor);
-  const RECT& screen = monitor.rcWork;
-  return {std::max(std::min(left, screen.right - size.cx), screen.left),
-          std::max(std::min(top, screen.bottom - size.cy), screen.top)};
-}
-
 }  // namespace
 
 bool markupDialogOpen() {
@@ -191,7 +175,9 @@ bool markupDialogOpen() {
 void openMarkupDialog(const MarkupDialogView& view) {
   platform::registerDialogClass(kClassName, dialogProcedure);
   const SIZE size = platform::dialogSize(scaled(kClientWidth), scaled(kClientHeight), session.dpi);
-  const POINT place = placeFor(view, size);
+  const POINT place = view.place
+                          ? platform::placeOnScreen({view.place->left, view.place->top}, size)
+                          : platform::middlePlace(windowHandles.main, size);
   const HWND dialog = CreateWindowExW(
       platform::kDialogExtendedStyle, kClassName, kTitle, platform::kDialogStyle, place.x, place.y,
       size.cx, size.cy, windowHandles.main, nullptr, GetModuleHandleW(nullptr), nullptr);

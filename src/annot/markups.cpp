@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "annot/annotations.h"
+#include "annot/placements.h"
 #include "session/changes.h"
 #include "session/document_slots.h"
 #include "session/session.h"
@@ -138,16 +139,6 @@ std::int32_t popupOf(FPDF_PAGE page, std::int32_t annot) {
   return FPDFAnnot_GetSubtype(annotation.get()) == FPDF_ANNOT_POPUP ? popup : -1;
 }
 
-// Placements refer to annotations by index, and the indexes above a removed one drop by one.
-void shiftPlacements(FPDF_DOCUMENT document, std::int32_t page, std::int32_t removed) {
-  if (session.placementDocument != document) return;
-  const auto found = session.placements.find(page);
-  if (found == session.placements.end()) return;
-  for (Placement& placement : found->second) {
-    if (placement.annotIndex > removed) --placement.annotIndex;
-  }
-}
-
 // The object of a removed annotation may still be written to the file, so remove its text first.
 bool removeAnnotation(FPDF_PAGE page, std::int32_t index) {
   {
@@ -169,7 +160,7 @@ bool removeWithPopup(FPDF_DOCUMENT document, std::int32_t pageIndex, std::int32_
   for (const std::int32_t index : {higher, lower}) {
     if (index < 0) continue;
     if (!removeAnnotation(page.get(), index)) return false;
-    shiftPlacements(document, pageIndex, index);
+    lowerPlacementIndexes(document, pageIndex, index);
   }
   return true;
 }

@@ -1,7 +1,6 @@
 #include "annot/read_markups.h"
 
 #include <fpdf_edit.h>
-#include <quillmere_engine.h>
 
 #include <algorithm>
 #include <iterator>
@@ -101,15 +100,7 @@ FoundMarkup readMarkup(FPDF_ANNOTATION annotation, int page, TextUnderQuads& tex
 }  // namespace
 
 std::vector<int> pagesWithMarkups(FPDF_DOCUMENT document) {
-  constexpr int kKinds = static_cast<int>(std::size(kSubtypes));
-  std::vector<int> pages(64);
-  for (;;) {
-    const int room = static_cast<int>(pages.size());
-    const int count =
-        QuillmereEngine_FindAnnotatedPages(document, kSubtypes, kKinds, pages.data(), room);
-    pages.resize(static_cast<std::size_t>(std::max(count, 0)));
-    if (count <= room) return pages;
-  }
+  return pagesWithAnnotations(document, kSubtypes);
 }
 
 std::vector<FoundMarkup> readMarkupsOfPage(FPDF_DOCUMENT document, int page) {

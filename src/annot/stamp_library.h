@@ -1,8 +1,45 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// The user's stamps: PNG files in one folder, and "stamps.lst", which names them in their order.
+// The date stamp stands before them.
 namespace quillmere {
 
-// Reads the user's stamps.
+inline constexpr int kMostUserStamps = 50;
+
+// Rebuilds the library from the folder. Reads the sizes of the pictures, not their pixels.
 void LoadStampLibrary();
+
+// Writes "stamps.lst". Failure is ignored.
+void SaveStampList();
+
+// Brings the library up to date when the panel opens: today's date stamp, files that came or went.
+// Pending stamps keep the picture that they show. Entries that cannot be decoded drop out.
+void refreshStampLibrary();
+
+// Takes a user stamp out of the library; its file stays. Stamps on pages keep the picture.
+void RemoveStamp(std::int32_t index);
+
+// Full paths of the PNG files in the folder, the date stamp excepted; those that are in no entry
+// only, if `orphansOnly`.
+std::vector<std::u16string> ListStampFiles(bool orphansOnly);
+
+// Deletes all user stamps with their files, and pending stamps that stand on them. Does not ask.
+void DeleteAllStamps();
+
+// Asks, and deletes files that no entry uses.
+void ClearOrphanedStamps();
+
+bool isStampIndex(std::int32_t index);
+int countUserStamps();
+// Whether a user stamp has this file name, ignoring case.
+bool hasUserStamp(std::u16string_view fileName);
+
+// Appends an entry for the file, with this name, if its picture has a size. False when it has none.
+bool appendStamp(const std::u16string& path, std::u16string_view name, bool isSystem);
 
 }  // namespace quillmere

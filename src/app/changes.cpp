@@ -5,6 +5,8 @@
 #include "annot/markup_list.h"
 #include "annot/markup_tip.h"
 #include "annot/markups.h"
+#include "annot/placements.h"
+#include "annot/text_dialog.h"
 #include "app/commands.h"
 #include "documents/shelve.h"
 #include "nav/bookmarks.h"
@@ -124,6 +126,23 @@ void allMarkupsChanged() {
   repaint();
 }
 
+// Annotations may have other numbers now.
+void placementsChanged(FPDF_DOCUMENT document) {
+  const Report report;
+  forgetPickedMarkup();
+  forgetMarkupTip();
+  for (const int pane : panesHolding(document)) {
+    noteDocumentChanged(pane);
+    break;
+  }
+  repaint();
+}
+
+void stampLibraryChanged() {
+  const Report report;
+  platform::invalidateStampPanel();
+}
+
 void hitsChanged() {
   const Report report;
   HideMarkupTip();
@@ -141,8 +160,13 @@ void documentsLeaving() {
   repaint();
 }
 
+// Stamps and text are placed in SinglePage only.
 void documentsChanged() {
   const Report report;
+  if (session.viewMode != ViewMode::SinglePage) {
+    closeTextDialog();
+    ClearPlacementSelection();
+  }
   refreshMenus();
   refreshTitle();
   refreshStatus();

@@ -10,9 +10,10 @@
 #include "panels/binder_panel.h"
 #include "panels/binder_panel_window.h"
 #include "panels/left_panel.h"
+#include "panels/stamp_panel.h"
+#include "panels/stamp_panel_window.h"
 #include "panels/stamp_splitter.h"
 #include "platform/main_window.h"
-#include "platform/win32/sized.h"
 #include "platform/win32/system_fonts.h"
 #include "platform/win32/window_handles.h"
 #include "session/density.h"
@@ -47,16 +48,6 @@ HWND createChild(const wchar_t* className, const wchar_t* text, DWORD style, int
   return CreateWindowExW(0, className, text, style, 0, 0, 0, 0, parent,
                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                          GetModuleHandleW(nullptr), nullptr);
-}
-
-void registerPlainClass(const wchar_t* className) {
-  auto description = platform::sized<WNDCLASSEXW>();
-  description.lpfnWndProc = DefWindowProcW;
-  description.hInstance = GetModuleHandleW(nullptr);
-  description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-  description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-  description.lpszClassName = className;
-  RegisterClassExW(&description);
 }
 
 // Tab moves the keyboard from a tree to the page.
@@ -161,9 +152,10 @@ void layoutLeftPanel() {
 }  // namespace
 
 void createChildWindows() {
-  registerPlainClass(L"QuillmereStampPanel");
+  registerStampPanelClass();
   windowHandles.layoutChildren = layoutChildWindows;
   if (session.viewerRole) session.stampPanelVisible = false;
+  if (session.stampPanelVisible) openStampPanel();
   windowHandles.stampPanel = createChild(L"QuillmereStampPanel", L"", WS_CHILD, kStampPanelId);
   createFindBar(kFindBarId);
   createStatusBar();

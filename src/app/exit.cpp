@@ -45,6 +45,7 @@ void tearDown() {
   SaveSettings();
   SaveCurrentViews();
   closeAllDocuments();
+  session.stampLibrary.clear();
   FPDF_DestroyLibrary();
 }
 

@@ -2,6 +2,8 @@
 
 #include "annot/markup_dialog.h"
 #include "annot/markup_tip.h"
+#include "annot/placement_editing.h"
+#include "annot/text_dialog.h"
 #include "app/commands.h"
 #include "nav/find.h"
 #include "nav/find_bar.h"
@@ -57,7 +59,9 @@ void stepThroughHits() {
 }
 
 void closeWhatIsInFront() {
-  if (markupDialogOpen()) {
+  if (textDialogOpen()) {
+    closeTextDialog();
+  } else if (markupDialogOpen()) {
     closeMarkupDialog();
   } else {
     CloseFindBar();
@@ -70,6 +74,7 @@ constexpr KeyRow kKeys[] = {
     {kKeyEscape, closeWhatIsInFront, closeWhatIsInFront},
     {kKeyTab, flipActivePane, flipActivePane},
     {kKeySpace, commandOnSelection<kCmdHighlight>, commandOnSelection<kCmdStrikethrough>},
+    {kKeyDelete, deleteSelectedPlacement, deleteSelectedPlacement},
     {kKeyPageUp, turn<PageKey::PageUp>, turn<PageKey::PageUp>},
     {kKeyPageDown, turn<PageKey::PageDown>, turn<PageKey::PageDown>},
     {kKeyHome, turn<PageKey::Home>, turn<PageKey::Home>},

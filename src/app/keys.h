@@ -19,6 +19,7 @@ enum Key : std::uint32_t {
   kKeyUp = 0x26,
   kKeyRight = 0x27,
   kKeyDown = 0x28,
+  kKeyDelete = 0x2E,
   kKeyA = 'A',
   kKeyC = 'C',
   kKeyF = 'F',

@@ -12,6 +12,7 @@
 
 #include "annot/markup_tip.h"
 #include "annot/stamp_library.h"
+#include "annot/text_tool.h"
 #include "app/child_windows.h"
 #include "app/commands.h"
 #include "app/cursors.h"
@@ -296,6 +297,7 @@ Result onMouseMove(WPARAM wParam, LPARAM lParam) {
 
 Result onMouseLeave(WPARAM, LPARAM) {
   HideMarkupTip();
+  leaveTextTool();
   return 0;
 }
 

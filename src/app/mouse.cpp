@@ -2,10 +2,13 @@
 
 #include "annot/markup_tip.h"
 #include "annot/markups.h"
+#include "annot/placement_editing.h"
+#include "annot/text_tool.h"
 #include "documents/open_requests.h"
 #include "nav/jump_history.h"
 #include "nav/links.h"
 #include "panels/left_panel.h"
+#include "panels/stamp_panel.h"
 #include "panels/stamp_splitter.h"
 #include "platform/keyboard.h"
 #include "platform/main_window.h"
@@ -99,7 +102,9 @@ constexpr PressRow kLeftPresses[] = {
     {pressPanelSplitter, pressPanelSplitter},
     {pressStampSplitter, pressStampSplitter},
     {pressDivider, pressDivider},
+    {pressTextTool, pressTextTool},
     {pressPlaceholder, pressPlaceholder},
+    {pressPlacement, pressPlacement},
     {pressToPan, pressToPan},
     {pressLink, nullptr},
     {pressToSelect, pressWord},
@@ -141,6 +146,8 @@ constexpr GestureRow kGestures[] = {
     {Gesture::StampSplitter, moveAlongX<moveStampSplitterDrag>, endWhereItIs<endStampSplitterDrag>,
      endStampSplitterDrag},
     {Gesture::Divider, moveAlongX<moveDividerDrag>, endWhereItIs<endDividerDrag>, endDividerDrag},
+    {Gesture::Placement, movePlacementDrag, moveAndEnd<movePlacementDrag, endPlacementDrag>,
+     endPlacementDrag},
     {Gesture::Pan, moveDragPan, moveAndEnd<moveDragPan, endDragPan>, endDragPan},
     {Gesture::Select, moveTextSelection, moveAndEnd<moveTextSelection, endTextSelection>,
      endTextSelection},
@@ -152,6 +159,25 @@ const GestureRow* currentGesture() {
     if (row.kind == session.gesture.kind) return &row;
   }
   return nullptr;
+}
+
+CursorKind cursorFor(PlacementCursor cursor) {
+  switch (cursor) {
+    case PlacementCursor::Rotate:
+      return CursorKind::Rotate;
+    case PlacementCursor::ResizeHorizontal:
+      return CursorKind::ResizeHorizontal;
+    case PlacementCursor::ResizeVertical:
+      return CursorKind::ResizeVertical;
+    case PlacementCursor::ResizeFalling:
+      return CursorKind::ResizeFalling;
+    case PlacementCursor::ResizeRising:
+      return CursorKind::ResizeRising;
+    case PlacementCursor::Move:
+    case PlacementCursor::None:
+      break;
+  }
+  return CursorKind::Move;
 }
 
 bool aboveStatusBar(int y) {
@@ -185,6 +211,7 @@ void doubleClickLeft(int x, int y) {
 }
 
 void movePointer(int x, int y) {
+  moveTextTool(x, y);
   if (const GestureRow* gesture = currentGesture()) gesture->move(x, y);
 }
 
@@ -209,6 +236,7 @@ void loseCapture() {
 
 std::vector<MenuRow> releaseRight(int x, int y) {
   HideMarkupTip();
+  if (turnTextTool(x, y)) return {};
   const int pane = paneUnder(x, y);
   if (pane < 0) return {};
   activatePane(pane);
@@ -228,6 +256,7 @@ void pressSideButton(int x, bool forward) {
 
 void turnWheel(int x, int y, int delta, bool shift, bool control) {
   HideMarkupTip();
+  if (stampPanelRect().contains(x, y)) return turnStampPanelWheel(delta);
   const unsigned modifiers = (shift ? kWheelShift : 0) | (control ? kWheelControl : 0);
   handleWheel(paneForPointer(x), modifiers, delta, x, y);
 }
@@ -238,7 +267,10 @@ CursorKind cursorAt(int x, int y) {
   if (onLeftSplitter(x) || onStampSplitter(x, y) || onDivider(x)) {
     return CursorKind::ResizeHorizontal;
   }
+  if (textToolPlaces(x, y)) return CursorKind::Cross;
   if (placeholderAt(x, y) >= 0) return CursorKind::Hand;
+  const PlacementCursor onPlacement = placementCursorAt(x, y);
+  if (onPlacement != PlacementCursor::None) return cursorFor(onPlacement);
   const int pane = paneUnder(x, y);
   if (pane < 0) return CursorKind::Default;
   if (platform::shiftDown() || dragPanActive() || LinkAtPoint(pane, x, y) != nullptr)

@@ -15,6 +15,11 @@ enum class CursorKind {
   SidewaysBeam,
   ResizeHorizontal,
   ResizeVertical,
+  ResizeFalling,  // from the top left to the bottom right
+  ResizeRising,
+  Move,
+  Rotate,
+  Cross,
 };
 
 void pressLeft(int x, int y);

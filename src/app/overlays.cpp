@@ -1,5 +1,7 @@
 #include "app/overlays.h"
 
+#include <utility>
+
 #include "nav/find_view.h"
 #include "platform/main_window.h"
 
@@ -29,7 +31,25 @@ void addSelection(int pane, std::vector<OverlayQuad>& quads) {
 // In the order of painting.
 constexpr void (*kOverlays[])(int pane, std::vector<OverlayQuad>& quads) = {addHits, addSelection};
 
+void addPlacements(int pane, const PixelRect& area, std::vector<PictureDrawing>& pictures) {
+  pictures = placementDrawings(pane, area);
+}
+
+void addStampGhost(int pane, const PixelRect&, std::vector<PictureDrawing>& pictures) {
+  if (auto ghost = stampGhost(pane)) pictures.push_back(std::move(*ghost));
+}
+
+constexpr void (*kPictures[])(int pane, const PixelRect& area,
+                              std::vector<PictureDrawing>& pictures) = {addPlacements,
+                                                                        addStampGhost};
+
 }  // namespace
+
+std::vector<PictureDrawing> overlayPictures(int pane, const PixelRect& area) {
+  std::vector<PictureDrawing> pictures;
+  for (const auto add : kPictures) add(pane, area, pictures);
+  return pictures;
+}
 
 std::vector<OverlayQuad> overlayQuads(int pane) {
   std::vector<OverlayQuad> quads;

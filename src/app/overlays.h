@@ -3,9 +3,12 @@
 #include <cstdint>
 #include <vector>
 
+#include "annot/placement_view.h"
+#include "base/pixel_rect.h"
 #include "view/selection.h"
 
-// What is painted over the page of a pane, as plain quads; the window code fills them.
+// What is painted over the page of a pane, as plain pictures and quads; the window code draws
+// them.
 namespace quillmere {
 
 struct OverlayColor {
@@ -27,7 +30,11 @@ struct OverlayQuad {
   OverlayColor color;
 };
 
-// Everything that lies over the pane's page, in the order of painting.
+// Placements and the stamp that is dragged over the page, as far as they overlap the rectangle, in
+// the order of painting. They lie under the quads.
+std::vector<PictureDrawing> overlayPictures(int pane, const PixelRect& area);
+
+// Hits and selection over the pane's page, in the order of painting.
 std::vector<OverlayQuad> overlayQuads(int pane);
 
 }  // namespace quillmere

@@ -8,6 +8,7 @@
 
 #include "app/overlays.h"
 #include "app/paint.h"
+#include "app/paint_placements.h"
 #include "app/paint_plan.h"
 #include "platform/win32/pixel_surface.h"
 #include "platform/win32/system_fonts.h"
@@ -138,6 +139,8 @@ void drawPaneContent(HDC dc, int pane, const PanePlan& plan) {
   } else if (plan.showsPlaceholder) {
     drawPlaceholder(dc, pane, plan);
   }
+  DrawPlacements(dc, pane, plan.content);
+  drawTextGhost(dc, pane);
   drawOverlays(dc, pane);
 }
 

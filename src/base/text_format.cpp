@@ -1,5 +1,7 @@
 #include "base/text_format.h"
 
+#include <charconv>
+
 namespace quillmere {
 
 namespace {
@@ -18,6 +20,14 @@ std::size_t placeholderLength(std::u16string_view text) {
 std::u16string decimal(std::int64_t value) {
   const std::string digits = std::to_string(value);
   return std::u16string(digits.begin(), digits.end());
+}
+
+std::u16string sixDigits(double value) {
+  constexpr int kDigits = 6;
+  char text[32];
+  const auto end =
+      std::to_chars(text, text + sizeof text, value, std::chars_format::general, kDigits).ptr;
+  return std::u16string(text, end);
 }
 
 std::u16string formatText(std::u16string_view pattern,

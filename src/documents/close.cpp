@@ -1,6 +1,6 @@
 #include "documents/close.h"
 
-#include "annot/placement_record.h"
+#include "annot/placements.h"
 #include "base/limits.h"
 #include "documents/save.h"
 #include "platform/text.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "annot/placement_record.h"
+#include "annot/placements.h"
 #include "documents/close.h"
 #include "documents/open.h"
 #include "platform/main_window.h"

@@ -4,7 +4,8 @@
 
 #include <utility>
 
-#include "annot/placement_record.h"
+#include "annot/placements.h"
+#include "annot/write_placements.h"
 #include "base/limits.h"
 #include "base/product.h"
 #include "base/text_format.h"
@@ -61,8 +62,8 @@ StepResult decideReplacement(OpenJob& job) {
 // Writes pending placements into their document before the session forgets them.
 void keepPendingPlacements(DocumentSlot& slot) {
   if (!placementsPending(slot.document.get())) return;
-  WritePendingStamps();
-  WritePendingTextDrops();
+  WritePendingStamps(slot.document.get());
+  WritePendingTextDrops(slot.document.get());
   markEdited(slot);
 }
 

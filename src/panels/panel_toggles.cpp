@@ -1,6 +1,9 @@
 #include "panels/panel_toggles.h"
 
+#include "annot/placements.h"
+#include "annot/text_dialog.h"
 #include "nav/markup_tree.h"
+#include "panels/stamp_panel.h"
 #include "platform/main_window.h"
 #include "session/changes.h"
 #include "session/session.h"
@@ -34,6 +37,12 @@ void toggleBinderPanel() {
 void toggleStampPanel() {
   if (session.viewMode != ViewMode::SinglePage) return;
   session.stampPanelVisible = !session.stampPanelVisible;
+  if (session.stampPanelVisible) {
+    openStampPanel();
+  } else {
+    closeTextDialog();
+    ClearPlacementSelection();
+  }
   panelsChanged();
 }
 

@@ -27,6 +27,8 @@ void setMainWindowTitle(const std::u16string& title);
 
 // Repaints the whole client area, with or without erasing first.
 void invalidateMainWindow(bool erase);
+// Repaints the stamp panel.
+void invalidateStampPanel();
 // Repaints everything invalid at once.
 void updateMainWindow();
 // The same without the child windows.

@@ -6,7 +6,7 @@
 namespace quillmere::platform {
 
 // The first button is the default, but for a box whose name says otherwise.
-enum class BoxButtons { Ok, OkDefaultCancel, YesNo, YesNoCancel };
+enum class BoxButtons { Ok, OkCancel, OkDefaultCancel, YesNo, YesNoCancel };
 enum class BoxIcon { None, Information, Warning, Error, Question };
 
 // The values are the system's own.

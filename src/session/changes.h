@@ -31,6 +31,13 @@ void markupsChanged(FPDF_DOCUMENT document, int page);
 // Annotations may have changed on any page of any document.
 void allMarkupsChanged();
 
+// A placement of the document was made, changed or removed; its annotation may have gone. The
+// document may be null.
+void placementsChanged(FPDF_DOCUMENT document);
+
+// Stamps came into the library or left it.
+void stampLibraryChanged();
+
 // The search results or the current hit changed.
 void hitsChanged();
 

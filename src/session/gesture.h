@@ -13,6 +13,7 @@ enum class Gesture {
   LeftPanelWidth,  // the splitter right of the left panel
   StampSplitter,
   Divider,
+  Placement,
   Pan,
   Select,
 };

@@ -25,6 +25,11 @@ struct AnnotationCloser {
   void operator()(FPDF_ANNOTATION annotation) const { FPDFPage_CloseAnnot(annotation); }
 };
 
+struct PdfBitmapCloser {
+  void operator()(FPDF_BITMAP bitmap) const { FPDFBitmap_Destroy(bitmap); }
+};
+
+using PdfBitmapHandle = std::unique_ptr<std::remove_pointer_t<FPDF_BITMAP>, PdfBitmapCloser>;
 using DocumentHandle = std::unique_ptr<std::remove_pointer_t<FPDF_DOCUMENT>, DocumentCloser>;
 using PageHandle = std::unique_ptr<std::remove_pointer_t<FPDF_PAGE>, PageCloser>;
 using TextPageHandle = std::unique_ptr<std::remove_pointer_t<FPDF_TEXTPAGE>, TextPageCloser>;

@@ -23,8 +23,12 @@
 #include "session/markup_tree.h"
 #include "session/pane_slot.h"
 #include "session/placement.h"
+#include "session/placement_drag.h"
 #include "session/shelf_entry.h"
+#include "session/stamp_drag.h"
+#include "session/stamp_entry.h"
 #include "session/text_selection.h"
+#include "session/text_tool.h"
 #include "session/waiting_opens.h"
 
 namespace quillmere {
@@ -95,6 +99,15 @@ struct SessionState {
   FPDF_DOCUMENT placementDocument = nullptr;                  // their document; not owned
   std::int32_t selectedPlacementPage = -1;
   std::int32_t selectedPlacementIndex = -1;
+  PlacementDrag placementDrag;
+  std::vector<StampEntry> stampLibrary;  // the date stamp first
+  TextTool textTool;
+
+  // The stamp panel. Written by panels/stamp_panel.cpp.
+  std::int32_t stampScroll = 0;        // pixels
+  std::int32_t selectedStamp = -1;     // in the library; -1 for none
+  std::int32_t hoveredStampItem = -1;  // as stampPanelHit() counts
+  StampDrag stampDrag;
 
   // The markup that the last context menu was opened over; -1 for none. Written by
   // annot/markups.cpp.

@@ -15,11 +15,6 @@ namespace {
 constexpr FPDF_DWORD kPaper = 0xFFFFFFFF;
 constexpr int kBytesPerPixel = 4;
 
-struct BitmapCloser {
-  void operator()(FPDF_BITMAP bitmap) const { FPDFBitmap_Destroy(bitmap); }
-};
-using BitmapHandle = std::unique_ptr<std::remove_pointer_t<FPDF_BITMAP>, BitmapCloser>;
-
 double sideInPixels(double points, float zoom) {
   return std::max(1.0, std::trunc(points * zoom));
 }
@@ -45,9 +40,9 @@ bool drawPage(int pane) {
   const PaneSlot& slot = session.panes[pane];
   const int width = slot.pageBitmapWidth;
   const int height = slot.pageBitmapHeight;
-  const BitmapHandle bitmap(FPDFBitmap_CreateEx(width, height, FPDFBitmap_BGRx,
-                                                platform::pixelsOf(slot.pageBitmap.get()),
-                                                width * kBytesPerPixel));
+  const PdfBitmapHandle bitmap(FPDFBitmap_CreateEx(width, height, FPDFBitmap_BGRx,
+                                                   platform::pixelsOf(slot.pageBitmap.get()),
+                                                   width * kBytesPerPixel));
   if (!bitmap) return false;
   FPDFBitmap_FillRect(bitmap.get(), 0, 0, width, height, kPaper);
   FPDF_RenderPageBitmap(bitmap.get(), slot.page.get(), 0, 0, width, height,

@@ -23,6 +23,12 @@
 namespace quillmere::test {
 namespace {
 
+Placement written(std::int32_t annotIndex) {
+  Placement placement;
+  placement.annotIndex = annotIndex;
+  return placement;
+}
+
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
@@ -642,8 +648,8 @@ TEST_F(RemovalTest, PlacementsBehindItKeepTheirAnnotations) {
   openAnnotated({highlightBox(100, 200, 180, 230), "<< /Subtype /Stamp /Rect [0 0 9 9] >>",
                  "<< /Subtype /Stamp /Rect [0 0 9 9] >>"});
   session.placementDocument = document();
-  session.placements[0] = {Placement{1}, Placement{2}, Placement{}};
-  session.placements[1] = {Placement{1}};
+  session.placements[0] = {written(1), written(2), Placement{}};
+  session.placements[1] = {written(1)};
   choose(0, 0);
   RemoveMarkup();
   EXPECT_EQ(session.placements[0][0].annotIndex, 0);
@@ -655,14 +661,14 @@ TEST_F(RemovalTest, PlacementsBehindItKeepTheirAnnotations) {
 TEST_F(RemovalTest, PlacementsBeforeItAndThoseOfAnotherDocumentStayAsTheyAre) {
   openAnnotated({"<< /Subtype /Stamp /Rect [0 0 9 9] >>", highlightBox(100, 200, 180, 230)});
   session.placementDocument = document();
-  session.placements[0] = {Placement{0}};
+  session.placements[0] = {written(0)};
   choose(0, 1);
   RemoveMarkup();
   EXPECT_EQ(session.placements[0][0].annotIndex, 0);
 
   openAnnotated({highlightBox(100, 200, 180, 230)});
   session.placementDocument = nullptr;
-  session.placements[0] = {Placement{1}};
+  session.placements[0] = {written(1)};
   choose(0, 0);
   RemoveMarkup();
   EXPECT_EQ(session.placements[0][0].annotIndex, 1);
@@ -698,7 +704,7 @@ TEST_F(RemovalTest, TheMarksPopUpGoesAlongWhicheverStandsFirst) {
     resetSession();
     openAndShow(pdfWithPopup(popupFirst, "Popup"));
     session.placementDocument = document();
-    session.placements[0] = {Placement{2}};
+    session.placements[0] = {written(2)};
     choose(0, popupFirst ? 1 : 0);
     RemoveMarkup();
     EXPECT_EQ(annotationsOn(document(), 0), 1);

@@ -15,6 +15,14 @@ TEST(TextFormatTest, NumbersAreWrittenInDecimal) {
   EXPECT_EQ(decimal(0xFFFFFFFF), u"4294967295");
 }
 
+TEST(TextFormatTest, NumbersKeepSixSignificantDigits) {
+  EXPECT_EQ(sixDigits(0), u"0");
+  EXPECT_EQ(sixDigits(1234.567), u"1234.57");
+  EXPECT_EQ(sixDigits(-0.5), u"-0.5");
+  EXPECT_EQ(sixDigits(12345678), u"1.23457e+07");
+  EXPECT_EQ(sixDigits(-std::numeric_limits<double>::max()), u"-1.79769e+308");
+}
+
 TEST(TextFormatTest, PlaceholdersTakeTheValuesInOrder) {
   EXPECT_EQ(formatText(u"&%d  %s", {u"3", u"a.pdf"}), u"&3  a.pdf");
   EXPECT_EQ(formatText(u"%u%lu%ls%d%s", {u"1", u"2", u"3", u"4", u"5"}), u"12345");

@@ -102,4 +102,19 @@ void closeMarkupDialog() {
   markupDialogCloses(dialogScript().markupDialogPlace);
 }
 
+bool textDialogOpen() {
+  return dialogScript().textDialog.has_value();
+}
+
+void openTextDialog(const TextDialogView& view) {
+  dialogScript().textDialog = view;
+  textDialogOpened();
+}
+
+void closeTextDialog() {
+  if (!textDialogOpen()) return;
+  dialogScript().textDialog.reset();
+  textDialogCloses(dialogScript().textDialogPlace);
+}
+
 }  // namespace quillmere

@@ -8,6 +8,7 @@
 
 #include "annot/markup_dialog.h"
 #include "annot/note_dialog.h"
+#include "annot/text_dialog.h"
 #include "panels/close_or_delete_dialog.h"
 #include "ui/popup_menu.h"
 
@@ -45,6 +46,9 @@ struct DialogScript {
 
   std::optional<MarkupDialogView> markupDialog;   // while it is open
   MarkupDialogPlace markupDialogPlace{300, 200};  // where the user has moved it
+
+  std::optional<TextDialogView> textDialog;   // while it is open
+  TextDialogPlace textDialogPlace{320, 220};  // where the user has moved it
 };
 
 DialogScript& dialogScript();

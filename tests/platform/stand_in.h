@@ -159,6 +159,10 @@ struct StandIn {
   bool fontFilesThere = true;  // those of Liberation Sans, which every face stands for
   int fontFilesRead = 0;
 
+  std::u16string picturePatterns = u"*.bmp;*.dib;*.png";
+  int picturesDecoded = 0;
+  int textsDrawn = 0;
+
   std::optional<std::u16string> clipboard;
   bool clipboardBusy = false;
 

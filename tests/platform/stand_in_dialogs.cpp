@@ -13,6 +13,7 @@ bool offers(BoxButtons buttons, BoxAnswer answer) {
   switch (buttons) {
     case BoxButtons::Ok:
       return answer == BoxAnswer::Ok;
+    case BoxButtons::OkCancel:
     case BoxButtons::OkDefaultCancel:
       return answer == BoxAnswer::Ok || answer == BoxAnswer::Cancel;
     case BoxButtons::YesNo:

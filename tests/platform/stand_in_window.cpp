@@ -49,6 +49,10 @@ void invalidateMainWindow(bool erase) {
   if (erase) ++mainWindow()->erasingInvalidations;
 }
 
+void invalidateStampPanel() {
+  if (mainWindow()) noteShown("stamp panel");
+}
+
 void updateMainWindow() {
   if (mainWindow()) ++mainWindow()->updates;
 }

@@ -17,6 +17,8 @@ BoxAnswer answerWith(BoxButtons buttons, WPARAM command, BoxOwner owner = BoxOwn
 
 TEST(MessageBoxWindows, EveryButtonGivesItsAnswer) {
   EXPECT_EQ(answerWith(BoxButtons::Ok, IDOK), BoxAnswer::Ok);
+  EXPECT_EQ(answerWith(BoxButtons::OkCancel, IDOK), BoxAnswer::Ok);
+  EXPECT_EQ(answerWith(BoxButtons::OkCancel, IDCANCEL), BoxAnswer::Cancel);
   EXPECT_EQ(answerWith(BoxButtons::OkDefaultCancel, IDOK), BoxAnswer::Ok);
   EXPECT_EQ(answerWith(BoxButtons::OkDefaultCancel, IDCANCEL), BoxAnswer::Cancel);
   EXPECT_EQ(answerWith(BoxButtons::YesNo, IDYES), BoxAnswer::Yes);

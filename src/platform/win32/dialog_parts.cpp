@@ -1,5 +1,7 @@
 #include "platform/win32/dialog_parts.h"
 
+#include <algorithm>
+
 #include "platform/win32/sized.h"
 
 namespace quillmere::platform {
@@ -38,6 +40,15 @@ POINT middlePlace(HWND around, SIZE size) {
   GetWindowRect(around, &rect);
   return {rect.left + (rect.right - rect.left - size.cx) / 2,
           rect.top + (rect.bottom - rect.top - size.cy) / 2};
+}
+
+POINT placeOnScreen(POINT wanted, SIZE size) {
+  const RECT rect{wanted.x, wanted.y, wanted.x + size.cx, wanted.y + size.cy};
+  auto monitor = sized<MONITORINFO>();
+  GetMonitorInfoW(MonitorFromRect(&rect, MONITOR_DEFAULTTONEAREST), &monitor);
+  const RECT& screen = monitor.rcWork;
+  return {std::max(std::min(wanted.x, screen.right - size.cx), screen.left),
+          std::max(std::min(wanted.y, screen.bottom - size.cy), screen.top)};
 }
 
 HWND createDialogControl(HWND dialog, const DialogControl& control) {

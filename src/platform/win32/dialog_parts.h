@@ -15,6 +15,8 @@ void registerDialogClass(const wchar_t* name, WNDPROC procedure);
 SIZE dialogSize(int clientWidth, int clientHeight, int dpi);
 // The top left corner that centres a window of this size over another one.
 POINT middlePlace(HWND around, SIZE size);
+// The same corner, moved so that the window lies on a screen that exists now.
+POINT placeOnScreen(POINT wanted, SIZE size);
 
 // A child control.
 struct DialogControl {

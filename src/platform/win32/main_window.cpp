@@ -136,6 +136,10 @@ void invalidateMainWindow(bool erase) {
   if (mainWindow() != nullptr) InvalidateRect(mainWindow(), nullptr, erase);
 }
 
+void invalidateStampPanel() {
+  if (windowHandles.stampPanel != nullptr) InvalidateRect(windowHandles.stampPanel, nullptr, FALSE);
+}
+
 void updateMainWindow() {
   if (mainWindow() != nullptr) UpdateWindow(mainWindow());
 }

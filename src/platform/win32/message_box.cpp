@@ -10,6 +10,8 @@ namespace {
 
 UINT buttonFlags(BoxButtons buttons) {
   switch (buttons) {
+    case BoxButtons::OkCancel:
+      return MB_OKCANCEL;
     case BoxButtons::OkDefaultCancel:
       return MB_OKCANCEL | MB_DEFBUTTON2;
     case BoxButtons::YesNo:

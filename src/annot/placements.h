@@ -1,0 +1,45 @@
+#pragma once
+
+#include <fpdfview.h>
+
+#include <cstdint>
+
+#include "session/placement.h"
+
+// The stamps and texts of one document. Pending ones are drawn over its pages by the program;
+// written ones are annotations of it, which PDFium draws.
+namespace quillmere {
+
+// Reads the placements of `document` into the session, replacing those it holds. None is selected
+// afterwards. Null leaves the session without placements.
+void LoadPlacements(FPDF_DOCUMENT document);
+
+// Forgets all placements; none is selected and no document has any.
+void ClearPlacements();
+
+// True when the active document may get placements. When another document has pending ones, asks
+// whether they may be discarded.
+bool ClaimPlacementOwner();
+
+// The selected placement; null when there is none or its numbers are out of range.
+Placement* selectedPlacement();
+void selectPlacement(std::int32_t page, std::int32_t index);
+// Takes the selection frame and the handles away. Repaints nothing.
+void ClearPlacementSelection();
+
+// Makes the selected placement pending by taking its annotation out of the active document. Does
+// nothing when it is pending already; when it fails, annotation and placement stay as they were.
+void DetachPlacement();
+
+// Removes the annotation of a written placement from its page, and lowers the indexes of those
+// above it. False, with nothing changed, when PDFium refuses.
+bool removePlacementAnnotation(FPDF_DOCUMENT document, std::int32_t page, std::int32_t annotIndex);
+
+// An annotation of the page was removed: placements refer to those above it by one less.
+void lowerPlacementIndexes(FPDF_DOCUMENT document, std::int32_t page, std::int32_t removed);
+
+// What to draw for a pending placement. A text's picture is made and kept when it is first needed.
+// Null when there is none.
+platform::SharedPicture placementPicture(Placement& placement);
+
+}  // namespace quillmere

@@ -1,0 +1,212 @@
+#include "annot/write_placements.h"
+
+#include <fpdf_annot.h>
+#include <fpdf_edit.h>
+#include <quillmere_engine.h>
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+#include "annot/annotations.h"
+#include "annot/placement_box.h"
+#include "annot/placement_fonts.h"
+#include "annot/placement_record.h"
+#include "annot/placement_text.h"
+#include "annot/placements.h"
+#include "annot/stamp_library.h"
+#include "annot/stamp_pictures.h"
+#include "session/document_slots.h"
+#include "session/pdfium_handles.h"
+#include "session/session.h"
+
+namespace quillmere {
+
+namespace {
+
+struct PageObjectDestroyer {
+  void operator()(FPDF_PAGEOBJECT object) const { FPDFPageObj_Destroy(object); }
+};
+using PageObjectHandle =
+    std::unique_ptr<std::remove_pointer_t<FPDF_PAGEOBJECT>, PageObjectDestroyer>;
+
+struct FontCloser {
+  void operator()(FPDF_FONT font) const { FPDFFont_Close(font); }
+};
+using FontHandle = std::unique_ptr<std::remove_pointer_t<FPDF_FONT>, FontCloser>;
+
+// What annotations of one document are made of: image objects whose picture is stored once however
+// many annotations show it, and fonts, each opened when it is first used.
+class Resources {
+ public:
+  explicit Resources(FPDF_DOCUMENT document) : document_(document) {}
+
+  // An image object with the picture of a stamp; null when there is none.
+  PageObjectHandle stamp(const Placement& placement) {
+    if (!isStampIndex(placement.stampIndex)) return picture(placement.image);
+    const auto known = library_.find(placement.stampIndex);
+    if (known != library_.end()) return copyOf(known->second);
+    const StampEntry& entry = session.stampLibrary[static_cast<std::size_t>(placement.stampIndex)];
+    FPDF_BITMAP bitmap = LoadStampBitmapForPdf(entry.path);
+    if (bitmap == nullptr && entry.bitmap) bitmap = pdfBitmapOf(*entry.bitmap);
+    if (bitmap == nullptr) return picture(placement.image);
+    return copyOf(library_[placement.stampIndex] = imageOf(bitmap));
+  }
+
+  PageObjectHandle picture(const platform::SharedPicture& shown) {
+    if (!shown) return nullptr;
+    const auto known = pictures_.find(shown);
+    if (known != pictures_.end()) return copyOf(known->second);
+    return copyOf(pictures_[shown] = imageOf(pdfBitmapOf(*shown)));
+  }
+
+  PageObjectHandle text(const Placement& placement) {
+    const FPDF_FONT font = fontOf(placement.fontIndex);
+    if (font == nullptr) return nullptr;
+    PageObjectHandle object(
+        FPDFPageObj_CreateTextObj(document_, font, static_cast<float>(placement.fontSize)));
+    if (!object) return nullptr;
+    std::vector<FPDF_WCHAR> units(placement.text.begin(), placement.text.end());
+    units.push_back(0);
+    FPDFText_SetText(object.get(), units.data());
+    const std::uint32_t color = textColor(placement.colorIndex);
+    FPDFPageObj_SetFillColor(object.get(), color >> 16, color >> 8 & 0xFF, color & 0xFF, 255);
+    return object;
+  }
+
+ private:
+  PageObjectHandle imageOf(FPDF_BITMAP bitmap) const {
+    const PdfBitmapHandle owner(bitmap);
+    PageObjectHandle image(FPDFPageObj_NewImageObj(document_));
+    if (!bitmap || !image || !FPDFImageObj_SetBitmap(nullptr, 0, image.get(), bitmap))
+      return nullptr;
+    return image;
+  }
+
+  static PageObjectHandle copyOf(const PageObjectHandle& image) {
+    return PageObjectHandle(image ? QuillmereEngine_ShareImage(image.get()) : nullptr);
+  }
+
+  FPDF_FONT fontOf(std::int32_t row) {
+    FontHandle& font =
+        fonts_[row >= 0 && row < kPlacementFonts ? static_cast<std::size_t>(row) : 0];
+    if (!font) font.reset(FPDFText_LoadStandardFont(document_, placementFont(row).baseFont));
+    return font.get();
+  }
+
+  FPDF_DOCUMENT document_;
+  std::map<std::int32_t, PageObjectHandle> library_;
+  std::map<platform::SharedPicture, PageObjectHandle> pictures_;
+  std::array<FontHandle, kPlacementFonts> fonts_;
+};
+
+// The appearance of a placement; null when it cannot be made.
+using ObjectMaker = PageObjectHandle (*)(Resources& resources, Placement& placement);
+
+PageObjectHandle placed(PageObjectHandle image, const Placement& placement) {
+  const FS_MATRIX matrix = placementMatrix(placement);
+  if (image) FPDFPageObj_SetMatrix(image.get(), &matrix);
+  return image;
+}
+
+PageObjectHandle stampObject(Resources& resources, Placement& placement) {
+  return placed(resources.stamp(placement), placement);
+}
+
+// A standard font has no glyphs for other scripts, so such a text is written as its picture.
+PageObjectHandle textObject(Resources& resources, Placement& placement) {
+  if (isBlankText(placement.text)) return nullptr;
+  if (!standardFontsCover(placement.text)) {
+    return placed(resources.picture(placementPicture(placement)), placement);
+  }
+  PageObjectHandle object = resources.text(placement);
+  if (!object) return nullptr;
+  const FS_MATRIX matrix = textDropMatrix(
+      placement, measureTextDrop(placement.text, placement.fontSize, placement.fontIndex));
+  FPDFPageObj_Transform(object.get(), matrix.a, matrix.b, matrix.c, matrix.d, matrix.e, matrix.f);
+  return object;
+}
+
+// Readers do not print annotations without the Print flag.
+void describe(FPDF_ANNOTATION annotation, const Placement& placement) {
+  const std::u16string record = FormatPlacementRecord(placement);
+  std::vector<FPDF_WCHAR> units(record.begin(), record.end());
+  units.push_back(0);
+  FPDFAnnot_SetStringValue(annotation, kPlacementKey, units.data());
+  FPDFAnnot_SetFlags(annotation, FPDF_ANNOT_FLAG_PRINT);
+}
+
+bool addAnnotation(FPDF_PAGE page, PageObjectHandle object, const Placement& placement) {
+  AnnotationHandle annotation(FPDFPage_CreateAnnot(page, FPDF_ANNOT_STAMP));
+  if (!annotation) return false;
+  const int index = FPDFPage_GetAnnotCount(page) - 1;
+  const FS_RECTF rect = PlacementAnnotRect(placement);
+  FPDFAnnot_SetRect(annotation.get(), &rect);
+  if (!FPDFAnnot_AppendObject(annotation.get(), object.get())) {
+    annotation.reset();
+    FPDFPage_RemoveAnnot(page, index);
+    return false;
+  }
+  static_cast<void>(object.release());  // the annotation's now
+  describe(annotation.get(), placement);
+  annotation.reset();
+  QuillmereEngine_MakeAnnotIndirect(page, index);
+  return true;
+}
+
+bool pendingOf(const Placement& placement, PlacementKind kind) {
+  return placement.pending() && placement.kind == kind;
+}
+
+void writePage(FPDF_PAGE page, std::int32_t pageIndex, PlacementKind kind, ObjectMaker make,
+               Resources& resources, AddedAnnotations& added) {
+  for (Placement& placement : session.placements[pageIndex]) {
+    if (!pendingOf(placement, kind)) continue;
+    PageObjectHandle object = make(resources, placement);
+    if (object && addAnnotation(page, std::move(object), placement)) {
+      added.push_back({pageIndex, FPDFPage_GetAnnotCount(page) - 1});
+    }
+  }
+}
+
+AddedAnnotations writePending(FPDF_DOCUMENT document, PlacementKind kind, ObjectMaker make) {
+  AddedAnnotations added;
+  if (session.viewerRole || document == nullptr || document != session.placementDocument)
+    return added;
+  Resources resources(document);
+  for (const auto& [pageIndex, list] : session.placements) {
+    const bool any = std::any_of(list.begin(), list.end(), [kind](const Placement& placement) {
+      return pendingOf(placement, kind);
+    });
+    if (!any) continue;
+    const ReachedPage page(document, pageIndex);
+    if (page.get() != nullptr) writePage(page.get(), pageIndex, kind, make, resources, added);
+  }
+  // The document in memory differs from its file now, even if it is never saved.
+  for (const int pane : panesHolding(document)) {
+    if (!added.empty()) documentSlotOf(pane).altered = true;
+  }
+  return added;
+}
+
+}  // namespace
+
+AddedAnnotations WritePendingStamps(FPDF_DOCUMENT document) {
+  return writePending(document, PlacementKind::Stamp, stampObject);
+}
+
+AddedAnnotations WritePendingTextDrops(FPDF_DOCUMENT document) {
+  return writePending(document, PlacementKind::TextDrop, textObject);
+}
+
+void takeBackAnnotations(FPDF_DOCUMENT document, const AddedAnnotations& added) {
+  for (auto last = added.rbegin(); last != added.rend(); ++last) {
+    const ReachedPage page(document, last->page);
+    FPDFPage_RemoveAnnot(page.get(), last->index);
+  }
+}
+
+}  // namespace quillmere

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <fpdfview.h>
+
+#include <cstdint>
+#include <vector>
+
+// Pending placements become annotations when their document is written. The session's placements
+// do not change: load them again from the document as it was saved.
+namespace quillmere {
+
+struct AddedAnnotation {
+  std::int32_t page = 0;   // zero-based
+  std::int32_t index = 0;  // in the page's annotation list
+};
+using AddedAnnotations = std::vector<AddedAnnotation>;
+
+// Adds annotations for pending placements of `document`, in the order of their lists, and returns
+// what was added. Stamps must be written first. Nothing happens for a document that has none and in
+// a read-only process; a placement that cannot be written is left out.
+AddedAnnotations WritePendingStamps(FPDF_DOCUMENT document);
+AddedAnnotations WritePendingTextDrops(FPDF_DOCUMENT document);
+
+// Removes them again after the file could not be written, so that the next try does not add them a
+// second time. Give what was added last first.
+void takeBackAnnotations(FPDF_DOCUMENT document, const AddedAnnotations& added);
+
+}  // namespace quillmere

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace quillmere {
+
+// Registers the window class of the stamp panel.
+void registerStampPanelClass();
+
+}  // namespace quillmere

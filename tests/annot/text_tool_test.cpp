@@ -1,0 +1,162 @@
+#include "annot/text_tool.h"
+
+#include <gmock/gmock.h>
+
+#include <numbers>
+
+#include "annot/placement_box.h"
+#include "annot/placement_test.h"
+#include "annot/placement_text.h"
+#include "annot/placement_view.h"
+#include "app/mouse.h"
+#include "documents/modes.h"
+#include "view/rotation.h"
+
+namespace quillmere::test {
+namespace {
+
+constexpr double kQuarter = std::numbers::pi / 2;
+
+class TextToolTest : public PlacementTest {
+ protected:
+  void SetUp() override {
+    openPlain();
+    session.textTool.armed = true;
+    session.textTool.text = u"Paid";
+    session.settings.textSizePt = 20;
+    session.settings.textFontIndex = 2;
+    session.settings.textColorIndex = 5;
+  }
+  static void click(const ClientPoint& at) {
+    pressLeft(at.x, at.y);
+    releaseLeft(at.x, at.y);
+  }
+  // The start of the text's baseline on the page, by its own box.
+  static PagePoint baselineOf(const Placement& text) {
+    const TextMetrics metrics = measureTextDrop(text.text, text.fontSize, text.fontIndex);
+    const FS_MATRIX matrix = textDropMatrix(text, metrics);
+    return {matrix.e, matrix.f};
+  }
+};
+
+TEST_F(TextToolTest, AClickIsTheStartOfTheBaseline) {
+  click(placeOf(100, 300));
+  ASSERT_EQ(session.placements[0].size(), 1u);
+  const Placement& text = placement(0, 0);
+  EXPECT_EQ(text.kind, PlacementKind::TextDrop);
+  EXPECT_EQ(text.text, u"Paid");
+  EXPECT_EQ(text.fontSize, 20);
+  EXPECT_EQ(text.fontIndex, 2);
+  EXPECT_EQ(text.colorIndex, 5);
+  EXPECT_EQ(text.rotation, 0);
+  EXPECT_TRUE(text.pending());
+  EXPECT_TRUE(text.image);
+  EXPECT_NEAR(baselineOf(text).x, 100, 1e-3);
+  EXPECT_NEAR(baselineOf(text).y, 300, 1e-3);
+  EXPECT_FALSE(session.active.dirty);
+  EXPECT_TRUE(hasUnsavedChanges());
+}
+
+TEST_F(TextToolTest, EachClickPlacesAnother) {
+  click(placeOf(100, 300));
+  EXPECT_FALSE(placement(0, 0).selected);
+  click(placeOf(110, 305));
+  const ClientPoint at = placeOf(300, 300);
+  doubleClickLeft(at.x, at.y);
+  EXPECT_EQ(session.placements[0].size(), 3u);
+  EXPECT_EQ(session.gesture.kind, Gesture::None);
+}
+
+TEST_F(TextToolTest, TheTextStandsUprightOnATurnedPage) {
+  rotatePage(0);
+  setView(0, 1.0f, 40.0f, 20.0f);
+  click(placeOf(100, 300));
+  ASSERT_EQ(session.placements[0].size(), 1u);
+  EXPECT_NEAR(placement(0, 0).rotation, -kQuarter, 1e-9);
+  EXPECT_NEAR(baselineOf(placement(0, 0)).x, 100, 1e-3);
+  EXPECT_NEAR(baselineOf(placement(0, 0)).y, 300, 1e-3);
+}
+
+TEST_F(TextToolTest, TheRightButtonTurnsItClockwise) {
+  const ClientPoint at = placeOf(100, 300);
+  EXPECT_TRUE(releaseRight(at.x, at.y).empty());
+  EXPECT_EQ(session.textTool.extraTurns, 1u);
+  click(at);
+  EXPECT_NEAR(std::remainder(placement(0, 0).rotation - kQuarter, 4 * kQuarter), 0, 1e-9);
+  for (int n = 0; n < 3; ++n) releaseRight(at.x, at.y);
+  EXPECT_EQ(session.textTool.extraTurns, 0u);
+}
+
+TEST_F(TextToolTest, WithShiftTheMousePans) {
+  platform::standIn().shiftDown = true;
+  const ClientPoint at = placeOf(100, 300);
+  pressLeft(at.x, at.y);
+  EXPECT_EQ(session.gesture.kind, Gesture::Pan);
+  EXPECT_TRUE(session.placements.empty());
+}
+
+TEST_F(TextToolTest, ItWorksInSinglePageWithTheDialogOpenOnly) {
+  const ClientPoint at = placeOf(100, 300);
+  EXPECT_EQ(cursorAt(at.x, at.y), CursorKind::Cross);
+  session.textTool.armed = false;
+  click(at);
+  EXPECT_TRUE(session.placements.empty());
+  session.textTool.armed = true;
+  setViewMode(ViewMode::IndependentPages);
+  click(at);
+  EXPECT_TRUE(session.placements.empty());
+}
+
+TEST_F(TextToolTest, BlankTextPlacesNothing) {
+  session.textTool.text = u"  ";
+  click(placeOf(100, 300));
+  EXPECT_TRUE(session.placements.empty());
+}
+
+TEST_F(TextToolTest, AViewerPlacesNothing) {
+  session.viewerRole = true;
+  click(placeOf(100, 300));
+  EXPECT_TRUE(session.placements.empty());
+}
+
+TEST_F(TextToolTest, ATextAtTheEdgeIsPulledIn) {
+  click(placeOf(598, 797));
+  const PagePoint centre = placementCentre(placement(0, 0));
+  EXPECT_LE(centre.x, 600);
+  EXPECT_LE(centre.y, 800);
+  EXPECT_NEAR(centre.x, 600, 1e-6);
+}
+
+TEST_F(TextToolTest, NumbersBeyondTheirLimitsAreCorrected) {
+  PlaceTextDrop(0, 100, 100, u"Hi", 200, 6, 8, 5);
+  EXPECT_EQ(placement(0, 0).fontSize, 96);
+  EXPECT_EQ(placement(0, 0).fontIndex, 0);
+  EXPECT_EQ(placement(0, 0).colorIndex, 0);
+  EXPECT_NEAR(placement(0, 0).rotation, -kQuarter, 1e-9);
+}
+
+TEST_F(TextToolTest, ThePreviewFollowsThePointer) {
+  const ClientPoint at = placeOf(100, 300);
+  EXPECT_FALSE(textGhost(0)) << "nobody pointed yet";
+  movePointer(at.x, at.y);
+  const auto ghost = textGhost(0);
+  ASSERT_TRUE(ghost);
+  EXPECT_EQ(ghost->text, u"Paid");
+  EXPECT_EQ(ghost->pixelHeight, 20);
+  EXPECT_EQ(ghost->alpha, 160);
+  EXPECT_EQ(ghost->fontIndex, 2);
+  EXPECT_EQ(ghost->place, (PixelPoint{at.x, at.y}));
+  setView(0, 1.5f, 40.0f, 20.0f);
+  EXPECT_EQ(textGhost(0)->pixelHeight, 30);
+  releaseRight(at.x, at.y);
+  EXPECT_EQ(textGhost(0)->turns, 1);
+  platform::standIn().shiftDown = true;
+  EXPECT_FALSE(textGhost(0));
+  platform::standIn().shiftDown = false;
+  EXPECT_FALSE(textGhost(1));
+  leaveTextTool();
+  EXPECT_FALSE(textGhost(0));
+}
+
+}  // namespace
+}  // namespace quillmere::test

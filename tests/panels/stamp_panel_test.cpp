@@ -1,0 +1,278 @@
+#include "panels/stamp_panel.h"
+
+#include <gmock/gmock.h>
+
+#include "annot/placement_box.h"
+#include "annot/placement_test.h"
+#include "annot/placement_view.h"
+#include "annot/stamp_library.h"
+#include "annot/text_dialog.h"
+#include "app/mouse.h"
+#include "dialogs/dialog_script.h"
+#include "documents/modes.h"
+#include "panels/panel_toggles.h"
+#include "panels/stamp_splitter.h"
+#include "store/data_folder.h"
+
+namespace quillmere::test {
+namespace {
+
+using platform::standIn;
+using testing::ElementsAre;
+
+// The window has 1000 by 800 pixels with a status bar of 22; the panel is the rightmost 216.
+class StampPanelTest : public PlacementTest {
+ protected:
+  void SetUp() override {
+    resetDialogScript();
+    makeDataFolders();
+    openPlain();
+    session.stampPanelWidth = 216;
+  }
+
+  static StampEntry entry(const std::u16string& name, int width, int height, bool system = false) {
+    StampEntry made;
+    made.name = name;
+    made.path = session.stampsFolder + name + u".png";
+    made.width = width;
+    made.height = height;
+    made.isSystem = system;
+    platform::putFile(made.path, plainPng(4, 4, 0xFF336699));
+    return made;
+  }
+  // The date stamp and three others, each with a thumbnail of 160 by 80.
+  static void fill() {
+    session.stampLibrary = {entry(u"Date", 800, 400, true), entry(u"a", 800, 400),
+                            entry(u"b", 800, 400), entry(u"c", 800, 400)};
+  }
+  static std::u16string order() {
+    std::u16string names;
+    for (const StampEntry& stamp : session.stampLibrary) names += stamp.name + u" ";
+    return names;
+  }
+  // The middle of a stamp's row.
+  static int rowOf(int index) { return 98 + 88 * index + 40; }
+  static void dragRow(int from, int toY) {
+    pressStampPanel(100, rowOf(from));
+    moveOverStampPanel(100, (rowOf(from) + toY) / 2);
+    releaseStampPanel(100, toY);
+  }
+};
+
+TEST_F(StampPanelTest, ThumbnailsStandInOneColumn) {
+  session.stampLibrary = {entry(u"a", 800, 400), entry(u"b", 100, 500), entry(u"c", 2000, 200)};
+  std::vector<PixelRect> grid;
+  EXPECT_EQ(LayoutStampGrid(216, grid), 98 + 88 + 88 + 28);
+  EXPECT_THAT(grid, ElementsAre(PixelRect{28, 98, 188, 178}, PixelRect{100, 186, 116, 266},
+                                PixelRect{8, 274, 208, 294}));
+}
+
+TEST_F(StampPanelTest, ButtonsAndRowsAreHitAcrossTheWholeWidth) {
+  fill();
+  EXPECT_EQ(StampPanelHit(0, 3), kNoStampItem);
+  EXPECT_EQ(StampPanelHit(0, 4), kMarkUpItem);
+  EXPECT_EQ(StampPanelHit(215, 29), kMarkUpItem);
+  EXPECT_EQ(StampPanelHit(5, 30), kNoStampItem);
+  EXPECT_EQ(StampPanelHit(5, 34), kAddTextItem);
+  EXPECT_EQ(StampPanelHit(5, 59), kAddTextItem);
+  EXPECT_EQ(StampPanelHit(5, 64), kAddStampItem);
+  EXPECT_EQ(StampPanelHit(5, 89), kAddStampItem);
+  EXPECT_EQ(StampPanelHit(5, 90), kNoStampItem);
+  EXPECT_EQ(StampPanelHit(1, 98), 0);
+  EXPECT_EQ(StampPanelHit(214, 177), 0);
+  EXPECT_EQ(StampPanelHit(5, 178), kNoStampItem) << "the gap";
+  EXPECT_EQ(StampPanelHit(5, 186), 1);
+  EXPECT_EQ(StampPanelHit(5, 700), kNoStampItem);
+  EXPECT_EQ(StampPanelHit(-1, 100), kNoStampItem);
+  EXPECT_EQ(StampPanelHit(216, 100), kNoStampItem);
+}
+
+TEST_F(StampPanelTest, TheWheelScrollsARowForEachNotch) {
+  session.stampLibrary.assign(20, entry(u"a", 800, 400));
+  turnStampPanelWheel(-120);
+  EXPECT_EQ(session.stampScroll, 88);
+  EXPECT_EQ(StampPanelHit(5, 98), 1);
+  EXPECT_EQ(StampPanelHit(5, 40), kAddTextItem) << "buttons stay";
+  turnStampPanelWheel(240);
+  EXPECT_EQ(session.stampScroll, 0);
+  turnStampPanelWheel(-120 * 100);
+  EXPECT_EQ(session.stampScroll, 98 + 20 * 88 - 778);
+  session.stampLibrary.resize(1);
+  turnStampPanelWheel(-120);
+  EXPECT_EQ(session.stampScroll, 0);
+}
+
+TEST_F(StampPanelTest, TheWheelOverThePanelLeavesThePageAlone) {
+  session.stampLibrary.assign(20, entry(u"a", 800, 400));
+  const float before = pane(0).panY;
+  turnWheel(900, 300, -120, false, false);
+  EXPECT_EQ(session.stampScroll, 88);
+  EXPECT_EQ(pane(0).panY, before);
+}
+
+TEST_F(StampPanelTest, ButtonsOpenAndCloseTheirDialogs) {
+  pressStampPanel(10, 10);
+  EXPECT_TRUE(markupDialogOpen());
+  EXPECT_TRUE(planStampPanel().buttons[0].pressed);
+  pressStampPanel(10, 10);
+  EXPECT_FALSE(markupDialogOpen());
+  pressStampPanel(10, 40);
+  EXPECT_TRUE(textDialogOpen());
+  EXPECT_TRUE(session.textTool.armed);
+  pressStampPanel(10, 40);
+  EXPECT_FALSE(textDialogOpen());
+  EXPECT_FALSE(session.textTool.armed);
+  standIn().openDialogAnswers = {{}};
+  pressStampPanel(10, 70);
+  EXPECT_EQ(standIn().openDialogs.size(), 1u);
+}
+
+TEST_F(StampPanelTest, AClickSelectsAStamp) {
+  fill();
+  pressStampPanel(100, rowOf(1));
+  releaseStampPanel(100, rowOf(1));
+  EXPECT_EQ(session.selectedStamp, 1);
+  EXPECT_TRUE(planStampPanel().thumbnails[1].selected);
+  EXPECT_TRUE(session.placements.empty());
+  EXPECT_FALSE(session.stampDrag.dragActive);
+}
+
+TEST_F(StampPanelTest, TheHoveredItemIsMarked) {
+  fill();
+  moveOverStampPanel(10, 40);
+  EXPECT_TRUE(planStampPanel().buttons[1].hovered);
+  moveOverStampPanel(10, rowOf(2));
+  EXPECT_TRUE(planStampPanel().thumbnails[2].hovered);
+  leaveStampPanel();
+  EXPECT_FALSE(planStampPanel().thumbnails[2].hovered);
+}
+
+TEST_F(StampPanelTest, ADragOverThePageShowsAGhostAndPlacesTheStamp) {
+  fill();
+  pressStampPanel(100, rowOf(1));
+  moveOverStampPanel(-300, rowOf(1));
+  EXPECT_TRUE(session.stampDrag.stampOverPage);
+  EXPECT_TRUE(stampGhost(0));
+  releaseStampPanel(-300, rowOf(1));
+  ASSERT_EQ(session.placements[0].size(), 1u);
+  const PagePoint centre = placementCentre(placement(0, 0));
+  const ClientPoint place = placeOf(centre.x, centre.y);
+  EXPECT_EQ(place.x, 1000 - 216 - 300);
+  EXPECT_EQ(place.y, rowOf(1));
+  EXPECT_EQ(placement(0, 0).stampIndex, 1);
+  EXPECT_EQ(placement(0, 0).width, 160);
+  EXPECT_FALSE(stampGhost(0));
+}
+
+TEST_F(StampPanelTest, TheDateStampCanBePlacedButNotMoved) {
+  fill();
+  dragRow(0, rowOf(3));
+  EXPECT_EQ(order(), u"Date a b c ");
+  pressStampPanel(100, rowOf(0));
+  releaseStampPanel(-300, rowOf(0));
+  EXPECT_EQ(session.placements[0].size(), 1u);
+}
+
+TEST_F(StampPanelTest, ADragInsideThePanelReorders) {
+  fill();
+  dragRow(1, rowOf(3) + 30);
+  EXPECT_EQ(order(), u"Date b c a ");
+  EXPECT_EQ(session.selectedStamp, 3);
+  EXPECT_EQ(*platform::fileBytes(session.stampsFolder + u"stamps.lst"),
+            "\xEF\xBB\xBF"
+            "b.png\r\nc.png\r\na.png\r\n");
+  dragRow(3, rowOf(1) - 30);
+  EXPECT_EQ(order(), u"Date a b c ");
+  EXPECT_EQ(session.selectedStamp, 1);
+}
+
+TEST_F(StampPanelTest, NothingGoesAboveTheDateStamp) {
+  fill();
+  dragRow(3, 99);
+  EXPECT_EQ(order(), u"Date c a b ");
+}
+
+TEST_F(StampPanelTest, ADropBesideItsOwnPlaceChangesNothing) {
+  fill();
+  dragRow(2, rowOf(2) + 20);
+  dragRow(2, rowOf(2) - 20);
+  EXPECT_EQ(order(), u"Date a b c ");
+  EXPECT_FALSE(platform::fileExists(session.stampsFolder + u"stamps.lst"));
+}
+
+TEST_F(StampPanelTest, AShortMovementIsNoReorder) {
+  fill();
+  pressStampPanel(100, rowOf(1));
+  moveOverStampPanel(100, rowOf(1) + 4);
+  EXPECT_FALSE(session.stampDrag.reorderActive);
+  EXPECT_TRUE(planStampPanel().insertionMark.empty());
+  moveOverStampPanel(100, rowOf(1) + 5);
+  EXPECT_TRUE(session.stampDrag.reorderActive);
+  EXPECT_FALSE(planStampPanel().insertionMark.empty());
+}
+
+TEST_F(StampPanelTest, AReorderDoesNotFollowPlacements) {
+  fill();
+  Placement pending;
+  pending.stampIndex = 1;
+  add(0, pending);
+  dragRow(1, rowOf(3) + 30);
+  EXPECT_EQ(placement(0, 0).stampIndex, 1);
+}
+
+TEST_F(StampPanelTest, ALostMouseEndsTheDrag) {
+  fill();
+  pressStampPanel(100, rowOf(1));
+  moveOverStampPanel(-300, rowOf(1));
+  cancelStampDrag();
+  EXPECT_FALSE(stampGhost(0));
+  releaseStampPanel(-300, rowOf(1));
+  EXPECT_TRUE(session.placements.empty());
+}
+
+TEST_F(StampPanelTest, DeleteRemovesTheSelectedStamp) {
+  fill();
+  EXPECT_FALSE(deleteSelectedStamp());
+  session.selectedStamp = 2;
+  EXPECT_TRUE(deleteSelectedStamp());
+  EXPECT_EQ(order(), u"Date a c ");
+  EXPECT_EQ(session.selectedStamp, -1);
+}
+
+TEST_F(StampPanelTest, ThumbnailsAreMadeWhenThePanelOpens) {
+  session.stampPanelVisible = false;
+  platform::putFile(session.stampsFolder + u"a.png", plainPng(800, 400, 0xFF336699));
+  standIn().date = 20260309;
+  toggleStampPanel();
+  ASSERT_EQ(session.stampLibrary.size(), 2u);
+  const StampPanelPlan plan = planStampPanel();
+  ASSERT_EQ(plan.thumbnails.size(), 2u);
+  ASSERT_TRUE(plan.thumbnails[1].picture);
+  EXPECT_EQ(plan.thumbnails[1].picture->height, 80);
+  EXPECT_EQ(plan.thumbnails[1].picture->width, 160);
+  const int decoded = standIn().picturesDecoded;
+  planStampPanel();
+  EXPECT_EQ(standIn().picturesDecoded, decoded);
+}
+
+TEST_F(StampPanelTest, HidingThePanelEndsTextAndSelection) {
+  add(0, textOf(u"Hi", 1, 1));
+  selectPlacement(0, 0);
+  toggleTextDialog();
+  toggleStampPanel();
+  EXPECT_FALSE(textDialogOpen());
+  EXPECT_EQ(selectedPlacement(), nullptr);
+}
+
+TEST_F(StampPanelTest, AnotherModeEndsTextAndSelection) {
+  add(0, textOf(u"Hi", 1, 1));
+  selectPlacement(0, 0);
+  toggleTextDialog();
+  setViewMode(ViewMode::Book);
+  EXPECT_FALSE(textDialogOpen());
+  EXPECT_EQ(selectedPlacement(), nullptr);
+  EXPECT_EQ(session.placements[0].size(), 1u);
+}
+
+}  // namespace
+}  // namespace quillmere::test
