@@ -252,6 +252,22 @@ TEST_F(Find, ABadPatternIsToldOnTheBarAndCanBeMended) {
   EXPECT_EQ(boxNow(program).window, nullptr);
 }
 
+TEST_F(Find, APatternWhoseTimeIsUpIsABadOneAndTheProgramGoesOn) {
+  Lines lines(300, std::string(100, 'a'));
+  lines.push_back("away");
+  startWith(linedPdf({lines, {"stone"}}));
+  openFindBar();
+  clickControl(kRegex);
+  ASSERT_TRUE(checkBecomes(kRegex, true));
+  lookFor(L"(?:(?=[\\s\\S]*away)[\\s\\S])+");
+  press(VK_RETURN);
+  EXPECT_TRUE(hitsBecome(L"Bad pattern"));
+  lookFor(L"st[o]ne");
+  press(VK_RETURN);
+  EXPECT_TRUE(hitsBecome(L"1 of 1"));
+  EXPECT_TRUE(pageTextBecomes(L"Page 2 of 2"));
+}
+
 TEST_F(Find, AThousandHitsAreToldAboutAndOneLessIsNot) {
   constexpr Size kSheet{700, 1400};
   Lines lines(25, std::string(40, 'x'));
