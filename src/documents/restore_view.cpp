@@ -51,6 +51,17 @@ JumpRecord viewOf(const BinderEntry& entry, std::int32_t page) {
           static_cast<ZoomMode>(entry.mode)};
 }
 
+// True when opening the document has brought this view about, as it does for most documents whose
+// first page was fitted when they were left. Rendering takes longest, so do not repeat it.
+bool shownAlready(int pane, const JumpRecord& view) {
+  const PaneSlot& slot = session.panes[pane];
+  if (inBook() || !slot.page || slot.currentPage != view.page || slot.zoomMode != view.zoomMode) {
+    return false;
+  }
+  return view.zoomMode != kCustomFit ||
+         (slot.zoom == view.zoom && slot.panX == view.panX && slot.panY == view.panY);
+}
+
 }  // namespace
 
 void RestoreView(int binderIndex, std::u16string_view path) {
@@ -61,7 +72,9 @@ void RestoreView(int binderIndex, std::u16string_view path) {
 
   const std::int32_t page = std::clamp(entry->page, 0, lastPageToShow(pageCount));
   if (viewCounts(*entry)) {
-    RestoreJump(pane, viewOf(*entry, page));
+    const JumpRecord view = viewOf(*entry, page);
+    if (shownAlready(pane, view)) return;
+    RestoreJump(pane, view);
   } else {
     goToPage(pane, page, false);
   }
