@@ -58,12 +58,14 @@ std::u16string TextUnderQuads::under(const std::vector<PageBox>& quads) {
 }
 
 // PDFium includes the blank before or after a quad. Boxes of letters reach into the lines above and
-// below, so a quad that is a little too high also catches parts of these.
+// below, so a quad that is a little too high also catches parts of these. PDFium divides the lines
+// by a line end, or only by the hyphen of a word that goes on in the next one.
 std::u16string TextUnderQuads::piece(const PageBox& quad) {
   if (textPage_ == nullptr) return {};
-  std::u16string text = boundedText(quad);
-  if (text.find_first_of(u"\r\n") != std::u16string::npos) text = charactersIn(quad);
-  return withoutOuterBlanks(text);
+  const std::u16string text = withoutOuterBlanks(boundedText(quad));
+  const bool oneLine = text.find_first_of(u"\r\n") == std::u16string::npos &&
+                       text.find(kDividingHyphen) >= text.size() - 1;
+  return oneLine ? text : withoutOuterBlanks(charactersIn(quad));
 }
 
 std::u16string TextUnderQuads::boundedText(const PageBox& quad) {
