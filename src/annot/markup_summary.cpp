@@ -61,18 +61,23 @@ FPDF_FONT embeddedFontFor(SummaryState& state, const std::u16string& line, bool 
 FPDF_PAGEOBJECT newTextObject(SummaryState& state, const std::u16string& line,
                               const SummaryStyle& style) {
   const auto size = static_cast<float>(style.size);
-  if (!fitsStandardFonts(line)) {
-    if (const FPDF_FONT font = embeddedFontFor(state, line, style.bold)) {
-      return FPDFPageObj_CreateTextObj(state.document.get(), font, size);
-    }
+  std::u16string text = line;
+  FPDF_PAGEOBJECT object = nullptr;
+  const FPDF_FONT embedded =
+      fitsStandardFonts(line) ? nullptr : embeddedFontFor(state, line, style.bold);
+  if (embedded != nullptr) {
+    object = FPDFPageObj_CreateTextObj(state.document.get(), embedded, size);
+  } else {
+    object = FPDFPageObj_NewTextObj(state.document.get(), style.fontName, size);
+    text = fittedToStandardFonts(line);
   }
-  return FPDFPageObj_NewTextObj(state.document.get(), style.fontName, size);
+  if (object != nullptr) FPDFText_SetText(object, reinterpret_cast<FPDF_WIDESTRING>(text.c_str()));
+  return object;
 }
 
 void placeLine(SummaryState& state, const std::u16string& line, const SummaryStyle& style) {
   const FPDF_PAGEOBJECT object = newTextObject(state, line, style);
   if (object == nullptr) return;
-  FPDFText_SetText(object, reinterpret_cast<FPDF_WIDESTRING>(line.c_str()));
   FPDFPageObj_SetFillColor(object, style.red, style.green, style.blue, 255);
   FPDFPageObj_Transform(object, 1, 0, 0, 1, state.margin + style.indent, state.position);
   FPDFPage_InsertObject(state.page.get(), object);

@@ -12,6 +12,7 @@
 #include "session/document_slots.h"
 #include "session/page_memory.h"
 #include "session/pdfium_handles.h"
+#include "session/session.h"
 
 namespace quillmere {
 
@@ -76,6 +77,11 @@ std::optional<PageBox> rectOf(FPDF_ANNOTATION annotation, const std::vector<Page
   return boxAround(quads);
 }
 
+// A file may give components beyond their range, and PDFium passes them on.
+unsigned channel(unsigned value) {
+  return std::min(value, 255u);
+}
+
 FoundMarkup readMarkup(FPDF_ANNOTATION annotation, int page, TextUnderQuads& text) {
   FoundMarkup found;
   MarkupEntry& entry = found.entry;
@@ -84,7 +90,7 @@ FoundMarkup readMarkup(FPDF_ANNOTATION annotation, int page, TextUnderQuads& tex
   entry.page = page;
   entry.subtype = FPDFAnnot_GetSubtype(annotation);
   const Color color = colorOf(annotation);
-  entry.color = color.red | color.green << 8 | color.blue << 16;
+  entry.color = channel(color.red) | channel(color.green) << 8 | channel(color.blue) << 16;
   if (const auto rect = rectOf(annotation, quads)) {
     entry.hasRect = true;
     entry.left = rect->left;
@@ -103,20 +109,21 @@ std::vector<int> pagesWithMarkups(FPDF_DOCUMENT document) {
   return pagesWithAnnotations(document, kSubtypes);
 }
 
+// Loading a page parses all of its contents, so use what a pane has open.
 std::vector<FoundMarkup> readMarkupsOfPage(FPDF_DOCUMENT document, int page) {
   std::vector<FoundMarkup> markups;
-  const PageHandle loaded(FPDF_LoadPage(document, page));
-  if (!loaded) return markups;
-  TextOfPage textPage;
+  const ReachedPage reached(document, page);
+  if (reached.get() == nullptr) return markups;
+  const std::vector<int> panes = panesHoldingPage(document, page);
+  TextOfPage ownText;
+  if (panes.empty()) ownText.reset(reached.get());
+  const TextOfPage& textPage = panes.empty() ? ownText : session.panes[panes.front()].textPage;
   std::optional<TextUnderQuads> text;
-  const int count = FPDFPage_GetAnnotCount(loaded.get());
+  const int count = FPDFPage_GetAnnotCount(reached.get());
   for (int i = 0; i < count; ++i) {
-    const AnnotationHandle annotation(FPDFPage_GetAnnot(loaded.get(), i));
+    const AnnotationHandle annotation(FPDFPage_GetAnnot(reached.get(), i));
     if (!isMarkup(annotation.get())) continue;
-    if (!text) {
-      textPage.reset(loaded.get());
-      text.emplace(textPage.get());
-    }
+    if (!text) text.emplace(textPage.get());
     markups.push_back(readMarkup(annotation.get(), page, *text));
   }
   return markups;

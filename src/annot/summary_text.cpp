@@ -31,6 +31,10 @@ constexpr std::u16string_view kJoinedLetters[] = {u"ff",  u"fi", u"fl", u"ffi",
                                                   u"ffl", u"st", u"st"};
 constexpr char16_t kFirstJoinedLetters = 0xFB00;
 
+// PDFium writes both of these as another letter in the standard fonts.
+constexpr char16_t kNoBreakBlank = 0x00A0;
+constexpr char16_t kSoftHyphen = 0x00AD;
+
 // Fonts give ligatures numbers of their own, so write their letters; control characters show
 // nothing, and half of a surrogate pair is not a character.
 std::u16string printable(std::u16string_view text) {
@@ -45,11 +49,17 @@ std::u16string printable(std::u16string_view text) {
       result += u'?';
     } else if (unit >= kFirstJoinedLetters && joined < std::size(kJoinedLetters)) {
       result += kJoinedLetters[joined];
-    } else {
+    } else if (unit != kSoftHyphen) {
       result += isControl(unit) ? u' ' : unit;
     }
   }
   return result;
+}
+
+bool inStandardFonts(char16_t unit) {
+  if (unit == kNoBreakBlank || unit == kSoftHyphen) return false;
+  const bool latin1 = (unit >= u' ' && unit <= u'~') || (unit >= 0xA0 && unit <= 0xFF);
+  return latin1 || kBeyondLatin1.find(unit) != std::u16string_view::npos;
 }
 
 // A line ends with a carriage return, a line feed, or both in this order.
@@ -169,14 +179,20 @@ std::vector<std::u16string> WrapSummaryText(const std::u16string& text, const Su
   for (const std::u16string& paragraph : paragraphsOf(text)) {
     appendLines(paragraph, breaker, lines);
   }
+  for (std::u16string& line : lines) std::replace(line.begin(), line.end(), kNoBreakBlank, u' ');
   return lines;
 }
 
 bool fitsStandardFonts(std::u16string_view line) {
-  return std::all_of(line.begin(), line.end(), [](char16_t unit) {
-    const bool latin1 = (unit >= u' ' && unit <= u'~') || (unit >= 0xA0 && unit <= 0xFF);
-    return latin1 || kBeyondLatin1.find(unit) != std::u16string_view::npos;
-  });
+  return std::all_of(line.begin(), line.end(), inStandardFonts);
+}
+
+std::u16string fittedToStandardFonts(std::u16string_view line) {
+  std::u16string fitted;
+  for (const char16_t unit : line) {
+    if (!isLowSurrogate(unit)) fitted += inStandardFonts(unit) ? unit : u'?';
+  }
+  return fitted;
 }
 
 }  // namespace quillmere

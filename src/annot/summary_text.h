@@ -28,5 +28,7 @@ std::vector<std::u16string> WrapSummaryText(const std::u16string& text, const Su
 
 // False when the standard fonts' encoding lacks a character of the line.
 bool fitsStandardFonts(std::u16string_view line);
+// The line with a question mark for each character that they lack.
+std::u16string fittedToStandardFonts(std::u16string_view line);
 
 }  // namespace quillmere

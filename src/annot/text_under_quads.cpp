@@ -1,7 +1,9 @@
 #include "annot/text_under_quads.h"
 
 #include <algorithm>
+#include <array>
 #include <initializer_list>
+#include <set>
 
 namespace quillmere {
 
@@ -12,6 +14,12 @@ constexpr std::size_t kFirstBuffer = 1024;  // units
 constexpr char16_t kDividingHyphen = 0x02;
 constexpr char32_t kFirstBeyondOneUnit = 0x10000;
 constexpr char32_t kSurrogateBits = 10;
+
+// A small file can cover a full page with any number of quads. So many characters of a page may be
+// compared with quads by PDFium, which looks at all of the page for each quad; from then on only
+// those at a quad's height are looked at, and in the end none.
+constexpr std::size_t kMostComparedByPdfium = 2'000'000;
+constexpr std::size_t kMostCompared = 4'000'000;
 
 bool isBlank(char32_t code) {
   return code == U' ' || code == U'\t' || code == U'\r' || code == U'\n' || code == U'\u00A0';
@@ -33,6 +41,17 @@ void appendCode(std::u16string& text, char32_t code) {
   text += static_cast<char16_t>(0xDC00 + (offset & ((1u << kSurrogateBits) - 1)));
 }
 
+// The quads in their order, without those that came before.
+std::vector<PageBox> withoutRepeated(const std::vector<PageBox>& quads) {
+  std::vector<PageBox> once;
+  std::set<std::array<double, 4>> seen;
+  for (const PageBox& quad : quads) {
+    const auto [at, isNew] = seen.insert({quad.left, quad.top, quad.right, quad.bottom});
+    if (isNew) once.push_back(quad);
+  }
+  return once;
+}
+
 }  // namespace
 
 std::optional<PageBox> boxOfQuad(FPDF_ANNOTATION annotation, std::size_t index) {
@@ -46,7 +65,7 @@ std::optional<PageBox> boxOfQuad(FPDF_ANNOTATION annotation, std::size_t index) 
 std::u16string TextUnderQuads::under(const std::vector<PageBox>& quads) {
   std::u16string text;
   bool wordContinues = false;
-  for (const PageBox& quad : quads) {
+  for (const PageBox& quad : withoutRepeated(quads)) {
     const std::u16string next = piece(quad);
     if (next.empty()) continue;
     if (!text.empty() && !wordContinues) text += u' ';
@@ -58,17 +77,21 @@ std::u16string TextUnderQuads::under(const std::vector<PageBox>& quads) {
 }
 
 // PDFium includes the blank before or after a quad. Boxes of letters reach into the lines above and
-// below, so a quad that is a little too high also catches parts of these.
+// below, so a quad that is a little too high also catches parts of these. PDFium divides the lines
+// by a line end, or only by the hyphen of a word that goes on in the next one.
 std::u16string TextUnderQuads::piece(const PageBox& quad) {
   if (textPage_ == nullptr) return {};
-  std::u16string text = boundedText(quad);
-  if (text.find_first_of(u"\r\n") != std::u16string::npos) text = charactersIn(quad);
-  return withoutOuterBlanks(text);
+  if (compared_ >= kMostComparedByPdfium) return withoutOuterBlanks(charactersIn(quad));
+  const std::u16string text = withoutOuterBlanks(boundedText(quad));
+  const bool oneLine = text.find_first_of(u"\r\n") == std::u16string::npos &&
+                       text.find(kDividingHyphen) >= text.size() - 1;
+  return oneLine ? text : withoutOuterBlanks(charactersIn(quad));
 }
 
 std::u16string TextUnderQuads::boundedText(const PageBox& quad) {
   if (buffer_.empty()) buffer_.resize(kFirstBuffer);
   for (;;) {
+    compared_ += static_cast<std::size_t>(std::max(FPDFText_CountChars(textPage_), 0));
     const int room = static_cast<int>(buffer_.size());
     const int count =
         FPDFText_GetBoundedText(textPage_, quad.left, quad.top, quad.right, quad.bottom,
@@ -87,9 +110,11 @@ std::u16string TextUnderQuads::charactersIn(const PageBox& quad) {
   std::vector<Character> inside;
   const auto lower = [](const Character& character, double y) { return character.y < y; };
   for (auto at = std::lower_bound(characters_.begin(), characters_.end(), quad.bottom, lower);
-       at != characters_.end() && at->y <= quad.top; ++at) {
+       at != characters_.end() && at->y <= quad.top && compared_ < kMostCompared; ++at) {
+    ++compared_;
     if (at->x >= quad.left && at->x <= quad.right) inside.push_back(*at);
   }
+  if (compared_ >= kMostCompared) return {};
   std::sort(inside.begin(), inside.end(),
             [](const Character& a, const Character& b) { return a.index < b.index; });
   std::u16string text;

@@ -3,6 +3,7 @@
 #include <fpdf_annot.h>
 #include <fpdf_text.h>
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,7 +21,8 @@ class TextUnderQuads {
   // For a page without text, given as null, the text is always empty.
   explicit TextUnderQuads(FPDF_TEXTPAGE textPage) : textPage_(textPage) {}
 
-  // The text of each line, joined by blanks; a word divided at a line's end comes out whole.
+  // The text of each line, joined by blanks; a word divided at a line's end comes out whole. What
+  // all calls together look at is limited; beyond, the text is empty.
   std::u16string under(const std::vector<PageBox>& quads);
 
  private:
@@ -38,6 +40,7 @@ class TextUnderQuads {
 
   FPDF_TEXTPAGE textPage_;
   std::u16string buffer_;
+  std::size_t compared_ = 0;  // characters compared with quads so far
   bool charactersRead_ = false;
   std::vector<Character> characters_;  // visible ones, from the bottom up
   std::vector<int> blanks_;            // indexes of blanks and line ends, ascending

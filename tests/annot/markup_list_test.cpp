@@ -309,6 +309,21 @@ TEST_F(MarkupListTest, AnEditedPageIsCollectedAgainAlone) {
   EXPECT_EQ(session.markupList[1].page, 2);
 }
 
+// Only the open page knows of text that was added to it in memory.
+TEST_F(MarkupListTest, APageThatAPaneHasOpenIsNotReadAgain) {
+  PdfPage page;
+  page.annotations = {markup("Highlight", {charactersOf(0, 0, 3)})};
+  document = openInActive(buildPdf({page, page}));
+  loadPane(0, 0);
+  const FPDF_PAGEOBJECT words = FPDFPageObj_NewTextObj(document, "Courier", 10);
+  FPDFText_SetText(words, reinterpret_cast<FPDF_WIDESTRING>(u"seen"));
+  FPDFPageObj_Transform(words, 1, 0, 0, 1, 72, baselineOf(0));
+  FPDFPage_InsertObject(session.panes[0].page.get(), words);
+  EXPECT_THAT(texts(markupsOf(document)), ElementsAre(u"seen", u""));
+  collectPageAgain(document, 0);
+  EXPECT_THAT(texts(session.markupList), ElementsAre(u"seen", u""));
+}
+
 TEST_F(MarkupListTest, AnEditCollectsNothingBeforeTheListWasAskedFor) {
   document = openInActive(buildPdf({courierPage({"text"})}));
   addHighlight(0, charactersOf(0, 0, 3));
@@ -360,7 +375,41 @@ TEST_F(MarkupListTest, ADamagedPageIsLeftOut) {
   ASSERT_NE(document, nullptr);
   std::vector<MarkupEntry> list;
   CollectMarkups(document, list);
-  EXPECT_THAT(list, testing::Not(IsEmpty()));
+  ASSERT_THAT(list, SizeIs(1));
+  EXPECT_EQ(list[0].page, 0);
+}
+
+// One page with a strikethrough whose appearance is this, drawn without any fill.
+std::string strokedPdf(const std::string& appearance) {
+  PdfFile file;
+  const int tree = file.reserve();
+  const int picture = file.addStream(appearance,
+                                     "/Type /XObject /Subtype /Form /BBox [0 0 100 100] "
+                                     "/Resources << /ExtGState << /Unfilled << /ca 0 >> >> >>");
+  std::string annotation = markup("StrikeOut", {Box{10, 10, 90, 30}}, "/C [0 0 1] /AP << /N ");
+  annotation.insert(annotation.rfind(">>"), PdfFile::reference(picture) + " >> ");
+  const int page = file.add("<< /Type /Page /Parent " + PdfFile::reference(tree) +
+                            " /MediaBox [0 0 100 100] /Annots [" + annotation + "] >>");
+  file.set(tree, "<< /Type /Pages /Count 1 /Kids [" + PdfFile::reference(page) + "] >>");
+  return file.finish(file.add("<< /Type /Catalog /Pages " + PdfFile::reference(tree) + " >>"));
+}
+
+TEST_F(MarkupListTest, AnAppearanceThatFillsNothingGivesItsStrokeColour) {
+  document = openInActive(strokedPdf("/Unfilled gs 0 1 0 rg 1 0 0.2 RG 10 20 m 90 20 l S"));
+  std::vector<MarkupEntry> list;
+  CollectMarkups(document, list);
+  ASSERT_THAT(list, SizeIs(1));
+  EXPECT_EQ(list[0].color, 0x3300FFu);
+}
+
+TEST_F(MarkupListTest, AColourBeyondItsRangeIsLimitedToIt) {
+  PdfPage page = courierPage({"text"});
+  page.annotations = {markup("Highlight", {charactersOf(0, 0, 0)}, "/C [1000 0 0]"),
+                      markup("Highlight", {charactersOf(0, 1, 1)}, "/C [0 1.5 0.2]")};
+  const auto list = collect(page);
+  ASSERT_THAT(list, SizeIs(2));
+  EXPECT_EQ(list[0].color, 0x0000FFu);
+  EXPECT_EQ(list[1].color, 0x33FF00u);
 }
 
 }  // namespace

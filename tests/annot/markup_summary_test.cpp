@@ -22,6 +22,7 @@ using testing::SizeIs;
 // A line of the report as it stands on its page.
 struct Line {
   std::u16string text;
+  std::string font;
   double x = 0;
   double y = 0;
   float size = 0;
@@ -42,6 +43,9 @@ class MarkupSummaryTest : public SessionTest {
     line.text.resize(bytes / sizeof(char16_t));
     FPDFTextObj_GetText(object, text, reinterpret_cast<FPDF_WCHAR*>(line.text.data()), bytes);
     while (!line.text.empty() && line.text.back() == u'\0') line.text.pop_back();
+    const FPDF_FONT font = FPDFTextObj_GetFont(object);
+    line.font.resize(FPDFFont_GetBaseFontName(font, nullptr, 0) - 1);
+    FPDFFont_GetBaseFontName(font, line.font.data(), line.font.size() + 1);
     FS_MATRIX matrix{};
     FPDFPageObj_GetMatrix(object, &matrix);
     line.x = matrix.e;
@@ -154,10 +158,62 @@ TEST_F(MarkupSummaryTest, OtherScriptsAreEmbeddedOnceAndReadable) {
   EXPECT_EQ(platform::standIn().fontFilesRead, 1);
 }
 
-TEST_F(MarkupSummaryTest, WithoutAFontOfTheSystemTheReportIsMadeAllTheSame) {
+TEST_F(MarkupSummaryTest, EveryCharacterOfTheStandardFontsIsReadable) {
+  std::vector<MarkupSummaryItem> items;
+  std::vector<std::u16string> wanted;
+  for (char32_t code = u' ' + 1; code <= 0xFFFF; ++code) {
+    const std::u16string text = {u'<', static_cast<char16_t>(code), u'>'};
+    if (!fitsStandardFonts(text)) continue;
+    items.push_back(item(0, text));
+    wanted.push_back(u"Highlight: \"" + text + u"\"");
+  }
+  ASSERT_GT(items.size(), 210u);
+  const DocumentHandle summary = buildMarkupSummary(items, u"source.pdf");
+  std::vector<std::u16string> found;
+  for (int page = 0; page < FPDF_GetPageCount(summary.get()); ++page) {
+    for (const Line& line : linesOf(summary.get(), page)) {
+      if (line.text.starts_with(u"Highlight")) found.push_back(line.text);
+    }
+  }
+  EXPECT_EQ(found, wanted);
+}
+
+TEST_F(MarkupSummaryTest, BlanksAndHyphensOfTypesettersComeOutAsReadersWriteThem) {
+  EXPECT_THAT(textsOf({item(0, u"No.\u00A05", u"infor\u00ADmation")}),
+              testing::IsSupersetOf({u"Highlight: \"No. 5\"", u"Note: information"}));
+  EXPECT_EQ(platform::standIn().fontFilesRead, 0);
+}
+
+TEST_F(MarkupSummaryTest, WithoutAFontOfTheSystemQuestionMarksStandForWhatIsMissing) {
   platform::standIn().fontFilesThere = false;
-  EXPECT_THAT(textsOf({item(0, u"\u03B1"), item(0, u"plain")}),
-              testing::Contains(u"Highlight: \"plain\""));
+  EXPECT_THAT(textsOf({item(0, u"a\u03B1\u00FC\U0001F600z"), item(0, u"plain")}),
+              testing::IsSupersetOf({u"Highlight: \"a?\u00FC?z\"", u"Highlight: \"plain\""}));
+}
+
+TEST_F(MarkupSummaryTest, TitleAndHeadingsAreBold) {
+  const DocumentHandle summary = buildMarkupSummary({item(0, u"a", u"b")}, u"n.pdf");
+  const std::vector<Line> lines = linesOf(summary.get(), 0);
+  std::vector<std::string> fonts;
+  for (const Line& line : lines) fonts.push_back(line.font);
+  EXPECT_THAT(fonts, ElementsAre("Helvetica-Bold", "Helvetica", "Helvetica-Bold", "Helvetica",
+                                 "Helvetica"));
+}
+
+TEST_F(MarkupSummaryTest, AHeadingMayStandAloneAtAPagesEnd) {
+  // The note leaves room for a heading and not for a line below it.
+  std::vector<MarkupSummaryItem> items{item(0, u"first", u"note")};
+  while (items.size() < 100) {
+    items.push_back(item(0, u"item"));
+    auto more = items;
+    more.push_back(item(1, u"of the second page"));
+    const DocumentHandle summary = buildMarkupSummary(more, u"n.pdf");
+    if (FPDF_GetPageCount(summary.get()) == 1) continue;
+    EXPECT_EQ(linesOf(summary.get(), 0).back().text, u"Page 2");
+    ASSERT_THAT(linesOf(summary.get(), 1), SizeIs(1));
+    EXPECT_EQ(linesOf(summary.get(), 1)[0].text, u"Highlight: \"of the second page\"");
+    return;
+  }
+  FAIL() << "one page holds everything";
 }
 
 TEST_F(MarkupSummaryTest, ItemsComeFromTheTopOfEachPageAndTiesInTheOrderOfAnnotations) {

@@ -88,6 +88,15 @@ TEST_F(SummaryTextTest, ControlCharactersAndHalfPairsDoNotComeThrough) {
   EXPECT_THAT(wrap(half), ElementsAre(u"a?b?"));
 }
 
+TEST_F(SummaryTextTest, ABlankThatHoldsWordsTogetherIsABlankOnceTheLinesAreBroken) {
+  EXPECT_THAT(wrap(u"mmmmmm mm\u00A0mm mm", 80), ElementsAre(u"mmmmmm", u"mm mm mm"));
+  EXPECT_THAT(wrap(u"mmmmmm mm mm mm", 80), ElementsAre(u"mmmmmm mm", u"mm mm"));
+}
+
+TEST_F(SummaryTextTest, AHyphenThatIsOnlyAPlaceToBreakIsLeftOut) {
+  EXPECT_THAT(wrap(u"in\u00ADfor\u00ADmation"), ElementsAre(u"information"));
+}
+
 TEST_F(SummaryTextTest, JoinedLettersComeOutOneByOne) {
   EXPECT_THAT(wrap(u"\uFB01nd o\uFB03ce \uFB06"), ElementsAre(u"find office st"));
 }
@@ -114,7 +123,8 @@ TEST_F(SummaryTextTest, WidthsAreRoundedUpToQuarters) {
 TEST_F(SummaryTextTest, TheStandardFontsHaveWesternCharacters) {
   EXPECT_TRUE(
       fitsStandardFonts(u"Plain, \u00FC\u00E9\u00DF \u20AC \u201Cquoted\u201D \u2013 \u0160"));
-  for (const std::u16string text : {u"\u03B1", u"\u0142", u"\uFB01", u"\u4E2D", u"\U0001F600"}) {
+  for (const std::u16string text :
+       {u"\u00A0", u"\u00AD", u"\u03B1", u"\u0142", u"\uFB01", u"\u4E2D", u"\U0001F600"}) {
     EXPECT_FALSE(fitsStandardFonts(text));
   }
 }
