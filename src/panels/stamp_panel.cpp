@@ -115,8 +115,8 @@ void followDrag(int x, int y) {
   drag.y = panel.top + y;
   const bool userStamp = isStampIndex(drag.stamp) &&
                          !session.stampLibrary[static_cast<std::size_t>(drag.stamp)].isSystem;
-  const bool far = std::abs(y - drag.pressY) > scaled(kReorderDistance);
-  if (panelArea().contains(x, y) && userStamp && far) drag.reorderActive = true;
+  const bool farEnough = std::abs(y - drag.pressY) > scaled(kReorderDistance);
+  if (panelArea().contains(x, y) && userStamp && farEnough) drag.reorderActive = true;
   const bool before = drag.stampOverPage;
   drag.stampOverPage = !drag.reorderActive && paneUnder(drag.x, drag.y) == 0;
   if (before || drag.stampOverPage) pictureChanged();

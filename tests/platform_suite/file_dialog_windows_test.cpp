@@ -10,7 +10,11 @@ namespace {
 using FileDialogWindows = PlatformSuite;
 
 OpenDialogRequest requestFor(bool several) {
-  return {u"Suite Open", {{u"PDF Files (*.pdf)", u"*.pdf"}, {u"All Files", u"*.*"}}, several};
+  OpenDialogRequest request;
+  request.title = u"Suite Open";
+  request.filters = {{u"PDF Files (*.pdf)", u"*.pdf"}, {u"All Files", u"*.*"}};
+  request.allowSeveral = several;
+  return request;
 }
 
 // The box where the user types a file name.
