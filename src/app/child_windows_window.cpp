@@ -130,12 +130,21 @@ void createLeftPanel() {
   BuildBinderTree();
 }
 
+// A panel that is hidden ends what goes on in it: the typing of a name, a drag.
+void endInput(HWND window) {
+  if (GetCapture() == window) ReleaseCapture();
+  const HWND keyboard = GetFocus();
+  if (keyboard != window && !IsChild(window, keyboard)) return;
+  if (window == windowHandles.binderTree) TreeView_EndEditLabelNow(window, TRUE);
+  SetFocus(windowHandles.main);
+}
+
 // Do not copy the old picture: a neighbour with scroll bars that was placed before may have drawn
 // over it.
 void place(HWND window, const PixelRect& rect, bool visible) {
   if (window == nullptr) return;
   const bool shown = visible && !rect.empty();
-  if (!shown && GetFocus() == window) SetFocus(windowHandles.main);
+  if (!shown) endInput(window);
   SetWindowPos(
       window, nullptr, rect.left, rect.top, std::max(rect.width(), 0), std::max(rect.height(), 0),
       SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS | (shown ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));

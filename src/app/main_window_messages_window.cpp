@@ -106,7 +106,11 @@ Result onCreate(WPARAM, LPARAM) {
   return 0;
 }
 
+// A name that is being typed must not hold the window open.
 Result onClose(WPARAM, LPARAM) {
+  if (windowHandles.binderTree != nullptr) {
+    TreeView_EndEditLabelNow(windowHandles.binderTree, TRUE);
+  }
   if (!closeMustWait() && settleBeforeClose()) DestroyWindow(windowHandles.main);
   return 0;
 }

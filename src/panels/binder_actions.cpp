@@ -5,7 +5,7 @@
 
 #include "documents/binder_files.h"
 #include "documents/open_binder_entry.h"
-#include "integration/internet_gate.h"
+#include "documents/open_requests.h"
 #include "panels/binder_panel.h"
 #include "panels/binder_rows.h"
 #include "panels/close_or_delete_dialog.h"
@@ -61,6 +61,7 @@ void AddNewBinder() {
 }
 
 void AddExistingBinder() {
+  if (session.viewerRole) return;
   const DocumentWork work;
   OpenDialogRequest request;
   request.title = u"Add Existing Binder";
@@ -88,10 +89,7 @@ void AddFilesDialog(int index) {
   request.title = u"Add PDFs to Binder";
   request.filters = {{u"PDF Files (*.pdf)", u"*.pdf"}, {u"All Files", u"*.*"}};
   request.allowSeveral = true;
-  std::vector<std::u16string> passed;
-  for (const std::u16string& path : askForFiles(request)) {
-    if (CheckInternetZone(path)) passed.push_back(path);
-  }
+  const std::vector<std::u16string> passed = filesPastGate(askForFiles(request));
   if (passed.empty()) return;
   AddFilesToBinder(index, passed);
   BuildBinderTree();
@@ -109,6 +107,7 @@ void openBinderRow(const BinderRow& row, bool askBeforeReplace, bool otherPaneCo
 }
 
 void deleteBinderRow(const BinderRow& row, bool quick) {
+  if (session.viewerRole) return;
   const int index = binderIndexOf(row);
   if (row.kind == BinderRowKind::File) {
     removeBinderFile(row, !quick);

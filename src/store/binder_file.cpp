@@ -252,20 +252,6 @@ void adoptStored(BinderFile& stored, BinderFile& binder) {
   binder.furtherLines += stored.furtherLines;
 }
 
-// A list that could not be opened when the program started would be overwritten, so read it first.
-// False when it still cannot be read.
-bool catchUpWithFile(BinderFile& binder) {
-  if (!binder.isWorkingDocuments || !session.workingDocumentsUnread) return true;
-  BinderFile stored;
-  if (LoadBinderFile(binder.path, stored)) {
-    adoptStored(stored, binder);
-  } else if (platform::fileExists(binder.path)) {
-    return false;
-  }
-  session.workingDocumentsUnread = false;
-  return true;
-}
-
 // A folder that takes no new file, or whose path leaves no room for its name, may still let the
 // file itself be written.
 bool writeBytes(const std::u16string& path, const std::string& bytes) {
@@ -279,6 +265,18 @@ bool writeBytes(const std::u16string& path, const std::string& bytes) {
 }
 
 }  // namespace
+
+bool catchUpWithFile(BinderFile& binder) {
+  if (!binder.isWorkingDocuments || !session.workingDocumentsUnread) return true;
+  BinderFile stored;
+  if (LoadBinderFile(binder.path, stored)) {
+    adoptStored(stored, binder);
+  } else if (platform::fileExists(binder.path)) {
+    return false;
+  }
+  session.workingDocumentsUnread = false;
+  return true;
+}
 
 std::u16string BinderNameFromPath(std::u16string_view path) {
   const std::u16string name = fileNameOf(path);

@@ -336,6 +336,7 @@ void AddFilesToBinder(int index, const std::vector<std::u16string>& paths) {
 void RemoveFileRecord(int index, int fileIndex) {
   if (session.viewerRole || !IsValidBinderFile(index, fileIndex)) return;
   BinderFile& binder = binderAt(index);
+  catchUpWithFile(binder);
   const std::u16string path = takeFileOut(binder, fileIndex);
   if (binder.isWorkingDocuments) AddToRecentFiles({path});
   SaveBinderFile(binder);
@@ -344,6 +345,7 @@ void RemoveFileRecord(int index, int fileIndex) {
 void RemoveAllFileRecords(int index) {
   if (session.viewerRole || !IsValidBinder(index)) return;
   BinderFile& binder = binderAt(index);
+  catchUpWithFile(binder);
   if (binder.isWorkingDocuments) AddToRecentFiles(binder.files);
   binder.files.clear();
   binder.views.clear();
