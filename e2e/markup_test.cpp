@@ -1,4 +1,7 @@
-#include "driver/scenario.h"
+#include <algorithm>
+#include <set>
+
+#include "driver/tree_scenario.h"
 
 namespace quillmere::e2e {
 namespace {
@@ -14,10 +17,27 @@ constexpr wchar_t kNoteDialog[] = L"QuillmereNoteDlg";
 constexpr int kNoteText = 1002;
 constexpr wchar_t kMarkupDialog[] = L"QuillmereMarkupDlg";
 
-class Markup : public Scenario {
+class Markup : public TreeScenario {
  protected:
   void startWithText(const std::string& text) {
     startWith(markedPdf(2, kPage.width, kPage.height, text, kBaseline));
+    press('A');
+    page = placedPage(pageArea(), kPage, 1);
+    ASSERT_TRUE(pageBecomes(pageArea(), clipped(page, pageArea())));
+  }
+  // The same line, with more bookmarks in the tree than it has room for.
+  void startWithBookmarks(const std::string& text) {
+    test::PdfPage sheet;
+    sheet.width = kPage.width;
+    sheet.height = kPage.height;
+    sheet.content = test::textContent(text, kTextLeft, kPage.height - kBaseline, 24, "F3");
+    test::PdfOptions options;
+    for (int i = 1; i <= 120; ++i) {
+      const std::string number = std::to_string(i);
+      options.outline.push_back(
+          {u"Chapter " + std::u16string(number.begin(), number.end()), "", {}});
+    }
+    startGrouped(false, test::buildPdf({sheet}, options));
     press('A');
     page = placedPage(pageArea(), kPage, 1);
     ASSERT_TRUE(pageBecomes(pageArea(), clipped(page, pageArea())));
@@ -51,14 +71,6 @@ class Markup : public Scenario {
     ASSERT_TRUE(eventually([] { return FindWindowW(L"#32768", nullptr) != nullptr; }));
     for (int i = 0; i < row; ++i) press(VK_DOWN);
     press(VK_RETURN);
-  }
-  HWND shownTip() const {
-    for (const HWND tip : windowsOfClass(L"tooltips_class32")) {
-      DWORD process = 0;
-      GetWindowThreadProcessId(tip, &process);
-      if (process == program.id && IsWindowVisible(tip)) return tip;
-    }
-    return nullptr;
   }
   // Moves to the place from beside it. A movement during the handling of another would be lost.
   void hover(POINT place) const {
@@ -157,6 +169,34 @@ TEST_F(Markup, TheDialogChangesWhatNewMarksLookLike) {
   EXPECT_TRUE(markedPixelsBecome(kGreen, true));
 }
 
+TEST_F(Markup, ADragOfTheOpacityIsSavedWhenTheButtonIsReleased) {
+  startWithText("Quill and page");
+  press('M', kCtrl);
+  const HWND dialog = dialogComes(kMarkupDialog);
+  ASSERT_NE(dialog, nullptr);
+  ASSERT_TRUE(eventually([&] { return focusOf(dialog) == GetDlgItem(dialog, 1001); }));
+  const HWND percent = GetDlgItem(dialog, 1004);
+  ASSERT_EQ(controlText(percent), L"100%");
+  const std::wstring before = setting(L"Markup", L"HlOpacity");
+  const RECT slider = windowRect(GetDlgItem(dialog, 1003));
+  const POINT thumb{slider.right - dip(13), (slider.top + slider.bottom) / 2};
+  pressButton(thumb);
+  std::set<std::wstring> shown;
+  for (int step = 1; step <= 10; ++step) {
+    movePointer({thumb.x - step * dip(8), thumb.y});
+    ASSERT_TRUE(inputIsHandled(dialog));
+    shown.insert(controlText(percent));
+    EXPECT_EQ(setting(L"Markup", L"HlOpacity"), before);
+  }
+  EXPECT_GE(shown.size(), 5u) << "the value does not follow the pointer";
+  releaseButton({thumb.x - 10 * dip(8), thumb.y});
+  ASSERT_TRUE(inputIsHandled(dialog));
+  const std::wstring last = controlText(percent);
+  EXPECT_NE(last, L"100%");
+  EXPECT_EQ(settled([] { return setting(L"Markup", L"HlOpacity") + L"%"; }, last), last);
+  picture("Markup.Dragged");
+}
+
 TEST_F(Markup, EscapeInThePageClosesTheDialogAndClosingTheWindowKeepsItsPlace) {
   startWithText("Quill and page");
   press('M', kCtrl);
@@ -172,6 +212,87 @@ TEST_F(Markup, EscapeInThePageClosesTheDialogAndClosingTheWindowKeepsItsPlace) {
   EXPECT_EQ(program.exitCode(), 0u);
   EXPECT_EQ(setting(L"Markup", L"DlgX"), std::to_wstring(dip(300)));
   EXPECT_EQ(setting(L"Markup", L"DlgY"), std::to_wstring(dip(250)));
+}
+
+class MarkupInTree : public Markup {
+ protected:
+  // Opens the Markups group at the end of the tree and selects a row above it.
+  void openGroupAndSelectAbove() {
+    clickRow(L"Chapter 1");
+    ASSERT_TRUE(rowSelected(L"Chapter 1"));
+    press(VK_END);
+    ASSERT_TRUE(rowSelected(L"Markups"));
+    press(VK_RIGHT);
+    ASSERT_TRUE(markRowsBecome({L"1|(no markups)"}));
+    const RECT area = windowRect(tree());
+    const POINT middle{(area.left + area.right) / 2, (area.top + area.bottom) / 2};
+    for (int i = 0; i < 3; ++i) turnWheel(middle, 120);
+    ASSERT_TRUE(inputIsHandled(window));
+    clickRow(kSelected);
+    ASSERT_TRUE(rowSelected(kSelected));
+    selectedPlace = rowPlace(kSelected);
+    const RECT first = treeRowOnScreen(window, tree(), L"Chapter 1");
+    ASSERT_TRUE(IsRectEmpty(&first)) << "the tree has room for all rows";
+  }
+  // Waits for the rows of the group.
+  ::testing::AssertionResult markRowsBecome(const std::vector<std::wstring>& wanted) const {
+    std::vector<std::wstring> seen;
+    if (eventually([&] {
+          seen = rows();
+          const auto group = std::find(seen.begin(), seen.end(), L"0|Markups");
+          seen.erase(seen.begin(), group == seen.end() ? group : group + 1);
+          return seen == wanted;
+        })) {
+      return ::testing::AssertionSuccess();
+    }
+    return ::testing::AssertionFailure() << ::testing::PrintToString(seen);
+  }
+  void expectTreeUnmoved() const {
+    EXPECT_TRUE(rowSelected(kSelected));
+    EXPECT_EQ(treeRowOnScreen(window, tree(), kSelected), selectedPlace);
+  }
+  void highlight(int first, int last) const {
+    drag(character(first), character(last));
+    press(VK_SPACE);
+  }
+  // Types into the note of the mark at a place, which is opened for that.
+  void typeNote(POINT place, const std::wstring& text) const {
+    chooseInContextMenu(place, 1);
+    const HWND dialog = dialogComes(kNoteDialog);
+    ASSERT_NE(dialog, nullptr);
+    ASSERT_TRUE(eventually([&] { return focusOf(dialog) == GetDlgItem(dialog, kNoteText); }));
+    type(text);
+    press(VK_TAB);
+    press(VK_RETURN);
+    ASSERT_TRUE(dialogGoes(kNoteDialog));
+  }
+
+  static constexpr wchar_t kSelected[] = L"Chapter 108";
+  RECT selectedPlace{};
+};
+
+TEST_F(MarkupInTree, ItsRowsFollowTheMarksAndTheRestOfTheTreeStaysAsItIs) {
+  startWithBookmarks("Quill and page");
+  ASSERT_NO_FATAL_FAILURE(openGroupAndSelectAbove());
+  highlight(0, 4);
+  EXPECT_TRUE(markRowsBecome({L"1|Quill"}));
+  expectTreeUnmoved();
+  highlight(10, 13);
+  EXPECT_TRUE(markRowsBecome({L"1|Quill", L"1|page"}));
+  expectTreeUnmoved();
+  typeNote(character(2), L"check this");
+  EXPECT_TRUE(markRowsBecome({L"1|Quill - check this", L"1|page"}));
+  expectTreeUnmoved();
+  picture("noted");
+  // The note is selected when it opens, so typing replaces it.
+  typeNote(character(2), L"done");
+  EXPECT_TRUE(markRowsBecome({L"1|Quill - done", L"1|page"}));
+  chooseInContextMenu(character(2), 2);
+  EXPECT_TRUE(markRowsBecome({L"1|page"}));
+  expectTreeUnmoved();
+  chooseInContextMenu(character(12), 2);
+  EXPECT_TRUE(markRowsBecome({L"1|(no markups)"}));
+  expectTreeUnmoved();
 }
 
 // A paper under the system's highlight colour at 130 of 255.

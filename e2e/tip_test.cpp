@@ -18,14 +18,6 @@ class Tip : public Scenario {
     startWith(test::buildPdf({page, coloredPage(1, kPage)}));
     ASSERT_TRUE(pageTextBecomes(L"Page 1 of 2"));
   }
-  HWND shownTip() const {
-    for (const HWND tip : windowsOfClass(L"tooltips_class32")) {
-      DWORD process = 0;
-      GetWindowThreadProcessId(tip, &process);
-      if (process == program.id && IsWindowVisible(tip)) return tip;
-    }
-    return nullptr;
-  }
   void rest() {
     const POINT place = middleOf(pageArea());
     movePointer({place.x - 3, place.y + aside});

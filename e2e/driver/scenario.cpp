@@ -172,6 +172,15 @@ HWND Scenario::findBar() const {
   return FindWindowExW(window, nullptr, L"QuillmereFindBar", nullptr);
 }
 
+HWND Scenario::shownTip() const {
+  for (const HWND tip : windowsOfClass(L"tooltips_class32")) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(tip, &process);
+    if (process == program.id && IsWindowVisible(tip)) return tip;
+  }
+  return nullptr;
+}
+
 bool Scenario::paneIsActive(RECT pane) const {
   return eventually([&] { return client().at(pane.left + dip(1), pane.top + dip(1)) == kFrame; });
 }

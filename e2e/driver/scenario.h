@@ -50,6 +50,8 @@ class Scenario : public ::testing::Test {
   POINT onScreen(int x, int y) const;
   Picture client() const { return captureClient(window); }
   HWND findBar() const;
+  // The program's tip that is on the screen; null when there is none.
+  HWND shownTip() const;
   // The client area without panels, find bar and status bar.
   RECT pageArea() const;
   // The panes side by side, with the 2-pixel divider in the middle.

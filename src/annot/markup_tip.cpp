@@ -14,9 +14,21 @@ namespace quillmere {
 namespace {
 
 constexpr std::size_t kLongestTip = 1000;  // units
+constexpr int kMostTipLines = 20;
 
 bool isHighSurrogate(char16_t unit) {
   return unit >= 0xD800 && unit <= 0xDBFF;
+}
+
+// Lines end with CR LF.
+std::u16string firstLines(std::u16string text, int lines) {
+  constexpr std::u16string_view kLineEnd = u"\r\n";
+  std::size_t end = text.find(kLineEnd);
+  while (end != std::u16string::npos && --lines > 0) {
+    end = text.find(kLineEnd, end + kLineEnd.size());
+  }
+  if (end != std::u16string::npos) text.resize(end);
+  return text;
 }
 
 std::u16string noteOnPane(int pane, std::int32_t annot) {
@@ -64,7 +76,7 @@ void forgetMarkupTip() {
 std::u16string tipText(std::u16string_view note) {
   std::size_t length = std::min(note.size(), kLongestTip);
   if (length < note.size() && isHighSurrogate(note[length - 1])) --length;
-  return shownNote(note.substr(0, length));
+  return firstLines(shownNote(note.substr(0, length)), kMostTipLines);
 }
 
 PixelRect placeTip(int x, int y, int width, int height, int besideX, int besideY,

@@ -18,7 +18,7 @@ void HideMarkupTip();
 // Hides the tip because the note that it shows has changed or gone.
 void forgetMarkupTip();
 
-// The part of a note that a tip shows.
+// The part of a note that a tip shows: its beginning, and no more lines than a screen has room for.
 std::u16string tipText(std::u16string_view note);
 
 // Where a tip of this size goes for a pointer at x, y: below it to the right, moved to stay on the

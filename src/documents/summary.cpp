@@ -16,6 +16,15 @@ namespace quillmere {
 
 namespace {
 
+// The folder of a path; empty when it names none. A drive keeps its backslash, since "C:" alone is
+// whatever folder was last used there.
+std::u16string folderAround(const std::u16string& path) {
+  const std::size_t slash = path.find_last_of(u"\\/");
+  if (slash == std::u16string::npos) return {};
+  const bool root = slash > 0 && path[slash - 1] == u':';
+  return path.substr(0, root ? slash + 1 : slash);
+}
+
 SaveDialogRequest requestFor(const std::u16string& source) {
   const std::u16string name = fileNameOf(source);
   SaveDialogRequest request;
@@ -23,8 +32,7 @@ SaveDialogRequest requestFor(const std::u16string& source) {
   request.filters = {{u"PDF Files", u"*.pdf"}};
   request.defaultExtension = u"pdf";
   request.name = name.substr(0, name.rfind(u'.')) + u" - Markup Summary.pdf";
-  const std::size_t slash = source.find_last_of(u"\\/");
-  if (slash != std::u16string::npos) request.folder = source.substr(0, slash);
+  request.folder = folderAround(source);
   return request;
 }
 
@@ -67,7 +75,10 @@ void CreateMarkupSummary() {
     return;
   }
   const std::u16string source = pathOf(session.activePane);
-  DocumentHandle summary = buildMarkupSummary(items, fileNameOf(source));
+  saveMarkupSummary(buildMarkupSummary(items, fileNameOf(source)), source);
+}
+
+void saveMarkupSummary(DocumentHandle summary, const std::u16string& source) {
   if (!summary) {
     showNotice(u"Could not create the summary document.", BoxIcon::Error);
     return;

@@ -8,6 +8,7 @@
 #include "app/commands.h"
 #include "app/keys.h"
 #include "app/mouse.h"
+#include "base/text_format.h"
 #include "dialogs/dialog_script.h"
 #include "session/changes.h"
 #include "view/navigation.h"
@@ -140,6 +141,20 @@ TEST_F(MarkupTipTest, TheTipShowsTheBeginningOfALongNote) {
   EXPECT_EQ(tipText(pens), std::u16string(999, u'a'));
   EXPECT_EQ(tipText(std::u16string(998, u'a') + u"\U0001F58B"),
             std::u16string(998, u'a') + u"\U0001F58B");
+}
+
+TEST_F(MarkupTipTest, ANoteOfManyLinesShowsTheFirstTwenty) {
+  const auto lines = [](int count) {
+    std::u16string text;
+    for (int i = 1; i <= count; ++i) text += (i > 1 ? u"\r\nline " : u"line ") + decimal(i);
+    return text;
+  };
+  EXPECT_EQ(tipText(lines(20)), lines(20));
+  EXPECT_EQ(tipText(lines(21)), lines(20));
+  EXPECT_EQ(tipText(lines(20) + u"\r"), lines(20));
+  std::u16string blank;
+  for (int i = 1; i < 20; ++i) blank += u"\r\n";
+  EXPECT_EQ(tipText(std::u16string(900, u'\r')), blank);
 }
 
 TEST_F(MarkupTipTest, TheTipStandsBelowThePointerAndStaysOnTheScreen) {

@@ -1,8 +1,13 @@
 #include <gmock/gmock.h>
 
+#include <set>
+
 #include "annot/annot_test.h"
 #include "annot/markups.h"
+#include "annot/notes.h"
 #include "app/commands.h"
+#include "base/text_format.h"
+#include "dialogs/dialog_script.h"
 #include "documents/modes.h"
 #include "nav/find_bar.h"
 #include "view/navigation.h"
@@ -21,7 +26,22 @@ class NothingLostTest : public AnnotTest {
       goToPage(0, i * 7 % kPages, false);
       selectText(i % 2 == 0 ? u"Quill" : u"page");
       i % 3 == 0 ? strikeSelectionThrough() : highlightSelection();
+      if (i % 5 == 0) noteNewestMark(i);
     }
+  }
+  static std::u16string noteOf(int mark) { return u"note " + decimal(mark); }
+  static void noteNewestMark(int mark) {
+    setView(0, 1.0f, 40.0f, 20.0f);
+    pick(middleOf(marksOn(documentOf(0), pane(0).openPage).back()));
+    dialogScript().noteAnswers = {noteOf(mark)};
+    EditMarkupNote();
+  }
+  static std::set<std::u16string> notesOf(FPDF_DOCUMENT document) {
+    std::set<std::u16string> notes;
+    for (int page = 0; page < kPages; ++page) {
+      for (const FoundMark& mark : marksOn(document, page)) notes.insert(mark.note);
+    }
+    return notes;
   }
   static void search() {
     OpenFindBar();
@@ -48,6 +68,10 @@ TEST_F(NothingLostTest, MarksOutlastSearchesPageTurnsAndChangesOfMode) {
   EXPECT_EQ(countMarks(documentOf(0)), kMarks);
   const DocumentHandle copy = loadDocument(savedCopy(documentOf(0)));
   EXPECT_EQ(countMarks(copy.get()), kMarks);
+  std::set<std::u16string> wanted{u""};
+  for (int mark = 0; mark < kMarks; mark += 5) wanted.insert(noteOf(mark));
+  EXPECT_EQ(notesOf(documentOf(0)), wanted);
+  EXPECT_EQ(notesOf(copy.get()), wanted);
 }
 
 }  // namespace

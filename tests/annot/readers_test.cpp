@@ -1,26 +1,25 @@
-#include <fpdf_annot.h>
-#include <fpdf_edit.h>
+#include <fpdf_text.h>
 #include <gtest/gtest.h>
-#include <quillmere_engine.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <string>
 #include <vector>
 
-#include "annot/markup_pdf.h"
+#include "annot/annot_test.h"
 #include "annot/markup_summary.h"
+#include "annot/markups.h"
 #include "platform/text.h"
 #include "store/write_document_copy.h"
-#include "support/session_test.h"
 
 namespace quillmere::test {
 namespace {
 
 // What other readers make of our files. With QUILLMERE_READERS_FOLDER set, scripts/check-readers
 // compares what is left there; PDFium reads the files here in any case.
-class ReadersTest : public SessionTest {
+class ReadersTest : public AnnotTest {
  protected:
   ReadersTest() { platform::putFolder(u"C:\\out"); }
 
@@ -58,51 +57,55 @@ class ReadersTest : public SessionTest {
     return picture;
   }
 
-  static void addMark(FPDF_PAGE page, FPDF_ANNOTATION_SUBTYPE subtype,
-                      const std::vector<Box>& boxes, unsigned alpha) {
-    const FPDF_ANNOTATION mark = FPDFPage_CreateAnnot(page, subtype);
-    FPDFAnnot_SetColor(mark, FPDFANNOT_COLORTYPE_Color, 255, 150, 20, alpha);
-    for (const Box& box : boxes) {
-      const auto left = static_cast<float>(box.left);
-      const auto top = static_cast<float>(box.top);
-      const auto right = static_cast<float>(box.right);
-      const auto bottom = static_cast<float>(box.bottom);
-      const FS_QUADPOINTSF quad{left, top, right, top, left, bottom, right, bottom};
-      FPDFAnnot_AppendAttachmentPoints(mark, &quad);
-    }
-    FPDFAnnot_SetFlags(mark, FPDF_ANNOT_FLAG_PRINT);
-    EXPECT_TRUE(QuillmereEngine_WriteMarkAppearance(mark, 0));
-    FPDFPage_CloseAnnot(mark);
-    EXPECT_TRUE(QuillmereEngine_MakeAnnotIndirect(page, FPDFPage_GetAnnotCount(page) - 1));
+  // A page with two lines of words that no reader draws and a bar in place of each, in its middle.
+  // The words run along the page's width, or upright as the turned page is seen.
+  static PdfPage wordsOnPage(int rotate, bool upright) {
+    const std::map<int, std::string> directions{
+        {0, "1 0 0 1"}, {90, "0 1 -1 0"}, {180, "-1 0 0 -1"}, {270, "0 -1 1 0"}};
+    PdfPage page;
+    page.width = 240;
+    page.height = 160;
+    page.rotate = rotate;
+    page.entries = "/CropBox [-10 15 220 150]";
+    page.content = "q " + directions.at(upright ? rotate : 0) + " 110 85 cm\n" +
+                   rectangleContent(-58, 0, 116, 9, 0.2, 0.2, 0.2) +
+                   rectangleContent(-58, -12, 116, 9, 0.2, 0.4, 0.8) + "3 Tr\n" +
+                   textContent("dipped words", -58, 0, 16, "F3") +
+                   textContent("dipped again", -58, -12, 16, "F3") + "Q\n";
+    return page;
+  }
+  // Marks both lines and strikes the second one through.
+  void markWords() {
+    session.settings.highlightOpacity = 55;
+    selectCharacters(0, FPDFText_CountChars(pane(0).textPage.get()) - 1);
+    highlightSelection();
+    selectText(u"dipped again");
+    strikeSelectionThrough();
   }
 };
 
 // Bars stand for words, as every reader has letters of its own.
 TEST_F(ReadersTest, MarksLieWhereTheyWereMadeInAFileThatWasWritten) {
   for (const int rotate : {0, 90, 180, 270}) {
-    PdfPage source;
-    source.width = 240;
-    source.height = 160;
-    source.rotate = rotate;
-    source.entries = "/CropBox [-10 15 220 150]";
-    source.content = rectangleContent(40, 100, 120, 8, 0.2, 0.2, 0.2) +
-                     rectangleContent(40, 60, 80, 8, 0.2, 0.4, 0.8);
-    const DocumentHandle document = loadDocument(buildPdf({source}));
-    {
-      const PageHandle page(FPDF_LoadPage(document.get(), 0));
-      addMark(page.get(), FPDF_ANNOT_HIGHLIGHT, {{38, 97, 162, 111}, {38, 57, 122, 98}}, 140);
-      addMark(page.get(), FPDF_ANNOT_STRIKEOUT, {{38, 57, 122, 71}}, 255);
+    for (const bool upright : {false, true}) {
+      SCOPED_TRACE(testing::Message() << rotate << (upright ? " upright" : ""));
+      resetSession();
+      openPages({wordsOnPage(rotate, upright)});
+      markWords();
+      const std::string bytes = written(documentOf(0));
+      const DocumentHandle copy = loadDocument(bytes);
+      ASSERT_NE(copy, nullptr);
+      const std::vector<FoundMark> marks = marksOn(copy.get(), 0);
+      ASSERT_EQ(marks.size(), 2u);
+      EXPECT_EQ(marks[0].quads.size(), 2u);
+      EXPECT_EQ(marks[1].quads.size(), 1u);
+      const PageHandle page(FPDF_LoadPage(copy.get(), 0));
+      const std::string picture = pictureOf(page.get());
+      EXPECT_TRUE(picture == pictureOf(pane(0).page.get()));
+      const std::string name = "written-" + std::to_string(rotate) + (upright ? "-upright" : "");
+      keep(name + ".pdf", bytes);
+      keep(name + ".ppm", picture);
     }
-    const std::string bytes = written(document.get());
-    const DocumentHandle copy = loadDocument(bytes);
-    ASSERT_NE(copy, nullptr);
-    const PageHandle page(FPDF_LoadPage(copy.get(), 0));
-    EXPECT_EQ(FPDFPage_GetAnnotCount(page.get()), 2);
-    const std::string picture = pictureOf(page.get());
-    const PageHandle original(FPDF_LoadPage(document.get(), 0));
-    EXPECT_TRUE(picture == pictureOf(original.get())) << rotate;
-    keep("written-" + std::to_string(rotate) + ".pdf", bytes);
-    keep("written-" + std::to_string(rotate) + ".ppm", picture);
   }
 }
 

@@ -80,6 +80,15 @@ TEST_F(SummaryTest, ANameWithoutAFullStopIsKeptWhole) {
   EXPECT_EQ(standIn().saveDialogs[0].name, u"paper - Markup Summary.pdf");
 }
 
+TEST_F(SummaryTest, ADocumentInTheRootOfADriveOffersThatRoot) {
+  ASSERT_TRUE(open(u"C:\\paper.pdf"));
+  standIn().saveDialogAnswers = {u""};
+  CreateMarkupSummary();
+  ASSERT_THAT(standIn().saveDialogs, SizeIs(1));
+  EXPECT_EQ(standIn().saveDialogs[0].folder, u"C:\\");
+  EXPECT_EQ(standIn().saveDialogs[0].name, u"paper - Markup Summary.pdf");
+}
+
 TEST_F(SummaryTest, ACancelledDialogEndsSilently) {
   ASSERT_TRUE(open());
   standIn().saveDialogAnswers = {u""};
@@ -114,6 +123,14 @@ TEST_F(SummaryTest, AFileThatCannotBeWrittenIsToldAndStays) {
   expectBox(u"Could not write the summary file.", platform::BoxIcon::Error);
   EXPECT_EQ(*platform::fileBytes(u"C:\\out\\s.pdf"), "older");
   EXPECT_THAT(written(), ElementsAre(u"s.pdf"));
+  EXPECT_THAT(standIn().processes, IsEmpty());
+}
+
+TEST_F(SummaryTest, AReportThatCouldNotBeMadeIsTold) {
+  standIn().boxAnswers = {platform::BoxAnswer::Ok};
+  saveMarkupSummary(nullptr, u"C:\\paper.pdf");
+  expectBox(u"Could not create the summary document.", platform::BoxIcon::Error);
+  EXPECT_THAT(standIn().saveDialogs, IsEmpty());
   EXPECT_THAT(standIn().processes, IsEmpty());
 }
 

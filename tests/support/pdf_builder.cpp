@@ -63,6 +63,15 @@ std::string fontResources() {
   return result + " >> >>";
 }
 
+// The bytes that hexadecimal digits stand for.
+std::string bytesOf(const std::string& digits) {
+  std::string bytes;
+  for (std::size_t i = 0; i + 1 < digits.size(); i += 2) {
+    bytes += static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16));
+  }
+  return bytes;
+}
+
 struct TreeNode {
   int object = 0;
   int pages = 0;  // leaves below
@@ -371,6 +380,29 @@ std::string passwordProtectedPdf() {
   PdfPage page;
   page.content = textContent("Secret");
   return buildPdf({page}, options);
+}
+
+// Its keys, /O and /U, are those of the empty password, and its content is "BT /F1 24 Tf 72 700 Td
+// (Quill and page) Tj ET" as RC4 encrypts it for object 4.
+std::string encryptedPdf() {
+  const std::string content = bytesOf(
+      "11A9745161D1CEAEFA0210DF5738FC36EFC899F04EB49413885C09CB8F9E553C32D9B5E9862B833A5F15221514");
+  PdfFile file;
+  const int catalog = file.reserve();
+  const int tree = file.reserve();
+  const int page = file.reserve();
+  const std::string stream = PdfFile::reference(file.addStream(content));
+  file.set(catalog, "<< /Type /Catalog /Pages " + PdfFile::reference(tree) + " >>");
+  file.set(tree, "<< /Type /Pages /Count 1 /Kids [" + PdfFile::reference(page) + "] " +
+                     fontResources() + " >>");
+  file.set(page, "<< /Type /Page /MediaBox [0 0 600 800] /Parent " + PdfFile::reference(tree) +
+                     " /Contents " + stream + " >>");
+  return file.finish(
+      catalog,
+      "/ID [<00112233445566778899AABBCCDDEEFF> <00112233445566778899AABBCCDDEEFF>] "
+      "/Encrypt << /Filter /Standard /V 2 /R 3 /Length 128 /P -44 /O <" +
+          std::string(64, '5') +
+          "> /U <DAD4BECA610F407E8E523EB0CA56C38100000000000000000000000000000000> >>");
 }
 
 std::string manyPagesPdf(int pages) {

@@ -94,7 +94,9 @@ std::string wrongOffsetsPdf(int pages);  // every xref offset is wrong; can be r
 std::string cyclicPageTreePdf();         // a page tree node is its own child
 std::string zeroPagePdf();               // sound, with an empty page tree
 std::string passwordProtectedPdf();      // opens only with a password
-std::string manyPagesPdf(int pages);     // pages share one content
+// One page of 600 by 800 points with "Quill and page", encrypted; the empty password opens it.
+std::string encryptedPdf();
+std::string manyPagesPdf(int pages);  // pages share one content
 std::string hugePagePdf(double width = 1e6, double height = 1e6);
 // One page with "ebb" and a form with "flood", which draws itself and "neap", another form that
 // draws both again: following them without a limit would exhaust any memory.
