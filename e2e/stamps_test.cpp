@@ -7,6 +7,7 @@ namespace {
 constexpr Size kPage{612, 792};
 constexpr int kStampPanelId = 402;
 constexpr std::uint32_t kOrange = rgb(0xE0, 0x70, 0x10);
+constexpr std::uint32_t kGhost = rgb(235, 165, 104);  // orange over paper, at an alpha of 0.63
 constexpr std::uint32_t kTeal = rgb(0x10, 0x90, 0x90);
 constexpr std::uint32_t kRotationHandle = rgb(60, 200, 100);
 constexpr wchar_t kTextDialog[] = L"QuillmereAddTextDlg";
@@ -62,13 +63,27 @@ class Stamps : public Scenario {
     }
     return ::testing::AssertionFailure() << pixelsOf(color) << " pixels of that colour";
   }
+  void dragOver(POINT from, POINT between, POINT to) const {
+    movePointer(from);
+    ASSERT_TRUE(inputIsHandled(window));
+    pressButton(from);
+    for (const POINT place : {between, to}) {
+      ASSERT_TRUE(inputIsHandled(window));
+      movePointer(place);
+    }
+    ASSERT_TRUE(inputIsHandled(window));
+    ASSERT_TRUE(eventually([&] { return pixelsOf(kOrange) == 0 && pixelsOf(kGhost) > 200; }));
+    picture("Stamps.Ghost");
+    releaseButton(to);
+  }
   void placeOrange(POINT at) {
     POINT from{};
     ASSERT_TRUE(eventually([&] {
       from = stampInPanel(kOrange);
       return from.y > clientOnScreen(panel()).top + dip(98);
     }));
-    drag(from, at);
+    // A stamp that is moved up or down in the panel would be reordered.
+    dragOver(from, {at.x, from.y}, at);
     ASSERT_TRUE(shown(kOrange, true));
   }
   static POINT middle(const RECT& rect) {

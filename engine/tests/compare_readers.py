@@ -4,7 +4,9 @@
 # and MuPDF draw of them at 144 DPI, and lets qpdf check the documents. Every pixel of one
 # picture must lie between the darkest and the lightest that the other has within one pixel,
 # give or take TOLERANCE of 255 in each colour. Documents called NAME-text.pdf hold text that
-# every reader lays out by its own rules, and get TEXT_REACH pixels. Exits with 0 if all agree.
+# every reader lays out by its own rules, and get TEXT_REACH pixels. Of documents called
+# NAME-ink.pdf, which show one text in letters of each reader's own, the box around all dark
+# pixels is compared, within INK_REACH pixels. Exits with 0 if all agree.
 
 import pathlib
 import subprocess
@@ -12,6 +14,7 @@ import sys
 
 TOLERANCE = 12
 TEXT_REACH = 10
+INK_REACH = 2  # capitals of the readers' own fonts differ that much in height
 
 
 def read_picture(path):
@@ -51,6 +54,16 @@ def strays(picture, other, reach):
     return count
 
 
+def ink_box(picture):
+    """Left, top, right and bottom of the dark pixels."""
+    width, height, pixels = picture
+    dark = [at for at in range(width * height) if pixels[3 * at + 1] < 128]
+    if not dark:
+        return (0, 0, 0, 0)
+    columns = [at % width for at in dark]
+    return min(columns), dark[0] // width, max(columns) + 1, dark[-1] // width + 1
+
+
 def drawn_by_others(pdf):
     """Name and picture of each other reader."""
     poppler = pdf.with_suffix(".poppler")
@@ -74,6 +87,11 @@ def compare(pdf):
         theirs = read_picture(path)
         if theirs[:2] != ours[:2]:
             yield f"{pdf.name}: {name} draws {theirs[:2]} pixels, PDFium {ours[:2]}"
+            continue
+        if pdf.stem.endswith("-ink"):
+            boxes = ink_box(ours), ink_box(theirs)
+            if max(abs(a - b) for a, b in zip(*boxes)) > INK_REACH:
+                yield f"{pdf.name}: ink lies in {boxes[0]}, with {name} in {boxes[1]}"
             continue
         reach = TEXT_REACH if pdf.stem.endswith("-text") else 1
         wrong = strays(ours, theirs, reach) + strays(theirs, ours, reach)

@@ -187,6 +187,7 @@ void eraseSelected(FPDF_DOCUMENT document) {
 }  // namespace
 
 bool pressPlacement(int x, int y) {
+  readWaitingPlacements();
   if (paneUnder(x, y) != kPane || !editingPossible()) return false;
   if (std::vector<Placement>* list = editablePlacements()) {
     for (std::size_t index = list->size(); index-- > 0;) {

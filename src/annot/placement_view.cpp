@@ -11,6 +11,7 @@
 #include "annot/stamp_library.h"
 #include "annot/stamp_pictures.h"
 #include "annot/text_tool.h"
+#include "session/density.h"
 #include "session/session.h"
 
 namespace quillmere {
@@ -79,8 +80,8 @@ PixelPoint PlacementHandlePoint(int pane, const Placement& placement, int handle
 }
 
 PixelRect handleSquare(const PixelPoint& point) {
-  return {point.x - kHandleReach, point.y - kHandleReach, point.x + kHandleReach + 1,
-          point.y + kHandleReach + 1};
+  const int reach = scaled(kHandleReach);
+  return {point.x - reach, point.y - reach, point.x + reach + 1, point.y + reach + 1};
 }
 
 PixelRect PlacementScreenBounds(int pane, const Placement& placement) {

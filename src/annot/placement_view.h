@@ -14,10 +14,12 @@
 // Where placements lie on the screen, and what is drawn of them over the page.
 namespace quillmere {
 
-inline constexpr int kHandleReach = 3;       // pixels from a handle's point to its square's edge
+// Pixels at 96 DPI.
+inline constexpr int kHandleReach = 3;  // from a handle's point to its square's edge
+inline constexpr int kGhostCross = 6;   // from the pointer to the end of each arm
+
 inline constexpr double kGhostAlpha = 0.63;  // of a stamp that is dragged from the panel
 inline constexpr int kTextGhostAlpha = 160;  // of 255
-inline constexpr int kGhostCross = 6;        // pixels from the pointer to the end of each arm
 
 struct PixelPoint {
   std::int32_t x = 0;

@@ -69,6 +69,12 @@ void ClearPlacements() {
   session.selectedPlacementIndex = -1;
 }
 
+void readWaitingPlacements() {
+  if (session.placementDocument != nullptr) return;
+  const FPDF_DOCUMENT document = documentOf(session.activePane);
+  if (document != nullptr) LoadPlacements(document);
+}
+
 bool ClaimPlacementOwner() {
   const FPDF_DOCUMENT document = documentOf(session.activePane);
   if (document == nullptr) return false;

@@ -14,6 +14,11 @@ namespace quillmere {
 // afterwards. Null leaves the session without placements.
 void LoadPlacements(FPDF_DOCUMENT document);
 
+// Reads the placements of the active document unless the session holds some document's already. An
+// open leaves this until its page is painted, since a long document takes a while; whatever looks
+// for placements earlier calls it first. Until then the document has none that are pending.
+void readWaitingPlacements();
+
 // Forgets all placements; none is selected and no document has any.
 void ClearPlacements();
 

@@ -12,6 +12,7 @@
 #include "app/overlays.h"
 #include "app/paint_placements.h"
 #include "platform/win32/wide.h"
+#include "session/density.h"
 
 namespace quillmere {
 
@@ -199,10 +200,11 @@ void blendGhost(HDC dc, const TextGhost& ghost, HFONT font, const PixelRect& box
 void drawCross(HDC dc, const PixelPoint& place) {
   const PenHandle pen(CreatePen(PS_SOLID, 1, kCrossColor));
   const Selected selected(dc, pen.get());
-  MoveToEx(dc, place.x - kGhostCross, place.y, nullptr);
-  LineTo(dc, place.x + kGhostCross + 1, place.y);
-  MoveToEx(dc, place.x, place.y - kGhostCross, nullptr);
-  LineTo(dc, place.x, place.y + kGhostCross + 1);
+  const int arm = scaled(kGhostCross);
+  MoveToEx(dc, place.x - arm, place.y, nullptr);
+  LineTo(dc, place.x + arm + 1, place.y);
+  MoveToEx(dc, place.x, place.y - arm, nullptr);
+  LineTo(dc, place.x, place.y + arm + 1);
 }
 
 }  // namespace

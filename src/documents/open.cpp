@@ -204,7 +204,6 @@ void adoptSharedDocument(DocumentHandle document, const std::u16string& path) {
     pane.pageRotations.clear();
   }
   clearJumpHistories();
-  LoadPlacements(session.active.document.get());
 }
 
 // A long outline takes longer to read than the page takes to paint.
@@ -228,6 +227,7 @@ StepResult openForBothPanes(OpenJob& job) {
   if (!document) return reportLoadFailure(FPDF_GetLastError());
   adoptSharedDocument(std::move(document), job.displayPath);
   showFirstPages();
+  platform::doAfterPainting(readWaitingPlacements);
   showPageThenOutline();
   return StepResult::Next;
 }

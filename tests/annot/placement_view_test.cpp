@@ -46,6 +46,13 @@ TEST_F(PlacementViewTest, AHandlesSquareHasSevenPixels) {
   EXPECT_EQ(square.width(), 7);
 }
 
+TEST_F(PlacementViewTest, HandlesGrowWithTheDensityOfTheScreen) {
+  session.dpi = 192;
+  const PixelRect square = handleSquare({10, 20});
+  EXPECT_EQ(square.width(), 13);
+  EXPECT_TRUE(square.contains(4, 26));
+}
+
 TEST_F(PlacementViewTest, BoundsHoldTheTurnedBox) {
   openPlain();
   EXPECT_EQ(PlacementScreenBounds(0, stampOf(quarters(), 100, 700, 30, 40)),

@@ -5,9 +5,11 @@
 
 #include "annot/annotation_image.h"
 #include "annot/markups.h"
+#include "annot/placement_editing.h"
 #include "annot/placement_test.h"
 #include "annot/stamp_library.h"
 #include "documents/modes.h"
+#include "view/geometry.h"
 #include "view/view_test.h"
 
 namespace quillmere::test {
@@ -62,6 +64,40 @@ TEST_F(PlacementsTest, RecordsInOtherEncodingsAreRead) {
   openWith({"<< /Type /Annot /Subtype /Stamp /Rect [1 1 9 9] /QMR (QMR1;S;0;1;2;3;4;) >>"});
   ASSERT_EQ(session.placements[0].size(), 1u);
   EXPECT_EQ(placement(0, 0).width, 3);
+}
+
+TEST_F(PlacementsTest, WaitingPlacementsAreReadOnce) {
+  const FPDF_DOCUMENT document = openWith({stampAnnotation(u"QMR1;S;0;1;2;3;4;")});
+  ClearPlacements();
+  readWaitingPlacements();
+  EXPECT_EQ(session.placementDocument, document);
+  ASSERT_EQ(session.placements[0].size(), 1u);
+  add(0, textOf(u"Hi", 1, 1));
+  readWaitingPlacements();
+  EXPECT_EQ(session.placements[0].size(), 2u);
+}
+
+TEST_F(PlacementsTest, NewOnesJoinThoseThatWereStillToBeRead) {
+  openWith({stampAnnotation(u"QMR1;S;0;1;2;3;4;")});
+  ClearPlacements();
+  EXPECT_TRUE(ClaimPlacementOwner());
+  EXPECT_EQ(session.placements[0].size(), 1u);
+}
+
+TEST_F(PlacementsTest, APressFindsThoseThatWereStillToBeRead) {
+  openWith({stampAnnotation(u"QMR1;S;0;200;300;100;50;")});
+  ClearPlacements();
+  const PixelRect rect = paneRect(0);
+  const PanePoint middle = pageToPane(0, 250, 325);
+  EXPECT_TRUE(pressPlacement(rect.left + static_cast<int>(middle.x),
+                             rect.top + static_cast<int>(middle.y)));
+  EXPECT_EQ(session.selectedPlacementIndex, 0);
+}
+
+TEST_F(PlacementsTest, WithoutADocumentNothingIsRead) {
+  resetSession();
+  readWaitingPlacements();
+  EXPECT_EQ(session.placementDocument, nullptr);
 }
 
 TEST_F(PlacementsTest, PicturesOfTextsAreMadeWhenTheyAreNeeded) {

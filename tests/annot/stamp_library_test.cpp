@@ -107,6 +107,18 @@ TEST_F(StampLibraryTest, NamesAndPathsHaveTheirLimits) {
   EXPECT_THAT(names(), ElementsAre(std::u16string(63, u'n')));
 }
 
+TEST_F(StampLibraryTest, LinesLongerThanAnyPathDropOutWhole) {
+  putStamp(u"a.png");
+  putStamp(u"b.png");
+  std::string list;
+  for (const std::size_t length : {259u, 260u, 261u, 519u, 520u, 2000u}) {
+    list += std::string(length, 'x') + "a.png\r\n";
+  }
+  putList(list + "b.png" + std::string(400, ' ') + "\r\n");
+  LoadStampLibrary();
+  EXPECT_THAT(names(), ElementsAre(u"b"));
+}
+
 TEST_F(StampLibraryTest, LoadingReadsSizesAndDecodesNothing) {
   fillLibrary(20);
   EXPECT_EQ(standIn().picturesDecoded, 0);

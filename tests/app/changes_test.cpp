@@ -196,6 +196,22 @@ TEST_F(ChangesTest, AMarkupBeforeTheGroupWasShownOnlyRepaints) {
   EXPECT_THAT(shown(), ElementsAre("repaint"));
 }
 
+TEST_F(ChangesTest, AChangedPlacementForgetsThePickedMarkupAndRepaints) {
+  session.markupMenuPage = 0;
+  session.markupMenuAnnot = 3;
+  placementsChanged(documentOf(0));
+  EXPECT_EQ(session.markupMenuAnnot, -1);
+  EXPECT_THAT(shown(), ElementsAre("repaint"));
+}
+
+TEST_F(ChangesTest, AnOpenPaintsThePageBeforeItReadsPlacements) {
+  standIn().window.paintsLater = true;
+  opened(u"b.pdf", 2);
+  EXPECT_EQ(session.placementDocument, nullptr);
+  standIn().window.paintNow();
+  EXPECT_EQ(session.placementDocument, documentOf(0));
+}
+
 #ifndef NDEBUG
 TEST_F(ChangesTest, AChangeReportedWhileOneIsFollowedUpIsAnErrorOfTheProgram) {
   // This fills the status bar at once, so filling it can report a change.

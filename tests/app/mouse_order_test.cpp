@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "annot/placements.h"
 #include "app/mouse.h"
 #include "documents/modes.h"
 #include "support/opening_test.h"
@@ -26,7 +27,9 @@ enum class Began {
   PanelWidth,
   StampSplitter,
   Divider,
+  Text,
   OpenDialog,
+  Placement,
   Pan,
   Link,
   Selection,
@@ -61,6 +64,29 @@ class MouseOrderTest : public OpeningTest {
     session.placeholderRect[0] = {at.x - 20, at.y - 20, at.x + 20, at.y + 20};
   }
 
+  static void armTextTool() {
+    session.textTool.armed = true;
+    session.textTool.text = u"Paid";
+  }
+  static bool textPlaced() {
+    const auto found = session.placements.find(0);
+    return found != session.placements.end() &&
+           found->second.back().kind == PlacementKind::TextDrop;
+  }
+
+  // A stamp over the line that is a link, selected.
+  static void putStampOnLink() {
+    showStampPanel();
+    Placement stamp;
+    stamp.x = 50;
+    stamp.y = 250;
+    stamp.width = 300;
+    stamp.height = 150;
+    session.placements[0] = {stamp};
+    selectPlacement(0, 0);
+  }
+  static Place onRotationHandle() { return onPage(50, 400); }
+
   static Place onPage(double x, double y) {
     const PanePoint point = pageToPane(0, x, y);
     const PixelRect rect = paneRect(0);
@@ -79,7 +105,9 @@ class MouseOrderTest : public OpeningTest {
     if (drag == Gesture::LeftPanelWidth) return Began::PanelWidth;
     if (drag == Gesture::StampSplitter) return Began::StampSplitter;
     if (drag == Gesture::Divider) return Began::Divider;
+    if (textPlaced()) return Began::Text;
     if (!standIn().openDialogs.empty()) return Began::OpenDialog;
+    if (drag == Gesture::Placement) return Began::Placement;
     if (session.panes[0].shiftPan) return Began::Pan;
     if (session.panes[0].currentPage == 1) return Began::Link;
     return session.selection.dragging ? Began::Selection : Began::Nothing;
@@ -161,6 +189,26 @@ TEST_F(MouseOrderTest, OverAPageTheHandComesBeforeTheBeamAndTheBeamBeforeTheArro
   EXPECT_EQ(cursorOver(onText()), CursorKind::TextBeam);
 }
 
+TEST_F(MouseOrderTest, TheTextToolsCrossComesBeforeThePlaceholderAndAfterTheSplitters) {
+  showStampPanel();
+  armTextTool();
+  putPlaceholder(onText());
+  EXPECT_EQ(cursorOver(onText()), CursorKind::Cross);
+  EXPECT_EQ(cursorOver({818, 300}), CursorKind::ResizeHorizontal);
+  standIn().shiftDown = true;
+  EXPECT_EQ(cursorOver(onText()), CursorKind::Hand);
+}
+
+TEST_F(MouseOrderTest, TheCursorOverASelectedStampComesAfterThePlaceholderAndBeforePageAndShift) {
+  putStampOnLink();
+  EXPECT_EQ(cursorOver(onLinkedText()), CursorKind::Move);
+  EXPECT_EQ(cursorOver(onRotationHandle()), CursorKind::Rotate);
+  standIn().shiftDown = true;
+  EXPECT_EQ(cursorOver(onLinkedText()), CursorKind::Move);
+  putPlaceholder(onLinkedText());
+  EXPECT_EQ(cursorOver(onLinkedText()), CursorKind::Hand);
+}
+
 // Presses of the left button.
 
 TEST_F(MouseOrderTest, TheBarOfTheLeftPanelComesFirst) {
@@ -191,6 +239,37 @@ TEST_F(MouseOrderTest, ThePlaceholderComesBeforePanning) {
   standIn().shiftDown = true;
   EXPECT_EQ(pressAt(onText()), Began::OpenDialog);
   EXPECT_FALSE(session.panes[0].shiftPan);
+}
+
+TEST_F(MouseOrderTest, TheTextToolComesBeforeThePlaceholderAndAfterTheSplitters) {
+  showStampPanel();
+  armTextTool();
+  EXPECT_EQ(pressAt({818, 300}), Began::StampSplitter);
+  loseCapture();
+  putPlaceholder(onText());
+  EXPECT_EQ(pressAt(onText()), Began::Text);
+  EXPECT_TRUE(standIn().openDialogs.empty());
+}
+
+TEST_F(MouseOrderTest, WithShiftTheTextToolLeavesThePressToPanning) {
+  armTextTool();
+  standIn().shiftDown = true;
+  EXPECT_EQ(pressAt(onText()), Began::Pan);
+}
+
+TEST_F(MouseOrderTest, ThePlaceholderComesBeforeAStamp) {
+  putStampOnLink();
+  putPlaceholder(onLinkedText());
+  EXPECT_EQ(pressAt(onLinkedText()), Began::OpenDialog);
+  EXPECT_NE(session.gesture.kind, Gesture::Placement);
+}
+
+TEST_F(MouseOrderTest, AStampComesBeforePanningAndLinks) {
+  putStampOnLink();
+  EXPECT_EQ(pressAt(onLinkedText()), Began::Placement);
+  loseCapture();
+  standIn().shiftDown = true;
+  EXPECT_EQ(pressAt(onLinkedText()), Began::Placement);
 }
 
 TEST_F(MouseOrderTest, PanningComesBeforeTheLink) {

@@ -54,6 +54,47 @@ TEST_F(OverlaysTest, TheSelectionIsAnUprightBoxInTheOrderAroundIt) {
   EXPECT_LT(quad.corner[1].y, quad.corner[2].y);
 }
 
+TEST_F(OverlaysTest, PicturesLieInTheOrderOfTheirListUnderTheStampThatIsDragged) {
+  Placement written;
+  written.annotIndex = 0;
+  Placement pending;
+  pending.kind = PlacementKind::TextDrop;
+  pending.text = u"Paid";
+  pending.x = 100;
+  pending.y = 300;
+  pending.width = 60;
+  pending.height = 20;
+  Placement later = pending;
+  later.text = u"Received";
+  session.placements[0] = {written, pending, later};
+  session.stampLibrary = {StampEntry{}};
+  session.stampLibrary[0].width = 40;
+  session.stampLibrary[0].height = 20;
+  session.stampDrag.stamp = 0;
+  session.stampDrag.stampOverPage = true;
+  const PixelRect everything{0, 0, 5000, 5000};
+  const std::vector<PictureDrawing> pictures = overlayPictures(0, everything);
+  ASSERT_EQ(pictures.size(), 3u);
+  EXPECT_EQ(pictures[0].picture, session.placements[0][1].image);
+  EXPECT_EQ(pictures[1].picture, session.placements[0][2].image);
+  EXPECT_EQ(pictures[2].alpha, kGhostAlpha);
+  EXPECT_EQ(pictures[2].height, 80);
+  EXPECT_TRUE(overlayPictures(1, everything).empty());
+}
+
+TEST_F(OverlaysTest, PicturesOutsideTheAreaAreLeftOut) {
+  Placement stamp;
+  stamp.x = 100;
+  stamp.y = 300;
+  stamp.width = 60;
+  stamp.height = 20;
+  session.placements[0] = {stamp};
+  const PixelRect bounds = PlacementScreenBounds(0, stamp);
+  EXPECT_EQ(overlayPictures(0, bounds).size(), 1u);
+  EXPECT_TRUE(
+      overlayPictures(0, {bounds.right, bounds.top, bounds.right + 50, bounds.bottom}).empty());
+}
+
 TEST_F(OverlaysTest, APaneWithoutASelectionHasNone) {
   selectAll(0);
   EXPECT_TRUE(overlayQuads(1).empty());

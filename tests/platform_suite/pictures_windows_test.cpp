@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/pictures.h"
+#include "platform/text.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/wide.h"
 #include "platform_suite/suite_side.h"
@@ -62,9 +63,9 @@ bool alike(std::uint32_t pixel, std::uint32_t wanted) {
 }
 
 TEST_F(PicturesWindows, TheUsualFormatsAreDecoded) {
-  for (const wchar_t* mimeType :
-       {L"image/png", L"image/jpeg", L"image/bmp", L"image/gif", L"image/tiff"}) {
-    SCOPED_TRACE(fromWide(mimeType).size());
+  // Wine writes GIF files without their pixels; another test reads one.
+  for (const wchar_t* mimeType : {L"image/png", L"image/jpeg", L"image/bmp", L"image/tiff"}) {
+    SCOPED_TRACE(toUtf8(fromWide(mimeType)));
     Gdiplus::Bitmap bitmap(8, 4, PixelFormat24bppRGB);
     paint(bitmap);
     save(bitmap, in(u"picture"), mimeType);
@@ -94,22 +95,42 @@ TEST_F(PicturesWindows, PatternsNameWhatTheSystemDecodes) {
   }
 }
 
-// A TIFF file, little-endian, of 2 by 1 pixels, red and blue, with this orientation.
-std::string tiffWith(unsigned char orientation) {
-  std::string file("II*\0\x0E\0\0\0", 8);
-  file += std::string("\xFF\0\0\0\0\xFF", 6);
-  struct Entry {
-    unsigned short tag;
-    unsigned short type;
-    unsigned count;
-    unsigned value;
-  };
-  const Entry entries[] = {{256, 3, 1, 2}, {257, 3, 1, 1}, {258, 3, 3, 140},         {259, 3, 1, 1},
-                           {262, 3, 1, 2}, {273, 4, 1, 8}, {274, 3, 1, orientation}, {277, 3, 1, 3},
-                           {278, 3, 1, 1}, {279, 4, 1, 6}};
+// How the two pixels of a TIFF file are stored.
+struct TiffPixels {
+  std::string bytes;
+  unsigned bitsOfSample = 8;
+  unsigned samples = 3;
+  unsigned kind = 2;  // red, green and blue; 5 is for inks
+};
+
+// A TIFF file, little-endian, of 2 by 1 pixels with this orientation.
+std::string tiffWith(unsigned orientation, const TiffPixels& pixels) {
+  std::string file;
   const auto put = [&](unsigned value, int bytes) {
     for (int n = 0; n < bytes; ++n) file += static_cast<char>(value >> 8 * n & 0xFF);
   };
+  struct Entry {
+    unsigned tag;
+    unsigned type;
+    unsigned count;
+    unsigned value;
+  };
+  const auto length = static_cast<unsigned>(pixels.bytes.size());
+  const unsigned list = 8 + length;
+  const unsigned bits = list + 2 + 10 * 12 + 4;  // behind the list of ten entries
+  const Entry entries[] = {{256, 3, 1, 2},
+                           {257, 3, 1, 1},
+                           {258, 3, pixels.samples, bits},
+                           {259, 3, 1, 1},
+                           {262, 3, 1, pixels.kind},
+                           {273, 4, 1, 8},
+                           {274, 3, 1, orientation},
+                           {277, 3, 1, pixels.samples},
+                           {278, 3, 1, 1},
+                           {279, 4, 1, length}};
+  file += std::string("II*\0", 4);
+  put(list, 4);
+  file += pixels.bytes;
   put(10, 2);
   for (const Entry& entry : entries) {
     put(entry.tag, 2);
@@ -118,9 +139,39 @@ std::string tiffWith(unsigned char orientation) {
     put(entry.value, 4);
   }
   put(0, 4);
-  EXPECT_EQ(file.size(), 140u);
-  for (int n = 0; n < 3; ++n) put(8, 2);
+  EXPECT_EQ(file.size(), bits);
+  for (unsigned n = 0; n < pixels.samples; ++n) put(pixels.bitsOfSample, 2);
   return file;
+}
+
+// Red and blue.
+std::string tiffWith(unsigned orientation) {
+  return tiffWith(orientation, {std::string("\xFF\0\0\0\0\xFF", 6)});
+}
+
+TEST_F(PicturesWindows, SixteenBitsOfAColourBecomeEight) {
+  putBytes(in(u"a.tif"), tiffWith(1, {std::string("\xFF\xFF\0\0\0\0\0\0\0\0\xFF\xFF", 12), 16}));
+  const SharedPicture tiff = loadPicture(in(u"a.tif"));
+  ASSERT_TRUE(tiff);
+  EXPECT_EQ(tiff->pixels, (std::vector<std::uint32_t>{0xFFFF0000, 0xFF0000FF}));
+  // The same pixels as a PNG file.
+  const SharedPicture png = loaded(
+      "\x89\x50\x4E\x47\x0D\x0A\x1A\x0A\x00\x00\x00\x0D\x49\x48\x44\x52"
+      "\x00\x00\x00\x02\x00\x00\x00\x01\x10\x02\x00\x00\x00\x2B\xD0\x34"
+      "\x9E\x00\x00\x00\x18\x49\x44\x41\x54\x78\x01\x01\x0D\x00\xF2\xFF"
+      "\x00\xFF\xFF\x00\x00\x00\x00\x00\x00\x00\x00\xFF\xFF\x19\xF3\x03"
+      "\xFD\x02\x76\x88\x0A\x00\x00\x00\x00\x49\x45\x4E\x44\xAE\x42\x60"
+      "\x82");
+  ASSERT_TRUE(png);
+  EXPECT_EQ(png->pixels, (std::vector<std::uint32_t>{0xFFFF0000, 0xFF0000FF}));
+}
+
+TEST_F(PicturesWindows, InksBecomeColours) {
+  putBytes(in(u"a.tif"), tiffWith(1, {std::string("\0\xFF\xFF\0\xFF\xFF\0\0", 8), 8, 4, 5}));
+  const SharedPicture picture = loadPicture(in(u"a.tif"));
+  ASSERT_TRUE(picture);
+  EXPECT_TRUE(alike(picture->pixels[0], 0xFFFF0000)) << std::hex << picture->pixels[0];
+  EXPECT_TRUE(alike(picture->pixels[1], 0xFF0000FF)) << std::hex << picture->pixels[1];
 }
 
 TEST_F(PicturesWindows, OrientationTagsTurnPicturesUpright) {

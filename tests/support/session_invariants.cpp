@@ -69,10 +69,34 @@ std::string brokenBook() {
   return right.page || right.pageBitmap ? "a book with a page behind its last" : "";
 }
 
+// The record of what is selected and the marks on the placements themselves tell the same.
+std::string brokenPlacementSelection() {
+  int selected = 0;
+  for (const auto& [page, list] : session.placements) {
+    for (std::size_t index = 0; index < list.size(); ++index) {
+      if (!list[index].selected) continue;
+      ++selected;
+      if (page != session.selectedPlacementPage ||
+          static_cast<std::int32_t>(index) != session.selectedPlacementIndex) {
+        return "a placement is marked as selected that is not";
+      }
+    }
+  }
+  if (session.selectedPlacementPage < 0) return {};
+  if (selected == 0) return "a selected placement without its mark";
+  return session.viewMode == ViewMode::SinglePage ? "" : "a selected placement between two panes";
+}
+
 std::string brokenPlacements() {
   const FPDF_DOCUMENT owner = session.placementDocument;
-  if (owner == nullptr) return session.placements.empty() ? "" : "placements of no document";
-  return owner == documentOf(0) || owner == documentOf(1) ? "" : "placements of a closed document";
+  if (owner == nullptr && !session.placements.empty()) return "placements of no document";
+  if (owner != nullptr && owner != documentOf(0) && owner != documentOf(1)) {
+    return "placements of a closed document";
+  }
+  if (session.gesture.kind == Gesture::Placement && session.selectedPlacementPage < 0) {
+    return "a drag of no placement";
+  }
+  return brokenPlacementSelection();
 }
 
 std::string brokenBookmarks() {

@@ -140,6 +140,13 @@ class FaceFont {
   std::unique_ptr<Gdiplus::Font> font_;
 };
 
+// A line feed ends a line on every system; Wine gives the carriage return before it a width.
+std::u16string withoutReturns(std::u16string_view text) {
+  std::u16string lines(text);
+  std::erase(lines, u'\r');
+  return lines;
+}
+
 const Gdiplus::StringFormat* formatOf(TextSetting setting, const Gdiplus::StringFormat& padded) {
   return setting == TextSetting::Tight ? Gdiplus::StringFormat::GenericTypographic() : &padded;
 }
@@ -195,8 +202,9 @@ TextExtent measureTextBox(const TextFace& face, TextSetting setting, std::u16str
   graphics.SetTextRenderingHint(Gdiplus::TextRenderingHintAntiAliasGridFit);
   const FaceFont font(face);
   const Gdiplus::StringFormat padded;
+  const std::u16string lines = withoutReturns(text);
   Gdiplus::RectF bounds;
-  graphics.MeasureString(wideUnits(text), static_cast<INT>(text.size()), font.get(),
+  graphics.MeasureString(wideUnits(lines), static_cast<INT>(lines.size()), font.get(),
                          {0, 0, kNoLimit, kNoLimit}, formatOf(setting, padded), &bounds);
   return {bounds.Width, bounds.Height};
 }
@@ -217,7 +225,8 @@ SharedPicture drawTextPicture(const TextFace& face, TextSetting setting, std::u1
     const Gdiplus::StringFormat padded;
     const Gdiplus::RectF box(static_cast<Gdiplus::REAL>(place.left),
                              static_cast<Gdiplus::REAL>(place.top), 0, 0);
-    graphics.DrawString(wideUnits(text), static_cast<INT>(text.size()), font.get(), box,
+    const std::u16string lines = withoutReturns(text);
+    graphics.DrawString(wideUnits(lines), static_cast<INT>(lines.size()), font.get(), box,
                         formatOf(setting, padded), &brush);
   }
   return pixelsOf(bitmap);

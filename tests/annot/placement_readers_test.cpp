@@ -1,0 +1,212 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "annot/placement_test.h"
+#include "annot/placement_view.h"
+#include "annot/text_tool.h"
+#include "support/readers_folder.h"
+
+namespace quillmere::test {
+namespace {
+
+constexpr float kZoom = 2;  // 144 DPI
+constexpr int kTolerance = 12;
+
+// Stamps and texts in files that were written, where the program showed them before.
+class PlacementReadersTest : public PlacementTest {
+ protected:
+  // Opens a page whose boxes do not begin at 0,0, shown at 144 DPI in the pane's corner.
+  FPDF_DOCUMENT openTurned(int rotate) {
+    PdfPage page;
+    page.width = 240;
+    page.height = 160;
+    page.rotate = rotate;
+    page.entries = "/CropBox [-10 15 220 150]";
+    const FPDF_DOCUMENT document = openPlain(1, page);
+    setView(0, kZoom, 0.0f, 0.0f);
+    return document;
+  }
+
+  static int channelAt(const PagePicture& picture, int x, int y, int channel) {
+    return static_cast<unsigned char>(
+        picture.pixels[static_cast<std::size_t>(3 * (y * picture.width + x) + channel)]);
+  }
+
+  // Whether the channel of a pixel lies within what `other` has no more than `reach` pixels away.
+  static bool foundNear(const PagePicture& picture, const PagePicture& other, int x, int y,
+                        int channel, int reach) {
+    const int value = channelAt(picture, x, y, channel);
+    if (value == channelAt(other, x, y, channel)) return true;
+    int least = 255;
+    int most = 0;
+    for (int row = std::max(y - reach, 0); row <= std::min(y + reach, other.height - 1); ++row) {
+      for (int column = std::max(x - reach, 0); column <= std::min(x + reach, other.width - 1);
+           ++column) {
+        least = std::min(least, channelAt(other, column, row, channel));
+        most = std::max(most, channelAt(other, column, row, channel));
+      }
+    }
+    return value >= least - kTolerance && value <= most + kTolerance;
+  }
+
+  // How many channels of pixels of one picture are farther than `reach` pixels from where the other
+  // has them.
+  static int strays(const PagePicture& picture, const PagePicture& other, int reach) {
+    EXPECT_EQ(picture.width, other.width);
+    EXPECT_EQ(picture.height, other.height);
+    if (picture.pixels.size() != other.pixels.size()) return -1;
+    int count = 0;
+    for (int y = 0; y < picture.height; ++y) {
+      for (int x = 0; x < picture.width; ++x) {
+        for (int channel = 0; channel < 3; ++channel) {
+          if (!foundNear(picture, other, x, y, channel, reach)) ++count;
+        }
+      }
+    }
+    return count;
+  }
+
+  // The drawing's pixel at a place of the page's picture, given by its middle; null outside it.
+  static const std::uint32_t* pixelUnder(const PictureDrawing& drawing, double x, double y) {
+    const double angle = drawing.degrees * std::numbers::pi / 180;
+    const double dx = x - drawing.centre.x;
+    const double dy = y - drawing.centre.y;
+    const double u = (dx * std::cos(angle) + dy * std::sin(angle)) / drawing.width + 0.5;
+    const double v = (dy * std::cos(angle) - dx * std::sin(angle)) / drawing.height + 0.5;
+    if (u < 0 || u >= 1 || v < 0 || v >= 1) return nullptr;
+    const platform::Picture& source = *drawing.picture;
+    const int column = static_cast<int>(u * source.width);
+    const int row = static_cast<int>(v * source.height);
+    return &source.pixels[static_cast<std::size_t>(row * source.width + column)];
+  }
+
+  // What the program paints over an empty page of this size.
+  static PagePicture overlayOf(int width, int height) {
+    PagePicture overlay{
+        width, height,
+        std::string(static_cast<std::size_t>(3 * width * height), static_cast<char>(255))};
+    for (const PictureDrawing& drawing : placementDrawings(0, {0, 0, width, height})) {
+      for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+          const std::uint32_t* pixel = pixelUnder(drawing, x + 0.5, y + 0.5);
+          for (int channel = 0; pixel != nullptr && channel < 3; ++channel) {
+            overlay.pixels[static_cast<std::size_t>(3 * (y * width + x) + channel)] =
+                static_cast<char>(*pixel >> (16 - 8 * channel) & 0xFF);
+          }
+        }
+      }
+    }
+    return overlay;
+  }
+
+  void compareStamps(const std::string& name, int reach);
+
+  // Around the dark pixels.
+  static PixelRect inkOf(const PagePicture& picture) {
+    PixelRect box{picture.width, picture.height, 0, 0};
+    for (int y = 0; y < picture.height; ++y) {
+      for (int x = 0; x < picture.width; ++x) {
+        if (channelAt(picture, x, y, 1) >= 128) continue;
+        box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1),
+               std::max(box.bottom, y + 1)};
+      }
+    }
+    return box;
+  }
+};
+
+// Writes the stamps of page 0 and compares the file with what was shown.
+void PlacementReadersTest::compareStamps(const std::string& name, int reach) {
+  const FPDF_DOCUMENT document = session.placementDocument;
+  const PageHandle page(FPDF_LoadPage(document, 0));
+  const PagePicture empty = pictureOf(page.get());
+  const PagePicture shown = overlayOf(empty.width, empty.height);
+  ASSERT_GT(strays(shown, empty, reach), 5000) << "stamps are shown";
+  WritePendingStamps(document);
+  WritePendingTextDrops(document);
+  const std::string bytes = writtenCopy(document);
+  const DocumentHandle copy = loadDocument(bytes);
+  ASSERT_NE(copy, nullptr);
+  const PageHandle written(FPDF_LoadPage(copy.get(), 0));
+  const PagePicture picture = pictureOf(written.get());
+  EXPECT_EQ(strays(shown, picture, reach), 0);
+  EXPECT_EQ(strays(picture, shown, reach), 0);
+  keepForReaders(name + ".pdf", bytes);
+  keepForReaders(name + ".ppm", ppmOf(shown));
+}
+
+TEST_F(PlacementReadersTest, StampsLieInTheFileWhereTheyWereShown) {
+  for (const int rotate : {0, 90, 180, 270}) {
+    SCOPED_TRACE(rotate);
+    openTurned(rotate);
+    add(0, stampOf(quarters(256), 10, 100, 60, 30));
+    add(0, stampOf(quarters(256), 90, 90, 50, 30, std::numbers::pi));
+    add(0, stampOf(quarters(256), 160, 85, 40, 30, -std::numbers::pi / 2));
+    add(0, stampOf(quarters(256), 40, 35, 60, 25, std::numbers::pi / 2));
+    compareStamps("stamps-" + std::to_string(rotate), 1);
+  }
+}
+
+// PDFium rounds the sides of a picture before it turns it, which moves edges and corners by up to
+// three pixels; the other readers keep to one.
+TEST_F(PlacementReadersTest, StampsAtOddAnglesLieInTheFileWhereTheyWereShown) {
+  for (const int rotate : {0, 90, 180, 270}) {
+    SCOPED_TRACE(rotate);
+    openTurned(rotate);
+    add(0, stampOf(quarters(256), 90, 90, 50, 40, 0.4));
+    add(0, stampOf(quarters(256), 40, 35, 70, 25, 3.0));
+    add(0, stampOf(quarters(256), 140, 30, 50, 30, -20.0));
+    compareStamps("turned-" + std::to_string(rotate), 3);
+  }
+}
+
+TEST_F(PlacementReadersTest, TextsStandUprightOnTheLineThatWasClicked) {
+  for (const std::uint32_t turns : {0u, 1u, 2u, 3u}) {
+    SCOPED_TRACE(turns);
+    const FPDF_DOCUMENT document = openTurned(static_cast<int>(turns) * 90);
+    PlaceTextDrop(0, 100, 80, u"HHH", 24, 0, 0, turns);
+    const PanePoint click = pageToPane(0, 100, 80);
+    WritePendingStamps(document);
+    WritePendingTextDrops(document);
+    const std::string bytes = writtenCopy(document);
+    const DocumentHandle copy = loadDocument(bytes);
+    ASSERT_NE(copy, nullptr);
+    const PageHandle written(FPDF_LoadPage(copy.get(), 0));
+    const PagePicture picture = pictureOf(written.get());
+    const PixelRect ink = inkOf(picture);
+    // An H is 0.72 of the size high and has 0.08 of it free on either side; three take 2.17.
+    EXPECT_NEAR(ink.bottom, click.y, 1.5);
+    EXPECT_NEAR(ink.top, click.y - 0.72 * 24 * kZoom, 2);
+    EXPECT_NEAR(ink.left, click.x + 0.08 * 24 * kZoom, 2);
+    EXPECT_NEAR(ink.right, click.x + 2.09 * 24 * kZoom, 2);
+    keepForReaders("text-" + std::to_string(turns) + "-ink.pdf", bytes);
+    keepForReaders("text-" + std::to_string(turns) + "-ink.ppm", ppmOf(picture));
+  }
+}
+
+TEST_F(PlacementReadersTest, TurnedAndStretchedTextsReadBackAsTheyWereWritten) {
+  const FPDF_DOCUMENT document = openTurned(90);
+  Placement text = textOf(u"HIH", 60, 60, 90, 40);
+  text.fontSize = 24;
+  text.rotation = 0.7;
+  text.colorIndex = 3;
+  add(0, text);
+  WritePendingStamps(document);
+  WritePendingTextDrops(document);
+  const std::string bytes = writtenCopy(document);
+  const DocumentHandle copy = loadDocument(bytes);
+  ASSERT_NE(copy, nullptr);
+  LoadPlacements(copy.get());
+  EXPECT_EQ(placement(0, 0).text, u"HIH");
+  EXPECT_EQ(placement(0, 0).rotation, 0.7);
+  const PageHandle written(FPDF_LoadPage(copy.get(), 0));
+  keepForReaders("text-turned-ink.pdf", bytes);
+  keepForReaders("text-turned-ink.ppm", ppmOf(written.get()));
+  ClearPlacements();
+}
+
+}  // namespace
+}  // namespace quillmere::test
