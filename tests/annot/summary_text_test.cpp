@@ -78,6 +78,15 @@ TEST_F(SummaryTextTest, SurrogatePairsStayTogether) {
   }
 }
 
+TEST_F(SummaryTextTest, TheLastPairAndTheLastControlCharacterAreKnown) {
+  EXPECT_THAT(wrap(u"\U000103FF"), ElementsAre(u"\U000103FF"));
+  EXPECT_THAT(wrap(std::u16string{u'a', char16_t{0x9F}, u'b'}), ElementsAre(u"a b"));
+}
+
+TEST_F(SummaryTextTest, ALineMayFillTheWidthToTheLastPoint) {
+  EXPECT_THAT(wrap(u"some words", widthOf(u"some words")), ElementsAre(u"some words"));
+}
+
 TEST_F(SummaryTextTest, ALineHoldsACharacterHoweverNarrowItIs) {
   EXPECT_THAT(wrap(u"mmm", 1), ElementsAre(u"m", u"m", u"m"));
 }

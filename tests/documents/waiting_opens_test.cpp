@@ -6,6 +6,7 @@
 #include "app/mouse.h"
 #include "app/startup.h"
 #include "documents/close.h"
+#include "documents/modes.h"
 #include "documents/open_requests.h"
 #include "platform/text.h"
 #include "store/working_documents.h"
@@ -83,6 +84,20 @@ TEST_F(WaitingOpensTest, DroppedFilesWaitForTheirPane) {
   }
   deliverPosted();
   EXPECT_EQ(session.active.path, second_);
+}
+
+TEST_F(WaitingOpensTest, ADropOnTheLeftPaneOpensThereThoughTheRightOneIsActive) {
+  session.active.dirty = false;
+  setViewMode(ViewMode::TwoDocuments);
+  openRequested(second_, 1, kWorkingDocsToHead, true);
+  session.activePane = 1;
+  {
+    const DocumentWork work;
+    openDroppedOnPane({third_}, 0);
+  }
+  deliverPosted();
+  EXPECT_EQ(pathOf(0), third_);
+  EXPECT_EQ(pathOf(1), second_);
 }
 
 TEST_F(WaitingOpensTest, PathsOpenInTheOrderInWhichTheyCame) {

@@ -24,12 +24,14 @@ TEST_F(JumpHistoryTest, BackAndForwardReturnToTheExactPlace) {
   pane(0).panX = -33;
   pane(0).panY = -44;
   const float zoom = pane(0).zoom;
+  const int width = pane(0).pageBitmapWidth;
   jump(0, 5);
   zoomAround(0, 0.5, 0, 0);
   ASSERT_TRUE(JumpBack(0));
   EXPECT_EQ(pane(0).currentPage, 0);
   EXPECT_EQ(pane(0).zoomMode, kCustomFit);
   EXPECT_FLOAT_EQ(pane(0).zoom, zoom);
+  EXPECT_EQ(pane(0).pageBitmapWidth, width);
   EXPECT_FLOAT_EQ(pane(0).panX, -33);
   EXPECT_FLOAT_EQ(pane(0).panY, -44);
   ASSERT_TRUE(JumpForward(0));
