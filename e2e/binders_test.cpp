@@ -342,6 +342,7 @@ TEST_F(Binders, TheTipOfARowIsItsFullPath) {
 
 TEST_F(Binders, FocusOpensNothingAndTabLeavesTheTree) {
   startWithBinders();
+  ASSERT_TRUE(eventually([&] { return focusOf(window) == window; }));
   press('L');
   ASSERT_TRUE(treeHasKeyboard());
   EXPECT_TRUE(titleBecomes(L"Quillmere"));

@@ -38,7 +38,7 @@ struct PixelSum {
   std::uint64_t blue = 0;
 
   void add(std::uint32_t pixel) {
-    const std::uint32_t weight = channel(pixel, 24);
+    const std::uint64_t weight = channel(pixel, 24);
     alpha += weight;
     red += weight * channel(pixel, 16);
     green += weight * channel(pixel, 8);

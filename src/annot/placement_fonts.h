@@ -16,6 +16,7 @@ struct PlacementFont {
 
 inline constexpr int kBoldWeight = 700;
 inline constexpr std::int32_t kPlacementFonts = 6;
+// NOLINTNEXTLINE(readability-identifier-naming)
 extern const PlacementFont PlacementFontTable[kPlacementFonts];
 
 // The row, or the first one for a number that the table does not have.

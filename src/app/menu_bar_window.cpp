@@ -4,7 +4,7 @@
 #include "app/menu_bar.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
-#include "ui/popup_menu.h"
+#include "ui/popup_menu_window.h"
 
 namespace quillmere {
 

@@ -251,9 +251,11 @@ void RestoreBinders() {
       }
     }
   }
-  // What has gone, or was no custom binder at all, drops out of the settings here.
+  // What has gone, or was no custom binder at all, drops out of the settings here. A first start
+  // writes the empty list.
   const std::size_t listedBefore = readPathList(kBinderList, GetIniPath()).size();
-  if (static_cast<std::size_t>(customBinderCount()) != listedBefore) SaveBinderList();
+  const bool unchanged = static_cast<std::size_t>(customBinderCount()) == listedBefore;
+  if (!unchanged || listedBefore == 0) SaveBinderList();
 }
 
 int CreateBinder(const std::u16string& path) {

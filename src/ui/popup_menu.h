@@ -4,8 +4,6 @@
 #include <string>
 #include <vector>
 
-struct HMENU__;
-
 namespace quillmere {
 
 // One row of a menu as the window shows it.
@@ -18,9 +16,6 @@ struct MenuRow {
 
   bool separator() const { return command == 0 && text.empty(); }
 };
-
-// Adds the rows to the end of a menu.
-void appendMenuRows(HMENU__* menu, const std::vector<MenuRow>& rows);
 
 // Shows the rows as a menu at a place on the screen, in pixels, and waits. The command of the row
 // that the user chose; 0 for none. The main window holds back other opens meanwhile.

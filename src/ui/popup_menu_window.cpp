@@ -2,7 +2,7 @@
 
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
-#include "ui/popup_menu.h"
+#include "ui/popup_menu_window.h"
 
 namespace quillmere {
 

@@ -43,8 +43,6 @@ std::optional<std::u16string> askForNote(const NoteQuestion& question) {
   return answer;
 }
 
-void appendMenuRows(HMENU__*, const std::vector<MenuRow>&) {}
-
 std::uint32_t chooseFromMenu(const std::vector<MenuRow>& rows, int, int) {
   const DocumentWork work;
   test::DialogScript& script = dialogScript();
