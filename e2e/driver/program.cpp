@@ -301,7 +301,9 @@ void sendPath(HWND window, const std::wstring& path) {
 
 void sendPathAndReturn(HWND window, const std::wstring& path) {
   inputIsHandled(window);
-  std::thread([window, path] { deliverPath(window, path); }).detach();
+  // Kept for ever: the library can lose a thread that is detached while it ends.
+  static auto* const senders = new std::vector<std::thread>;
+  senders->emplace_back([window, path] { deliverPath(window, path); });
 }
 
 void runCommand(HWND window, int id) {

@@ -180,6 +180,9 @@ struct StandIn {
   bool clockStopped = false;               // only these steps and sleeps advance the clock
   std::atomic<bool> failEvents{false};
   std::atomic<bool> failThreads{false};
+  int threadsStarted = 0;
+  std::atomic<std::uint64_t> timeoutsGiven{
+      0};  // to waits for events, in milliseconds and all together
 
   // Unset: the first claim of a name owns it, further ones find that it exists.
   std::optional<MutexClaim> mutexClaim;
@@ -235,6 +238,10 @@ void resetStandIn();
 
 // Waits until no thread that the logic started is running. False after ten seconds.
 bool waitForDetachedThreads();
+
+// The work of all conversions of text since the process started: a step for each call and one for
+// each unit (byte of UTF-8) that it was given.
+std::uint64_t conversionSteps();
 
 // Stops counting the threads that are still running, so that they no longer affect later tests.
 void forgetDetachedThreads();

@@ -6,6 +6,8 @@
 #include <memory>
 #include <mutex>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include "platform/process.h"
 #include "stand_in.h"
@@ -19,8 +21,27 @@ constexpr auto kPause = std::chrono::milliseconds(1);
 
 std::atomic<std::uint64_t> sleptMilliseconds{0};
 
-// Shared with each thread, since a thread may outlive a test that gave up on it.
-std::shared_ptr<std::atomic<int>> threadsRunning = std::make_shared<std::atomic<int>>(0);
+struct StartedThread {
+  std::thread thread;
+  std::shared_ptr<std::atomic<bool>> finished;  // a thread may outlive a test that gave up on it
+};
+
+// Never destroyed, because some may still run when the program ends. Threads are joined and not
+// detached: the Windows build's library can lose a thread that is detached while it ends, and the
+// next one with it.
+std::vector<StartedThread>& startedThreads() {
+  static auto* const threads = new std::vector<StartedThread>;
+  return *threads;
+}
+
+void joinFinishedThreads() {
+  std::erase_if(startedThreads(), [](StartedThread& started) {
+    if (!*started.finished) return false;
+    started.thread.join();
+    return true;
+  });
+}
+
 std::mutex sleepMutex;
 
 // Polls, because threads waiting on condition variables have been seen to hang in the Windows
@@ -46,11 +67,15 @@ void resetClock() {
 }
 
 bool waitForDetachedThreads() {
-  return waitUntil(kThreadPatience, [] { return *threadsRunning == 0; });
+  return waitUntil(kThreadPatience, [] {
+    joinFinishedThreads();
+    return startedThreads().empty();
+  });
 }
 
 void forgetDetachedThreads() {
-  threadsRunning = std::make_shared<std::atomic<int>>(0);
+  for (StartedThread& started : startedThreads()) started.thread.detach();
+  startedThreads().clear();
 }
 
 std::u16string executablePath() {
@@ -104,6 +129,7 @@ void signalEvent(Event* event) {
 }
 
 bool waitForEvent(Event* event, std::uint32_t timeoutMilliseconds) {
+  standIn().timeoutsGiven += timeoutMilliseconds;
   return waitUntil(std::chrono::milliseconds(timeoutMilliseconds),
                    [event] { return event->signalled.load(); });
 }
@@ -114,11 +140,14 @@ void closeEvent(Event* event) {
 
 bool startDetachedThread(void (*work)(void* context), void* context) {
   if (standIn().failThreads) return false;
-  ++*threadsRunning;
-  std::thread([work, context, running = threadsRunning] {
+  ++standIn().threadsStarted;
+  joinFinishedThreads();
+  auto finished = std::make_shared<std::atomic<bool>>(false);
+  std::thread thread([work, context, finished] {
     work(context);
-    --*running;
-  }).detach();
+    *finished = true;
+  });
+  startedThreads().push_back({std::move(thread), std::move(finished)});
   return true;
 }
 

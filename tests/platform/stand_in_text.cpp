@@ -1,8 +1,10 @@
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <iterator>
 
 #include "platform/text.h"
+#include "stand_in.h"
 
 namespace quillmere::platform {
 namespace {
@@ -98,7 +100,17 @@ char32_t decodePoint(std::string_view bytes, std::size_t& at) {
   return point;
 }
 
+std::atomic<std::uint64_t> stepsTaken{0};
+
+void countConversion(std::size_t units) {
+  stepsTaken.fetch_add(1 + units, std::memory_order_relaxed);
+}
+
 }  // namespace
+
+std::uint64_t conversionSteps() {
+  return stepsTaken;
+}
 
 char16_t lowerUnit(char16_t unit) {
   const auto run = std::upper_bound(std::begin(kLowerRuns), std::end(kLowerRuns), unit,
@@ -110,6 +122,7 @@ char16_t lowerUnit(char16_t unit) {
 }
 
 std::u16string toLower(std::u16string_view text) {
+  countConversion(text.size());
   std::u16string lower(text);
   for (char16_t& unit : lower) unit = lowerUnit(unit);
   return lower;
@@ -121,6 +134,7 @@ bool equalIgnoringCase(std::u16string_view left, std::u16string_view right) {
 }
 
 std::string toUtf8(std::u16string_view text) {
+  countConversion(text.size());
   std::string bytes;
   for (std::size_t n = 0; n < text.size(); ++n) {
     char32_t point = text[n];
@@ -135,6 +149,7 @@ std::string toUtf8(std::u16string_view text) {
 }
 
 std::u16string fromUtf8(std::string_view bytes) {
+  countConversion(bytes.size());
   std::u16string text;
   for (std::size_t at = 0; at < bytes.size();) appendUtf16(text, decodePoint(bytes, at));
   return text;
