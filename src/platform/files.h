@@ -45,7 +45,8 @@ std::optional<FileStamp> fileStamp(const std::u16string& path);
 // False on failure. Only kAttributeReadOnly can be changed.
 bool setReadOnly(const std::u16string& path, bool readOnly);
 
-// True for a path on a share, by its name or on a drive mapped to one. Does not access the disk.
+// True for a path on a share, by its name (with slashes of either kind) or on a drive mapped to
+// one. Does not access the disk.
 bool isNetworkPath(const std::u16string& path);
 
 // True for a path on a drive letter that stands for no drive at the moment, such as a stick that

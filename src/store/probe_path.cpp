@@ -1,5 +1,6 @@
 #include "store/probe_path.h"
 
+#include <algorithm>
 #include <atomic>
 
 #include "platform/files.h"
@@ -83,11 +84,12 @@ ProbeResult finishProbe(const Probe& probe, std::uint32_t timeoutMilliseconds) {
 
 // The share or drive of a network path, as a key.
 std::u16string shareOf(const std::u16string& path) {
-  if (!path.starts_with(u"\\\\")) return platform::toLower(path.substr(0, 2));
-  const std::size_t server = path.find_first_of(u"\\/", 2);
-  const std::size_t share =
-      server == std::u16string::npos ? server : path.find_first_of(u"\\/", server + 1);
-  return platform::toLower(path.substr(0, share));
+  std::u16string key = platform::toLower(path);
+  std::replace(key.begin(), key.end(), u'/', u'\\');
+  if (!key.starts_with(u"\\\\")) return key.substr(0, 2);
+  const std::size_t server = key.find(u'\\', 2);
+  const std::size_t share = server == std::u16string::npos ? server : key.find(u'\\', server + 1);
+  return key.substr(0, share);
 }
 
 void noteAnswer(const std::u16string& path, ProbeResult result, std::uint64_t start) {

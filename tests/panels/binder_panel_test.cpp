@@ -256,10 +256,9 @@ TEST_F(BinderPanelTest, DocumentsOnSharesAreNeverLookedFor) {
   setVolume(u"\\\\server\\share", VolumeState::Silent);
   setVolume(u"z:", VolumeState::Silent);
   standIn().mappedDrives = u"z";
-  filesOf(2) = {u"\\\\server\\share\\net.pdf", u"Z:\\mapped.pdf"};
+  filesOf(2) = {u"\\\\server\\share\\net.pdf", u"Z:\\mapped.pdf", u"//server/share/net.pdf"};
   BuildBinderTree();
-  EXPECT_FALSE(binderRowDimmed(file(2, 0)));
-  EXPECT_FALSE(binderRowDimmed(file(2, 1)));
+  for (const std::uint32_t index : {0, 1, 2}) EXPECT_FALSE(binderRowDimmed(file(2, index)));
   session.unavailableFiles.insert(u"\\\\server\\share\\net.pdf");
   RepaintBinderTree();
   EXPECT_TRUE(binderRowDimmed(file(2, 0)));

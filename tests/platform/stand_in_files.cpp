@@ -289,7 +289,7 @@ bool setReadOnly(const std::u16string& path, bool readOnly) {
 }
 
 bool isNetworkPath(const std::u16string& path) {
-  if (path.starts_with(u"\\\\")) return true;
+  if (namesShare(path)) return true;
   return path.size() >= 2 && path[1] == u':' &&
          standIn().mappedDrives.find(toLower(path)[0]) != std::u16string::npos;
 }

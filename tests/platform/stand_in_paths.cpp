@@ -81,8 +81,7 @@ bool isValidName(const std::u16string& name) {
 
 // Takes the volume from the front of `parts`; a path without one is on C:.
 std::u16string takeVolume(const std::u16string& path, std::vector<std::u16string>& parts) {
-  const bool network = path.size() >= 2 && isSeparator(path[0]) && isSeparator(path[1]);
-  if (network) {
+  if (namesShare(path)) {
     const std::size_t taken = std::min<std::size_t>(parts.size(), 2);
     std::u16string volume = u"\\";
     for (std::size_t n = 0; n < taken; ++n) volume += u"\\" + toLower(parts[n]);
@@ -186,6 +185,10 @@ std::uint32_t awaitVolume(const std::u16string& volume) {
 
 }  // namespace
 
+bool namesShare(const std::u16string& path) {
+  return path.size() >= 2 && isSeparator(path[0]) && isSeparator(path[1]);
+}
+
 fs::path nativeName(const std::u16string& name) {
   if constexpr (sizeof(fs::path::value_type) == sizeof(char16_t)) {
     return fs::path(fs::path::string_type(name.begin(), name.end()));
@@ -207,7 +210,7 @@ std::u16string unitsOf(const fs::path& path) {
 std::u16string absolutePath(const std::u16string& path) {
   if (path.empty()) return path;
   const std::u16string& working = standIn().workingFolder;
-  const bool network = path.size() >= 2 && isSeparator(path[0]) && isSeparator(path[1]);
+  const bool network = namesShare(path);
   const bool drive = path.size() >= 2 && path[1] == u':';
   std::u16string full = path;
   if (drive && (path.size() == 2 || !isSeparator(path[2]))) {

@@ -30,6 +30,9 @@ struct FoundPath {
   std::uint32_t error = 0;
 };
 
+// True for a path that begins with the name of a server.
+bool namesShare(const std::u16string& path);
+
 // The last name in a path, as the system would give it to a new file.
 std::u16string lastNameOf(const std::u16string& path);
 

@@ -241,6 +241,7 @@ TEST_F(FilesSuite, AbsolutePathsAreCompletedByTheCurrentFolderAlone) {
   EXPECT_EQ(absolutePath(u"C:\\Texts\\a.pdf"), u"C:\\Texts\\a.pdf");
   EXPECT_EQ(absolutePath(u"C:/Texts/./b/../a.pdf"), u"C:\\Texts\\a.pdf");
   EXPECT_EQ(absolutePath(u"\\\\server\\share\\x\\..\\a.pdf"), u"\\\\server\\share\\a.pdf");
+  EXPECT_EQ(absolutePath(u"//server/share/x/../a.pdf"), u"\\\\server\\share\\a.pdf");
   EXPECT_EQ(absolutePath(u""), u"");
   const std::u16string completed = absolutePath(u"a.pdf");
   ASSERT_GT(completed.size(), 8u);
@@ -257,6 +258,11 @@ TEST_F(FilesSuite, AnAbsolutePathMayBeLongerThanAnyFileName) {
 
 TEST_F(FilesSuite, ASharesNameTellsANetworkPath) {
   EXPECT_TRUE(isNetworkPath(u"\\\\server\\share\\a.pdf"));
+  EXPECT_TRUE(isNetworkPath(u"//server/share/a.pdf"));
+  EXPECT_TRUE(isNetworkPath(u"\\/server\\share\\a.pdf"));
+  EXPECT_TRUE(isNetworkPath(u"/\\server\\share\\a.pdf"));
+  EXPECT_FALSE(isNetworkPath(u"/a.pdf"));
+  EXPECT_FALSE(isNetworkPath(u"/"));
   EXPECT_FALSE(isNetworkPath(in(u"a.pdf")));
   EXPECT_FALSE(isNetworkPath(u""));
   EXPECT_FALSE(isNetworkPath(u"a.pdf"));

@@ -116,6 +116,16 @@ TEST_F(ProbePathTest, ADriveThatIsMappedToAShareIsProbedAsOne) {
   EXPECT_FALSE(onGoneShare(u"C:\\a.pdf"));
 }
 
+TEST_F(ProbePathTest, AShareIsProbedWhicheverSlashesNameIt) {
+  setVolume(kShare, VolumeState::Silent);
+  EXPECT_EQ(probePath(u"//server/share/a.pdf", 300), ProbeResult::Unavailable);
+  EXPECT_TRUE(onGoneShare(kNetworkFile));
+  EXPECT_EQ(session.deafShares.size(), 1u);
+  setVolume(kShare, VolumeState::Present);
+  EXPECT_EQ(probePath(u"\\/Server/Share\\b.pdf", 10000), ProbeResult::Missing);
+  EXPECT_TRUE(session.deafShares.empty());
+}
+
 TEST_F(ProbePathTest, AShareThatAnswersAgainIsNoLongerGone) {
   session.settings.openTimeoutSeconds = 1;
   setVolume(kShare, VolumeState::Silent);

@@ -63,6 +63,10 @@ bool isSpelledSo(const std::u16string& path) {
   return path.substr(path.find_last_of(u"\\/") + 1) == fromWide(entry.cFileName);
 }
 
+bool isSeparator(char16_t unit) {
+  return unit == u'\\' || unit == u'/';
+}
+
 // DRIVE_UNKNOWN for a path without a drive letter.
 UINT driveTypeOf(const std::u16string& path) {
   if (path.size() < 2 || path[1] != u':') return DRIVE_UNKNOWN;
@@ -118,7 +122,8 @@ bool setReadOnly(const std::u16string& path, bool readOnly) {
 }
 
 bool isNetworkPath(const std::u16string& path) {
-  return path.starts_with(u"\\\\") || driveTypeOf(path) == DRIVE_REMOTE;
+  const bool share = path.size() >= 2 && isSeparator(path[0]) && isSeparator(path[1]);
+  return share || driveTypeOf(path) == DRIVE_REMOTE;
 }
 
 bool driveIsAbsent(const std::u16string& path) {
