@@ -15,6 +15,7 @@
 #include "platform/text.h"
 #include "session/session.h"
 #include "session/waiting_opens.h"
+#include "store/binder_file.h"
 #include "store/binder_library.h"
 #include "store/shelf.h"
 #include "ui/boxes.h"
@@ -181,6 +182,7 @@ bool RemoveFileFromBinder(int index, int fileIndex, bool confirm) {
 bool RemoveAllFromBinder(int index) {
   if (session.viewerRole || !IsValidBinder(index) || binderAt(index).files.empty()) return false;
   const DocumentWork work;
+  catchUpWithFile(binderAt(index));  // the questions are about all that will be removed
   // Every question comes before the first deed: Cancel leaves everything as it was.
   std::vector<UnsavedFile> shelved = filesToBeOrphaned(index);
   if (!mayRemoveAll(index, shelved)) return false;

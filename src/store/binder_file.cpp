@@ -13,6 +13,7 @@
 #include "base/limits.h"
 #include "base/text_format.h"
 #include "platform/files.h"
+#include "platform/main_window.h"
 #include "platform/text.h"
 #include "session/session.h"
 #include "store/probe_path.h"
@@ -176,16 +177,37 @@ void readDecodedLine(const std::u16string& line, BinderFile& binder) {
   }
 }
 
+// In ASCII text each byte is a unit.
+bool isPlainFileLine(std::string_view line) {
+  return !line.starts_with('#') && line.size() <= kLongestLine &&
+         std::all_of(line.begin(), line.end(),
+                     [](unsigned char byte) { return byte > 0 && byte < 0x80; });
+}
+
+void keepFurtherLine(std::string_view line, BinderFile& binder) {
+  const std::size_t last = line.find_last_not_of(" \r");
+  const std::size_t path = line.find_first_not_of(" \r");
+  if (last == std::string_view::npos || line[path] == '\t') return;
+  binder.furtherLines.append(line.substr(0, last + 1)).append("\r\n");
+}
+
+// Decodes as little as it can, since a file can hold millions of lines.
+void readUtf8Line(std::string_view line, BinderFile& binder) {
+  if (line.size() > kLongestLine * kMostBytesOfUnit) return;
+  if (binder.files.size() >= kMostFilesHeld && isPlainFileLine(line)) {
+    keepFurtherLine(line, binder);
+  } else {
+    readDecodedLine(platform::fromUtf8(line), binder);
+  }
+}
+
 void readUtf8(std::string_view bytes, BinderFile& binder) {
   while (!bytes.empty()) {
     const std::size_t end = std::min(bytes.find('\n'), bytes.size());
     std::string_view line = bytes.substr(0, end);
     bytes.remove_prefix(std::min(end + 1, bytes.size()));
     if (line.ends_with('\r')) line.remove_suffix(1);
-    // A line this long is not even decoded.
-    if (line.size() <= kLongestLine * kMostBytesOfUnit) {
-      readDecodedLine(platform::fromUtf8(line), binder);
-    }
+    if (!line.empty()) readUtf8Line(line, binder);
   }
 }
 
@@ -250,6 +272,7 @@ void adoptStored(BinderFile& stored, BinderFile& binder) {
   }
   binder.views.merge(stored.views);
   binder.furtherLines += stored.furtherLines;
+  platform::postBinderTreeRebuild();
 }
 
 // A folder that takes no new file, or whose path leaves no room for its name, may still let the

@@ -31,7 +31,8 @@ bool LoadBinderFile(const std::u16string& path, BinderFile& binder);
 
 // The list of documents in use may not have been readable when the program started. Adds what its
 // file holds, once it can be read: before anything is removed from the list, or the file's own
-// documents would come back, and before it is written over. False when it still cannot be read.
+// documents would come back, and before it is written over. The tree follows. False when it still
+// cannot be read.
 bool catchUpWithFile(BinderFile& binder);
 
 // Whether this process writes the binder's file. A viewer writes none; a main window beside another

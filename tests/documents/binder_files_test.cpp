@@ -200,6 +200,20 @@ TEST_F(BinderFilesTest, RemovingAllIsConfirmedOnce) {
   EXPECT_FALSE(RemoveAllFromBinder(2));  // nothing is left to ask about
 }
 
+TEST_F(BinderFilesTest, TheQuestionIsAboutDocumentsOfAListThatCouldNotBeReadAtTheStartToo) {
+  session.binderLibrary.erase(session.binderLibrary.begin());
+  platform::putFile(WorkingDocsPath(), "C:\\a.pdf\r\nC:\\used.pdf\r\n");
+  platform::setOtherUse(WorkingDocsPath(), platform::OtherUse::Exclusive);
+  LoadWorkingDocuments();
+  AddToWorkingDocuments(u"C:\\b.pdf", kWorkingDocsToHead);
+  platform::setOtherUse(WorkingDocsPath(), platform::OtherUse::Nobody);
+  shelve(u"C:\\used.pdf");
+  EXPECT_FALSE(RemoveAllFromBinder(0));  // cancelled
+  EXPECT_THAT(unsavedDialogScript().labels,
+              ElementsAre(ElementsAre(u"used.pdf  -  Working Documents")));
+  EXPECT_THAT(files(0), SizeIs(3));
+}
+
 TEST_F(BinderFilesTest, NoKeepsThemAll) {
   standIn().boxAnswers = {BoxAnswer::No};
   EXPECT_FALSE(RemoveAllFromBinder(1));

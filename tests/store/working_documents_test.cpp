@@ -218,6 +218,40 @@ TEST_F(WorkingDocumentsTest, AListThatIsLockedAtTheStartIsNotLostByTheFirstWrite
   EXPECT_THAT(files(), ElementsAre(u"C:\\c.pdf", u"C:\\B.pdf"));
 }
 
+class LockedListTest : public WorkingDocumentsTest {
+ protected:
+  // The list cannot be read at the start, then another document joins, then it can be read.
+  LockedListTest() {
+    putList("C:\\a.pdf\r\nC:\\b.pdf\tpage=2\r\n");
+    platform::setOtherUse(WorkingDocsPath(), platform::OtherUse::Exclusive);
+    LoadWorkingDocuments();
+    AddToWorkingDocuments(u"C:\\B.pdf", kWorkingDocsToHead);
+    platform::setOtherUse(WorkingDocsPath(), platform::OtherUse::Nobody);
+    standIn().window.binderTreeRebuildsPosted = 0;
+  }
+};
+
+TEST_F(LockedListTest, WhatIsRemovedFromItDoesNotComeBack) {
+  RemoveFileRecord(0, 0);
+  EXPECT_THAT(files(), ElementsAre(u"C:\\a.pdf"));
+  EXPECT_EQ(listOnDisk(), kBoldHead + "C:\\a.pdf\r\n");
+  EXPECT_TRUE(binder().views.empty());
+  EXPECT_THAT(session.settings.recentFiles, ElementsAre(u"C:\\B.pdf"));
+}
+
+TEST_F(LockedListTest, WhenAllAreRemovedThoseOfItsFileGoToo) {
+  RemoveAllFileRecords(0);
+  EXPECT_THAT(files(), IsEmpty());
+  EXPECT_EQ(listOnDisk(), kBoldHead);
+  EXPECT_THAT(session.settings.recentFiles, ElementsAre(u"C:\\B.pdf", u"C:\\a.pdf"));
+}
+
+TEST_F(LockedListTest, TheTreeFollowsOnceItIsRead) {
+  EXPECT_TRUE(WriteBinderFile(binder()));
+  EXPECT_THAT(files(), ElementsAre(u"C:\\B.pdf", u"C:\\a.pdf"));
+  EXPECT_EQ(standIn().window.binderTreeRebuildsPosted, 1);
+}
+
 TEST_F(WorkingDocumentsTest, ALockedListThatIsDeletedMeanwhileIsMadeAnew) {
   putList("C:\\a.pdf\r\n");
   platform::setOtherUse(WorkingDocsPath(), platform::OtherUse::Exclusive);
