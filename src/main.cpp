@@ -24,6 +24,12 @@ void restrictLibrarySearch() {
   SetDllDirectoryW(L"");
 }
 
+// A document on a drive without a disk is missing. The system would ask for the disk, even while
+// the rows of the binders are being painted.
+void askForNoDisks() {
+  SetErrorMode(SEM_FAILCRITICALERRORS);
+}
+
 int runInteractively(const LaunchArguments& arguments, int showCommand) {
   if (!registerMainWindowClass() || !createMainWindow()) return kExitNoWindow;
   showMainWindow(showCommand);
@@ -39,6 +45,7 @@ int runInteractively(const LaunchArguments& arguments, int showCommand) {
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR commandLine, int showCommand) {
   restrictLibrarySearch();
+  askForNoDisks();
   const std::u16string line = platform::fromWide(commandLine);
   const LaunchArguments arguments = readCommandLine(line);
   if (arguments.printChild) return runPrintChild(line);

@@ -57,14 +57,17 @@ HTREEITEM rowAt(POINT point) {
   return (hit.flags & TVHT_ONITEM) != 0 ? row : nullptr;
 }
 
-POINT pointerWhenSent() {
-  const DWORD place = GetMessagePos();
-  return {GET_X_LPARAM(place), GET_Y_LPARAM(place)};
-}
-
 POINT inTree(POINT screen) {
   ScreenToClient(tree(), &screen);
   return screen;
+}
+
+// The control reports a click when the button comes up, and by then the pointer may be elsewhere or
+// the rows may have scrolled.
+std::int32_t pressedRow = kNoRow;
+
+void notePress(LPARAM place) {
+  pressedRow = valueOf(rowAt({GET_X_LPARAM(place), GET_Y_LPARAM(place)}));
 }
 
 // Drags
@@ -178,6 +181,7 @@ bool handleTreeKey(WPARAM key) {
 // The keyboard asks for the menu of the selected row.
 void showMenuByKey() {
   const HTREEITEM row = TreeView_GetSelection(tree());
+  if (row != nullptr) TreeView_EnsureVisible(tree(), row);
   RECT place{};
   if (row == nullptr || !TreeView_GetItemRect(tree(), row, &place, TRUE)) return;
   POINT point{place.left, place.bottom};
@@ -198,7 +202,13 @@ LRESULT CALLBACK binderTreeProcedure(HWND window, UINT message, WPARAM wParam, L
   if (draggingBinderRow() && handledByDrag(message, wParam, lParam)) return 0;
   switch (message) {
     case WM_LBUTTONDOWN:
+      notePress(lParam);
       pressBinderTree();
+      break;
+    case WM_LBUTTONDBLCLK:
+    case WM_RBUTTONDOWN:
+    case WM_RBUTTONDBLCLK:
+      notePress(lParam);
       break;
     case WM_KEYDOWN:
       if (handleTreeKey(wParam)) return 0;
@@ -235,14 +245,14 @@ Result onSelectionChanged(const NMTREEVIEWW& change) {
 }
 
 Result onClick() {
-  const HTREEITEM row = rowAt(inTree(pointerWhenSent()));
-  if (row != nullptr) clickBinderRow(valueOf(row), row == TreeView_GetSelection(tree()));
+  if (pressedRow == kNoRow) return 0;
+  clickBinderRow(pressedRow, pressedRow == valueOf(TreeView_GetSelection(tree())));
   return 0;
 }
 
 Result onRightClick() {
-  const POINT place = pointerWhenSent();
-  ShowBinderContextMenu(place.x, place.y, valueOf(rowAt(inTree(place))));
+  const DWORD pointer = GetMessagePos();
+  ShowBinderContextMenu(GET_X_LPARAM(pointer), GET_Y_LPARAM(pointer), pressedRow);
   return 1;
 }
 
