@@ -335,6 +335,17 @@ TEST_F(CommandsTest, RecentDocumentsOpenByTheirPlaceInTheMenu) {
   EXPECT_EQ(session.active.path, a);
 }
 
+TEST_F(CommandsTest, AMissingRecentDocumentIsReportedAndStaysInTheMenu) {
+  session.settings.recentFiles = {u"C:\\gone.pdf", u"C:\\other.pdf"};
+  platform::standIn().boxAnswers = {platform::BoxAnswer::Ok};
+  EXPECT_TRUE(runCommand(kCmdRecentFirst));
+  ASSERT_EQ(platform::standIn().boxes.size(), 1u);
+  EXPECT_EQ(platform::standIn().boxes[0].text, u"Could not open PDF.\n(PDFium error 2)");
+  EXPECT_TRUE(platform::standIn().beeps.empty());
+  EXPECT_EQ(session.settings.recentFiles,
+            (std::vector<std::u16string>{u"C:\\gone.pdf", u"C:\\other.pdf"}));
+}
+
 TEST_F(CommandsTest, ARecentDocumentDoesNotReplaceAChangedOneUnasked) {
   openInActive(simplePdf(3), u"C:\\changed.pdf");
   markEdited(session.active);

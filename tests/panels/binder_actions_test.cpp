@@ -1,5 +1,7 @@
 #include "panels/binder_actions.h"
 
+#include <chrono>
+
 #include "panels/binder_panel_test.h"
 #include "platform/files.h"
 
@@ -54,10 +56,25 @@ TEST_F(BinderActionsTest, ALoadedBinderChosenAsNewIsShownAndKeepsItsDocuments) {
   EXPECT_THAT(onDisk(u"C:\\Binders\\Work.lst").files, SizeIs(3));
 }
 
-TEST_F(BinderActionsTest, AViewerMakesNoBinder) {
+TEST_F(BinderActionsTest, AViewerAsksForNoBinderThatItWouldRefuse) {
   session.viewerRole = true;
   AddNewBinder();
   EXPECT_THAT(standIn().saveDialogs, IsEmpty());
+  standIn().openDialogAnswers = {{u"C:\\Binders\\Work.lst"}};
+  AddExistingBinder();
+  EXPECT_THAT(standIn().openDialogs, IsEmpty());
+}
+
+TEST_F(BinderActionsTest, AViewerAsksNothingAboutARowThatItWouldKeep) {
+  session.viewerRole = true;
+  for (const bool quick : {false, true}) {
+    deleteBinderRow(headRowOf(1), quick);
+    deleteBinderRow(fileRowOf(1, 0), quick);
+  }
+  EXPECT_THAT(dialogScript().closeOrDeleteQuestions, IsEmpty());
+  EXPECT_THAT(standIn().boxes, IsEmpty());
+  EXPECT_THAT(session.binderLibrary, SizeIs(3));
+  EXPECT_THAT(filesOf(1), SizeIs(3));
 }
 
 TEST_F(BinderActionsTest, ExistingBindersAreLoadedAndTheLastIsSelected) {
@@ -110,6 +127,22 @@ TEST_F(BinderActionsTest, ChosenDocumentsAreAddedInTheirOrder) {
   AddFilesDialog(2);
   EXPECT_THAT(filesOf(2), ElementsAre(first, filesOf(1)[0]));
   EXPECT_EQ(selectedText(), u"Rest");
+}
+
+// The gate would look at each file before its share has said that it answers.
+TEST_F(BinderActionsTest, ChosenDocumentsOnASilentShareAreAddedAfterOneTimeout) {
+  session.settings.openTimeoutSeconds = 1;
+  platform::setVolume(u"\\\\nas\\texts", platform::VolumeState::Silent);
+  Texts chosen;
+  for (const char16_t* name : {u"a", u"b", u"c", u"d", u"e", u"f"}) {
+    chosen.push_back(std::u16string(u"\\\\nas\\texts\\") + name + u".pdf");
+  }
+  standIn().openDialogAnswers = {chosen};
+  const auto start = std::chrono::steady_clock::now();
+  AddFilesDialog(2);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
+  EXPECT_EQ(standIn().threadsStarted, 6);  // one probe for each
+  EXPECT_EQ(filesOf(2), chosen);
 }
 
 TEST_F(BinderActionsTest, WithoutAChosenDocumentNothingIsRebuilt) {

@@ -241,6 +241,18 @@ TEST_F(BinderLibraryTest, RemovingAllMakesTheFirstFileTheNewestRecentOne) {
   EXPECT_EQ(platform::fileBytes(WorkingDocsPath()), kBinderMark + "# collapsed=0\r\n# bold=1\r\n");
 }
 
+TEST_F(BinderLibraryTest, RemovingAllIsOneWrite) {
+  load(u"a", "C:\\a.pdf\r\nC:\\b.pdf\r\nC:\\c.pdf\r\n");
+  int writes = 0;
+  standIn().refuseFileCall = [&writes](platform::FileCall call) {
+    if (call == platform::FileCall::Replace) ++writes;
+    return false;
+  };
+  RemoveAllFileRecords(0);
+  EXPECT_EQ(writes, 1);
+  EXPECT_EQ(linesOnDisk(u"a"), "");
+}
+
 // Names.
 
 TEST_F(BinderLibraryTest, ARenameMovesTheFileAndEverythingThatKnowsItsPath) {
