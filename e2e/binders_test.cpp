@@ -9,18 +9,8 @@ using Rows = std::vector<std::wstring>;
 
 constexpr wchar_t kCloseOrDeleteDialog[] = L"QuillmereCloseOrDeleteDlg";
 
-const Rows kStartRows{L"0|" + kNewBinderRow,
-                      L"0|Working Documents",
-                      L"0|Work",
-                      L"1|" + kAddDocumentRow,
-                      L"1|first",
-                      L"1|second",
-                      L"0|Rest",
-                      L"1|" + kAddDocumentRow};
-
 class Binders : public BinderScenario {
  protected:
-  static std::string bytesOf(const std::wstring& path) { return {path.begin(), path.end()}; }
   bool renameBoxSays(const std::wstring& text) const {
     const Box box = waitForBox(program);
     EXPECT_EQ(box.title, L"Rename Binder");
@@ -164,9 +154,7 @@ TEST_F(Binders, BindersAreDraggedButNotAboveTheDocumentsInUse) {
 
 TEST_F(Binders, ABinderIsRenamedInPlace) {
   startWithBinders();
-  openMenuOf(L"Work");
-  chooseInMenu(3);
-  ASSERT_TRUE(eventually([&] { return classOf(focusOf(window)) == L"Edit"; }));
+  startRename(L"Work");
   type(L"Papers");
   press(VK_RETURN);
   EXPECT_TRUE(rowSelected(L"Papers"));
@@ -177,24 +165,18 @@ TEST_F(Binders, ABinderIsRenamedInPlace) {
 
 TEST_F(Binders, ANameThatIsTakenOrForbiddenIsRefused) {
   startWithBinders();
-  openMenuOf(L"Work");
-  chooseInMenu(3);
-  ASSERT_TRUE(eventually([&] { return classOf(focusOf(window)) == L"Edit"; }));
+  startRename(L"Work");
   type(L"a?b");
   press(VK_RETURN);
   EXPECT_TRUE(renameBoxSays(
       L"The name cannot contain any of these characters:\n    <  >  :  \"  /  \\  |  ?  *"));
   EXPECT_TRUE(rowsBecome(kStartRows));
-  openMenuOf(L"Work");
-  chooseInMenu(3);
-  ASSERT_TRUE(eventually([&] { return classOf(focusOf(window)) == L"Edit"; }));
+  startRename(L"Work");
   type(L"rest");
   press(VK_RETURN);
   EXPECT_TRUE(renameBoxSays(L"A binder named 'rest' already exists."));
   EXPECT_TRUE(rowsBecome(kStartRows));
-  openMenuOf(L"Work");
-  chooseInMenu(3);
-  ASSERT_TRUE(eventually([&] { return classOf(focusOf(window)) == L"Edit"; }));
+  startRename(L"Work");
   type(L"other");
   press(VK_ESCAPE);
   EXPECT_TRUE(treeHasKeyboard());

@@ -7,10 +7,7 @@ namespace quillmere::e2e {
 namespace {
 
 constexpr wchar_t kMenuClass[] = L"#32768";
-
-std::string narrow(const std::wstring& text) {
-  return {text.begin(), text.end()};
-}
+constexpr UINT kRebuildMessage = WM_APP + 1;
 
 // The rows in the order in which the tree is described.
 void appendItems(HWND tree, LRESULT item, std::vector<LRESULT>& items) {
@@ -34,7 +31,7 @@ std::wstring BinderScenario::makeBinder(const std::wstring& name,
   CreateDirectoryW(userDataFolder().c_str(), nullptr);
   CreateDirectoryW((userDataFolder() + L"\\Binders").c_str(), nullptr);
   std::string bytes = "\xEF\xBB\xBF";
-  for (const std::wstring& file : files) bytes += narrow(file) + "\r\n";
+  for (const std::wstring& file : files) bytes += bytesOf(file) + "\r\n";
   EXPECT_TRUE(writeFile(path, bytes));
   setSetting(L"Binders", (L"Path" + std::to_wstring(binders_++)).c_str(), path);
   setSetting(L"Binders", L"Count", std::to_wstring(binders_));
@@ -58,8 +55,7 @@ void BinderScenario::startWithBinders() {
 
 bool BinderScenario::rowHas(const std::wstring& text, UINT state, bool wanted) const {
   return eventually([&] {
-    std::vector<LRESULT> items;
-    appendItems(tree(), SendMessageW(tree(), TVM_GETNEXTITEM, TVGN_ROOT, 0), items);
+    const std::vector<LRESULT> items = rowHandles();
     const std::vector<std::wstring> texts = rows();
     if (items.size() != texts.size()) return false;
     for (std::size_t i = 0; i < items.size(); ++i) {
@@ -74,6 +70,29 @@ bool BinderScenario::rowHas(const std::wstring& text, UINT state, bool wanted) c
 
 bool BinderScenario::treeHasKeyboard() const {
   return eventually([&] { return focusOf(window) == tree(); });
+}
+
+bool BinderScenario::treeHasMouse() const {
+  return eventually([&] {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof(info);
+    return GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info) &&
+           info.hwndCapture == tree();
+  });
+}
+
+std::vector<LRESULT> BinderScenario::rowHandles() const {
+  std::vector<LRESULT> items;
+  appendItems(tree(), SendMessageW(tree(), TVM_GETNEXTITEM, TVGN_ROOT, 0), items);
+  return items;
+}
+
+LRESULT BinderScenario::firstVisibleRow() const {
+  return SendMessageW(tree(), TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE, 0);
+}
+
+void BinderScenario::deliverRebuild() const {
+  SendMessageW(window, kRebuildMessage, 0, 0);
 }
 
 POINT BinderScenario::pointOf(const std::wstring& text, bool lowerHalf) const {
@@ -92,10 +111,20 @@ void BinderScenario::openMenuOf(const std::wstring& text) {
   const RECT area = windowRect(tree());
   const POINT empty{area.right - 8, area.bottom - 8};
   click(text.empty() ? empty : aside(pointOf(text)), Button::Right);
-  EXPECT_TRUE(eventually([&] {
+  EXPECT_TRUE(menuIsOpen());
+}
+
+bool BinderScenario::menuIsOpen() const {
+  return eventually([&] {
     const HWND menu = program.find(kMenuClass);
     return menu != nullptr && IsWindowVisible(menu);
-  }));
+  });
+}
+
+void BinderScenario::startRename(const std::wstring& name) {
+  openMenuOf(name);
+  chooseInMenu(3);
+  ASSERT_TRUE(eventually([&] { return classOf(focusOf(window)) == L"Edit"; }));
 }
 
 std::vector<std::wstring> BinderScenario::menuRows() const {
@@ -125,8 +154,26 @@ HWND BinderScenario::dialogOfClass(const wchar_t* className) const {
   return dialog;
 }
 
+POINT BinderScenario::startDrag(const std::wstring& row) {
+  POINT place = aside(pointOf(row));
+  movePointer(place);
+  EXPECT_TRUE(inputIsHandled(window));
+  pressButton(place);
+  for (int step = 0; step < 5; ++step) {
+    place.x += 4;
+    movePointer(place);
+    EXPECT_TRUE(inputIsHandled(window));
+  }
+  EXPECT_TRUE(treeHasMouse());
+  return place;
+}
+
 void BinderScenario::dragRow(const std::wstring& from, const std::wstring& to, bool lowerHalf) {
   drag(aside(pointOf(from)), pointOf(to, lowerHalf));
+}
+
+std::string BinderScenario::bytesOf(const std::wstring& path) {
+  return {path.begin(), path.end()};
 }
 
 std::vector<std::string> BinderScenario::documentsIn(const std::wstring& binder) {

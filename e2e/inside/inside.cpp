@@ -7,6 +7,8 @@
 #include <cstring>
 #include <string>
 
+#include "inside/silent_share.h"
+
 namespace quillmere::e2e {
 namespace {
 
@@ -181,6 +183,9 @@ void serve(HWND window, InsideRequest request, LPARAM detail, InsideBlock& block
       break;
     case InsideRequest::TreeRowTip:
       answer(block, treeRowTip(reinterpret_cast<HWND>(detail), {block.text, block.units}));
+      break;
+    case InsideRequest::SilenceShare:
+      answer(block, silenceShare({block.text, block.units}) ? L"1" : L"0");
       break;
     case InsideRequest::DescribeFont:
       answer(block, describeFont(reinterpret_cast<HWND>(detail)));

@@ -36,6 +36,8 @@ enum class InsideRequest : WPARAM {
   StatusParts = 10,
   // lParam: a tree view; text: what a row reads. Answer: the text of the row's tip.
   TreeRowTip = 11,
+  // Text: how the paths of a share begin, which is silent from now on. Answer: "1" when it is.
+  SilenceShare = 12,
 };
 
 struct InsideBlock {
