@@ -159,6 +159,22 @@ TEST_F(BinderTree, TheKeyboardOpensTheMenuOfTheSelectedRow) {
   EXPECT_TRUE(rowSelected(L"first"));
 }
 
+TEST_F(BinderTree, TheMenuKeyBringsTheSelectedRowIntoView) {
+  startWithManyDocuments();
+  clickRow(L"Work");
+  ASSERT_TRUE(treeHasKeyboard());
+  turnWheel(middleOfTree(), -10 * WHEEL_DELTA);
+  ASSERT_TRUE(eventually([&] {
+    const RECT row = treeRowOnScreen(window, tree(), L"Work");
+    return IsRectEmpty(&row) != FALSE;
+  }));
+  press(VK_APPS);
+  ASSERT_TRUE(menuIsOpen());
+  EXPECT_EQ(menuRows().front(), L"Add Document to Binder...");
+  press(VK_ESCAPE);
+  EXPECT_TRUE(rowShown(L"Work"));
+}
+
 TEST_F(BinderTree, ClosingTheWindowEndsTheTypingOfAName) {
   startWithBinders();
   startRename(L"Work");

@@ -214,7 +214,7 @@ void readUtf16(std::string_view bytes, BinderFile& binder) {
   const auto take = [&] {
     if (line.ends_with(u'\r')) line.pop_back();
     // Binder files are written in UTF-8, which has no lone surrogates.
-    readDecodedLine(platform::fromUtf8(platform::toUtf8(line)), binder);
+    if (!line.empty()) readDecodedLine(platform::fromUtf8(platform::toUtf8(line)), binder);
     line.clear();
   };
   for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {

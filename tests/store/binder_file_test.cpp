@@ -408,6 +408,9 @@ TEST(BinderText, OfAHundredMegabytesOfShortLinesThoseThatAreHeldAreDecoded) {
 TEST(BinderText, EmptyLinesAreNotDecoded) {
   const std::uint64_t before = platform::conversionSteps();
   EXPECT_THAT(parsed(std::string(10 << 20, '\n')).files, IsEmpty());
+  std::string wide = "\xFF\xFE";
+  for (int i = 0; i < 1000; ++i) wide.append("\r\0\n\0", 4);
+  EXPECT_THAT(parsed(wide).files, IsEmpty());
   EXPECT_EQ(platform::conversionSteps(), before);
 }
 
