@@ -13,6 +13,7 @@
 #include "nav/find.h"
 #include "nav/markup_tree.h"
 #include "panels/binder_panel.h"
+#include "panels/stamp_panel.h"
 #include "platform/main_window.h"
 #include "session/document_slots.h"
 #include "session/session.h"
@@ -129,6 +130,7 @@ void allMarkupsChanged() {
 // Annotations may have other numbers now.
 void placementsChanged(FPDF_DOCUMENT document) {
   const Report report;
+  for (PaneSlot& slot : session.panes) slot.markupBoxes.reset();
   forgetPickedMarkup();
   forgetMarkupTip();
   for (const int pane : panesHolding(document)) {
@@ -140,6 +142,7 @@ void placementsChanged(FPDF_DOCUMENT document) {
 
 void stampLibraryChanged() {
   const Report report;
+  dropMissingStamps();
   platform::invalidateStampPanel();
 }
 
