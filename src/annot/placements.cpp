@@ -65,14 +65,18 @@ void LoadPlacements(FPDF_DOCUMENT document) {
 void ClearPlacements() {
   session.placements.clear();
   session.placementDocument = nullptr;
+  session.waitingPlacements = nullptr;
   session.selectedPlacementPage = -1;
   session.selectedPlacementIndex = -1;
 }
 
+void loadPlacementsLater(FPDF_DOCUMENT document) {
+  ClearPlacements();
+  session.waitingPlacements = document;
+}
+
 void readWaitingPlacements() {
-  if (session.placementDocument != nullptr) return;
-  const FPDF_DOCUMENT document = documentOf(session.activePane);
-  if (document != nullptr) LoadPlacements(document);
+  if (session.waitingPlacements != nullptr) LoadPlacements(session.waitingPlacements);
 }
 
 bool ClaimPlacementOwner() {
@@ -152,6 +156,14 @@ platform::SharedPicture placementPicture(Placement& placement) {
   placement.image = RenderTextBitmap(placement.text, placement.fontSize, placement.fontIndex,
                                      placement.colorIndex);
   return placement.image;
+}
+
+platform::SharedPicture drawnPicture(Placement& placement) {
+  if (placement.kind != PlacementKind::Stamp || !placement.image) {
+    return placementPicture(placement);
+  }
+  if (!placement.drawn) placement.drawn = quickToDraw(placement.image);
+  return placement.drawn;
 }
 
 }  // namespace quillmere

@@ -14,9 +14,12 @@ namespace quillmere {
 // afterwards. Null leaves the session without placements.
 void LoadPlacements(FPDF_DOCUMENT document);
 
-// Reads the placements of the active document unless the session holds some document's already. An
-// open leaves this until its page is painted, since a long document takes a while; whatever looks
-// for placements earlier calls it first. Until then the document has none that are pending.
+// The same, but leaves the reading to readWaitingPlacements(): a long document takes a while, and
+// its page should be painted first. Until then the session has no placements.
+void loadPlacementsLater(FPDF_DOCUMENT document);
+
+// Reads the placements that loadPlacementsLater() left, if any. Called while the program is idle,
+// and by whatever looks for placements earlier.
 void readWaitingPlacements();
 
 // Forgets all placements; none is selected and no document has any.
@@ -43,8 +46,11 @@ bool removePlacementAnnotation(FPDF_DOCUMENT document, std::int32_t page, std::i
 // An annotation of the page was removed: placements refer to those above it by one less.
 void lowerPlacementIndexes(FPDF_DOCUMENT document, std::int32_t page, std::int32_t removed);
 
-// What to draw for a pending placement. A text's picture is made and kept when it is first needed.
-// Null when there is none.
+// The picture of a pending placement. A text's is made and kept when it is first needed. Null when
+// there is none.
 platform::SharedPicture placementPicture(Placement& placement);
+
+// The same for drawing it over the page, which must be quick: of large stamps a smaller copy.
+platform::SharedPicture drawnPicture(Placement& placement);
 
 }  // namespace quillmere

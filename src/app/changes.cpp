@@ -2,6 +2,7 @@
 
 #include <cassert>
 
+#include "annot/annotations.h"
 #include "annot/markup_list.h"
 #include "annot/markup_tip.h"
 #include "annot/markups.h"
@@ -11,6 +12,7 @@
 #include "documents/shelve.h"
 #include "nav/bookmarks.h"
 #include "nav/find.h"
+#include "nav/idle_reading.h"
 #include "nav/markup_tree.h"
 #include "panels/binder_panel.h"
 #include "panels/stamp_panel.h"
@@ -108,6 +110,7 @@ void markupsChanged(FPDF_DOCUMENT document, int page) {
   const Report report;
   forgetMarkupBoxes(document, page);
   forgetMarkupTip();
+  forgetAnnotationSearch();
   collectPageLater(document, page);
   if (document == documentOf(session.activePane)) platform::doAfterPainting(updateMarkupRows);
   for (const int pane : panesHolding(document)) {
@@ -122,6 +125,7 @@ void allMarkupsChanged() {
   for (PaneSlot& slot : session.panes) slot.markupBoxes.reset();
   forgetPickedMarkup();
   forgetMarkupTip();
+  forgetAnnotationSearch();
   InvalidateMarkupList();
   platform::doAfterPainting(updateMarkupRows);
   repaint();
@@ -131,6 +135,7 @@ void allMarkupsChanged() {
 void placementsChanged(FPDF_DOCUMENT document) {
   const Report report;
   for (PaneSlot& slot : session.panes) slot.markupBoxes.reset();
+  forgetAnnotationSearch();
   forgetPickedMarkup();
   forgetMarkupTip();
   for (const int pane : panesHolding(document)) {
@@ -166,6 +171,7 @@ void documentsLeaving() {
 // Stamps and text are placed in SinglePage only.
 void documentsChanged() {
   const Report report;
+  readAnnotationsWhenIdle();
   if (session.viewMode != ViewMode::SinglePage) {
     closeTextDialog();
     ClearPlacementSelection();

@@ -68,7 +68,8 @@ TEST_F(PlacementsTest, RecordsInOtherEncodingsAreRead) {
 
 TEST_F(PlacementsTest, WaitingPlacementsAreReadOnce) {
   const FPDF_DOCUMENT document = openWith({stampAnnotation(u"QMR1;S;0;1;2;3;4;")});
-  ClearPlacements();
+  loadPlacementsLater(document);
+  EXPECT_THAT(session.placements, IsEmpty());
   readWaitingPlacements();
   EXPECT_EQ(session.placementDocument, document);
   ASSERT_EQ(session.placements[0].size(), 1u);
@@ -78,15 +79,13 @@ TEST_F(PlacementsTest, WaitingPlacementsAreReadOnce) {
 }
 
 TEST_F(PlacementsTest, NewOnesJoinThoseThatWereStillToBeRead) {
-  openWith({stampAnnotation(u"QMR1;S;0;1;2;3;4;")});
-  ClearPlacements();
+  loadPlacementsLater(openWith({stampAnnotation(u"QMR1;S;0;1;2;3;4;")}));
   EXPECT_TRUE(ClaimPlacementOwner());
   EXPECT_EQ(session.placements[0].size(), 1u);
 }
 
 TEST_F(PlacementsTest, APressFindsThoseThatWereStillToBeRead) {
-  openWith({stampAnnotation(u"QMR1;S;0;200;300;100;50;")});
-  ClearPlacements();
+  loadPlacementsLater(openWith({stampAnnotation(u"QMR1;S;0;200;300;100;50;")}));
   const PixelRect rect = paneRect(0);
   const PanePoint middle = pageToPane(0, 250, 325);
   EXPECT_TRUE(pressPlacement(rect.left + static_cast<int>(middle.x),
@@ -279,6 +278,23 @@ TEST_F(DetachTest, RemovingAMarkupLowersTheIndexesBehindIt) {
   pick(placeOf(20, 20));
   RemoveMarkup();
   EXPECT_EQ(placement(0, 0).annotIndex, 0);
+}
+
+TEST_F(DetachTest, LargePicturesAreDrawnFromASmallerCopyAndWrittenWhole) {
+  document = openPlain();
+  const platform::Picture large = plainPicture(3000, 1500, 0xFF336699);
+  add(0, stampOf(std::make_shared<platform::Picture>(large), 100, 100, 60, 30));
+  writeAll(document);
+  selectPlacement(0, 0);
+  DetachPlacement();
+  const platform::SharedPicture shown = drawnPicture(placement(0, 0));
+  ASSERT_TRUE(shown);
+  EXPECT_LE(shown->width * shown->height, 2 << 20);
+  EXPECT_EQ(shown->pixels.front(), large.pixels.front());
+  EXPECT_EQ(drawnPicture(placement(0, 0)), shown) << "it is made once";
+  EXPECT_EQ(placement(0, 0).image->width, 3000);
+  WritePendingStamps(document);
+  EXPECT_NE(savedCopy(document).find("/Width 3000"), std::string::npos);
 }
 
 TEST_F(DetachTest, AMarkupIsFoundUnderItsNewNumber) {
