@@ -197,6 +197,19 @@ void blendGhost(HDC dc, const TextGhost& ghost, HFONT font, const PixelRect& box
   graphics.DrawImage(&picture, ghost.place.x + box.left, ghost.place.y + box.top);
 }
 
+void drawGhostText(HDC dc, const TextGhost& ghost) {
+  const FontHandle font = ghostFont(ghost);
+  PixelRect box;
+  {
+    const Selected face(dc, font.get());
+    box = ghostBox(dc, ghost);
+  }
+  if (ghost.alpha < kOpaque) return blendGhost(dc, ghost, font.get(), box);
+  const Selected face(dc, font.get());
+  const COLORREF color = RGB(ghost.color >> 16 & 0xFF, ghost.color >> 8 & 0xFF, ghost.color & 0xFF);
+  writeGhost(dc, ghost, ghost.place.x, ghost.place.y, color);
+}
+
 void drawCross(HDC dc, const PixelPoint& place) {
   const PenHandle pen(CreatePen(PS_SOLID, 1, kCrossColor));
   const Selected selected(dc, pen.get());
@@ -221,20 +234,7 @@ void DrawPlacements(HDC deviceContext, int pane, const PixelRect& paneRectangle)
 void drawTextGhost(HDC deviceContext, int pane) {
   const std::optional<TextGhost> ghost = textGhost(pane);
   if (!ghost) return;
-  const FontHandle font = ghostFont(*ghost);
-  PixelRect box;
-  {
-    const Selected face(deviceContext, font.get());
-    box = ghostBox(deviceContext, *ghost);
-  }
-  if (ghost->alpha < kOpaque) {
-    blendGhost(deviceContext, *ghost, font.get(), box);
-  } else {
-    const Selected face(deviceContext, font.get());
-    const COLORREF color =
-        RGB(ghost->color >> 16 & 0xFF, ghost->color >> 8 & 0xFF, ghost->color & 0xFF);
-    writeGhost(deviceContext, *ghost, ghost->place.x, ghost->place.y, color);
-  }
+  if (!ghost->text.empty()) drawGhostText(deviceContext, *ghost);
   drawCross(deviceContext, ghost->place);
 }
 

@@ -11,7 +11,8 @@ int scaled(int pixels);
 // The inverse, for widths stored in the settings.
 int unscaled(int pixels);
 
-// Switches the session to a screen of `dpi` dots per inch; panels keep their apparent width.
+// Switches the session to a screen of `dpi` dots per inch; panels keep their apparent width, and
+// thumbnails have to be made anew.
 void changeDensity(std::int32_t dpi);
 
 }  // namespace quillmere

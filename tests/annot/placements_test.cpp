@@ -280,6 +280,37 @@ TEST_F(DetachTest, RemovingAMarkupLowersTheIndexesBehindIt) {
   EXPECT_EQ(placement(0, 0).annotIndex, 0);
 }
 
+TEST_F(DetachTest, LargePicturesAreDrawnFromASmallerCopyAndWrittenWhole) {
+  document = openPlain();
+  const platform::Picture large = plainPicture(3000, 1500, 0xFF336699);
+  add(0, stampOf(std::make_shared<platform::Picture>(large), 100, 100, 60, 30));
+  writeAll(document);
+  selectPlacement(0, 0);
+  DetachPlacement();
+  const platform::SharedPicture shown = drawnPicture(placement(0, 0));
+  ASSERT_TRUE(shown);
+  EXPECT_LE(shown->width * shown->height, 2 << 20);
+  EXPECT_EQ(shown->pixels.front(), large.pixels.front());
+  EXPECT_EQ(drawnPicture(placement(0, 0)), shown) << "it is made once";
+  EXPECT_EQ(placement(0, 0).image->width, 3000);
+  WritePendingStamps(document);
+  EXPECT_NE(savedCopy(document).find("/Width 3000"), std::string::npos);
+}
+
+TEST_F(DetachTest, AMarkupIsFoundUnderItsNewNumber) {
+  PdfPage page = plainPage();
+  page.annotations = {stampAnnotation(u"QMR1;T;0;200;300;100;50;12;0;0;Hi"),
+                      highlightBox(10, 10, 50, 30)};
+  document = openPlain(1, page);
+  const ClientPoint mark = placeOf(20, 20);
+  ASSERT_EQ(HitTestMarkup(0, mark.x, mark.y), 1);
+  selectPlacement(0, 0);
+  DetachPlacement();
+  WritePendingTextDrops(document);
+  ASSERT_EQ(annotationsOf(document, 0).size(), 2u);
+  EXPECT_EQ(HitTestMarkup(0, mark.x, mark.y), 0);
+}
+
 // Which document has the placements.
 
 class ClaimTest : public PlacementTest {
