@@ -19,6 +19,9 @@ void LoadPlacements(FPDF_DOCUMENT document);
 // for placements earlier calls it first. Until then the document has none that are pending.
 void readWaitingPlacements();
 
+// True when the document has placements, pending or written, whether or not the session holds them.
+bool hasPlacements(FPDF_DOCUMENT document);
+
 // Forgets all placements; none is selected and no document has any.
 void ClearPlacements();
 

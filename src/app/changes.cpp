@@ -1,6 +1,7 @@
 #include "session/changes.h"
 
 #include <cassert>
+#include <vector>
 
 #include "annot/markup_list.h"
 #include "annot/markup_tip.h"
@@ -44,6 +45,11 @@ void repaint() {
 
 void repaintAll() {
   platform::invalidateMainWindow(true);
+}
+
+void tellShelf(FPDF_DOCUMENT document) {
+  const std::vector<int> panes = panesHolding(document);
+  if (!panes.empty()) noteDocumentChanged(panes.front());
 }
 
 }  // namespace
@@ -109,21 +115,34 @@ void markupsChanged(FPDF_DOCUMENT document, int page) {
   forgetMarkupTip();
   collectPageLater(document, page);
   if (document == documentOf(session.activePane)) platform::doAfterPainting(updateMarkupRows);
-  for (const int pane : panesHolding(document)) {
-    noteDocumentChanged(pane);
-    break;
-  }
+  tellShelf(document);
   repaint();
 }
 
-void allMarkupsChanged() {
+void allMarkupsChanged(FPDF_DOCUMENT document) {
   const Report report;
   for (PaneSlot& slot : session.panes) slot.markupBoxes.reset();
   forgetPickedMarkup();
   forgetMarkupTip();
   InvalidateMarkupList();
   platform::doAfterPainting(updateMarkupRows);
+  tellShelf(document);
   repaint();
+}
+
+// Bookmarks lead to pages that have other numbers now.
+void pagesChanged(FPDF_DOCUMENT document) {
+  const Report report;
+  for (PaneSlot& slot : session.panes) slot.markupBoxes.reset();
+  forgetMarkupTip();
+  InvalidateMarkupList();
+  tellShelf(document);
+  refreshMenus();
+  refreshTitle();
+  refreshStatus();
+  repaint();
+  platform::updatePages();
+  RebuildNavigationTree();
 }
 
 // Annotations may have other numbers now.
@@ -131,10 +150,7 @@ void placementsChanged(FPDF_DOCUMENT document) {
   const Report report;
   forgetPickedMarkup();
   forgetMarkupTip();
-  for (const int pane : panesHolding(document)) {
-    noteDocumentChanged(pane);
-    break;
-  }
+  tellShelf(document);
   repaint();
 }
 
