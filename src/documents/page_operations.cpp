@@ -4,6 +4,7 @@
 #include <fpdf_edit.h>
 #include <fpdf_flatten.h>
 #include <fpdf_ppo.h>
+#include <quillmere_engine.h>
 
 #include <algorithm>
 #include <array>
@@ -49,13 +50,15 @@ std::int32_t pageSeen(int pane) {
 // The zero-based pages seen in the panes; -1 for a pane that holds another document.
 using PagesSeen = std::array<std::int32_t, 2>;
 
-// Closes the pages of a document, which must not be open while pages come or go.
+// Closes the pages of a document, which must not be open while pages come or go. A page that stands
+// at several places of the document becomes several.
 PagesSeen closePages(FPDF_DOCUMENT document) {
   PagesSeen seen = {-1, -1};
   for (const int pane : panesHolding(document)) {
     seen[static_cast<std::size_t>(pane)] = pageSeen(pane);
     dropPaneView(pane);
   }
+  QuillmereEngine_SeparatePages(document);
   return seen;
 }
 
@@ -199,8 +202,7 @@ bool flattenPages(FPDF_DOCUMENT document) {
   bool any = false;
   const int count = FPDF_GetPageCount(document);
   for (int index = 0; index < count; ++index) {
-    const PageHandle page(FPDF_LoadPage(document, index));
-    if (page) any = FPDFPage_Flatten(page.get(), FLAT_NORMALDISPLAY) == FLATTEN_SUCCESS || any;
+    any = QuillmereEngine_FlattenPage(document, index) == FLATTEN_SUCCESS || any;
   }
   return any;
 }

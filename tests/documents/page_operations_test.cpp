@@ -2,8 +2,12 @@
 
 #include <fpdf_annot.h>
 #include <fpdf_edit.h>
+#include <fpdf_save.h>
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -109,6 +113,46 @@ class PageOperationsTest : public OpeningTest {
     RemoveAllAnnotations();
   }
 };
+
+// Four indexes that are two pages: the second node of the tree is named twice.
+std::string sharedPagesPdf() {
+  PdfFile file;
+  const int catalog = file.reserve();
+  const int tree = file.reserve();
+  const int node = file.reserve();
+  const auto addPage = [&](const std::string& text, int parent) {
+    const std::string content = PdfFile::reference(file.addStream(textContent(text)));
+    return PdfFile::reference(
+        file.add("<< /Type /Page /Parent " + PdfFile::reference(parent) +
+                 " /MediaBox [0 0 612 792] /Contents " + content +
+                 " /Resources << /Font << /F1 << /Type /Font /Subtype /Type1 /BaseFont /Helvetica "
+                 ">> >> >> >>"));
+  };
+  const std::string one = addPage("One", tree);
+  const std::string two = addPage("Two", node);
+  const std::string nodeReference = PdfFile::reference(node);
+  file.set(catalog, "<< /Type /Catalog /Pages " + PdfFile::reference(tree) + " >>");
+  file.set(tree, "<< /Type /Pages /Count 4 /Kids [" + nodeReference + " " + one + " " +
+                     nodeReference + " " + one + "] >>");
+  file.set(node, "<< /Type /Pages /Count 1 /Parent " + PdfFile::reference(tree) + " /Kids [" + two +
+                     "] >>");
+  return file.finish(catalog);
+}
+
+// What the document would be after saving and opening it again.
+DocumentHandle savedAndOpened(FPDF_DOCUMENT document, std::string& bytes) {
+  struct Writer : FPDF_FILEWRITE {
+    std::string* bytes;
+  } writer{};
+  writer.version = 1;
+  writer.bytes = &bytes;
+  writer.WriteBlock = [](FPDF_FILEWRITE* self, const void* data, unsigned long size) {
+    static_cast<Writer*>(self)->bytes->append(static_cast<const char*>(data), size);
+    return 1;
+  };
+  FPDF_SaveAsCopy(document, &writer, FPDF_NO_INCREMENTAL);
+  return DocumentHandle(FPDF_LoadMemDocument64(bytes.data(), bytes.size(), nullptr));
+}
 
 using DeletePageTest = PageOperationsTest;
 using InsertDocumentTest = PageOperationsTest;
@@ -389,6 +433,35 @@ TEST_F(DeletePageTest, AnEncryptedDocumentLosesItsPage) {
   EXPECT_THAT(textsOf(document()), ElementsAre("Quill and page", "Page 2"));
 }
 
+TEST_F(DeletePageTest, OfAPageThatStandsTwiceOnlyTheShownOneGoes) {
+  ASSERT_TRUE(open(sharedPagesPdf()));
+  ASSERT_THAT(textsOf(document()), ElementsAre("Two", "One", "Two", "One"));
+  goToPage(0, 2, false);
+  deletePage();
+  EXPECT_THAT(textsOf(document()), ElementsAre("Two", "One", "One"));
+  std::string bytes;
+  EXPECT_THAT(textsOf(savedAndOpened(document(), bytes).get()), ElementsAre("Two", "One", "One"));
+}
+
+TEST_F(DeletePageTest, APageThatStandsTwiceIsTurnedOnce) {
+  ASSERT_TRUE(open(sharedPagesPdf()));
+  goToPage(0, 3, false);
+  rotatePage(0);
+  commitRotations(0);
+  std::vector<int> turns;
+  for (int page = 0; page < 4; ++page) turns.push_back(ownRotationOf(document(), page));
+  EXPECT_THAT(turns, ElementsAre(0, 0, 0, 1));
+}
+
+TEST_F(DeletePageTest, ACyclicTreeIsLeftWhole) {
+  ASSERT_TRUE(open(cyclicPageTreePdf()));
+  const int pages = session.active.pageCount;
+  standIn().boxAnswers = {BoxAnswer::Ok, BoxAnswer::Ok};
+  DeleteCurrentPage();
+  EXPECT_EQ(FPDF_GetPageCount(document()), session.active.pageCount);
+  EXPECT_GE(session.active.pageCount, pages - 1);
+}
+
 TEST_F(DeletePageTest, FilesThatArriveDuringTheQuestionWait) {
   opened(u"a.pdf", 3);
   standIn().boxAnswers = {BoxAnswer::Ok};
@@ -613,6 +686,43 @@ TEST_F(FlattenTest, MarksLeaveTheListAndTheShownPageIsReadAgain) {
   EXPECT_EQ(FPDFPage_GetAnnotCount(pane(0).page.get()), 0);
   EXPECT_GT(FPDFPage_CountObjects(pane(0).page.get()), 0);
   EXPECT_TRUE(pane(0).pageBitmap);
+}
+
+TEST_F(FlattenTest, ThePageLooksAsBeforeAndKeepsLinksAndBoxes) {
+  PdfPage page;
+  page.left = 30;
+  page.bottom = 40;
+  page.content = textContent("Word", 130, 640);
+  page.entries = "/CropBox [60 70 600 780]";
+  page.annotations = {highlight(), linkAnnotation(0, 0, 100, 100, pageDestination(1))};
+  ASSERT_TRUE(open(buildPdf({page})));
+  const auto picture = [] {
+    const std::uint8_t* pixels =
+        static_cast<const std::uint8_t*>(platform::pixelsOf(pane(0).pageBitmap.get()));
+    return std::vector<std::uint8_t>(
+        pixels, pixels + 4 * pane(0).pageBitmapWidth * pane(0).pageBitmapHeight);
+  };
+  const std::vector<std::uint8_t> before = picture();
+  const float width = FPDF_GetPageWidthF(pane(0).page.get());
+  flatten();
+  EXPECT_EQ(FPDF_GetPageWidthF(pane(0).page.get()), width);
+  const std::vector<std::uint8_t> after = picture();
+  ASSERT_EQ(after.size(), before.size());
+  int largest = 0;
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    largest = std::max(largest, std::abs(before[i] - after[i]));
+  }
+  EXPECT_LE(largest, 2);
+  ASSERT_EQ(annotationsOn(document(), 0), 1);
+  const AnnotationHandle link(FPDFPage_GetAnnot(pane(0).page.get(), 0));
+  EXPECT_EQ(FPDFAnnot_GetSubtype(link.get()), FPDF_ANNOT_LINK);
+}
+
+TEST_F(FlattenTest, FormFieldsAndSignaturesBecomeContent) {
+  ASSERT_TRUE(open(filledFormPdf()));
+  flatten();
+  EXPECT_EQ(annotationsOn(document(), 0), 1);  // the hidden one
+  EXPECT_NE(textOf(document(), 0).find("HHHH"), std::string::npos);
 }
 
 TEST_F(FlattenTest, ADocumentWithNothingToFlattenIsNotEdited) {
