@@ -3,6 +3,7 @@
 #include <cassert>
 #include <vector>
 
+#include "annot/annotations.h"
 #include "annot/markup_list.h"
 #include "annot/markup_tip.h"
 #include "annot/markups.h"
@@ -12,6 +13,7 @@
 #include "documents/shelve.h"
 #include "nav/bookmarks.h"
 #include "nav/find.h"
+#include "nav/idle_reading.h"
 #include "nav/markup_tree.h"
 #include "panels/binder_panel.h"
 #include "platform/main_window.h"
@@ -113,6 +115,7 @@ void markupsChanged(FPDF_DOCUMENT document, int page) {
   const Report report;
   forgetMarkupBoxes(document, page);
   forgetMarkupTip();
+  forgetAnnotationSearch();
   collectPageLater(document, page);
   if (document == documentOf(session.activePane)) platform::doAfterPainting(updateMarkupRows);
   tellShelf(document);
@@ -124,6 +127,7 @@ void allMarkupsChanged(FPDF_DOCUMENT document) {
   for (PaneSlot& slot : session.panes) slot.markupBoxes.reset();
   forgetPickedMarkup();
   forgetMarkupTip();
+  forgetAnnotationSearch();
   InvalidateMarkupList();
   platform::doAfterPainting(updateMarkupRows);
   tellShelf(document);
@@ -135,6 +139,7 @@ void pagesChanged(FPDF_DOCUMENT document) {
   const Report report;
   for (PaneSlot& slot : session.panes) slot.markupBoxes.reset();
   forgetMarkupTip();
+  forgetAnnotationSearch();
   InvalidateMarkupList();
   tellShelf(document);
   refreshMenus();
@@ -148,6 +153,7 @@ void pagesChanged(FPDF_DOCUMENT document) {
 // Annotations may have other numbers now.
 void placementsChanged(FPDF_DOCUMENT document) {
   const Report report;
+  forgetAnnotationSearch();
   forgetPickedMarkup();
   forgetMarkupTip();
   tellShelf(document);
@@ -179,6 +185,7 @@ void documentsLeaving() {
 // Stamps and text are placed in SinglePage only.
 void documentsChanged() {
   const Report report;
+  readAnnotationsWhenIdle();
   if (session.viewMode != ViewMode::SinglePage) {
     closeTextDialog();
     ClearPlacementSelection();

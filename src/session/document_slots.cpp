@@ -13,7 +13,9 @@ void closePagesOf(FPDF_DOCUMENT document) {
 }
 
 // Another document can get the same handle later.
-void forgetMarkupsOf(FPDF_DOCUMENT document) {
+void forgetAnnotationsOf(FPDF_DOCUMENT document) {
+  if (session.annotationSearch.document == document) session.annotationSearch = {};
+  if (session.waitingPlacements == document) session.waitingPlacements = nullptr;
   session.otherMarkupLists.erase(document);
   session.pagesToCollect.erase(document);
   if (document == nullptr || session.markupListDocument != document) return;
@@ -41,7 +43,7 @@ void moveDocument(DocumentSlot& from, DocumentSlot& to) {
 
 void clearDocument(DocumentSlot& slot) {
   closePagesOf(slot.document.get());
-  forgetMarkupsOf(slot.document.get());
+  forgetAnnotationsOf(slot.document.get());
   slot.document.reset();
   slot.pageCount = 0;
   slot.path.clear();
@@ -57,7 +59,7 @@ void swapDocument(DocumentSlot& slot, DocumentHandle fresh) {
     closePanePage(pane);
   }
   if (session.placementDocument == before) session.placementDocument = fresh.get();
-  forgetMarkupsOf(before);
+  forgetAnnotationsOf(before);
   slot.document = std::move(fresh);
   slot.pageCount = FPDF_GetPageCount(slot.document.get());
   slot.dirty = false;
