@@ -2,14 +2,16 @@
 // for Windows and for the build machine.
 //
 // Usage: bench_engine DOCUMENT...
-//        bench_engine --first-page|--text|--search DOCUMENT
+//        bench_engine --first-page|--text|--search|--save DOCUMENT
 //            does one of these once, to be timed from outside
 
+#include <fpdf_save.h>
 #include <fpdf_text.h>
 #include <fpdfview.h>
 
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -61,6 +63,28 @@ void drawPages(FPDF_DOCUMENT document) {
   }
 }
 
+// Writes the document to nowhere and returns the bytes that a file would get.
+double saveNowhere(FPDF_DOCUMENT document) {
+  struct Counter : FPDF_FILEWRITE {
+    double bytes = 0;
+  } counter;
+  counter.version = 1;
+  counter.WriteBlock = [](FPDF_FILEWRITE* self, const void*, unsigned long size) {
+    static_cast<Counter*>(self)->bytes += static_cast<double>(size);
+    return 1;
+  };
+  FPDF_SaveAsCopy(document, &counter, FPDF_NO_INCREMENTAL);
+  return counter.bytes;
+}
+
+void reportSavedSize(const std::string& path) {
+  const DocumentHandle document(FPDF_LoadDocument(path.c_str(), nullptr));
+  constexpr double kKilobyte = 1024;
+  const auto source = static_cast<double>(std::filesystem::file_size(path));
+  reportPair("saved-size", documentName(path), saveNowhere(document.get()) / kKilobyte,
+             source / kKilobyte);
+}
+
 template <typename Work>
 void timeOn(const std::string& path, const char* row, Work work) {
   const DocumentHandle document(FPDF_LoadDocument(path.c_str(), nullptr));
@@ -77,6 +101,8 @@ void timeDocument(const std::string& path) {
   timeOn(path, "engine-draw", drawPages);
   timeOn(path, "engine-text", extractText);
   timeOn(path, "engine-search", searchText);
+  timeOn(path, "engine-save", saveNowhere);
+  reportSavedSize(path);
 }
 
 void doOnce(const std::string& task, const std::string& path) {
@@ -84,6 +110,7 @@ void doOnce(const std::string& task, const std::string& path) {
   const DocumentHandle document(FPDF_LoadDocument(path.c_str(), nullptr));
   if (task == "--text") extractText(document.get());
   if (task == "--search") searchText(document.get());
+  if (task == "--save") saveNowhere(document.get());
 }
 
 int run(int argc, char** argv) {

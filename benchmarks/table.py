@@ -88,6 +88,20 @@ ENGINE = [
     Row("engine-draw", "engine: draw up to 100 pages, Windows build / native", "ms", None),
     Row("engine-text", "engine: text of every page, Windows build / native", "ms", None),
     Row("engine-search", "engine: search every page, Windows build / native", "ms", None),
+    Row("engine-save", "engine: write the document, Windows build / native", "ms", None),
+]
+
+SIZES = [
+    Row("saved-size", "size of a written document / its source", "KiB", 1.05),
+]
+
+# Writing a document natively against the same for one whose objects are not packed, and against
+# another program. Each is a new process.
+SAVES = [
+    ("engine, native: write the document / write it unpacked",
+     [str(NATIVE / "bench_engine"), "--save", "{unpacked}"], 1.2),
+    ("engine, native: write the document / qpdf rewrites it",
+     ["qpdf", "{document}", "{out}.pdf"], 1.0),
 ]
 
 # The time of a search in the reader (under Wine, document already open) against a new process of
@@ -185,6 +199,8 @@ def measure_engine(samples, documents, repetitions):
             native.take(run([NATIVE / "bench_engine", document]))
             for key, values in windows.values.items():
                 samples.pairs[key].append((values[0], native.values[key][0]))
+            for key, pairs in windows.pairs.items():
+                samples.pairs[key].extend(pairs)
 
 
 def milliseconds(command):
@@ -244,6 +260,20 @@ def measure_peers(samples, document, repetitions):
         for task, title, command in PEERS:
             theirs = [part.format(document=document, out=f"{folder}/out") for part in command]
             ours = [str(NATIVE / "bench_engine"), task, str(document)]
+            for _ in range(repetitions):
+                samples.pairs[title, document.name].append(
+                    (milliseconds(ours), milliseconds(theirs)))
+
+
+def measure_saves(samples, document, repetitions):
+    progress(f"Writing {document.name}")
+    ours = [str(NATIVE / "bench_engine"), "--save", str(document)]
+    with tempfile.TemporaryDirectory() as folder:
+        unpacked = f"{folder}/unpacked.pdf"
+        subprocess.run(["qpdf", "--object-streams=disable", document, unpacked], check=False)
+        for title, command, _ in SAVES:
+            theirs = [part.format(document=document, unpacked=unpacked, out=f"{folder}/out")
+                      for part in command]
             for _ in range(repetitions):
                 samples.pairs[title, document.name].append(
                     (milliseconds(ours), milliseconds(theirs)))
@@ -337,6 +367,8 @@ def main():
     measure_processes(samples, documents)
     measure_engine(samples, documents, repetitions)
     measure_peers(samples, documents[0], repetitions)
+    for document in manuals:
+        measure_saves(samples, document, repetitions)
     text = table([
         *ratio_lines(RATIOS, samples),
         *ratio_lines([Row(title, title, "ms", limit) for _, title, _, limit in FIND_PEERS],
@@ -345,6 +377,8 @@ def main():
         *difference_lines(DIFFERENCES, samples),
         *count_lines(COUNTS, samples),
         *ratio_lines(ENGINE, samples),
+        *ratio_lines(SIZES, samples),
+        *ratio_lines([Row(title, title, "ms", limit) for title, _, limit in SAVES], samples),
         *ratio_lines([Row(title, title, "ms", None) for _, title, _ in PEERS], samples),
     ])
     print(text, end="")

@@ -178,6 +178,37 @@ FPDF_EXPORT int FPDF_CALLCONV QuillmereEngine_PopupIndex(FPDF_PAGE page, int ind
 //          changes the picture of all.
 FPDF_EXPORT FPDF_PAGEOBJECT FPDF_CALLCONV QuillmereEngine_ShareImage(FPDF_PAGEOBJECT image);
 
+// Function: QuillmereEngine_FlattenPage
+//          Draw the annotations of a page into its content.
+// Parameters:
+//          document    -   Handle to a document. May be NULL.
+//          page_index  -   The page's zero-based index.
+// Return value:
+//          FLATTEN_SUCCESS if annotations were drawn into the page,
+//          FLATTEN_NOTHINGTODO if there was none to draw, FLATTEN_FAIL if there is
+//          no such page.
+// Comments:
+//          The page looks as before. Annotations that are not drawn stay: hidden
+//          ones, those without an appearance, and links. What is drawn is no longer
+//          an annotation, and its pop-up goes with it; a form field keeps its entry
+//          in the document's form. Resources that the page inherits become its own;
+//          its boxes stay. Pages that are loaded at the time must be loaded again.
+FPDF_EXPORT int FPDF_CALLCONV QuillmereEngine_FlattenPage(FPDF_DOCUMENT document, int page_index);
+
+// Function: QuillmereEngine_SeparatePages
+//          Give each index of a document a page object of its own.
+// Parameters:
+//          document    -   Handle to a document. May be NULL.
+// Return value:
+//          True if no two indexes share a page object or a node of the page tree
+//          now. False, with nothing changed, if the tree leads back into itself.
+// Comments:
+//          Call it before pages come, go or turn, with none of them loaded: an edit
+//          of a shared page changes all its indexes. The first index keeps the
+//          object, to which bookmarks and links lead. Most documents share none,
+//          and nothing is changed.
+FPDF_EXPORT FPDF_BOOL FPDF_CALLCONV QuillmereEngine_SeparatePages(FPDF_DOCUMENT document);
+
 // Function: QuillmereEngine_ReleaseParsedObjects
 //          Give back the memory of what PDFium has read from a document's file
 //          and can read again: the raw data of streams, link annotations,

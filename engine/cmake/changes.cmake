@@ -134,6 +134,71 @@ change_source(core/fpdfdoc/cpdf_annot.cpp REPLACE "  return CFX_FloatRect(
   }
   return box;")
 
+# XMP stays as the source has it: packed, and encrypted unless the document leaves it readable.
+change_source(core/fpdfapi/parser/cpdf_flateencoder.cpp REPLACE
+  "  if (bHasFilter && !bFlateEncode) {
+    auto pDestAcc = pdfium::MakeRetain<CPDF_StreamAcc>(pStream);
+    pDestAcc->LoadAllDataFiltered();
+
+    data_ = acc_->GetSpan();
+    cloned_dict_ = ToDictionary(pStream->GetDict()->Clone());
+    cloned_dict_->RemoveFor(\"Filter\");
+    DCHECK(!dict_);
+    return;
+  }
+" "")
+change_source(${stream}.cpp REPLACE "  if (encryptor && !is_metadata) {" "  if (encryptor) {")
+set(creator core/fpdfapi/edit/cpdf_creator)
+change_source(${creator}.cpp ADD_BEFORE "namespace {" "#include \"plain_metadata.h\"\n")
+change_source(${creator}.cpp REPLACE "  if (GetCryptoHandler() && pObj != encrypt_dict_) {"
+  "  if (GetCryptoHandler() && pObj != encrypt_dict_ &&
+      !IsPlainMetadata(*document_, *security_handler_, objnum)) {")
+
+# The trailer names an encryption dictionary that stood in it by the number under which it was
+# written. The key of revision 4 is made from the identifier, so a file without one gets none.
+change_source(${creator}.cpp REPLACE "      dwObjNum = document_->GetLastObjNum() + 1;"
+  "      dwObjNum = last_obj_num_;")
+change_source(${creator}.cpp ADD_AFTER "      security_changed_ = true;\n    }"
+  "    if (revision == 4) {
+      id_array_.Reset();
+    }")
+
+# Objects stay packed; see object_packer.h.
+change_source(${creator}.h ADD_BEFORE "class CPDF_Array;" "#include \"object_packer.h\"\n")
+change_source(${creator}.h ADD_AFTER "  bool subset_new_fonts_ = false;"
+  "  std::unique_ptr<ObjectPacker> packer_;")
+change_source(${creator}.cpp ADD_AFTER
+  "bool CPDF_Creator::WriteIndirectObj(uint32_t objnum, const CPDF_Object* pObj) {"
+  "  if (packer_ && packer_->Takes(objnum, *pObj, !!GetCryptoHandler(), encrypt_dict_.Get())) {
+    return packer_->Add(objnum, *pObj, *archive_, GetCryptoHandler());
+  }")
+change_source(${creator}.cpp ADD_BEFORE "      if (!archive_->WriteDWord(version % 10) ||"
+  "      if (packer_ && version < 15) {
+        version = 15;
+      }")
+change_source(${creator}.cpp ADD_AFTER "  if (stage_ == Stage::kWriteEncryptDict27) {"
+  "    if (packer_) {
+      if (!packer_->Finish(*archive_, GetCryptoHandler())) {
+        return Stage::kInvalid;
+      }
+      last_obj_num_ = packer_->last_number();
+    }")
+change_source(${creator}.cpp ADD_AFTER "  uint32_t dwLastObjNum = last_obj_num_;"
+  "  if (packer_) {
+    uint32_t encryption = encrypt_dict_ ? encrypt_dict_->GetObjNum() : 0;
+    if (encrypt_dict_ && encryption == 0) {
+      encryption = last_obj_num_;
+    }
+    if (!packer_->WriteCrossReferences(*archive_, last_obj_num_ + 1, object_offsets_, encryption,
+                                       id_array_.Get())) {
+      return Stage::kInvalid;
+    }
+    stage_ = Stage::kComplete100;
+    return stage_;
+  }")
+change_source(${creator}.cpp ADD_AFTER "  subset_new_fonts_ = !!(flags & CreateFlags::kSubsetNewFonts);"
+  "  packer_ = is_incremental_ ? nullptr : ObjectPacker::For(*document_);")
+
 # The changed copies lie under CHANGED_DIR by the names of PDFium's files.
 set(CHANGED_DIR ${CMAKE_CURRENT_BINARY_DIR}/changed)
 foreach(file IN LISTS changed_files)

@@ -46,8 +46,8 @@ endforeach()
 
 configure_file(quillmere_engine_version.h.in quillmere_engine_version.h @ONLY)
 
-set(own_sources annotated_pages.cpp annotations.cpp mark_appearance.cpp page_indexes.cpp release.cpp
-  version.cpp)
+set(own_sources annotated_pages.cpp annotations.cpp flatten.cpp mark_appearance.cpp object_packer.cpp
+  page_indexes.cpp release.cpp separate_pages.cpp version.cpp)
 add_library(pdfium SHARED ${pdfium_sources} ${own_sources})
 # Compiling many files as one reads the headers once for all of them, which is
 # most of the work. Our own files keep to themselves.

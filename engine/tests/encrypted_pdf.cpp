@@ -126,7 +126,61 @@ std::string EncryptObject(const std::string& body, const std::string& key) {
          body.substr(end);
 }
 
+std::string Md5Repeatedly(std::string text) {
+  for (int i = 0; i <= 50; ++i) {
+    text = Md5(text);
+  }
+  return text;
+}
+
+// As revisions 3 and 4 encrypt the entries of passwords.
+std::string Rc4Repeatedly(const std::string& key, std::string text) {
+  for (int i = 0; i < 20; ++i) {
+    std::string turned = key;
+    for (char& letter : turned) {
+      letter = static_cast<char>(letter ^ i);
+    }
+    text = Rc4(turned, text);
+  }
+  return text;
+}
+
+std::string ObjectKey(const std::string& key, size_t number) {
+  return Md5(key + LittleEndian(number, 3) + LittleEndian(0, 2)).substr(0, key.size() + 5 > 16 ? 16 : key.size() + 5);
+}
+
 }  // namespace
+
+std::string MakeEncryptedPdf(const std::vector<std::string>& objects, const Encryption& encryption) {
+  const std::string id = encryption.with_id ? std::string(16, 'q') : "";
+  const std::string owner = Rc4Repeatedly(Md5Repeatedly(Padded("owner")), Padded(""));
+  const std::string readable = encryption.plain_metadata != 0 ? std::string(4, '\xFF') : "";
+  const std::string key =
+      Md5Repeatedly(Padded("") + owner + LittleEndian(static_cast<uint32_t>(kPermissions), 4) + id + readable);
+  const std::string user = Rc4Repeatedly(key, Md5(Padded("") + id)) + std::string(16, '\0');
+  const std::string dictionary =
+      "<< /Filter /Standard /V 4 /R 4 /Length 128 /P " + std::to_string(kPermissions) + " /O " + Hex(owner) +
+      " /U " + Hex(user) + (readable.empty() ? "" : " /EncryptMetadata false") +
+      " /CF << /StdCF << /CFM /V2 /AuthEvent /DocOpen /Length 16 >> >> /StmF /StdCF /StrF /StdCF >>";
+  const size_t own_number = encryption.direct ? 0 : objects.size() + 1;
+  const auto encrypt = [&](size_t number, const std::string& body) {
+    const bool plain = number == static_cast<size_t>(encryption.plain_metadata) || number == own_number;
+    return plain ? body : EncryptObject(body, ObjectKey(key, number));
+  };
+  std::string trailer = id.empty() ? "" : "/ID [" + Hex(id) + Hex(id) + "] ";
+  trailer += "/Encrypt " + (encryption.direct ? dictionary : std::to_string(own_number) + " 0 R");
+  std::vector<std::string> bodies = objects;
+  if (!encryption.direct) {
+    bodies.push_back(dictionary);
+  }
+  if (encryption.packed) {
+    return MakePackedPdf(bodies, trailer, encrypt);
+  }
+  for (size_t i = 0; i < bodies.size(); ++i) {
+    bodies[i] = encrypt(i + 1, bodies[i]);
+  }
+  return MakePdf(bodies, trailer);
+}
 
 std::string MakeEncryptedPdf(const std::vector<std::string>& objects, const std::string& password) {
   const std::string id(16, 'q');

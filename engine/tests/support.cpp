@@ -67,32 +67,37 @@ std::string MakePdf(const std::vector<std::string>& objects, const std::string& 
   return pdf;
 }
 
-std::string MakePackedPdf(const std::vector<std::string>& objects) {
+std::string MakePackedPdf(const std::vector<std::string>& objects,
+                          const std::string& trailer,
+                          const EncryptBody& encrypt) {
   const size_t packer = objects.size() + 1;
   std::string pdf = "%PDF-1.7\n";
   std::string places = std::string(1, 0) + BigEndian(0, 4) + BigEndian(0, 2);
   std::string heads;
   std::string bodies;
   size_t packed = 0;
+  const auto add = [&](size_t number, const std::string& body) {
+    places += std::string(1, 1) + BigEndian(pdf.size(), 4) + BigEndian(0, 2);
+    pdf += std::to_string(number) + " 0 obj\n" + (encrypt ? encrypt(number, body) : body) + "\nendobj\n";
+  };
   for (size_t i = 0; i < objects.size(); ++i) {
-    if (objects[i].find("endstream") == std::string::npos) {
+    const bool alone = objects[i].find("endstream") != std::string::npos ||
+                       objects[i].find("/Filter /Standard") != std::string::npos;
+    if (alone) {
+      add(i + 1, objects[i]);
+    } else {
       heads += std::to_string(i + 1) + " " + std::to_string(bodies.size()) + " ";
       bodies += objects[i] + "\n";
       places += std::string(1, 2) + BigEndian(packer, 4) + BigEndian(packed++, 2);
-    } else {
-      places += std::string(1, 1) + BigEndian(pdf.size(), 4) + BigEndian(0, 2);
-      pdf += std::to_string(i + 1) + " 0 obj\n" + objects[i] + "\nendobj\n";
     }
   }
-  places += std::string(1, 1) + BigEndian(pdf.size(), 4) + BigEndian(0, 2);
-  pdf += std::to_string(packer) + " 0 obj\n<< /Type /ObjStm /N " + std::to_string(packed) +
-         " /First " + std::to_string(heads.size()) + " /Length " +
-         std::to_string(heads.size() + bodies.size()) + " >>\nstream\n" + heads + bodies +
-         "\nendstream\nendobj\n";
+  add(packer, "<< /Type /ObjStm /N " + std::to_string(packed) + " /First " + std::to_string(heads.size()) +
+                  " /Length " + std::to_string(heads.size() + bodies.size()) + " >>\nstream\n" + heads + bodies +
+                  "\nendstream");
   const size_t xref = pdf.size();
   places += std::string(1, 1) + BigEndian(xref, 4) + BigEndian(0, 2);
   pdf += std::to_string(packer + 1) + " 0 obj\n<< /Type /XRef /W [1 4 2] /Root 1 0 R /Size " +
-         std::to_string(packer + 2) + " /Length " + std::to_string(places.size()) +
+         std::to_string(packer + 2) + " " + trailer + " /Length " + std::to_string(places.size()) +
          " >>\nstream\n" + places + "\nendstream\nendobj\nstartxref\n" + std::to_string(xref) +
          "\n%%EOF\n";
   return pdf;

@@ -3,6 +3,7 @@
 
 #include <stddef.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -25,8 +26,12 @@ inline constexpr char kNote[] = "<< /Type /Annot /Subtype /Text /Rect [10 10 50 
 std::string MakePdf(const std::vector<std::string>& objects, const std::string& trailer = "");
 
 // The same with all but the streams among |objects| in one object stream, and a
-// cross-reference stream.
-std::string MakePackedPdf(const std::vector<std::string>& objects);
+// cross-reference stream, and further entries of the trailer. |encrypt|, if set, encrypts what stands
+// in the file under a number; encryption dictionaries are not packed.
+using EncryptBody = std::function<std::string(size_t number, const std::string& body)>;
+std::string MakePackedPdf(const std::vector<std::string>& objects,
+                          const std::string& trailer = "",
+                          const EncryptBody& encrypt = nullptr);
 
 // A stream of |data|, with further |entries| of its dictionary.
 std::string Stream(const std::string& data, const std::string& entries = "");

@@ -28,6 +28,19 @@ void TestFieldsAreDrawn();
 void TestFieldFlags();
 void TestFieldsOutOfDate();
 
+void TestFlattenCommonKinds();
+void TestFlattenAppearances();
+void TestFlattenKeepsWhatIsNotDrawn();
+void TestFlattenFields();
+void TestFlattenLeavesOtherPagesAndBoxes();
+void TestSharedPages();
+
+void TestSavedEncryption();
+void TestSavedMetadata();
+void TestPackedStaysPacked();
+void TestUnpackedStaysUnpacked();
+void TestManyPackedObjects();
+
 void TestPopupsAreNotMade();
 void TestForeignQuads();
 void TestMarkAppearances();

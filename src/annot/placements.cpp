@@ -1,5 +1,6 @@
 #include "annot/placements.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -31,12 +32,12 @@ void readPlacement(FPDF_ANNOTATION annotation, std::int32_t index, std::vector<P
   list.push_back(std::move(placement));
 }
 
-void readPage(FPDF_DOCUMENT document, std::int32_t pageIndex) {
+std::vector<Placement> placementsOn(FPDF_DOCUMENT document, std::int32_t pageIndex) {
   const ReachedPage page(document, pageIndex);
   std::vector<Placement> list;
   const int count = FPDFPage_GetAnnotCount(page.get());
   for (int i = 0; i < count; ++i) readPlacement(annotationAt(page.get(), i).get(), i, list);
-  if (!list.empty()) session.placements[pageIndex] = std::move(list);
+  return list;
 }
 
 // A stamp needs its picture before the annotation that has it goes.
@@ -55,11 +56,22 @@ void LoadPlacements(FPDF_DOCUMENT document) {
   session.placementDocument = document;
   int read = 0;
   for (const int page : pagesWithAnnotations(document, kSubtypes)) {
-    readPage(document, page);
+    std::vector<Placement> list = placementsOn(document, page);
+    if (!list.empty()) session.placements[page] = std::move(list);
     if (++read % kPagesReadBetweenReleases != 0) continue;
     const std::vector<int> panes = panesHolding(document);
     if (!panes.empty()) noteDocumentRead(panes.front());
   }
+}
+
+bool hasPlacements(FPDF_DOCUMENT document) {
+  if (document == session.placementDocument) {
+    return std::any_of(session.placements.begin(), session.placements.end(),
+                       [](const auto& onPage) { return !onPage.second.empty(); });
+  }
+  const std::vector<int> pages = pagesWithAnnotations(document, kSubtypes);
+  return std::any_of(pages.begin(), pages.end(),
+                     [&](int page) { return !placementsOn(document, page).empty(); });
 }
 
 void ClearPlacements() {

@@ -22,6 +22,9 @@ void loadPlacementsLater(FPDF_DOCUMENT document);
 // and by whatever looks for placements earlier.
 void readWaitingPlacements();
 
+// True when the document has placements, pending or written, whether or not the session holds them.
+bool hasPlacements(FPDF_DOCUMENT document);
+
 // Forgets all placements; none is selected and no document has any.
 void ClearPlacements();
 

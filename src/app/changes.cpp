@@ -1,6 +1,7 @@
 #include "session/changes.h"
 
 #include <cassert>
+#include <vector>
 
 #include "annot/annotations.h"
 #include "annot/markup_list.h"
@@ -47,6 +48,11 @@ void repaint() {
 
 void repaintAll() {
   platform::invalidateMainWindow(true);
+}
+
+void tellShelf(FPDF_DOCUMENT document) {
+  const std::vector<int> panes = panesHolding(document);
+  if (!panes.empty()) noteDocumentChanged(panes.front());
 }
 
 }  // namespace
@@ -113,14 +119,11 @@ void markupsChanged(FPDF_DOCUMENT document, int page) {
   forgetAnnotationSearch();
   collectPageLater(document, page);
   if (document == documentOf(session.activePane)) platform::doAfterPainting(updateMarkupRows);
-  for (const int pane : panesHolding(document)) {
-    noteDocumentChanged(pane);
-    break;
-  }
+  tellShelf(document);
   repaint();
 }
 
-void allMarkupsChanged() {
+void allMarkupsChanged(FPDF_DOCUMENT document) {
   const Report report;
   for (PaneSlot& slot : session.panes) slot.markupBoxes.reset();
   forgetPickedMarkup();
@@ -128,7 +131,24 @@ void allMarkupsChanged() {
   forgetAnnotationSearch();
   InvalidateMarkupList();
   platform::doAfterPainting(updateMarkupRows);
+  tellShelf(document);
   repaint();
+}
+
+// Bookmarks lead to pages that have other numbers now.
+void pagesChanged(FPDF_DOCUMENT document) {
+  const Report report;
+  for (PaneSlot& slot : session.panes) slot.markupBoxes.reset();
+  forgetMarkupTip();
+  forgetAnnotationSearch();
+  InvalidateMarkupList();
+  tellShelf(document);
+  refreshMenus();
+  refreshTitle();
+  refreshStatus();
+  repaint();
+  platform::updatePages();
+  RebuildNavigationTree();
 }
 
 // Annotations may have other numbers now.
@@ -138,10 +158,7 @@ void placementsChanged(FPDF_DOCUMENT document) {
   forgetAnnotationSearch();
   forgetPickedMarkup();
   forgetMarkupTip();
-  for (const int pane : panesHolding(document)) {
-    noteDocumentChanged(pane);
-    break;
-  }
+  tellShelf(document);
   repaint();
 }
 

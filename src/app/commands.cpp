@@ -10,6 +10,7 @@
 #include "documents/folder_step.h"
 #include "documents/modes.h"
 #include "documents/open_requests.h"
+#include "documents/page_operations.h"
 #include "documents/save.h"
 #include "documents/summary.h"
 #include "nav/find_bar.h"
@@ -101,6 +102,13 @@ void turnPage() {
   rotatePage(session.activePane);
 }
 
+void insertAbove() {
+  InsertDocument(false);
+}
+void insertBelow() {
+  InsertDocument(true);
+}
+
 void stepBackInFolder() {
   StepInFolder(-1);
 }
@@ -151,13 +159,13 @@ constexpr Command kCommands[] = {
     {kCmdCopy, u"&Copy\tCtrl+C", kAllowed, textSelected, nullptr, copySelection},
     {kCmdPaste, u"&Paste\tCtrl+V", kAllowed, findBarShown, nullptr, pasteIntoFindField},
     {kCmdSelectAll, u"Select &All\tCtrl+A", kAllowed, nullptr, nullptr, selectWholePage},
-    {kCmdDeletePage, u"De&lete Page...", kRefused, severalPages, nullptr, notImplementedYet},
-    {kCmdInsertAbove, u"&Insert Document Above...", kRefused, nullptr, nullptr, notImplementedYet},
-    {kCmdInsertBelow, u"Insert Document &Below...", kRefused, nullptr, nullptr, notImplementedYet},
+    {kCmdDeletePage, u"De&lete Page...", kRefused, severalPages, nullptr, DeleteCurrentPage},
+    {kCmdInsertAbove, u"&Insert Document Above...", kRefused, nullptr, nullptr, insertAbove},
+    {kCmdInsertBelow, u"Insert Document &Below...", kRefused, nullptr, nullptr, insertBelow},
     {kCmdMarkUp, u"&Mark Up...\tCtrl+M", kRefused, nullptr, nullptr, toggleMarkupDialog, ctrl('M')},
-    {kCmdFlatten, u"Flatten &Annotations...", kRefused, nullptr, nullptr, notImplementedYet},
+    {kCmdFlatten, u"Flatten &Annotations...", kRefused, nullptr, nullptr, FlattenAnnotations},
     {kCmdRemoveAnnotations, u"Remove All A&nnotations...", kRefused, nullptr, nullptr,
-     notImplementedYet},
+     RemoveAllAnnotations},
     {kCmdMarkupSummary, u"Create Markup &Summary...", kAllowed, nullptr, nullptr,
      CreateMarkupSummary},
     {kCmdRotateDocument, u"&Rotate Document\tR", kRefused, nullptr, nullptr, turnDocument},

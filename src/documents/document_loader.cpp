@@ -2,8 +2,10 @@
 
 #include <utility>
 
+#include "base/text_format.h"
 #include "platform/files.h"
 #include "session/session.h"
+#include "ui/boxes.h"
 
 namespace quillmere {
 
@@ -37,6 +39,12 @@ DocumentHandle loadIntoMemory(const std::u16string& path) {
 DocumentHandle loadDocumentFile(const std::u16string& path) {
   if (session.viewerRole) return loadIntoMemory(path);
   return DocumentHandle(FPDF_LoadDocument(platform::pathForLibraries(path).c_str(), nullptr));
+}
+
+void showLoadFailure(unsigned long error) {
+  showNotice(formatText(u"Could not open PDF.\n(PDFium error %lu)",
+                        {decimal(static_cast<std::int64_t>(error))}),
+             BoxIcon::Error);
 }
 
 }  // namespace quillmere

@@ -10,4 +10,7 @@ namespace quillmere {
 // into memory, so that others may replace it while it is open; otherwise PDFium keeps it open.
 DocumentHandle loadDocumentFile(const std::u16string& path);
 
+// Tells the user that a file could not be opened; `error` is that of FPDF_GetLastError.
+void showLoadFailure(unsigned long error);
+
 }  // namespace quillmere

@@ -175,9 +175,7 @@ StepResult splitPanes(OpenJob& job) {
 StepResult reportLoadFailure(unsigned long error) {
   outlineChanged();
   documentsChanged();
-  showNotice(formatText(u"Could not open PDF.\n(PDFium error %lu)",
-                        {decimal(static_cast<std::int64_t>(error))}),
-             BoxIcon::Error);
+  showLoadFailure(error);
   return StepResult::Stopped;
 }
 

@@ -28,8 +28,11 @@ void turnsChanged(int pane);
 // A markup of the document's page (zero-based) was made or removed, or its note changed.
 void markupsChanged(FPDF_DOCUMENT document, int page);
 
-// Annotations may have changed on any page of any document.
-void allMarkupsChanged();
+// Annotations may have changed on any page of the document.
+void allMarkupsChanged(FPDF_DOCUMENT document);
+
+// Pages came into the document or left it, and those behind them have other numbers.
+void pagesChanged(FPDF_DOCUMENT document);
 
 // A placement of the document was made, changed or removed; its annotation may have gone. The
 // document may be null.
@@ -41,7 +44,7 @@ void stampLibraryChanged();
 // The search results or the current hit changed.
 void hitsChanged();
 
-// Documents or the mode are about to change, so the search and the selection must end.
+// Documents, their pages or the mode are about to change, so the search and the selection must end.
 void documentsLeaving();
 
 // Documents were opened, closed or moved to another pane.

@@ -1,6 +1,7 @@
 #include "view/rotation.h"
 
 #include <fpdf_edit.h>
+#include <quillmere_engine.h>
 
 #include <algorithm>
 
@@ -45,6 +46,7 @@ void turnPageInDocument(FPDF_DOCUMENT document, int index, std::uint32_t turns) 
 bool writeTurns(int pane) {
   const FPDF_DOCUMENT document = documentOf(pane);
   if (document == nullptr) return false;
+  QuillmereEngine_SeparatePages(document);
   bool any = false;
   const std::int32_t pageCount = pageCountOf(pane);
   for (std::int32_t index = 0; index < pageCount; ++index) {

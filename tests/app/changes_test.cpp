@@ -186,7 +186,7 @@ TEST_F(ChangesTest, MarkupsThatChangedAnywhereAreCollectedAgain) {
     const PageHandle page(FPDF_LoadPage(document, 1));
     FPDFPage_CloseAnnot(FPDFPage_CreateAnnot(page.get(), FPDF_ANNOT_HIGHLIGHT));
   }
-  allMarkupsChanged();
+  allMarkupsChanged(document);
   EXPECT_EQ(session.markupTree.nodes.size(), 1u);
   EXPECT_EQ(session.markupMenuAnnot, -1);
 }

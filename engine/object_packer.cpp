@@ -1,0 +1,250 @@
+#include "object_packer.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "core/fpdfapi/parser/cpdf_array.h"
+#include "core/fpdfapi/parser/cpdf_cross_ref_table.h"
+#include "core/fpdfapi/parser/cpdf_crypto_handler.h"
+#include "core/fpdfapi/parser/cpdf_dictionary.h"
+#include "core/fpdfapi/parser/cpdf_document.h"
+#include "core/fpdfapi/parser/cpdf_encryptor.h"
+#include "core/fpdfapi/parser/cpdf_object.h"
+#include "core/fpdfapi/parser/cpdf_parser.h"
+#include "core/fpdfapi/parser/cpdf_stream.h"
+#include "core/fpdfapi/parser/fpdf_parser_utility.h"
+#include "core/fxcodec/flate/flatemodule.h"
+#include "core/fxcrt/data_vector.h"
+#include "core/fxcrt/fx_stream.h"
+#include "core/fxcrt/span.h"
+
+namespace {
+
+// A reader unpacks a whole object stream for one object of it.
+constexpr uint32_t kMostObjects = 200;
+constexpr size_t kMostBytes = 16 * 1024;
+
+constexpr uint8_t kFree = 0;
+constexpr uint8_t kOnItsOwn = 1;
+constexpr uint8_t kPacked = 2;
+constexpr size_t kIndexBytes = 2;
+constexpr uint8_t kUpPredictor = 2;
+
+// An archive in memory.
+class TextArchive final : public IFX_ArchiveStream {
+ public:
+  explicit TextArchive(std::string& text) : text_(text) {}
+  bool WriteBlock(pdfium::span<const uint8_t> data) override {
+    text_.append(reinterpret_cast<const char*>(data.data()), data.size());
+    return true;
+  }
+  FX_FILESIZE CurrentOffset() const override { return static_cast<FX_FILESIZE>(text_.size()); }
+
+ private:
+  std::string& text_;
+};
+
+pdfium::span<const uint8_t> BytesOf(const std::string& text) {
+  return pdfium::as_bytes(pdfium::span(text.data(), text.size()));
+}
+
+bool Write(IFX_ArchiveStream& archive, const std::string& text) {
+  return archive.WriteBlock(BytesOf(text));
+}
+
+bool IsPackedInSource(const CPDF_Parser& parser, uint32_t number) {
+  const auto* place = parser.GetCrossRefTableForTesting()->GetObjectInfo(number);
+  return place && place->type == CPDF_CrossRefTable::ObjectType::kCompressed;
+}
+
+bool IsInSource(const CPDF_Parser& parser, uint32_t number) {
+  const auto* place = parser.GetCrossRefTableForTesting()->GetObjectInfo(number);
+  return place && place->type != CPDF_CrossRefTable::ObjectType::kFree;
+}
+
+// The rows of a cross-reference stream.
+class Rows {
+ public:
+  explicit Rows(uint64_t highest) {
+    while (highest >> (8 * value_bytes_) != 0) {
+      ++value_bytes_;
+    }
+  }
+
+  size_t value_bytes() const { return value_bytes_; }
+  size_t row_bytes() const { return 1 + value_bytes_ + kIndexBytes; }
+  const std::vector<std::pair<uint32_t, uint32_t>>& ranges() const { return ranges_; }
+
+  void Add(uint32_t number, uint8_t type, uint64_t value, uint32_t index) {
+    if (ranges_.empty() || ranges_.back().first + ranges_.back().second != number) {
+      ranges_.emplace_back(number, 0);
+    }
+    ++ranges_.back().second;
+    std::string row(1, static_cast<char>(type));
+    AppendBigEndian(row, value, value_bytes_);
+    AppendBigEndian(row, index, kIndexBytes);
+    before_.resize(row.size());
+    bytes_ += static_cast<char>(kUpPredictor);
+    for (size_t i = 0; i < row.size(); ++i) {
+      bytes_ += static_cast<char>(row[i] - before_[i]);
+    }
+    before_ = row;
+  }
+
+  DataVector<uint8_t> Compressed() const { return FlateModule::Encode(BytesOf(bytes_)); }
+
+ private:
+  static void AppendBigEndian(std::string& row, uint64_t value, size_t bytes) {
+    for (size_t i = bytes; i > 0; --i) {
+      row += static_cast<char>(value >> (8 * (i - 1)));
+    }
+  }
+
+  size_t value_bytes_ = 1;
+  std::vector<std::pair<uint32_t, uint32_t>> ranges_;  // first number and count
+  std::string before_;
+  std::string bytes_;
+};
+
+}  // namespace
+
+// static
+std::unique_ptr<ObjectPacker> ObjectPacker::For(const CPDF_Document& document) {
+  const CPDF_Parser* parser = document.GetParser();
+  if (!parser || !parser->IsXRefStream() || parser->xref_table_rebuilt() ||
+      parser->GetTrailer()->KeyExist("XRefStm")) {
+    return nullptr;
+  }
+  const auto& places = parser->GetCrossRefTableForTesting()->objects_info();
+  const bool any = std::ranges::any_of(places, [](const auto& entry) {
+    return entry.second.type == CPDF_CrossRefTable::ObjectType::kCompressed;
+  });
+  return any ? std::make_unique<ObjectPacker>(document) : nullptr;
+}
+
+ObjectPacker::ObjectPacker(const CPDF_Document& document)
+    : document_(document), last_number_(document.GetLastObjNum()) {}
+
+bool ObjectPacker::Takes(uint32_t number,
+                         const CPDF_Object& object,
+                         bool encrypted,
+                         const CPDF_Object* encryption) const {
+  if (object.IsStream() || &object == encryption) {
+    return false;
+  }
+  if (CPDF_CryptoHandler::IsSignatureDictionary(object.AsDictionary())) {
+    return false;
+  }
+  if (encrypted && &object == document_.GetRoot()) {
+    return false;
+  }
+  const CPDF_Parser& parser = *document_.GetParser();
+  return IsPackedInSource(parser, number) || !IsInSource(parser, number);
+}
+
+bool ObjectPacker::Add(uint32_t number,
+                       const CPDF_Object& object,
+                       IFX_ArchiveStream& archive,
+                       const CPDF_CryptoHandler* cipher) {
+  if (count_ == 0) {
+    ++last_number_;
+  }
+  heads_ += std::to_string(number) + " " + std::to_string(bodies_.size()) + " ";
+  TextArchive body(bodies_);
+  if (!object.WriteTo(&body, nullptr)) {
+    return false;
+  }
+  bodies_ += '\n';
+  packed_[number] = {last_number_, count_++};
+  return (count_ < kMostObjects && bodies_.size() < kMostBytes) || WriteObjectStream(archive, cipher);
+}
+
+bool ObjectPacker::Finish(IFX_ArchiveStream& archive, const CPDF_CryptoHandler* cipher) {
+  return count_ == 0 || WriteObjectStream(archive, cipher);
+}
+
+bool ObjectPacker::WriteObjectStream(IFX_ArchiveStream& archive, const CPDF_CryptoHandler* cipher) {
+  DataVector<uint8_t> data = FlateModule::Encode(BytesOf(heads_ + bodies_));
+  if (cipher) {
+    data = CPDF_Encryptor(cipher, static_cast<int>(last_number_)).Encrypt(data);
+  }
+  streams_[last_number_] = archive.CurrentOffset();
+  const std::string start = std::to_string(last_number_) + " 0 obj\r\n<</Type/ObjStm/N " + std::to_string(count_) +
+                            "/First " + std::to_string(heads_.size()) + "/Filter/FlateDecode/Length " +
+                            std::to_string(data.size()) + ">>stream\r\n";
+  heads_.clear();
+  bodies_.clear();
+  count_ = 0;
+  return Write(archive, start) && archive.WriteBlock(data) &&
+         Write(archive, "\r\nendstream\r\nendobj\r\n");
+}
+
+// Those that describe the cross-reference stream itself are not the source's.
+std::string ObjectPacker::TrailerEntries(uint32_t encryption, const CPDF_Array* identifier) const {
+  static constexpr std::string_view kOwn[] = {"DecodeParms", "Encrypt", "Filter", "ID",   "Index", "Length",
+                                              "Prev",        "Size",    "Type",   "W",    "XRefStm"};
+  std::string entries;
+  TextArchive archive(entries);
+  RetainPtr<const CPDF_Dictionary> trailer = document_.GetParser()->GetCombinedTrailer();
+  CPDF_DictionaryLocker locker(trailer);
+  for (const auto& [key, value] : locker) {
+    if (std::ranges::find(kOwn, std::string_view(key.c_str())) == std::end(kOwn)) {
+      entries += "/";
+      archive.WriteString(PDF_NameEncode(key).AsStringView());
+      value->WriteTo(&archive, nullptr);
+    }
+  }
+  if (encryption != 0) {
+    entries += "/Encrypt " + std::to_string(encryption) + " 0 R";
+  }
+  if (identifier) {
+    entries += "/ID";
+    identifier->WriteTo(&archive, nullptr);
+  }
+  return entries;
+}
+
+bool ObjectPacker::WriteCrossReferences(IFX_ArchiveStream& archive,
+                                        uint32_t number,
+                                        const std::map<uint32_t, FX_FILESIZE>& offsets,
+                                        uint32_t encryption,
+                                        const CPDF_Array* identifier) const {
+  const FX_FILESIZE start = archive.CurrentOffset();
+  std::map<uint32_t, FX_FILESIZE> on_their_own = offsets;
+  on_their_own.insert(streams_.begin(), streams_.end());
+  on_their_own[number] = start;
+  std::map<uint32_t, Place> packed(packed_.begin(), packed_.end());
+  for (const auto& [object, place] : packed) {
+    on_their_own.erase(object);
+  }
+
+  Rows rows(std::max<uint64_t>(static_cast<uint64_t>(start), number));
+  rows.Add(0, kFree, 0, 0xFFFF);
+  auto next_packed = packed.begin();
+  auto next_own = on_their_own.upper_bound(0);
+  while (next_packed != packed.end() || next_own != on_their_own.end()) {
+    if (next_own == on_their_own.end() ||
+        (next_packed != packed.end() && next_packed->first < next_own->first)) {
+      rows.Add(next_packed->first, kPacked, next_packed->second.stream, next_packed->second.index);
+      ++next_packed;
+    } else {
+      rows.Add(next_own->first, kOnItsOwn, static_cast<uint64_t>(next_own->second), 0);
+      ++next_own;
+    }
+  }
+
+  const DataVector<uint8_t> data = rows.Compressed();
+  std::string index;
+  for (const auto& [first, count] : rows.ranges()) {
+    index += std::to_string(first) + " " + std::to_string(count) + " ";
+  }
+  const std::string head = std::to_string(number) + " 0 obj\r\n<</Type/XRef/Size " + std::to_string(number + 1) +
+                           "/W[1 " + std::to_string(rows.value_bytes()) + " " + std::to_string(kIndexBytes) +
+                           "]/Index[" + index + "]/Filter/FlateDecode/DecodeParms<</Predictor 12/Columns " +
+                           std::to_string(rows.row_bytes()) + ">>/Length " + std::to_string(data.size());
+  return Write(archive, head + TrailerEntries(encryption, identifier) + ">>stream\r\n") && archive.WriteBlock(data) &&
+         Write(archive, "\r\nendstream\r\nendobj\r\nstartxref\r\n" + std::to_string(start) + "\r\n%%EOF\r\n");
+}

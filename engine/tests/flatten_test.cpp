@@ -1,0 +1,240 @@
+// Annotations drawn into the page's content, and pages that share objects.
+
+#include "fpdf_flatten.h"
+
+#include <stdlib.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "cpp/fpdf_scopers.h"
+#include "fpdf_annot.h"
+#include "fpdf_doc.h"
+#include "fpdf_edit.h"
+#include "fpdf_ppo.h"
+#include "fpdf_transformpage.h"
+#include "quillmere_engine.h"
+#include "support.h"
+#include "tests.h"
+
+namespace {
+
+std::string PixelsOf(FPDF_DOCUMENT document, int index) {
+  ScopedFPDFPage page(FPDF_LoadPage(document, index));
+  return Pixels(page.get(), FPDF_ANNOT, 2);
+}
+
+std::vector<int> SubtypesOn(FPDF_DOCUMENT document, int index) {
+  ScopedFPDFPage page(FPDF_LoadPage(document, index));
+  std::vector<int> subtypes;
+  for (int i = 0; i < FPDFPage_GetAnnotCount(page.get()); ++i) {
+    ScopedFPDFAnnotation annotation(FPDFPage_GetAnnot(page.get(), i));
+    subtypes.push_back(FPDFAnnot_GetSubtype(annotation.get()));
+  }
+  return subtypes;
+}
+
+// The largest difference of a colour value, 0 to 255; 256 where the sizes differ.
+int Difference(const std::string& one, const std::string& other) {
+  int largest = one.size() == other.size() ? 0 : 256;
+  for (size_t i = 0; largest < 256 && i < one.size(); ++i) {
+    largest = std::max(largest, abs(static_cast<unsigned char>(one[i]) - static_cast<unsigned char>(other[i])));
+  }
+  return largest;
+}
+
+// Colours differ by rounding alone.
+constexpr int kMostDifference = 2;
+
+// Flattens the first page of |pdf|, compares its pictures, also after saving, and returns the
+// subtypes of what is left.
+std::vector<int> Flattened(const std::string& pdf, const std::string& what, int result = FLATTEN_SUCCESS) {
+  ScopedFPDFDocument document = Load(pdf);
+  const std::string before = PixelsOf(document.get(), 0);
+  Check(QuillmereEngine_FlattenPage(document.get(), 0) == result, what + ": the result");
+  Check(Difference(before, PixelsOf(document.get(), 0)) <= kMostDifference, what + ": the same picture");
+  const std::string saved = Save(document.get());
+  ScopedFPDFDocument again = Load(saved);
+  Check(Difference(before, PixelsOf(again.get(), 0)) <= kMostDifference, what + ": the same picture when saved");
+  return SubtypesOn(document.get(), 0);
+}
+
+const std::string kBackground = "0.8 1 0.9 rg 10 10 180 80 re f";
+
+// One page with |annotations|; objects from 5 on are |more|.
+std::string Annotated(const std::string& annotations,
+                      const std::vector<std::string>& more = {},
+                      const std::string& entries = "/Contents 4 0 R") {
+  std::vector<std::string> objects = {kCatalog, "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
+                                      Page(entries + " /Annots [" + annotations + "]"), Stream(kBackground)};
+  objects.insert(objects.end(), more.begin(), more.end());
+  return MakePdf(objects);
+}
+
+std::string Mark(const std::string& subtype) {
+  return "<< /Type /Annot /Subtype /" + subtype +
+         " /C [1 0.5 0] /Rect [0 0 5 5] /QuadPoints [20 60 120 60 20 40 120 40] >> ";
+}
+
+std::string FormOf(const std::string& data, const std::string& entries = "") {
+  return Stream(data, "/Type /XObject /Subtype /Form /BBox [0 0 50 30] " + entries);
+}
+
+}  // namespace
+
+void TestFlattenCommonKinds() {
+  for (const char* subtype : {"Highlight", "StrikeOut", "Underline", "Squiggly"}) {
+    Check(Flattened(Annotated(Mark(subtype)), subtype).empty(), std::string(subtype) + " is drawn");
+  }
+  for (const std::string& shape :
+       {std::string("/Subtype /Square /Rect [20 20 80 60]"), std::string("/Subtype /Circle /Rect [20 20 80 60]"),
+        std::string("/Subtype /Ink /Rect [20 20 80 60] /InkList [[20 20 80 60 60 30]]"),
+        std::string("/Subtype /Text /Contents (Note) /Rect [20 20 40 40]")}) {
+    Check(Flattened(Annotated("<< /Type /Annot /C [1 0 0] " + shape + " >>"), shape).empty(), shape + " is drawn");
+  }
+}
+
+void TestFlattenAppearances() {
+  const std::string stamp = "<< /Type /Annot /Subtype /Stamp /AP << /N 5 0 R >> ";
+  const std::string red = "1 0 0 rg 0 0 50 30 re f 0 0 1 rg 5 5 10 10 re f";
+  Check(Flattened(Annotated(stamp + "/Rect [20 20 120 80] >>", {FormOf(red)}), "a stretched stamp").empty(),
+        "a stamp is drawn");
+  for (const char* matrix : {"[0 1 -1 0 30 0]", "[0.7 0.7 -0.7 0.7 3 -20]", "[2 0 0 2 9 9]"}) {
+    Flattened(Annotated(stamp + "/Rect [20 20 120 80] >>", {FormOf(red, std::string("/Matrix ") + matrix)}),
+              std::string("a form turned by ") + matrix);
+  }
+  for (const char* turns : {"90", "180", "270"}) {
+    Flattened(Annotated(stamp + "/F 16 /Rect [20 20 120 80] >>", {FormOf(red)},
+                        std::string("/Contents 4 0 R /Rotate ") + turns),
+              std::string("a stamp that stands upright on a page turned by ") + turns);
+  }
+  Flattened(Annotated(stamp + "/Rect [20 20 120 80] >>",
+                      {Stream(red, "/BBox [0 0 50 30]")}), "an appearance without its type");
+  Flattened(Annotated(stamp + "/Rect [20 20 120 80] >>",
+                      {FormOf("/G gs " + red, "/Resources << /ExtGState << /G << /BM /Multiply /ca 0.5 >> >> >>")}),
+            "a stamp that darkens");
+  Flattened(Annotated(stamp + "/Rect [20 20 120 80] >>" + Mark("Highlight") + stamp + "/Rect [60 30 150 70] >>",
+                      {FormOf(red)}, "/Contents [4 0 R 4 0 R]"),
+            "what lies above each other");
+  Flattened(Annotated(stamp + "/Rect [20 20 120 80] >>", {FormOf(red)}, ""), "a page without content");
+}
+
+void TestFlattenKeepsWhatIsNotDrawn() {
+  const std::string link = "<< /Type /Annot /Subtype /Link /Rect [0 0 9 9] /Dest [3 0 R /Fit] >> ";
+  const std::string stamp = "<< /Type /Annot /Subtype /Stamp /Rect [20 20 120 80] /AP << /N 5 0 R >> ";
+  const std::vector<std::string> form = {FormOf("1 0 0 rg 0 0 50 30 re f")};
+  Check(Flattened(Annotated(link + stamp + ">>", form), "a link beside a stamp") ==
+            std::vector<int>{FPDF_ANNOT_LINK},
+        "links stay");
+  Check(Flattened(Annotated(stamp + "/F 2 >> " + stamp + "/F 32 >> " + stamp + ">>", form), "hidden stamps") ==
+            std::vector<int>({FPDF_ANNOT_STAMP, FPDF_ANNOT_STAMP}),
+        "hidden annotations stay");
+  Check(Flattened(Annotated("<< /Type /Annot /Subtype /FileAttachment /Rect [0 0 9 9] >> " + link), "nothing drawn",
+                  FLATTEN_NOTHINGTODO) == std::vector<int>({FPDF_ANNOT_FILEATTACHMENT, FPDF_ANNOT_LINK}),
+        "a page with nothing to draw stays as it is");
+  Check(Flattened(Annotated("6 0 R 7 0 R 8 0 R",
+                            {form[0], "<< /Type /Annot /Subtype /Text /Rect [20 20 40 40] /Popup 7 0 R /AP << /N 5 0 R >> >>",
+                             "<< /Type /Annot /Subtype /Popup /Parent 6 0 R /Rect [50 20 90 40] >>",
+                             "<< /Type /Annot /Subtype /Popup /Rect [50 20 90 40] >>"}),
+                  "pop-ups") == std::vector<int>{FPDF_ANNOT_POPUP},
+        "the pop-up of what is drawn goes, another stays");
+  ScopedFPDFDocument plain = Load(MakePdf({kCatalog, "<< /Type /Pages /Kids [3 0 R 42] /Count 2 >>", Page("")}));
+  Check(QuillmereEngine_FlattenPage(plain.get(), 0) == FLATTEN_NOTHINGTODO, "a page without annotations");
+  for (int index : {1, 2, -1}) {
+    Check(QuillmereEngine_FlattenPage(plain.get(), index) == FLATTEN_FAIL, "no such page");
+  }
+  Check(QuillmereEngine_FlattenPage(nullptr, 0) == FLATTEN_FAIL, "no document");
+}
+
+void TestFlattenFields() {
+  const auto widget = [](const std::string& entries, const std::string& rect) {
+    return "<< /Type /Annot /Subtype /Widget /F 4 /Rect [" + rect + "] " + entries + " >>";
+  };
+  for (const char* stale : {"", "/NeedAppearances true"}) {
+    const std::string pdf = MakePdf(
+        {std::string("<< /Type /Catalog /Pages 2 0 R /AcroForm << /Fields [6 0 R 7 0 R 8 0 R] /DA (/F 0 Tf 0 g) /DR << "
+                     "/Font << /F 5 0 R >> >> ") + stale + " >> >>",
+         "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
+         Page("/Contents 4 0 R /Annots [6 0 R 7 0 R 8 0 R 11 0 R]"), Stream(kBackground),
+         "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>",
+         widget("/FT /Tx /T (a) /V (Harbour) /DA (/F 12 Tf 0 g)", "10 70 140 90"),
+         widget("/FT /Btn /T (b) /AS /On /AP << /N << /On 9 0 R /Off 10 0 R >> >>", "10 40 60 60"),
+         widget("/FT /Sig /T (c) /V << /Type /Sig /Filter /Adobe.PPKLite /Contents <00> >> /AP << /N 10 0 R >>",
+                "80 10 130 30"),
+         FormOf("0 0 1 rg 0 0 50 30 re f"), FormOf("0 1 0 rg 0 0 50 30 re f"),
+         "<< /Type /Annot /Subtype /Stamp /Rect [70 5 150 45] /AP << /N 9 0 R >> >>"});
+    Check(Flattened(pdf, std::string("fields ") + stale).empty(), "fields and signatures are drawn");
+  }
+}
+
+void TestFlattenLeavesOtherPagesAndBoxes() {
+  // Content, resources, annotations and boxes that pages share or inherit.
+  const std::string pdf = MakePdf(
+      {kCatalog,
+       "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 /MediaBox [0 0 300 200] /CropBox [20 30 280 180] /Rotate 90 "
+       "/Resources << /Font << /F << /Type /Font /Subtype /Type1 /BaseFont /Helvetica >> >> /XObject << /Flat0 8 0 R "
+       ">> >> >>",
+       "<< /Type /Page /Parent 2 0 R /Contents 5 0 R /Annots 6 0 R >>",
+       "<< /Type /Page /Parent 2 0 R /Contents 5 0 R /Annots 6 0 R >>",
+       "[7 0 R]", "[9 0 R]", Stream("/Flat0 Do BT /F 24 Tf 40 60 Td (Tide) Tj ET"),
+       FormOf("0 0 1 rg 0 0 50 30 re f"),
+       "<< /Type /Annot /Subtype /Stamp /Rect [60 60 160 120] /AP << /N 10 0 R >> >>",
+       FormOf("1 0 0 rg 0 0 40 20 re f")});
+  ScopedFPDFDocument document = Load(pdf);
+  const std::string first = PixelsOf(document.get(), 0);
+  const std::string second = PixelsOf(document.get(), 1);
+  Check(QuillmereEngine_FlattenPage(document.get(), 0) == FLATTEN_SUCCESS, "a page that shares everything");
+  Check(Difference(PixelsOf(document.get(), 0), first) <= kMostDifference, "the page looks as before");
+  Check(PixelsOf(document.get(), 1) == second, "the other page too");
+  Check(SubtypesOn(document.get(), 0).empty() && SubtypesOn(document.get(), 1).size() == 1,
+        "the other page keeps its annotation");
+  ScopedFPDFPage page(FPDF_LoadPage(document.get(), 0));
+  float left = 0, bottom = 0, right = 0, top = 0;
+  Check(!FPDFPage_GetMediaBox(page.get(), &left, &bottom, &right, &top), "no box was written to the page");
+  Check(FPDFPage_GetRotation(page.get()) == 1, "the page is turned as before");
+}
+
+void TestSharedPages() {
+  const auto load = [](const std::string& kids, int count) {
+    return Load(MakePdf({kCatalog, "<< /Type /Pages /Kids [" + kids + "] /Count " + std::to_string(count) + " >>",
+                         Page("/Contents 4 0 R"), Stream("1 0 0 rg 10 10 50 50 re f"),
+                         "<< /Type /Pages /Parent 2 0 R /Kids 6 0 R /Count 2 /Rotate 90 >>", "[7 0 R 8 0 R]",
+                         "<< /Type /Page /Parent 5 0 R /MediaBox [0 0 100 50] >>",
+                         "<< /Type /Page /Parent 5 0 R /MediaBox [0 0 60 70] >>"}));
+  };
+  for (const auto& [kids, count] : {std::pair<std::string, int>{"3 0 R 3 0 R 3 0 R", 3}, {"5 0 R 3 0 R 5 0 R", 5}}) {
+    ScopedFPDFDocument document = load(kids, count);
+    std::vector<std::string> before;
+    for (int i = 0; i < count; ++i) {
+      before.push_back(PixelsOf(document.get(), i));
+    }
+    Check(QuillmereEngine_SeparatePages(document.get()), "separating " + kids);
+    for (int i = 0; i < count; ++i) {
+      Check(PixelsOf(document.get(), i) == before[i], "a separate page looks as before");
+    }
+    {
+      ScopedFPDFPage last(FPDF_LoadPage(document.get(), count - 1));
+      FPDFPage_SetRotation(last.get(), 2);
+    }
+    FPDFPage_Delete(document.get(), 0);
+    Check(FPDF_GetPageCount(document.get()) == count - 1, "one page less");
+    const std::string saved = Save(document.get());
+    ScopedFPDFDocument again = Load(saved);
+    Check(FPDF_GetPageCount(again.get()) == count - 1, "one page less in the file, of " + kids);
+    for (int i = 0; i + 2 < count; ++i) {
+      Check(PixelsOf(again.get(), i) == before[i + 1], "another page of " + kids);
+    }
+    ScopedFPDFPage last(FPDF_LoadPage(again.get(), count - 2));
+    Check(FPDFPage_GetRotation(last.get()) == 2, "the turned page");
+  }
+
+  ScopedFPDFDocument sound = load("5 0 R 3 0 R", 3);
+  const std::string saved = SaveWithoutId(sound.get());
+  Check(QuillmereEngine_SeparatePages(sound.get()) && SaveWithoutId(sound.get()) == saved,
+        "nothing changes where pages are separate");
+  ScopedFPDFDocument cyclic = Load(MakePdf({kCatalog, "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 >>", Page(""),
+                                            "<< /Type /Pages /Parent 2 0 R /Kids [2 0 R 3 0 R] /Count 2 >>"}));
+  Check(!QuillmereEngine_SeparatePages(cyclic.get()), "a tree that leads back into itself");
+  Check(!QuillmereEngine_SeparatePages(nullptr), "no document");
+}
