@@ -11,15 +11,16 @@
 #include "base/text_format.h"
 #include "documents/close.h"
 #include "documents/document_loader.h"
+#include "documents/join_working_documents.h"
 #include "documents/save.h"
 #include "integration/internet_gate.h"
 #include "platform/main_window.h"
 #include "platform/text.h"
 #include "session/changes.h"
 #include "session/document_slots.h"
+#include "session/loaded_file.h"
 #include "session/session.h"
 #include "store/binder_library.h"
-#include "store/recent_files.h"
 #include "ui/boxes.h"
 #include "view/navigation.h"
 #include "view/rotation.h"
@@ -104,16 +105,6 @@ StepResult clearSearchAndSelection(OpenJob&) {
   return StepResult::Next;
 }
 
-void joinWorkingDocuments(const OpenJob& job) {
-  if (job.workingDocsMode == kWorkingDocsLeaveAlone) return;
-  AddToWorkingDocuments(job.displayPath, job.workingDocsMode);
-  RemoveFromRecentFiles(job.displayPath);
-  const int binder = WorkingDocumentsIndex();
-  if (binder == kNoBinder) return;
-  session.documentBinders[platform::toLower(job.displayPath)] =
-      session.binderLibrary[static_cast<std::size_t>(binder)].path;
-}
-
 // Makes one pane's document the one that both panes show.
 void shareDocumentOfPane(int pane) {
   PaneSlot& owner = session.panes[pane];
@@ -143,7 +134,7 @@ StepResult collapseOntoOtherPane(OpenJob& job) {
   clearJumpHistories(job.pane);
   goToPage(job.pane, 0, false);
   outlineChanged();
-  joinWorkingDocuments(job);
+  joinWorkingDocuments(job.displayPath, job.workingDocsMode);
   documentsChanged();
   return StepResult::Opened;
 }
@@ -223,9 +214,11 @@ void showFirstPages() {
 StepResult openForBothPanes(OpenJob& job) {
   if (inTwoDocuments()) return StepResult::Next;
   closeSharedDocument();
+  LoadedFile from = loadedFileNow(job.loadPath);
   DocumentHandle document = loadDocumentFile(job.loadPath);
   if (!document) return reportLoadFailure(FPDF_GetLastError());
   adoptSharedDocument(std::move(document), job.displayPath);
+  session.active.loadedFrom = std::move(from);
   showFirstPages();
   platform::doAfterPainting(readWaitingPlacements);
   showPageThenOutline();
@@ -250,9 +243,11 @@ void adoptPaneDocument(int pane, DocumentHandle document, const std::u16string& 
 // The new document loads before the old one closes, so a failed load leaves the pane as it was.
 StepResult openIntoPane(OpenJob& job) {
   if (!inTwoDocuments()) return StepResult::Next;
+  LoadedFile from = loadedFileNow(job.loadPath);
   DocumentHandle document = loadDocumentFile(job.loadPath);
   if (!document) return reportLoadFailure(FPDF_GetLastError());
   adoptPaneDocument(job.pane, std::move(document), job.displayPath);
+  session.panes[job.pane].loadedFrom = std::move(from);
   LoadPlacements(session.panes[job.pane].document.get());
   goToPage(job.pane, 0, false);
   if (job.pane == session.activePane) showPageThenOutline();
@@ -260,7 +255,7 @@ StepResult openIntoPane(OpenJob& job) {
 }
 
 StepResult finishOpening(OpenJob& job) {
-  joinWorkingDocuments(job);
+  joinWorkingDocuments(job.displayPath, job.workingDocsMode);
   documentsChanged();
   return StepResult::Opened;
 }
