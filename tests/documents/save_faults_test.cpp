@@ -36,7 +36,8 @@ class SaveFaultsTest : public SaveTest {
     standIn().diskFree.reset();
     standIn().boxes.clear();
     expectNotices(2);
-    for (const std::u16string& name : namesIn(u"C:\\docs")) platform::deleteFile(u"C:\\docs\\" + name);
+    for (const std::u16string& name : namesIn(u"C:\\docs"))
+      platform::deleteFile(u"C:\\docs\\" + name);
     const std::u16string name = u"docs\\a.pdf";
     path = opened(name);
     old = *fileBytes(path);
@@ -101,8 +102,7 @@ TEST_F(SaveFaultsTest, WhicheverCallFailsNothingIsLost) {
       expectEditsOpen();
       expectNextSaveIsWhole();
     } else if (documentOf(0) == nullptr) {
-      EXPECT_THAT(boxTexts(),
-                  ElementsAre(u"Saved successfully but could not reopen the file."));
+      EXPECT_THAT(boxTexts(), ElementsAre(u"Saved successfully but could not reopen the file."));
     } else {
       EXPECT_THAT(boxTexts(), IsEmpty());
       EXPECT_FALSE(hasUnsavedChanges());

@@ -1,11 +1,4 @@
-#ifdef _WIN32
-#include <fcntl.h>
-#include <io.h>
-#include <share.h>
-#endif
-
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <map>
@@ -133,15 +126,12 @@ bool guarded(const fs::path& path) {
 // Whether PDFium has the file open; it opens files by itself. What the seam writes is known
 // otherwise.
 bool openInLibrary(const fs::path& path) {
-#ifdef _WIN32
-  int descriptor = -1;
-  if (_wsopen_s(&descriptor, path.c_str(), _O_RDONLY | _O_BINARY, _SH_DENYRW, 0) == 0) {
-    _close(descriptor);
-    return false;
-  }
-  return errno == EACCES;
-#else
   std::error_code error;
+#ifdef _WIN32
+  // The system renames no open file, not even to its own name.
+  if (fs::exists(path, error)) fs::rename(path, path, error);
+  return static_cast<bool>(error);
+#else
   const fs::path whole = fs::weakly_canonical(path, error);
   for (const fs::directory_entry& open : fs::directory_iterator("/proc/self/fd", error)) {
     if (fs::read_symlink(open.path(), error) == whole) return true;
