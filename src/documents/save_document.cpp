@@ -107,7 +107,7 @@ void adoptPath(const SaveJob& job) {
 struct Refuge {
   DocumentHandle document;
   LoadedFile from;
-  bool edited = true;  // it has the edits
+  bool edited = true;  // it has the edits; otherwise only the sibling has them
 };
 
 // Memory comes first: the sibling stays free for the next save to overwrite.
@@ -131,7 +131,7 @@ bool keepEditsOpen(const SaveJob& job, const std::u16string& sibling,
   Refuge refuge = findRefuge(sibling, job.readFrom);
   const bool reloads = refuge.edited && refuge.document && closed.ownedPlacements;
   reopenDocument(slot, std::move(refuge.document), std::move(refuge.from), closed);
-  slot.keptSibling = sibling;
+  if (refuge.edited) slot.keptSibling = sibling;
   slot.dirty = slot.document != nullptr;
   slot.altered = slot.dirty;
   if (reloads) LoadPlacements(slot.document.get());

@@ -10,6 +10,7 @@
 #include "documents/save.h"
 #include "platform/text.h"
 #include "session/document_slots.h"
+#include "session/gesture.h"
 #include "store/binder_library.h"
 #include "support/pdf_builder.h"
 #include "view/navigation.h"
@@ -224,6 +225,13 @@ TEST_F(SaveTest, TheSearchGoesOnAndTheSelectionEnds) {
   EXPECT_EQ(session.find.query, u"Page");
   EXPECT_THAT(session.find.results, SizeIs(1));
   EXPECT_FALSE(session.selection.active);
+}
+
+TEST_F(SaveTest, ADragEndsBeforeItsPageCloses) {
+  opened(u"a.pdf");
+  beginGesture(Gesture::Pan, 10, 10);
+  ASSERT_TRUE(save());
+  EXPECT_EQ(session.gesture.kind, Gesture::None);
 }
 
 TEST_F(SaveTest, ThreeSavesInARowAddNothingTwice) {

@@ -23,8 +23,7 @@ constexpr DWORD kCopiedAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTE
 struct LocalFreer {
   void operator()(void* memory) const { LocalFree(memory); }
 };
-using SecurityDescriptor =
-    std::unique_ptr<std::remove_pointer_t<PSECURITY_DESCRIPTOR>, LocalFreer>;
+using SecurityDescriptor = std::unique_ptr<std::remove_pointer_t<PSECURITY_DESCRIPTOR>, LocalFreer>;
 
 bool copyAccessList(std::u16string& from, std::u16string& to) {
   ACL* list = nullptr;
@@ -48,8 +47,8 @@ bool copyAccessList(std::u16string& from, std::u16string& to) {
 }
 
 bool copyCreationTime(const FILETIME& created, const std::u16string& to) {
-  const KernelHandle file = openFile(wide(to), FILE_WRITE_ATTRIBUTES,
-                                     FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
+  const KernelHandle file =
+      openFile(wide(to), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
   return file && SetFileTime(file.get(), &created, nullptr, nullptr);
 }
 
