@@ -9,6 +9,7 @@
 #include "platform/files.h"
 #include "session/session.h"
 #include "store/binder_library.h"
+#include "store/binder_views.h"
 #include "store/settings.h"
 #include "store/working_documents.h"
 #include "ui/boxes.h"

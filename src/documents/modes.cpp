@@ -10,6 +10,7 @@
 #include "session/changes.h"
 #include "session/document_slots.h"
 #include "store/binder_library.h"
+#include "store/binder_views.h"
 #include "view/panes.h"
 #include "view/render.h"
 
@@ -50,7 +51,7 @@ void enterTwoDocuments() {
 void loadSharedPlacements() {
   if (session.placementDocument == session.active.document.get()) return;
   if (session.active.document) {
-    LoadPlacements(session.active.document.get());
+    loadPlacementsLater(session.active.document.get());
   } else {
     ClearPlacements();
   }

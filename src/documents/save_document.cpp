@@ -134,7 +134,7 @@ bool keepEditsOpen(const SaveJob& job, const std::u16string& sibling,
   if (refuge.edited) slot.keptSibling = sibling;
   slot.dirty = slot.document != nullptr;
   slot.altered = slot.dirty;
-  if (reloads) LoadPlacements(slot.document.get());
+  if (reloads) loadPlacementsLater(slot.document.get());
   if (!slot.document && closed.ownedPlacements) ClearPlacements();
   showReopened(job, closed);
   return fail(u"Saved to temporary file but could not replace original.");
@@ -152,7 +152,7 @@ bool reopenSaved(const SaveJob& job, const ClosedDocument& closed) {
   dropOldSibling(slot);
   adoptPath(job);
   if (slot.document && (!inTwoDocuments() || closed.ownedPlacements)) {
-    LoadPlacements(slot.document.get());
+    loadPlacementsLater(slot.document.get());
   } else if (closed.ownedPlacements) {
     ClearPlacements();
   }
@@ -194,7 +194,7 @@ bool writeOtherFile(SaveJob& job) {
   if (!WriteDocumentCopy(slot.document.get(), job.path)) return failUnwritten(job, kFailedText);
   adoptPath(job);
   slot.dirty = false;
-  if (ownsPlacements(job)) LoadPlacements(slot.document.get());
+  if (ownsPlacements(job)) loadPlacementsLater(slot.document.get());
   // Writing has read all of it.
   noteDocumentRead(job.pane);
   drawAll(slot.document.get());

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "annot/placements.h"
 #include "documents/close.h"
 #include "documents/save.h"
 #include "documents/save_test.h"
@@ -54,6 +55,7 @@ class SaveFaultsTest : public SaveTest {
     EXPECT_TRUE(hasUnsavedChanges());
     EXPECT_TRUE(session.active.dirty);
     EXPECT_EQ(marksOf(0), 1);
+    readWaitingPlacements();
     ASSERT_EQ(session.placements[1].size(), 1u);
     EXPECT_EQ(marksOf(0, 1), session.placements[1][0].pending() ? 0 : 1);
     EXPECT_NE(session.panes[0].page, nullptr);

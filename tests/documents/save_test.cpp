@@ -197,6 +197,7 @@ TEST_F(SaveTest, PlacementsBecomeAnnotationsOfTheFile) {
   SaveCommand();
   EXPECT_EQ(marksIn(path, 1), 1);
   EXPECT_FALSE(hasUnsavedChanges());
+  readWaitingPlacements();
   EXPECT_EQ(session.placementDocument, documentOf(0));
   ASSERT_THAT(session.placements[1], SizeIs(1));
   EXPECT_FALSE(session.placements[1][0].pending());
@@ -451,6 +452,8 @@ TEST_F(SaveAsTest, TheDocumentGetsTheNewPathAndItsOldFileStays) {
   EXPECT_EQ(marksIn(b), 1);
   EXPECT_EQ(marksIn(b, 1), 1);
   EXPECT_EQ(marksIn(a), 0);
+  readWaitingPlacements();
+  ASSERT_THAT(session.placements[1], SizeIs(1));
   EXPECT_FALSE(session.placements[1][0].pending());
   EXPECT_NE(session.panes[0].pageBitmap, nullptr);
   EXPECT_NE(standIn().window.title.find(u"b.pdf"), std::u16string::npos);
