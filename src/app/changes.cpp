@@ -163,6 +163,7 @@ void documentsLeaving() {
 // Stamps and text are placed in SinglePage only.
 void documentsChanged() {
   const Report report;
+  settleClosedDocuments();
   if (session.viewMode != ViewMode::SinglePage) {
     closeTextDialog();
     ClearPlacementSelection();

@@ -12,6 +12,8 @@
 #include "documents/close.h"
 #include "documents/document_loader.h"
 #include "documents/save.h"
+#include "documents/settle_shelf.h"
+#include "documents/shelve.h"
 #include "integration/internet_gate.h"
 #include "platform/main_window.h"
 #include "platform/text.h"
@@ -20,6 +22,7 @@
 #include "session/session.h"
 #include "store/binder_library.h"
 #include "store/recent_files.h"
+#include "store/shelf.h"
 #include "ui/boxes.h"
 #include "view/navigation.h"
 #include "view/rotation.h"
@@ -36,11 +39,14 @@ struct OpenJob {
   int pane = 0;
   WorkingDocsMode workingDocsMode = kWorkingDocsLeaveAlone;
   bool askBeforeReplace = false;
-  bool splits = false;     // the shown document moves to the other pane
-  bool replacing = false;  // the new document takes another one's place
+  bool looksOnShelf = false;
+  bool splits = false;          // the shown document moves to the other pane
+  bool replacing = false;       // the new document takes another one's place
+  std::u16string replacedPath;  // of the document that made room
+  ShelfDecision shelf;
 };
 
-enum class StepResult { Next, Opened, Stopped };
+enum class StepResult { Next, Opened, Stopped, Declined };
 
 StepResult checkPathLimit(OpenJob& job) {
   if (job.hasLoadPath && job.loadPath.size() < kPathBufferUnits &&
@@ -59,12 +65,14 @@ StepResult decideReplacement(OpenJob& job) {
   return StepResult::Next;
 }
 
-// Writes pending placements into their document before the session forgets them.
-void keepPendingPlacements(DocumentSlot& slot) {
-  if (!placementsPending(slot.document.get())) return;
-  WritePendingStamps(slot.document.get());
-  WritePendingTextDrops(slot.document.get());
-  markEdited(slot);
+// Writes pending placements into the pane's document before the session forgets them.
+void keepPendingPlacements(int pane) {
+  const FPDF_DOCUMENT document = documentOf(pane);
+  if (!placementsPending(document)) return;
+  WritePendingStamps(document);
+  WritePendingTextDrops(document);
+  markEdited(documentSlotOf(pane));
+  noteDocumentChanged(pane);
 }
 
 StepResult askAboutInactivePane(const OpenJob& job) {
@@ -74,10 +82,14 @@ StepResult askAboutInactivePane(const OpenJob& job) {
       showBox(formatText(u"Document \"%s\" has unsaved changes.\n\nSave them before replacing it?",
                          {fileNameOf(path)}),
               kProductTitle, BoxButtons::YesNoCancel, BoxIcon::Warning);
+  if (answer == BoxAnswer::No) giveUpEdits(job.pane);
   if (answer == BoxAnswer::No) return StepResult::Next;
   if (answer != BoxAnswer::Yes) return StepResult::Stopped;
   commitRotations(job.pane);
-  return SaveDocumentTo(job.pane, std::u16string(path)) ? StepResult::Next : StepResult::Stopped;
+  const std::u16string saved = path;  // NOLINT(performance-unnecessary-copy-initialization)
+  if (!SaveDocumentTo(job.pane, saved)) return StepResult::Stopped;
+  if (!hasUnsavedChanges(job.pane)) DropShelfEntry(saved);
+  return StepResult::Next;
 }
 
 StepResult askBeforeReplacing(OpenJob& job) {
@@ -88,6 +100,24 @@ StepResult askBeforeReplacing(OpenJob& job) {
                                                             : StepResult::Next;
 }
 
+bool otherPaneShows(const OpenJob& job) {
+  const int other = 1 - job.pane;
+  return inTwoDocuments() && !job.loadPath.empty() && session.panes[other].document &&
+         platform::equalIgnoringCase(session.panes[other].path, job.displayPath);
+}
+
+// The question before this one may have put the very document that is opened on the shelf. Changes
+// that the user gave up there are not brought back.
+StepResult lookOnShelf(OpenJob& job) {
+  if (!job.looksOnShelf || otherPaneShows(job) || editsGivenUp(job.displayPath)) {
+    return StepResult::Next;
+  }
+  job.shelf = settleShelfCopy(job.displayPath);
+  if (!job.shelf.opens) return StepResult::Declined;
+  job.loadPath = job.shelf.loadPath;
+  return StepResult::Next;
+}
+
 StepResult passGate(OpenJob& job) {
   return CheckInternetZone(job.loadPath) ? StepResult::Next : StepResult::Stopped;
 }
@@ -95,7 +125,7 @@ StepResult passGate(OpenJob& job) {
 StepResult leaveReplacedDocument(OpenJob& job) {
   if (!job.replacing) return StepResult::Next;
   SaveCurrentView(job.pane);
-  forgetDocumentBinder(pathOf(job.pane));
+  job.replacedPath = pathOf(job.pane);
   return StepResult::Next;
 }
 
@@ -104,7 +134,9 @@ StepResult clearSearchAndSelection(OpenJob&) {
   return StepResult::Next;
 }
 
+// A document that could not be replaced keeps its binder, so this comes once the new one is there.
 void joinWorkingDocuments(const OpenJob& job) {
+  forgetDocumentBinder(job.replacedPath);
   if (job.workingDocsMode == kWorkingDocsLeaveAlone) return;
   AddToWorkingDocuments(job.displayPath, job.workingDocsMode);
   RemoveFromRecentFiles(job.displayPath);
@@ -125,10 +157,7 @@ void shareDocumentOfPane(int pane) {
 StepResult collapseOntoOtherPane(OpenJob& job) {
   const int other = 1 - job.pane;
   PaneSlot& target = session.panes[job.pane];
-  if (!inTwoDocuments() || job.loadPath.empty() || !session.panes[other].document ||
-      !platform::equalIgnoringCase(session.panes[other].path, job.displayPath)) {
-    return StepResult::Next;
-  }
+  if (!otherPaneShows(job)) return StepResult::Next;
   if (session.placementDocument == target.document.get()) ClearPlacements();
   dropPaneView(job.pane);
   clearDocument(target);
@@ -151,7 +180,7 @@ StepResult collapseOntoOtherPane(OpenJob& job) {
 // Moves the shown document to the other pane to make room for the new one.
 StepResult splitPanes(OpenJob& job) {
   if (!job.splits) return StepResult::Next;
-  keepPendingPlacements(session.active);
+  keepPendingPlacements(session.activePane);
   dropPaneView(0);
   dropPaneView(1);
 
@@ -234,7 +263,7 @@ StepResult openForBothPanes(OpenJob& job) {
 
 void adoptPaneDocument(int pane, DocumentHandle document, const std::u16string& path) {
   PaneSlot& slot = session.panes[pane];
-  keepPendingPlacements(session.panes[1 - pane]);
+  keepPendingPlacements(1 - pane);
   ClearPlacements();
   dropPaneView(pane);
   clearDocument(slot);
@@ -261,20 +290,27 @@ StepResult openIntoPane(OpenJob& job) {
 
 StepResult finishOpening(OpenJob& job) {
   joinWorkingDocuments(job);
+  followShelfDecision(job.displayPath, job.shelf);
   documentsChanged();
   return StepResult::Opened;
 }
 
 using OpenStep = StepResult (*)(OpenJob&);
 
-// The question and the gate come before anything changes; the user cannot refuse any later step.
+// The questions and the gate come before anything changes; the user cannot refuse any later step.
 // There are two loading steps: the mode left by the earlier steps decides which one acts.
 constexpr OpenStep kOpenSteps[] = {
-    checkPathLimit,        decideReplacement,
-    askBeforeReplacing,    passGate,
-    leaveReplacedDocument, clearSearchAndSelection,
-    collapseOntoOtherPane, splitPanes,
-    openForBothPanes,      openIntoPane,
+    checkPathLimit,
+    decideReplacement,
+    askBeforeReplacing,
+    lookOnShelf,
+    passGate,
+    leaveReplacedDocument,
+    clearSearchAndSelection,
+    collapseOntoOtherPane,
+    splitPanes,
+    openForBothPanes,
+    openIntoPane,
     finishOpening,
 };
 
@@ -300,6 +336,22 @@ bool openDocument(const std::u16string* loadPath, int pane, WorkingDocsMode work
   job.askBeforeReplace = askBeforeReplace;
   const DocumentWork work;
   return runSteps(job) == StepResult::Opened;
+}
+
+OpenResult openAsLeft(const std::u16string& path, int pane, WorkingDocsMode workingDocsMode,
+                      bool askBeforeReplace) {
+  OpenJob job;
+  job.hasLoadPath = true;
+  job.loadPath = path;
+  job.displayPath = path;
+  job.looksOnShelf = true;
+  job.pane = pane;
+  job.workingDocsMode = workingDocsMode;
+  job.askBeforeReplace = askBeforeReplace;
+  const DocumentWork work;
+  const StepResult result = runSteps(job);
+  if (result == StepResult::Declined) return OpenResult::Declined;
+  return result == StepResult::Opened ? OpenResult::Opened : OpenResult::Failed;
 }
 
 }  // namespace quillmere

@@ -21,6 +21,13 @@ void forgetMarkupsOf(FPDF_DOCUMENT document) {
   session.markupList.clear();
 }
 
+// The shelf forgets the document's changes once it is told that documents changed.
+void noteEditsGivenUp(const DocumentSlot& slot) {
+  if (session.editsGivenUp.erase(slot.document.get()) > 0) {
+    session.givenUpPaths.push_back(slot.path);
+  }
+}
+
 // A page that was open under the number of another stays so.
 void openUnderItsNumber(int pane, std::int32_t page) {
   const std::int32_t shown = session.panes[pane].currentPage;
@@ -42,6 +49,7 @@ void moveDocument(DocumentSlot& from, DocumentSlot& to) {
 void clearDocument(DocumentSlot& slot) {
   closePagesOf(slot.document.get());
   forgetMarkupsOf(slot.document.get());
+  noteEditsGivenUp(slot);
   slot.document.reset();
   slot.pageCount = 0;
   slot.path.clear();
@@ -58,6 +66,7 @@ void swapDocument(DocumentSlot& slot, DocumentHandle fresh) {
   }
   if (session.placementDocument == before) session.placementDocument = fresh.get();
   forgetMarkupsOf(before);
+  session.editsGivenUp.erase(before);
   slot.document = std::move(fresh);
   slot.pageCount = FPDF_GetPageCount(slot.document.get());
   slot.dirty = false;

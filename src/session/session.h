@@ -24,7 +24,7 @@
 #include "session/pane_slot.h"
 #include "session/placement.h"
 #include "session/placement_drag.h"
-#include "session/shelf_entry.h"
+#include "session/shelf_index.h"
 #include "session/stamp_drag.h"
 #include "session/stamp_entry.h"
 #include "session/text_selection.h"
@@ -56,6 +56,9 @@ struct SessionState {
   std::int32_t documentWork = 0;          // DocumentWork guards alive
   std::vector<WaitingOpen> waitingOpens;  // what arrived meanwhile
   bool closeWaits = false;                // the main window was asked to close meanwhile
+  // The window closes for good: the shelf was cleared, and further files are for another process.
+  bool leaving = false;
+  std::vector<std::u16string> pathsToHandOn;  // what arrived then, once the window has gone
 
   // Documents, panes and the mode. Written by documents/ and session/document_slots.cpp, and what a
   // pane shows by view/.
@@ -165,7 +168,13 @@ struct SessionState {
   // When a share last kept the program waiting in vain, in milliseconds of the monotonic clock; by
   // its lower-cased name.
   std::unordered_map<std::u16string, std::uint64_t, Fnv1aTextHash> deafShares;
-  std::unordered_map<std::u16string, ShelfEntry, Fnv1aTextHash> shelfIndex;  // by lower-cased path
+  ShelfIndex shelfIndex;
+  bool shelfIndexUnread = false;  // its file is there and could not be read
+  // Copies of no entry that were still open when they should have been deleted.
+  std::vector<std::u16string> shelfFilesLeft;
+  // Open documents whose unsaved changes the user gave up; their entries go when they close.
+  std::set<FPDF_DOCUMENT> editsGivenUp;
+  std::vector<std::u16string> givenUpPaths;  // of those that have closed
 };
 
 // The one record of the process.
