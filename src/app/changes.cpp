@@ -174,6 +174,21 @@ void documentsChanged() {
   repaintAll();
 }
 
+// The search goes on: its hits are where they were.
+void documentReplaced(int pane) {
+  const Report report;
+  forgetPickedMarkup();
+  forgetMarkupTip();
+  const bool selected =
+      session.selection.pane >= 0 && documentOf(session.selection.pane) == documentOf(pane);
+  if (selected) dropTextSelection();
+  if (documentOf(session.activePane) == documentOf(pane)) RebuildNavigationTree();
+  refreshMenus();
+  refreshTitle();
+  refreshStatus();
+  repaintAll();
+}
+
 void outlineChanged() {
   const Report report;
   RebuildNavigationTree();

@@ -140,7 +140,7 @@ constexpr Command kCommands[] = {
     {kCmdNextInFolder, u"&Next in Folder\tCtrl+]", kAllowed, documentOpen, nullptr, stepOnInFolder,
      ctrl(kKeyRightBracket)},
     {kCmdSave, u"&Save\tCtrl+S", kRefused, nullptr, nullptr, SaveCommand, ctrl('S')},
-    {kCmdSaveAs, u"Save &As...\tCtrl+Shift+S", kRefused, nullptr, nullptr, notImplementedYet,
+    {kCmdSaveAs, u"Save &As...\tCtrl+Shift+S", kRefused, nullptr, nullptr, SaveAsCommand,
      ctrlShift('S')},
     {kCmdSaveAll, u"Save A&ll", kGreyed, nullptr, nullptr, saveAllDocuments},
     {kCmdDiscardAll, u"&Discard All...", kGreyed, nullptr, nullptr, discardAllDocuments},

@@ -1,8 +1,8 @@
 #pragma once
 
 // Throws unsaved changes away, after asking. What the document's file holds is loaded first and the
-// changes on the shelf are dropped last, so a file that cannot be loaded costs nothing on the shelf.
-// Nothing happens in a viewer.
+// changes on the shelf are dropped last, so a file that cannot be loaded costs nothing on the
+// shelf. Nothing happens in a viewer.
 namespace quillmere {
 
 // The active document is read again from its file.

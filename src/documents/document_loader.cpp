@@ -22,7 +22,14 @@ void dropUnusedBuffers() {
   std::erase_if(session.documentKeptBuffer, [](const auto& kept) { return !isOpen(kept.first); });
 }
 
-DocumentHandle loadIntoMemory(const std::u16string& path) {
+}  // namespace
+
+DocumentHandle loadDocumentFile(const std::u16string& path) {
+  if (session.viewerRole) return loadDocumentIntoMemory(path);
+  return DocumentHandle(FPDF_LoadDocument(platform::pathForLibraries(path).c_str(), nullptr));
+}
+
+DocumentHandle loadDocumentIntoMemory(const std::u16string& path) {
   dropUnusedBuffers();
   auto bytes = platform::readFileShared(path, kMaximumMemoryFile);
   if (!bytes || bytes->empty()) return nullptr;
@@ -30,13 +37,6 @@ DocumentHandle loadIntoMemory(const std::u16string& path) {
       FPDF_LoadMemDocument(bytes->data(), static_cast<int>(bytes->size()), nullptr));
   if (document) session.documentKeptBuffer[document.get()] = std::move(*bytes);
   return document;
-}
-
-}  // namespace
-
-DocumentHandle loadDocumentFile(const std::u16string& path) {
-  if (session.viewerRole) return loadIntoMemory(path);
-  return DocumentHandle(FPDF_LoadDocument(platform::pathForLibraries(path).c_str(), nullptr));
 }
 
 }  // namespace quillmere

@@ -10,4 +10,7 @@ namespace quillmere {
 // into memory, so that others may replace it while it is open; otherwise PDFium keeps it open.
 DocumentHandle loadDocumentFile(const std::u16string& path);
 
+// The same into memory in every process; the session keeps the bytes until the document closes.
+DocumentHandle loadDocumentIntoMemory(const std::u16string& path);
+
 }  // namespace quillmere

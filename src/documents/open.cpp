@@ -11,7 +11,9 @@
 #include "base/text_format.h"
 #include "documents/close.h"
 #include "documents/document_loader.h"
+#include "documents/join_working_documents.h"
 #include "documents/save.h"
+#include "documents/save_target.h"
 #include "documents/settle_shelf.h"
 #include "documents/shelve.h"
 #include "integration/internet_gate.h"
@@ -19,9 +21,9 @@
 #include "platform/text.h"
 #include "session/changes.h"
 #include "session/document_slots.h"
+#include "session/loaded_file.h"
 #include "session/session.h"
 #include "store/binder_library.h"
-#include "store/recent_files.h"
 #include "store/shelf.h"
 #include "ui/boxes.h"
 #include "view/navigation.h"
@@ -59,8 +61,7 @@ StepResult checkPathLimit(OpenJob& job) {
 
 StepResult decideReplacement(OpenJob& job) {
   job.splits = session.viewMode == ViewMode::IndependentPages && session.active.document &&
-               !job.loadPath.empty() &&
-               !platform::equalIgnoringCase(job.displayPath, session.active.path);
+               !job.loadPath.empty() && !samePath(job.displayPath, session.active.path);
   job.replacing = !job.splits && documentOf(job.pane) != nullptr;
   return StepResult::Next;
 }
@@ -103,7 +104,7 @@ StepResult askBeforeReplacing(OpenJob& job) {
 bool otherPaneShows(const OpenJob& job) {
   const int other = 1 - job.pane;
   return inTwoDocuments() && !job.loadPath.empty() && session.panes[other].document &&
-         platform::equalIgnoringCase(session.panes[other].path, job.displayPath);
+         samePath(session.panes[other].path, job.displayPath);
 }
 
 // The question before this one may have put the very document that is opened on the shelf. Changes
@@ -135,15 +136,9 @@ StepResult clearSearchAndSelection(OpenJob&) {
 }
 
 // A document that could not be replaced keeps its binder, so this comes once the new one is there.
-void joinWorkingDocuments(const OpenJob& job) {
+void enterInLists(const OpenJob& job) {
   forgetDocumentBinder(job.replacedPath);
-  if (job.workingDocsMode == kWorkingDocsLeaveAlone) return;
-  AddToWorkingDocuments(job.displayPath, job.workingDocsMode);
-  RemoveFromRecentFiles(job.displayPath);
-  const int binder = WorkingDocumentsIndex();
-  if (binder == kNoBinder) return;
-  session.documentBinders[platform::toLower(job.displayPath)] =
-      session.binderLibrary[static_cast<std::size_t>(binder)].path;
+  joinWorkingDocuments(job.displayPath, job.workingDocsMode);
 }
 
 // Makes one pane's document the one that both panes show.
@@ -172,7 +167,7 @@ StepResult collapseOntoOtherPane(OpenJob& job) {
   clearJumpHistories(job.pane);
   goToPage(job.pane, 0, false);
   outlineChanged();
-  joinWorkingDocuments(job);
+  enterInLists(job);
   documentsChanged();
   return StepResult::Opened;
 }
@@ -252,9 +247,11 @@ void showFirstPages() {
 StepResult openForBothPanes(OpenJob& job) {
   if (inTwoDocuments()) return StepResult::Next;
   closeSharedDocument();
+  LoadedFile from = loadedFileNow(job.loadPath);
   DocumentHandle document = loadDocumentFile(job.loadPath);
   if (!document) return reportLoadFailure(FPDF_GetLastError());
   adoptSharedDocument(std::move(document), job.displayPath);
+  session.active.loadedFrom = std::move(from);
   showFirstPages();
   platform::doAfterPainting(readWaitingPlacements);
   showPageThenOutline();
@@ -279,9 +276,11 @@ void adoptPaneDocument(int pane, DocumentHandle document, const std::u16string& 
 // The new document loads before the old one closes, so a failed load leaves the pane as it was.
 StepResult openIntoPane(OpenJob& job) {
   if (!inTwoDocuments()) return StepResult::Next;
+  LoadedFile from = loadedFileNow(job.loadPath);
   DocumentHandle document = loadDocumentFile(job.loadPath);
   if (!document) return reportLoadFailure(FPDF_GetLastError());
   adoptPaneDocument(job.pane, std::move(document), job.displayPath);
+  session.panes[job.pane].loadedFrom = std::move(from);
   LoadPlacements(session.panes[job.pane].document.get());
   goToPage(job.pane, 0, false);
   if (job.pane == session.activePane) showPageThenOutline();
@@ -289,7 +288,7 @@ StepResult openIntoPane(OpenJob& job) {
 }
 
 StepResult finishOpening(OpenJob& job) {
-  joinWorkingDocuments(job);
+  enterInLists(job);
   followShelfDecision(job.displayPath, job.shelf);
   documentsChanged();
   return StepResult::Opened;

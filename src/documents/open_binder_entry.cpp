@@ -3,6 +3,7 @@
 #include "documents/network_notice.h"
 #include "documents/open.h"
 #include "documents/restore_view.h"
+#include "documents/save_target.h"
 #include "platform/sound.h"
 #include "platform/text.h"
 #include "session/changes.h"
@@ -38,7 +39,7 @@ void reportUnreachable(ProbeResult result) {
 }
 
 bool shownIn(int pane, const std::u16string& path) {
-  return documentOf(pane) != nullptr && platform::equalIgnoringCase(pathOf(pane), path);
+  return documentOf(pane) != nullptr && samePath(pathOf(pane), path);
 }
 
 bool alreadyShown(const std::u16string& path, bool otherPaneCounts) {

@@ -1,5 +1,6 @@
 #include "documents/shelve.h"
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -10,10 +11,13 @@
 #include "base/text_format.h"
 #include "documents/document_loader.h"
 #include "documents/save.h"
+#include "documents/save_target.h"
+#include "platform/file_properties.h"
 #include "platform/files.h"
 #include "platform/text.h"
 #include "session/changes.h"
 #include "session/document_slots.h"
+#include "session/loaded_file.h"
 #include "session/session.h"
 #include "session/waiting_opens.h"
 #include "store/binder_library.h"
@@ -37,41 +41,36 @@ bool belongsOnShelf(int pane) {
   return keepsShelf() && documentOf(pane) != nullptr && openedFromLoadedBinder(pane);
 }
 
-// A copy can come out broken although writing it reported success.
-bool holdsDocument(const std::u16string& path, FPDF_DOCUMENT document) {
-  const DocumentHandle copy = loadDocumentFile(path);
-  return copy && FPDF_GetPageCount(copy.get()) == FPDF_GetPageCount(document) &&
-         FPDF_GetSecurityHandlerRevision(copy.get()) == FPDF_GetSecurityHandlerRevision(document);
-}
-
-bool writeSoundCopy(FPDF_DOCUMENT document, const std::u16string& path) {
-  return WriteDocumentCopy(document, path) && holdsDocument(path, document);
-}
-
 // Writes the document with its placements, which stay pending if that fails.
 bool writeWithPlacements(FPDF_DOCUMENT document, const std::u16string& path) {
   const AddedAnnotations stamps = WritePendingStamps(document);
   const AddedAnnotations texts = WritePendingTextDrops(document);
-  if (writeSoundCopy(document, path)) return true;
+  if (WriteDocumentCopy(document, path)) return true;
   takeBackAnnotations(document, texts);
   takeBackAnnotations(document, stamps);
   return false;
 }
 
-// The time and size of the file that the changes were made to. A document that was loaded from its
-// copy keeps those of its first shelving.
-void stampEntry(ShelfEntry& entry, const std::u16string& path) {
-  if (!entry.shelfName.empty()) return;
-  const auto stamp = platform::fileStamp(path);
+void stamp(ShelfEntry& entry, const std::optional<platform::FileStamp>& stamp) {
   if (!stamp) return;
   entry.sourceSize = stamp->size;
   entry.sourceTime = stamp->writeTime;
 }
 
+// The changes were made to the file as it was when it was loaded. A document that was loaded from
+// its copy keeps the stamps of its first shelving.
+void stampEntry(ShelfEntry& entry, const DocumentSlot& slot) {
+  if (samePath(slot.loadedFrom.path, slot.path)) {
+    stamp(entry, slot.loadedFrom.stamp);
+  } else if (entry.shelfName.empty()) {
+    stamp(entry, platform::fileStamp(slot.path));
+  }
+}
+
 // The copy before it goes last: until the index names the new one, the index in the file needs it.
-void enterCopy(const std::u16string& path, const std::u16string& name) {
-  ShelfEntry& entry = session.shelfIndex[shelfKeyOf(path)];
-  stampEntry(entry, path);
+void enterCopy(const DocumentSlot& slot, const std::u16string& name) {
+  ShelfEntry& entry = session.shelfIndex[shelfKeyOf(slot.path)];
+  stampEntry(entry, slot);
   entry.dirty = true;
   const std::u16string before = std::exchange(entry.shelfName, name);
   if (SaveShelfIndex()) DeleteShelfFile(before);
@@ -115,15 +114,13 @@ bool reportUnsaved(const std::u16string& path, const char16_t* reason) {
 const char16_t* putInPlace(const std::u16string& copy, const std::u16string& path) {
   const DocumentHandle document = loadDocumentFile(copy);
   if (!document) return kCopyUnreadable;
-  const std::u16string sibling = path + u".tmp";
-  const char16_t* reason = nullptr;
-  if (!writeSoundCopy(document.get(), sibling)) {
-    reason = kNotWritten;
-  } else if (!platform::replaceFile(sibling, path)) {
-    reason = kNotReplaced;
-  }
-  if (reason != nullptr) platform::deleteFile(sibling);
-  return reason;
+  const std::u16string sibling = writeDocumentBeside(document.get(), path, {});
+  if (sibling.empty()) return kNotWritten;
+  platform::copyAlternateStreams(path, sibling);
+  platform::copyFileProperties(path, sibling);
+  if (platform::replaceFile(sibling, path)) return nullptr;
+  platform::deleteFile(sibling);
+  return kNotReplaced;
 }
 
 bool saveOpenDocument(int pane) {
@@ -148,10 +145,12 @@ bool saveClosedDocument(const std::u16string& path) {
 
 bool shelveDocument(int pane) {
   if (!belongsOnShelf(pane)) return false;
-  const FPDF_DOCUMENT document = documentOf(pane);
+  const DocumentSlot& slot = documentSlotOf(pane);
+  const FPDF_DOCUMENT document = slot.document.get();
   const std::u16string name = NewShelfName();
   const std::u16string copy = ShelfFilePath(name);
-  if (copy.empty()) return false;
+  // What PDFium still reads from a file that another program has written to makes no sound copy.
+  if (copy.empty() || changedSinceLoad(slot.loadedFrom)) return false;
   const DocumentWork work;
   commitRotations(pane);
   const bool ownsPlacements = session.placementDocument == document && !session.placements.empty();
@@ -159,7 +158,7 @@ bool shelveDocument(int pane) {
     DeleteShelfFile(name);
     return false;
   }
-  enterCopy(pathOf(pane), name);
+  enterCopy(slot, name);
   showAsShelved(pane, ownsPlacements);
   return true;
 }

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "session/loaded_file.h"
 #include "session/session.h"
 
 namespace quillmere {
@@ -35,6 +36,15 @@ void openUnderItsNumber(int pane, std::int32_t page) {
   if (shown != page) session.panes[pane].currentPage = shown;
 }
 
+// The bytes of a document that was loaded from memory go with it.
+void closeDocument(DocumentSlot& slot) {
+  const FPDF_DOCUMENT document = slot.document.get();
+  forgetMarkupsOf(document);
+  slot.document.reset();
+  session.documentKeptBuffer.erase(document);
+  slot.loadedFrom = {};
+}
+
 }  // namespace
 
 void moveDocument(DocumentSlot& from, DocumentSlot& to) {
@@ -44,36 +54,45 @@ void moveDocument(DocumentSlot& from, DocumentSlot& to) {
   to.path = std::exchange(from.path, {});
   to.dirty = std::exchange(from.dirty, false);
   to.altered = std::exchange(from.altered, false);
+  to.loadedFrom = std::exchange(from.loadedFrom, {});
+  to.keptSibling = std::exchange(from.keptSibling, {});
 }
 
 void clearDocument(DocumentSlot& slot) {
   closePagesOf(slot.document.get());
-  forgetMarkupsOf(slot.document.get());
   noteEditsGivenUp(slot);
-  slot.document.reset();
+  closeDocument(slot);
   slot.pageCount = 0;
   slot.path.clear();
   slot.dirty = false;
   slot.altered = false;
+  slot.keptSibling.clear();
 }
 
-void swapDocument(DocumentSlot& slot, DocumentHandle fresh) {
-  const FPDF_DOCUMENT before = slot.document.get();
-  int opened[2] = {-1, -1};
-  for (const int pane : panesHolding(before)) {
-    if (session.panes[pane].page) opened[pane] = session.panes[pane].openPage;
-    closePanePage(pane);
+ClosedDocument closeToReopen(DocumentSlot& slot) {
+  const FPDF_DOCUMENT document = slot.document.get();
+  ClosedDocument closed;
+  for (const int pane : panesHolding(document)) {
+    closed.openPage[pane] = session.panes[pane].openPage;
+    dropPaneView(pane);
   }
-  if (session.placementDocument == before) session.placementDocument = fresh.get();
-  forgetMarkupsOf(before);
-  session.editsGivenUp.erase(before);
+  closed.ownedPlacements = document != nullptr && session.placementDocument == document;
+  if (closed.ownedPlacements) session.placementDocument = nullptr;
+  session.editsGivenUp.erase(document);
+  closeDocument(slot);
+  return closed;
+}
+
+void reopenDocument(DocumentSlot& slot, DocumentHandle fresh, LoadedFile from,
+                    const ClosedDocument& closed) {
   slot.document = std::move(fresh);
-  slot.pageCount = FPDF_GetPageCount(slot.document.get());
+  slot.pageCount = slot.document ? FPDF_GetPageCount(slot.document.get()) : 0;
   slot.dirty = false;
   slot.altered = false;
+  slot.loadedFrom = std::move(from);
+  if (closed.ownedPlacements) session.placementDocument = slot.document.get();
   for (int pane = 0; pane < 2; ++pane) {
-    if (opened[pane] < 0) continue;
-    openUnderItsNumber(pane, opened[pane]);
+    if (closed.openPage[pane] >= 0) openUnderItsNumber(pane, closed.openPage[pane]);
   }
 }
 
@@ -83,6 +102,11 @@ void reopenPage(int pane) {
 
 void markEdited(DocumentSlot& slot) {
   slot.dirty = true;
+  markAltered(slot);
+}
+
+void markAltered(DocumentSlot& slot) {
+  if (!slot.altered) guardLoadedFile(slot.loadedFrom);
   slot.altered = true;
 }
 

@@ -193,8 +193,8 @@ std::u16string& pathOf(int pane);
 bool& dirtyOf(int pane);
 PageRotations& pageRotationsOf(int pane);
 
-// The pane whose document has this path, ignoring case; the active one where both panes share it;
-// -1 for none.
+// The pane whose document has this path, however it is spelled; the active one where both panes
+// share it; -1 for none.
 int paneWithPath(std::u16string_view path);
 
 // True when the document of the pane, or of the active one, has edits, placements or rotations that

@@ -56,8 +56,7 @@ TEST_F(ExitShelfTest, TheDialogListsWhatIsShelvedAndCancelKeepsTheWindow) {
   session.closeWaits = true;
   EXPECT_FALSE(settleBeforeClose());
   EXPECT_THAT(unsavedDialogScript().titles, ElementsAre(u"Save Changes Before Closing"));
-  EXPECT_THAT(unsavedDialogScript().labels[0],
-              ElementsAre(u"a.pdf  -  Work", u"b.pdf  -  Work"));
+  EXPECT_THAT(unsavedDialogScript().labels[0], ElementsAre(u"a.pdf  -  Work", u"b.pdf  -  Work"));
   EXPECT_TRUE(IsShelved(kA));
   EXPECT_NE(copyOf(kA), u"");
   EXPECT_FALSE(session.leaving);

@@ -268,8 +268,9 @@ TEST_F(BinderFilesTest, AFailedSaveOfAnOpenDocumentDiscardsNoOther) {
   openEntry(1, 0);
   session.panes[0].dirty = true;
   session.panes[1].dirty = true;
-  standIn().boxAnswers = {BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Yes};
-  EXPECT_FALSE(RemoveAllFromBinder(1));  // documents cannot be written yet
+  platform::setReadOnly(u"C:\\a.pdf", true);
+  standIn().boxAnswers = {BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Yes, BoxAnswer::Ok};
+  EXPECT_FALSE(RemoveAllFromBinder(1));
   EXPECT_TRUE(IsShelved(u"C:\\b.pdf"));
   EXPECT_NE(session.panes[0].document, nullptr);
   EXPECT_NE(session.panes[1].document, nullptr);

@@ -27,8 +27,8 @@ using testing::SizeIs;
 
 class DiscardTest : public ShelfFlowTest {
  protected:
-  static void expectBox(const std::u16string& title, const std::u16string& text,
-                        BoxButtons buttons, BoxIcon icon) {
+  static void expectBox(const std::u16string& title, const std::u16string& text, BoxButtons buttons,
+                        BoxIcon icon) {
     ASSERT_FALSE(standIn().boxes.empty());
     EXPECT_EQ(standIn().boxes.back().title, title);
     EXPECT_EQ(standIn().boxes.back().text, text);
@@ -226,8 +226,7 @@ TEST_F(DiscardTest, DiscardingAllRevertsWhatIsShownAndForgetsTheRest) {
   mark();
   standIn().boxAnswers = {BoxAnswer::No};
   DiscardAll();
-  expectBox(u"Discard All",
-            u"Discard unsaved changes to all 3 files?\n\nThis cannot be undone.",
+  expectBox(u"Discard All", u"Discard unsaved changes to all 3 files?\n\nThis cannot be undone.",
             BoxButtons::YesDefaultNo, BoxIcon::Warning);
   EXPECT_THAT(labels(), SizeIs(3));
   standIn().boxAnswers = {BoxAnswer::Yes};

@@ -221,8 +221,8 @@ TEST_F(ShelveTest, WhereverWritingFailsTheEarlierCopyStays) {
   const std::string before = index();
   const std::u16string copy = copyOf(kA);
   mark();
-  for (const FileCall call : {FileCall::Start, FileCall::Write, FileCall::Flush, FileCall::Close,
-                              FileCall::Replace}) {
+  for (const FileCall call :
+       {FileCall::Start, FileCall::Write, FileCall::Flush, FileCall::Close, FileCall::Replace}) {
     standIn().refuseFileCall = [call](FileCall asked) { return asked == call; };
     EXPECT_FALSE(ShelveCurrentDocument()) << static_cast<int>(call);
     EXPECT_TRUE(session.active.dirty);

@@ -139,8 +139,8 @@ TEST_F(ShelfTest, WithoutADataFolderNothingIsReadOrWritten) {
 
 TEST_F(ShelfTest, TheOldIndexStaysWhereverWritingTheNewOneFails) {
   using platform::FileCall;
-  for (const FileCall call : {FileCall::Start, FileCall::Write, FileCall::Flush, FileCall::Close,
-                              FileCall::Replace}) {
+  for (const FileCall call :
+       {FileCall::Start, FileCall::Write, FileCall::Flush, FileCall::Close, FileCall::Replace}) {
     putIndex("n\t1\t3\t4\tc:\\a.pdf\r\n");
     put(u"C:\\b.pdf", u"m");
     standIn().refuseFileCall = [call](FileCall asked) { return asked == call; };
@@ -170,8 +170,7 @@ TEST_F(ShelfTest, AnIndexThatCouldNotBeReadIsNeverWrittenOver) {
 
   platform::setOtherUse(u"C:\\Shelve\\_index.txt", platform::OtherUse::Nobody);
   EXPECT_TRUE(SaveShelfIndex());
-  EXPECT_EQ(index(),
-            std::string(kMark) + "m\t1\t0\t0\tc:\\b.pdf\r\nn\t1\t3\t4\tc:\\a.pdf\r\n");
+  EXPECT_EQ(index(), std::string(kMark) + "m\t1\t0\t0\tc:\\b.pdf\r\nn\t1\t3\t4\tc:\\a.pdf\r\n");
 }
 
 // Other processes.
