@@ -3,6 +3,7 @@
 #include <stddef.h>
 #include <stdint.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -21,6 +22,7 @@
 #include "core/fpdfapi/parser/cpdf_stream_acc.h"
 #include "core/fpdfdoc/cpdf_annot.h"
 #include "core/fxcrt/fx_extension.h"
+#include "core/fxcrt/observed_ptr.h"
 #include "core/fxcrt/retain_ptr.h"
 #include "core/fxcrt/span.h"
 #include "fpdf_annot.h"
@@ -32,7 +34,7 @@
 
 namespace {
 
-// After as many pages what has been read of them is forgotten.
+// What has been read is forgotten after this many pages.
 constexpr int kPagesReadAtATime = 16;
 
 // How often a page that the tree names over and over is reported. Whoever reads the pages
@@ -53,30 +55,51 @@ template struct Reach<ObjectStreamOf, &CPDF_Parser::GetObjectStream>;
 template struct Reach<ObjectStreamsOf, &CPDF_Parser::object_stream_map_>;
 template struct Reach<TextOf, &CPDF_ObjectStream::stream_acc_>;
 
-// The names of the annotation subtypes that are looked for.
+// A set of annotation subtypes: bit n stands for the value n of fpdf_annot.h.
+using SubtypeSet = uint32_t;
+static_assert(FPDF_ANNOT_REDACT < 32);
+
+ByteString NameOf(FPDF_ANNOTATION_SUBTYPE subtype) {
+  return CPDF_Annot::AnnotSubtypeToString(static_cast<CPDF_Annot::Subtype>(subtype));
+}
+
+SubtypeSet SetOf(const FPDF_ANNOTATION_SUBTYPE* subtypes, int count) {
+  SubtypeSet set = 0;
+  for (int i = 0; i < count; ++i) {
+    if (subtypes[i] > FPDF_ANNOT_UNKNOWN && subtypes[i] <= FPDF_ANNOT_REDACT) {
+      set |= SubtypeSet{1} << subtypes[i];
+    }
+  }
+  return set;
+}
+
+// The annotation subtypes that are looked for, by name.
 class Subtypes {
  public:
-  Subtypes(const FPDF_ANNOTATION_SUBTYPE* subtypes, int count) {
-    for (int i = 0; i < count; ++i) {
-      const ByteString name =
-          CPDF_Annot::AnnotSubtypeToString(static_cast<CPDF_Annot::Subtype>(subtypes[i]));
+  explicit Subtypes(SubtypeSet wanted) : all_(wanted) {
+    for (int i = FPDF_ANNOT_UNKNOWN + 1; i <= FPDF_ANNOT_REDACT; ++i) {
+      const ByteString name = (wanted >> i & 1) ? NameOf(i) : ByteString();
       if (!name.IsEmpty()) {
         names_.emplace_back(name.c_str());
+        sets_.push_back(SubtypeSet{1} << i);
       }
     }
   }
 
-  bool Has(const CPDF_Object& name) const {
+  SubtypeSet All() const { return all_; }
+
+  // The one that |name| names; none if it is not looked for.
+  SubtypeSet Named(const CPDF_Object& name) const {
     if (!name.IsName()) {
-      return false;
+      return 0;
     }
     const ByteString value = name.GetString();
-    for (const std::string& wanted : names_) {
-      if (value == wanted.c_str()) {
-        return true;
+    for (size_t i = 0; i < names_.size(); ++i) {
+      if (value == names_[i].c_str()) {
+        return sets_[i];
       }
     }
-    return false;
+    return 0;
   }
 
   // Whether |text|, the objects of an object stream, can hold a dictionary whose
@@ -128,7 +151,9 @@ class Subtypes {
     return false;
   }
 
+  const SubtypeSet all_;
   std::vector<std::string> names_;
+  std::vector<SubtypeSet> sets_;  // of each name
 };
 
 // Finds annotations of some subtypes on one document's pages. A manual has tens
@@ -137,30 +162,37 @@ class Subtypes {
 // No array is gone through twice, however many pages share it.
 class AnnotationFinder {
  public:
-  AnnotationFinder(CPDF_Document& document, const Subtypes& subtypes)
-      : document_(document), subtypes_(subtypes) {
+  AnnotationFinder(CPDF_Document& document, Subtypes subtypes)
+      : document_(document), subtypes_(std::move(subtypes)) {
+    KeepObjects();
+  }
+
+  // What is in memory now stays there.
+  void KeepObjects() {
+    known_objects_.clear();
     for (const auto& [number, object] : document_) {
       known_objects_.insert(number);
     }
   }
 
-  bool IsOn(const CPDF_Dictionary& page) {
+  // Which of the subtypes |page| has annotations of.
+  SubtypeSet On(const CPDF_Dictionary& page) {
     if (page.GetObjNum() != 0 && ++mentions_[page.GetObjNum()] > kMostMentionsOfAPage) {
-      return false;
+      return 0;
     }
     if (++pages_read_ % kPagesReadAtATime == 0) {
       ForgetObjects();
     }
     RetainPtr<const CPDF_Array> annotations = page.GetArrayFor("Annots");
     if (!annotations) {
-      return false;
+      return 0;
     }
     if (annotations->GetObjNum() == 0) {
-      return IsIn(*annotations);
+      return In(*annotations);
     }
-    const auto [known, is_new] = arrays_.try_emplace(annotations->GetObjNum(), false);
+    const auto [known, is_new] = arrays_.try_emplace(annotations->GetObjNum(), 0);
     if (is_new) {
-      known->second = IsIn(*annotations);
+      known->second = In(*annotations);
     }
     return known->second;
   }
@@ -183,8 +215,9 @@ class AnnotationFinder {
   }
 
  private:
-  bool IsIn(const CPDF_Array& annotations) {
-    for (size_t i = 0; i < annotations.size(); ++i) {
+  SubtypeSet In(const CPDF_Array& annotations) {
+    SubtypeSet found = 0;
+    for (size_t i = 0; i < annotations.size() && found != subtypes_.All(); ++i) {
       RetainPtr<const CPDF_Object> entry = annotations.GetObjectAt(i);
       if (entry && entry->IsReference() && !MayBeWanted(entry->AsReference()->GetRefObjNum())) {
         continue;
@@ -192,11 +225,11 @@ class AnnotationFinder {
       RetainPtr<const CPDF_Dictionary> annotation = annotations.GetDictAt(i);
       RetainPtr<const CPDF_Object> subtype =
           annotation ? annotation->GetDirectObjectFor("Subtype") : nullptr;
-      if (subtype && subtypes_.Has(*subtype)) {
-        return true;
+      if (subtype) {
+        found |= subtypes_.Named(*subtype);
       }
     }
-    return false;
+    return found;
   }
 
   bool MayBeWanted(uint32_t number) {
@@ -221,42 +254,88 @@ class AnnotationFinder {
   }
 
   CPDF_Document& document_;
-  const Subtypes& subtypes_;
-  // Numbers of the objects that were in memory before.
+  const Subtypes subtypes_;
+  // Numbers of the objects that KeepObjects() found.
   std::unordered_set<uint32_t> known_objects_;
   int pages_read_ = 0;
   // Numbers of page objects, and how often the tree named each.
   std::unordered_map<uint32_t, int> mentions_;
-  // Numbers of arrays of annotations, and whether a wanted one is among them.
-  std::unordered_map<uint32_t, bool> arrays_;
+  // Numbers of arrays of annotations, and which of the subtypes are in them.
+  std::unordered_map<uint32_t, SubtypeSet> arrays_;
   // Numbers of object streams, and whether one can hold such an annotation.
   std::unordered_map<uint32_t, bool> streams_;
 };
 
 }  // namespace
 
-FPDF_EXPORT int FPDF_CALLCONV
-QuillmereEngine_FindAnnotatedPages(FPDF_DOCUMENT document,
-                                   const FPDF_ANNOTATION_SUBTYPE* subtypes,
-                                   int subtype_count,
-                                   int* pages,
-                                   int capacity) {
+struct quillmere_page_search_t__ {
+  quillmere_page_search_t__(CPDF_Document& pdf, SubtypeSet wanted)
+      : document(&pdf), finder(pdf, Subtypes(wanted)), walk(pdf) {}
+
+  bool Continue(int steps) {
+    if (!document || walk.AtEnd()) {
+      return false;
+    }
+    finder.KeepObjects();
+    for (; steps > 0 && !walk.AtEnd(); --steps) {
+      std::optional<PageWalk::Page> page = walk.Step();
+      const SubtypeSet subtypes = page ? finder.On(*page->dictionary) : 0;
+      if (subtypes != 0) {
+        found.push_back({page->index, subtypes});
+      }
+    }
+    finder.ForgetObjects();
+    return !walk.AtEnd();
+  }
+
+  struct AnnotatedPage {
+    int index;
+    SubtypeSet subtypes;
+  };
+
+  ObservedPtr<CPDF_Document> document;
+  AnnotationFinder finder;
+  PageWalk walk;
+  std::vector<AnnotatedPage> found;
+};
+
+FPDF_EXPORT QUILLMERE_PAGE_SEARCH FPDF_CALLCONV
+QuillmereEngine_StartPageSearch(FPDF_DOCUMENT document,
+                                const FPDF_ANNOTATION_SUBTYPE* subtypes,
+                                int subtype_count) {
   CPDF_Document* pdf = CPDFDocumentFromFPDFDocument(document);
-  if (!pdf || !subtypes) {
+  return pdf && subtypes ? new quillmere_page_search_t__(*pdf, SetOf(subtypes, subtype_count))
+                         : nullptr;
+}
+
+FPDF_EXPORT FPDF_BOOL FPDF_CALLCONV
+QuillmereEngine_ContinuePageSearch(QUILLMERE_PAGE_SEARCH search, int steps) {
+  return search && search->Continue(steps);
+}
+
+FPDF_EXPORT int FPDF_CALLCONV
+QuillmereEngine_FoundPages(QUILLMERE_PAGE_SEARCH search,
+                           const FPDF_ANNOTATION_SUBTYPE* subtypes,
+                           int subtype_count,
+                           int* pages,
+                           int capacity) {
+  if (!search || !subtypes) {
     return 0;
   }
-  const Subtypes wanted(subtypes, subtype_count);
-  AnnotationFinder finder(*pdf, wanted);
-  int found = 0;
-  ForEachPage(*pdf, [&](int index, const CPDF_Dictionary& page) {
-    if (!finder.IsOn(page)) {
-      return;
+  const SubtypeSet wanted = SetOf(subtypes, subtype_count);
+  int count = 0;
+  for (const auto& page : search->found) {
+    if ((page.subtypes & wanted) == 0) {
+      continue;
     }
-    if (pages && found < capacity) {
-      pages[found] = index;
+    if (pages && count < capacity) {
+      pages[count] = page.index;
     }
-    ++found;
-  });
-  finder.ForgetObjects();
-  return found;
+    ++count;
+  }
+  return count;
+}
+
+FPDF_EXPORT void FPDF_CALLCONV QuillmereEngine_EndPageSearch(QUILLMERE_PAGE_SEARCH search) {
+  delete search;
 }

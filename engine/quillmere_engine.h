@@ -15,33 +15,69 @@
 extern "C" {
 #endif
 
-// Function: QuillmereEngine_FindAnnotatedPages
-//          Find the pages that hold at least one annotation of given subtypes.
+// A search for pages by the annotations on them.
+typedef struct quillmere_page_search_t__* QUILLMERE_PAGE_SEARCH;
+
+// Function: QuillmereEngine_StartPageSearch
+//          Start to find the pages that hold at least one annotation of given
+//          subtypes. QuillmereEngine_ContinuePageSearch() does the work.
 // Parameters:
 //          document      -   Handle to a document. May be NULL.
 //          subtypes      -   The subtypes that are looked for, values FPDF_ANNOT_* of
-//                            fpdf_annot.h. May be NULL.
+//                            fpdf_annot.h. Copied. May be NULL.
 //          subtype_count -   The number of values in |subtypes|.
-//          pages         -   Receives the zero-based indexes of these pages, in
-//                            ascending order. May be NULL if |capacity| is 0.
-//          capacity      -   The number of indexes |pages| has room for.
 // Return value:
-//          The number of pages that hold one, which may be larger than
-//          |capacity|; then only the first |capacity| indexes are stored.
-//          0 if |document| or |subtypes| is NULL or there is no such page.
+//          The search, for QuillmereEngine_EndPageSearch(). NULL if |document| or
+//          |subtypes| is NULL.
 // Comments:
-//          Reads the page tree and the annotations' dictionaries, never a
+//          A search reads the page tree and the annotations' dictionaries, never a
 //          page's content, and changes nothing in the document. Pages that
 //          cannot be reached in a damaged page tree are left out, and a page
-//          object that stands in the tree many times is named 16 times. What the
-//          caller did to loaded pages' annotations counts at once. The arrays
-//          stay the caller's; call with |capacity| 0 to learn the number.
+//          object that stands in the tree many times is named 16 times. The search
+//          keeps no memory but the list of pages. Start a new one after pages were
+//          inserted or deleted, or annotations added to pages that it has passed.
+//          A search whose document was closed finds nothing more.
+FPDF_EXPORT QUILLMERE_PAGE_SEARCH FPDF_CALLCONV
+QuillmereEngine_StartPageSearch(FPDF_DOCUMENT document,
+                                const FPDF_ANNOTATION_SUBTYPE* subtypes,
+                                int subtype_count);
+
+// Function: QuillmereEngine_ContinuePageSearch
+//          Go on with a search.
+// Parameters:
+//          search        -   Handle to the search. May be NULL.
+//          steps         -   How far: a page or a node of the page tree is a step.
+// Return value:
+//          False if the search has come to the end of the document, or if |search|
+//          is NULL or its document closed.
+FPDF_EXPORT FPDF_BOOL FPDF_CALLCONV
+QuillmereEngine_ContinuePageSearch(QUILLMERE_PAGE_SEARCH search, int steps);
+
+// Function: QuillmereEngine_FoundPages
+//          Get the pages that a search has found so far.
+// Parameters:
+//          search        -   Handle to the search. May be NULL.
+//          subtypes      -   Subtypes that the search was started with: pages that hold
+//                            at least one of these. May be NULL.
+//          subtype_count -   The number of values in |subtypes|.
+//          pages         -   Receives their zero-based indexes in ascending order.
+//                            May be NULL.
+//          capacity      -   The number of indexes |pages| has room for.
+// Return value:
+//          The number of such pages, which may be larger than |capacity|; then
+//          only the first |capacity| indexes are stored.
 FPDF_EXPORT int FPDF_CALLCONV
-QuillmereEngine_FindAnnotatedPages(FPDF_DOCUMENT document,
-                                   const FPDF_ANNOTATION_SUBTYPE* subtypes,
-                                   int subtype_count,
-                                   int* pages,
-                                   int capacity);
+QuillmereEngine_FoundPages(QUILLMERE_PAGE_SEARCH search,
+                           const FPDF_ANNOTATION_SUBTYPE* subtypes,
+                           int subtype_count,
+                           int* pages,
+                           int capacity);
+
+// Function: QuillmereEngine_EndPageSearch
+//          End a search and free its memory.
+// Parameters:
+//          search        -   Handle to the search, which becomes invalid. May be NULL.
+FPDF_EXPORT void FPDF_CALLCONV QuillmereEngine_EndPageSearch(QUILLMERE_PAGE_SEARCH search);
 
 // Function: QuillmereEngine_PageIndexOfDest
 //          Get the page that a destination leads to.

@@ -25,6 +25,8 @@ constexpr Test kTests[] = {
     TEST_ROW(TestStamps),
     TEST_ROW(TestMarkups),
     TEST_ROW(TestFindingForgetsNoChange),
+    TEST_ROW(TestSearchInSlices),
+    TEST_ROW(TestSearchForSeveralSubtypes),
     TEST_ROW(TestDamagedTrees),
     TEST_ROW(TestPageIndexes),
     TEST_ROW(TestCyclicTrees),

@@ -24,14 +24,6 @@
 
 namespace {
 
-int FindPages(FPDF_DOCUMENT document,
-              const std::vector<FPDF_ANNOTATION_SUBTYPE>& subtypes,
-              int* pages,
-              int capacity) {
-  return QuillmereEngine_FindAnnotatedPages(document, subtypes.data(),
-                                            static_cast<int>(subtypes.size()), pages, capacity);
-}
-
 std::vector<int> PagesWith(const std::vector<FPDF_ANNOTATION_SUBTYPE>& subtypes,
                            const std::string& pdf) {
   ScopedFPDFDocument document = Load(pdf);
@@ -231,6 +223,61 @@ void TestFindingForgetsNoChange() {
   Check(FPDFPage_GetAnnotCount(open.get()) == 1, "the note of an open page");
   ScopedFPDFPage page(FPDF_LoadPage(document.get(), 150));
   Check(FPDFPage_GetAnnotCount(page.get()) == 2, "both annotations of a changed page");
+}
+
+void TestSearchInSlices() {
+  const FPDF_ANNOTATION_SUBTYPE stamp = FPDF_ANNOT_STAMP;
+  ScopedFPDFDocument document = Load(ManyPages());
+  PageSearch search(QuillmereEngine_StartPageSearch(document.get(), &stamp, 1));
+  Check(QuillmereEngine_ContinuePageSearch(search.get(), 50), "the first slice of a search");
+  {
+    // Made between two slices, the stamp is in no file that it could be read from again.
+    ScopedFPDFPage page(FPDF_LoadPage(document.get(), 150));
+    ScopedFPDFAnnotation annotation(FPDFPage_CreateAnnot(page.get(), FPDF_ANNOT_STAMP));
+    QuillmereEngine_MakeAnnotIndirect(page.get(), 1);
+  }
+  int slices = 1;
+  while (QuillmereEngine_ContinuePageSearch(search.get(), 10)) {
+    ++slices;
+  }
+  int page = -1;
+  Check(QuillmereEngine_FoundPages(search.get(), &stamp, 1, &page, 1) == 1 && page == 150,
+        "a stamp made between the slices of a search");
+  Check(slices >= 15 && slices <= 17, "slices of ten pages");
+  ScopedFPDFPage stamped(FPDF_LoadPage(document.get(), 150));
+  Check(FPDFPage_GetAnnotCount(stamped.get()) == 2, "both annotations after the search");
+  stamped.reset();
+
+  search.reset(QuillmereEngine_StartPageSearch(document.get(), &stamp, 1));
+  QuillmereEngine_ContinuePageSearch(search.get(), 10);
+  document.reset();
+  Check(!QuillmereEngine_ContinuePageSearch(search.get(), 10), "a search in a closed document");
+  Check(!QuillmereEngine_StartPageSearch(nullptr, &stamp, 1), "a search in no document");
+  Check(!QuillmereEngine_ContinuePageSearch(nullptr, 1), "no search");
+}
+
+// One search tells the pages of each of its subtypes.
+void TestSearchForSeveralSubtypes() {
+  const std::string highlight = "<< /Subtype /Highlight >>";
+  ScopedFPDFDocument document = Load(MakePdf(
+      {kCatalog, "<< /Type /Pages /Kids [3 0 R 4 0 R 5 0 R 6 0 R] /Count 4 >>",
+       Page("/Annots [" + highlight + kStamp + "]"), Page("/Annots 7 0 R"), Page("/Annots 7 0 R"),
+       Page("/Annots [<< /Subtype /StrikeOut >>]"), std::string("[") + kNote + kStamp + "]"}));
+  const std::vector<FPDF_ANNOTATION_SUBTYPE> subtypes = {FPDF_ANNOT_STAMP, FPDF_ANNOT_HIGHLIGHT,
+                                                         FPDF_ANNOT_STRIKEOUT};
+  PageSearch search(QuillmereEngine_StartPageSearch(document.get(), subtypes.data(), 3));
+  while (QuillmereEngine_ContinuePageSearch(search.get(), 1)) {
+  }
+  const auto pages = [&search](const std::vector<FPDF_ANNOTATION_SUBTYPE>& asked) {
+    std::vector<int> found(9, -1);
+    found.resize(QuillmereEngine_FoundPages(search.get(), asked.data(),
+                                            static_cast<int>(asked.size()), found.data(), 9));
+    return found;
+  };
+  Check(pages({FPDF_ANNOT_STAMP}) == std::vector<int>({0, 1, 2}), "the stamps of a search");
+  Check(pages({FPDF_ANNOT_HIGHLIGHT, FPDF_ANNOT_STRIKEOUT}) == std::vector<int>({0, 3}),
+        "the markups of a search");
+  Check(pages({FPDF_ANNOT_TEXT}).empty(), "what the search did not look for");
 }
 
 void TestMarkups() {

@@ -38,9 +38,7 @@ class Look {
     for (FPDF_BOOKMARK bookmark : bookmarks_) {
       Bookmark(bookmark);
     }
-    const FPDF_ANNOTATION_SUBTYPE stamp = FPDF_ANNOT_STAMP;
-    seen_ += std::to_string(
-        QuillmereEngine_FindAnnotatedPages(document_.get(), &stamp, 1, nullptr, 0));
+    seen_ += std::to_string(FindPages(document_.get(), {FPDF_ANNOT_STAMP}, nullptr, 0));
     seen_ += SaveWithoutId(document_.get());
     Release();
     seen_ += SaveWithoutId(document_.get());

@@ -183,3 +183,15 @@ void WriteToCompare(const std::string& folder, const std::string& name, FPDF_DOC
   ScopedFPDFPage page(FPDF_LoadPage(document, 0));
   WriteFile(folder + "/" + name + ".ppm", Picture(page.get()));
 }
+
+int FindPages(FPDF_DOCUMENT document,
+              const std::vector<FPDF_ANNOTATION_SUBTYPE>& subtypes,
+              int* pages,
+              int capacity) {
+  PageSearch search(QuillmereEngine_StartPageSearch(document, subtypes.data(),
+                                                    static_cast<int>(subtypes.size())));
+  while (QuillmereEngine_ContinuePageSearch(search.get(), 1000)) {
+  }
+  return QuillmereEngine_FoundPages(search.get(), subtypes.data(),
+                                    static_cast<int>(subtypes.size()), pages, capacity);
+}

@@ -3,11 +3,14 @@
 
 #include <stddef.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "cpp/fpdf_scopers.h"
+#include "fpdf_annot.h"
 #include "fpdfview.h"
+#include "quillmere_engine.h"
 
 // Says what did not hold and counts it.
 void Check(bool held, const std::string& what);
@@ -39,6 +42,17 @@ std::string XObjects(const std::string& names);
 
 // Documents read |pdf| while they are open.
 ScopedFPDFDocument Load(const std::string& pdf, const char* password = nullptr);
+
+// The pages that hold annotations of these subtypes, as QuillmereEngine_FoundPages() gives them.
+int FindPages(FPDF_DOCUMENT document,
+              const std::vector<FPDF_ANNOTATION_SUBTYPE>& subtypes,
+              int* pages,
+              int capacity);
+
+struct PageSearchEnder {
+  void operator()(QUILLMERE_PAGE_SEARCH search) const { QuillmereEngine_EndPageSearch(search); }
+};
+using PageSearch = std::unique_ptr<quillmere_page_search_t__, PageSearchEnder>;
 
 // What FPDF_SaveAsCopy() writes, whole.
 std::string Save(FPDF_DOCUMENT document);

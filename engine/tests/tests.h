@@ -8,6 +8,8 @@ void TestPageAndText(const std::string& folder);
 void TestStamps();
 void TestMarkups();
 void TestFindingForgetsNoChange();
+void TestSearchInSlices();
+void TestSearchForSeveralSubtypes();
 void TestDamagedTrees();
 void TestPageIndexes();
 void TestCyclicTrees();

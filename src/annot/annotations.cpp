@@ -3,13 +3,39 @@
 #include <fpdf_annot.h>
 #include <quillmere_engine.h>
 
-#include <algorithm>
 #include <vector>
 
 #include "session/document_slots.h"
 #include "session/session.h"
 
 namespace quillmere {
+
+namespace {
+
+constexpr FPDF_ANNOTATION_SUBTYPE kSubtypesInUse[] = {FPDF_ANNOT_HIGHLIGHT, FPDF_ANNOT_STRIKEOUT,
+                                                      FPDF_ANNOT_STAMP};
+constexpr int kStepsAtATime = 1 << 20;
+constexpr int kStepsWhileIdle = 64;  // of about 30 microseconds each
+
+PageSearchHandle startSearch(FPDF_DOCUMENT document,
+                             std::span<const FPDF_ANNOTATION_SUBTYPE> subtypes) {
+  return PageSearchHandle(QuillmereEngine_StartPageSearch(document, subtypes.data(),
+                                                          static_cast<int>(subtypes.size())));
+}
+
+std::vector<int> foundPages(const PageSearchHandle& search,
+                            std::span<const FPDF_ANNOTATION_SUBTYPE> subtypes) {
+  const int kinds = static_cast<int>(subtypes.size());
+  const auto copyPages = [&](std::span<int> pages) {
+    return QuillmereEngine_FoundPages(search.get(), subtypes.data(), kinds, pages.data(),
+                                      static_cast<int>(pages.size()));
+  };
+  std::vector<int> pages(static_cast<std::size_t>(copyPages({})));
+  copyPages(pages);
+  return pages;
+}
+
+}  // namespace
 
 ReachedPage::ReachedPage(FPDF_DOCUMENT document, std::int32_t page) {
   const std::vector<int> panes = panesHoldingPage(document, page);
@@ -28,15 +54,23 @@ bool isMarkup(FPDF_ANNOTATION annotation) {
 
 std::vector<int> pagesWithAnnotations(FPDF_DOCUMENT document,
                                       std::span<const FPDF_ANNOTATION_SUBTYPE> subtypes) {
-  const int kinds = static_cast<int>(subtypes.size());
-  std::vector<int> pages(64);
-  for (;;) {
-    const int room = static_cast<int>(pages.size());
-    const int count =
-        QuillmereEngine_FindAnnotatedPages(document, subtypes.data(), kinds, pages.data(), room);
-    pages.resize(static_cast<std::size_t>(std::max(count, 0)));
-    if (count <= room) return pages;
+  const AnnotationSearch& known = session.annotationSearch;
+  if (known.complete && known.document == document) return foundPages(known.search, subtypes);
+  const PageSearchHandle search = startSearch(document, subtypes);
+  while (QuillmereEngine_ContinuePageSearch(search.get(), kStepsAtATime)) {
   }
+  return foundPages(search, subtypes);
+}
+
+bool continueAnnotationSearch(FPDF_DOCUMENT document) {
+  AnnotationSearch& search = session.annotationSearch;
+  if (search.document != document) search = {startSearch(document, kSubtypesInUse), document};
+  search.complete = !QuillmereEngine_ContinuePageSearch(search.search.get(), kStepsWhileIdle);
+  return !search.complete;
+}
+
+void forgetAnnotationSearch() {
+  session.annotationSearch = {};
 }
 
 std::u16string ReadAnnotString(FPDF_ANNOTATION annotation, const char* key) {

@@ -38,6 +38,14 @@ bool isMarkup(FPDF_ANNOTATION annotation);
 std::vector<int> pagesWithAnnotations(FPDF_DOCUMENT document,
                                       std::span<const FPDF_ANNOTATION_SUBTYPE> subtypes);
 
+// Goes on with a search of the document for the pages that may matter to this program, until a few
+// milliseconds have passed; a search of another document ends. False when it is complete, which
+// makes pagesWithAnnotations() fast until forgetAnnotationSearch().
+bool continueAnnotationSearch(FPDF_DOCUMENT document);
+
+// Ends that search. For when it is no longer needed, and when annotations have been added.
+void forgetAnnotationSearch();
+
 // The text of an entry such as "Contents"; empty without one, and for null.
 std::u16string ReadAnnotString(FPDF_ANNOTATION annotation, const char* key);
 

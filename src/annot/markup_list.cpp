@@ -92,10 +92,13 @@ const std::vector<MarkupEntry>& markupsOf(FPDF_DOCUMENT document) {
   return session.markupList;
 }
 
+bool markupsCollected(FPDF_DOCUMENT document) {
+  return document != nullptr &&
+         (session.markupListDocument == document || session.otherMarkupLists.contains(document));
+}
+
 void collectPageLater(FPDF_DOCUMENT document, int page) {
-  const bool collected = document != nullptr && (session.markupListDocument == document ||
-                                                 session.otherMarkupLists.contains(document));
-  if (collected) session.pagesToCollect[document].insert(page);
+  if (markupsCollected(document)) session.pagesToCollect[document].insert(page);
 }
 
 std::u16string firstWords(const std::u16string& text, int limit) {

@@ -20,6 +20,9 @@ void InvalidateMarkupList();
 // changes with the next call of these functions.
 const std::vector<MarkupEntry>& markupsOf(FPDF_DOCUMENT document);
 
+// Whether markupsOf() has them without reading the whole document.
+bool markupsCollected(FPDF_DOCUMENT document);
+
 // Makes markupsOf() collect one zero-based page again, after an annotation on it was edited. Does
 // nothing for a document whose markups have not been collected.
 void collectPageLater(FPDF_DOCUMENT document, int page);

@@ -5,6 +5,7 @@
 #include <commctrl.h>
 
 #include "platform/win32/dialog_parts.h"
+#include "platform/win32/main_window.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
 #include "session/density.h"

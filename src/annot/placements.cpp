@@ -65,14 +65,18 @@ void LoadPlacements(FPDF_DOCUMENT document) {
 void ClearPlacements() {
   session.placements.clear();
   session.placementDocument = nullptr;
+  session.waitingPlacements = nullptr;
   session.selectedPlacementPage = -1;
   session.selectedPlacementIndex = -1;
 }
 
+void loadPlacementsLater(FPDF_DOCUMENT document) {
+  ClearPlacements();
+  session.waitingPlacements = document;
+}
+
 void readWaitingPlacements() {
-  if (session.placementDocument != nullptr) return;
-  const FPDF_DOCUMENT document = documentOf(session.activePane);
-  if (document != nullptr) LoadPlacements(document);
+  if (session.waitingPlacements != nullptr) LoadPlacements(session.waitingPlacements);
 }
 
 bool ClaimPlacementOwner() {

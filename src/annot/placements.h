@@ -14,9 +14,12 @@ namespace quillmere {
 // afterwards. Null leaves the session without placements.
 void LoadPlacements(FPDF_DOCUMENT document);
 
-// Reads the placements of the active document unless the session holds some document's already. An
-// open leaves this until its page is painted, since a long document takes a while; whatever looks
-// for placements earlier calls it first. Until then the document has none that are pending.
+// The same, but leaves the reading to readWaitingPlacements(): a long document takes a while, and
+// its page should be painted first. Until then the session has no placements.
+void loadPlacementsLater(FPDF_DOCUMENT document);
+
+// Reads the placements that loadPlacementsLater() left, if any. Called while the program is idle,
+// and by whatever looks for placements earlier.
 void readWaitingPlacements();
 
 // Forgets all placements; none is selected and no document has any.

@@ -5,6 +5,7 @@
 #include "annot/text_dialog.h"
 #include "platform/main_window.h"
 #include "platform/win32/dialog_parts.h"
+#include "platform/win32/main_window.h"
 #include "platform/win32/system_fonts.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"

@@ -2,6 +2,7 @@
 
 #include <cassert>
 
+#include "annot/annotations.h"
 #include "annot/markup_list.h"
 #include "annot/markup_tip.h"
 #include "annot/markups.h"
@@ -11,6 +12,7 @@
 #include "documents/shelve.h"
 #include "nav/bookmarks.h"
 #include "nav/find.h"
+#include "nav/idle_reading.h"
 #include "nav/markup_tree.h"
 #include "panels/binder_panel.h"
 #include "platform/main_window.h"
@@ -107,6 +109,7 @@ void markupsChanged(FPDF_DOCUMENT document, int page) {
   const Report report;
   forgetMarkupBoxes(document, page);
   forgetMarkupTip();
+  forgetAnnotationSearch();
   collectPageLater(document, page);
   if (document == documentOf(session.activePane)) platform::doAfterPainting(updateMarkupRows);
   for (const int pane : panesHolding(document)) {
@@ -121,6 +124,7 @@ void allMarkupsChanged() {
   for (PaneSlot& slot : session.panes) slot.markupBoxes.reset();
   forgetPickedMarkup();
   forgetMarkupTip();
+  forgetAnnotationSearch();
   InvalidateMarkupList();
   platform::doAfterPainting(updateMarkupRows);
   repaint();
@@ -129,6 +133,7 @@ void allMarkupsChanged() {
 // Annotations may have other numbers now.
 void placementsChanged(FPDF_DOCUMENT document) {
   const Report report;
+  forgetAnnotationSearch();
   forgetPickedMarkup();
   forgetMarkupTip();
   for (const int pane : panesHolding(document)) {
@@ -164,6 +169,7 @@ void documentsLeaving() {
 void documentsChanged() {
   const Report report;
   settleClosedDocuments();
+  readAnnotationsWhenIdle();
   if (session.viewMode != ViewMode::SinglePage) {
     closeTextDialog();
     ClearPlacementSelection();
@@ -187,6 +193,7 @@ void documentReplaced(int pane) {
   refreshTitle();
   refreshStatus();
   repaintAll();
+  readAnnotationsWhenIdle();
 }
 
 void outlineChanged() {

@@ -18,6 +18,7 @@
 #include "platform/process.h"
 #include "session/session.h"
 #include "store/binder_library.h"
+#include "store/binder_views.h"
 #include "store/settings.h"
 #include "store/working_documents.h"
 #include "ui/boxes.h"

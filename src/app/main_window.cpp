@@ -7,6 +7,7 @@
 #include "app/main_window_messages.h"
 #include "app/window_placement.h"
 #include "base/product.h"
+#include "platform/win32/main_window.h"
 #include "platform/win32/sized.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"

@@ -31,6 +31,7 @@
 #include "panels/binder_panel.h"
 #include "panels/binder_panel_window.h"
 #include "platform/main_window.h"
+#include "platform/win32/main_window.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
 #include "session/density.h"
@@ -415,6 +416,12 @@ Result onAfterPainting(WPARAM, LPARAM) {
   return 0;
 }
 
+Result onTimer(WPARAM timer, LPARAM) {
+  if (timer != platform::kIdleTimer) return std::nullopt;
+  if (session.documentWork == 0) platform::workWhenIdle();
+  return 0;
+}
+
 Result onWaitingWork(WPARAM, LPARAM) {
   onAfterPainting(0, 0);
   openWaiting();
@@ -471,6 +478,7 @@ constexpr MessageHandler kHandlers[] = {
     {platform::kBinderTreeRebuildMessage, onBinderTreeRebuild},
     {platform::kWaitingWorkMessage, onWaitingWork},
     {platform::kTitleMessage, onTitle},
+    {WM_TIMER, onTimer},
     {platform::kAfterPaintingMessage, onAfterPainting},
 };
 

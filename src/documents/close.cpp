@@ -8,6 +8,7 @@
 #include "session/document_slots.h"
 #include "session/session.h"
 #include "store/binder_library.h"
+#include "store/binder_views.h"
 
 namespace quillmere {
 
@@ -37,7 +38,7 @@ void rehomePlacements(int pane) {
   if (document == nullptr) {
     ClearPlacements();
   } else if (session.placementDocument != document) {
-    LoadPlacements(document);
+    loadPlacementsLater(document);
   }
 }
 

@@ -11,6 +11,7 @@
 #include "session/changes.h"
 #include "session/document_slots.h"
 #include "store/binder_library.h"
+#include "store/binder_views.h"
 #include "view/panes.h"
 #include "view/render.h"
 
@@ -51,7 +52,7 @@ void enterTwoDocuments() {
 void loadSharedPlacements() {
   if (session.placementDocument == session.active.document.get()) return;
   if (session.active.document) {
-    LoadPlacements(session.active.document.get());
+    loadPlacementsLater(session.active.document.get());
   } else {
     ClearPlacements();
   }

@@ -24,6 +24,7 @@
 #include "session/loaded_file.h"
 #include "session/session.h"
 #include "store/binder_library.h"
+#include "store/binder_views.h"
 #include "store/shelf.h"
 #include "ui/boxes.h"
 #include "view/navigation.h"
@@ -154,14 +155,12 @@ StepResult collapseOntoOtherPane(OpenJob& job) {
   PaneSlot& target = session.panes[job.pane];
   if (!otherPaneShows(job)) return StepResult::Next;
   if (session.placementDocument == target.document.get()) ClearPlacements();
-  dropPaneView(job.pane);
   clearDocument(target);
   shareDocumentOfPane(other);
   session.viewMode = ViewMode::IndependentPages;
   if (session.placementDocument != session.active.document.get()) {
-    LoadPlacements(session.active.document.get());
+    loadPlacementsLater(session.active.document.get());
   }
-  target.currentPage = 0;
   target.documentRotation = session.panes[other].documentRotation;
   target.pageRotations.clear();
   clearJumpHistories(job.pane);
@@ -176,15 +175,13 @@ StepResult collapseOntoOtherPane(OpenJob& job) {
 StepResult splitPanes(OpenJob& job) {
   if (!job.splits) return StepResult::Next;
   keepPendingPlacements(session.activePane);
-  dropPaneView(0);
-  dropPaneView(1);
+  dropPaneView(job.pane);
 
   PaneSlot& keeper = session.panes[1 - job.pane];
   moveDocument(session.active, keeper);
   keeper.pageRotations = std::exchange(session.active.pageRotations, {});
 
   PaneSlot& target = session.panes[job.pane];
-  clearDocument(target);
   target.pageRotations.clear();
   target.documentRotation = 0;
 
@@ -208,8 +205,6 @@ StepResult reportLoadFailure(unsigned long error) {
 // The path stays, so that the user can still step through its folder if the next document fails to
 // load.
 void closeSharedDocument() {
-  dropPaneView(0);
-  dropPaneView(1);
   if (session.placementDocument == session.active.document.get()) ClearPlacements();
   std::u16string path = session.active.path;
   clearDocument(session.active);
@@ -253,7 +248,7 @@ StepResult openForBothPanes(OpenJob& job) {
   adoptSharedDocument(std::move(document), job.displayPath);
   session.active.loadedFrom = std::move(from);
   showFirstPages();
-  platform::doAfterPainting(readWaitingPlacements);
+  loadPlacementsLater(session.active.document.get());
   showPageThenOutline();
   return StepResult::Next;
 }
@@ -281,7 +276,7 @@ StepResult openIntoPane(OpenJob& job) {
   if (!document) return reportLoadFailure(FPDF_GetLastError());
   adoptPaneDocument(job.pane, std::move(document), job.displayPath);
   session.panes[job.pane].loadedFrom = std::move(from);
-  LoadPlacements(session.panes[job.pane].document.get());
+  loadPlacementsLater(session.panes[job.pane].document.get());
   goToPage(job.pane, 0, false);
   if (job.pane == session.activePane) showPageThenOutline();
   return StepResult::Next;

@@ -108,7 +108,7 @@ void adoptPath(const SaveJob& job) {
 struct Refuge {
   DocumentHandle document;
   LoadedFile from;
-  bool edited = true;  // it has the edits
+  bool edited = true;  // it has the edits; otherwise only the sibling has them
 };
 
 // Memory comes first: the sibling stays free for the next save to overwrite.
@@ -132,10 +132,10 @@ bool keepEditsOpen(const SaveJob& job, const std::u16string& sibling,
   Refuge refuge = findRefuge(sibling, job.readFrom);
   const bool reloads = refuge.edited && refuge.document && closed.ownedPlacements;
   reopenDocument(slot, std::move(refuge.document), std::move(refuge.from), closed);
-  slot.keptSibling = sibling;
+  if (refuge.edited) slot.keptSibling = sibling;
   slot.dirty = slot.document != nullptr;
   slot.altered = slot.dirty;
-  if (reloads) LoadPlacements(slot.document.get());
+  if (reloads) loadPlacementsLater(slot.document.get());
   if (!slot.document && closed.ownedPlacements) ClearPlacements();
   showReopened(job, closed);
   return fail(u"Saved to temporary file but could not replace original.");
@@ -154,7 +154,7 @@ bool reopenSaved(const SaveJob& job, const ClosedDocument& closed) {
   adoptPath(job);
   DropShelfCopy(job.path);
   if (slot.document && (!inTwoDocuments() || closed.ownedPlacements)) {
-    LoadPlacements(slot.document.get());
+    loadPlacementsLater(slot.document.get());
   } else if (closed.ownedPlacements) {
     ClearPlacements();
   }
@@ -196,7 +196,7 @@ bool writeOtherFile(SaveJob& job) {
   if (!WriteDocumentCopy(slot.document.get(), job.path)) return failUnwritten(job, kFailedText);
   adoptPath(job);
   slot.dirty = false;
-  if (ownsPlacements(job)) LoadPlacements(slot.document.get());
+  if (ownsPlacements(job)) loadPlacementsLater(slot.document.get());
   // Writing has read all of it.
   noteDocumentRead(job.pane);
   drawAll(slot.document.get());

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "nav/idle_reading.h"
 #include "nav/jump_history.h"
 #include "nav/links.h"
 #include "nav/markup_tree.h"
@@ -217,7 +218,7 @@ void RebuildNavigationTree() {
   const FPDF_DOCUMENT document = documentOf(session.activePane);
   if (document != nullptr) fillTree(document);
   platform::endTreeUpdate(kTree);
-  platform::doAfterPainting(showMarkupsUnderBookmarks);
+  readAnnotationsWhenIdle();
 }
 
 void ClearNavigationTree() {

@@ -39,8 +39,7 @@ void showRecordedView(int pane, const JumpRecord& record) {
   PaneSlot& slot = session.panes[pane];
   slot.zoomMode = record.zoomMode;
   if (record.zoomMode != kCustomFit) {
-    layoutPane(pane, false, 0);
-    renderPane(pane);
+    layoutAndRender(pane);
     return;
   }
   slot.zoom = clampZoom(record.zoom);

@@ -279,9 +279,13 @@ void FillMarkupsUnderBookmarks() {
   bringRowsUpToDate(std::move(nodes));
 }
 
+bool markupRowsWait() {
+  return session.settings.markupsUnderBookmarks && session.navigationPanelVisible &&
+         !session.markupTree.shown && documentOf(session.activePane) != nullptr;
+}
+
 void showMarkupsUnderBookmarks() {
-  if (!session.settings.markupsUnderBookmarks || !session.navigationPanelVisible) return;
-  if (session.markupTree.shown || documentOf(session.activePane) == nullptr) return;
+  if (!markupRowsWait()) return;
   platform::beginTreeUpdate(kTree);
   FillMarkupsUnderBookmarks();
   platform::endTreeUpdate(kTree);

@@ -20,8 +20,11 @@ void FillMarkupsRoot();
 // tree; without bookmarks all go below a root, which is there as long as there are markups.
 void FillMarkupsUnderBookmarks();
 
-// Shows the markups below bookmarks, where that is the form and the panel is shown, unless they are
-// shown already.
+// Whether markups belong below bookmarks and are not shown yet: that is the form, the panel is
+// shown, and a document is open.
+bool markupRowsWait();
+
+// Shows them if so.
 void showMarkupsUnderBookmarks();
 
 // Updates the rows that the group shows after a change of the list.

@@ -76,6 +76,11 @@ void doAfterPainting(void (*work)());
 // Whether anything asked for by doAfterPainting() has not been done yet.
 bool anyWorkAfterPainting();
 
+// Calls `work` over and over while there is nothing else to do, until it returns false; one that is
+// asked for again meanwhile is not called twice as often. Each call should take no more than a few
+// milliseconds, since the user may press a key during it.
+void doWhenIdle(bool (*work)());
+
 // The system's colour behind selected text.
 struct SystemColor {
   std::uint8_t r = 0;

@@ -14,7 +14,9 @@ void closePagesOf(FPDF_DOCUMENT document) {
 }
 
 // Another document can get the same handle later.
-void forgetMarkupsOf(FPDF_DOCUMENT document) {
+void forgetAnnotationsOf(FPDF_DOCUMENT document) {
+  if (session.annotationSearch.document == document) session.annotationSearch = {};
+  if (session.waitingPlacements == document) session.waitingPlacements = nullptr;
   session.otherMarkupLists.erase(document);
   session.pagesToCollect.erase(document);
   if (document == nullptr || session.markupListDocument != document) return;
@@ -39,7 +41,7 @@ void openUnderItsNumber(int pane, std::int32_t page) {
 // The bytes of a document that was loaded from memory go with it.
 void closeDocument(DocumentSlot& slot) {
   const FPDF_DOCUMENT document = slot.document.get();
-  forgetMarkupsOf(document);
+  forgetAnnotationsOf(document);
   slot.document.reset();
   session.documentKeptBuffer.erase(document);
   slot.loadedFrom = {};
@@ -77,6 +79,7 @@ ClosedDocument closeToReopen(DocumentSlot& slot) {
     dropPaneView(pane);
   }
   closed.ownedPlacements = document != nullptr && session.placementDocument == document;
+  closed.waited = document != nullptr && session.waitingPlacements == document;
   if (closed.ownedPlacements) session.placementDocument = nullptr;
   session.editsGivenUp.erase(document);
   closeDocument(slot);
@@ -91,6 +94,7 @@ void reopenDocument(DocumentSlot& slot, DocumentHandle fresh, LoadedFile from,
   slot.altered = false;
   slot.loadedFrom = std::move(from);
   if (closed.ownedPlacements) session.placementDocument = slot.document.get();
+  if (closed.waited) session.waitingPlacements = slot.document.get();
   for (int pane = 0; pane < 2; ++pane) {
     if (closed.openPage[pane] >= 0) openUnderItsNumber(pane, closed.openPage[pane]);
   }

@@ -18,6 +18,7 @@ void clearDocument(DocumentSlot& slot);
 struct ClosedDocument {
   int openPage[2] = {-1, -1};    // by pane, zero-based; -1 for a pane without a page of it
   bool ownedPlacements = false;  // the session's placements are its own
+  bool waited = false;           // its placements were still to be read
 };
 
 // Closes the slot's document with its pages and pictures, so that its file can be replaced. Path,

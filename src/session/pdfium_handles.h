@@ -3,6 +3,7 @@
 #include <fpdf_annot.h>
 #include <fpdf_text.h>
 #include <fpdfview.h>
+#include <quillmere_engine.h>
 
 #include <cstddef>
 #include <memory>
@@ -25,6 +26,10 @@ struct AnnotationCloser {
   void operator()(FPDF_ANNOTATION annotation) const { FPDFPage_CloseAnnot(annotation); }
 };
 
+struct PageSearchCloser {
+  void operator()(QUILLMERE_PAGE_SEARCH search) const { QuillmereEngine_EndPageSearch(search); }
+};
+
 struct PdfBitmapCloser {
   void operator()(FPDF_BITMAP bitmap) const { FPDFBitmap_Destroy(bitmap); }
 };
@@ -33,6 +38,8 @@ using PdfBitmapHandle = std::unique_ptr<std::remove_pointer_t<FPDF_BITMAP>, PdfB
 using DocumentHandle = std::unique_ptr<std::remove_pointer_t<FPDF_DOCUMENT>, DocumentCloser>;
 using PageHandle = std::unique_ptr<std::remove_pointer_t<FPDF_PAGE>, PageCloser>;
 using TextPageHandle = std::unique_ptr<std::remove_pointer_t<FPDF_TEXTPAGE>, TextPageCloser>;
+using PageSearchHandle =
+    std::unique_ptr<std::remove_pointer_t<QUILLMERE_PAGE_SEARCH>, PageSearchCloser>;
 using AnnotationHandle = std::unique_ptr<std::remove_pointer_t<FPDF_ANNOTATION>, AnnotationCloser>;
 
 // The text page of an open page. It is loaded on first use, since showing a page does not need it.

@@ -12,6 +12,7 @@
 
 #include "base/fnv1a.h"
 #include "base/pixel_rect.h"
+#include "session/annotation_search.h"
 #include "session/app_settings.h"
 #include "session/binder.h"
 #include "session/binder_tree.h"
@@ -60,8 +61,8 @@ struct SessionState {
   bool leaving = false;
   std::vector<std::u16string> pathsToHandOn;  // what arrived then, once the window has gone
 
-  // Documents, panes and the mode. Written by documents/ and session/document_slots.cpp, and what a
-  // pane shows by view/.
+  // Documents, panes and the mode. Written by documents/ and session/document_slots.cpp, the active
+  // pane by session/session.cpp, and what a pane shows by view/.
   ViewMode viewMode = ViewMode::SinglePage;
   std::int32_t activePane = 0;  // the pane that commands act on
   // Bytes of documents that were loaded from memory; PDFium reads them while the documents are
@@ -72,7 +73,8 @@ struct SessionState {
   // Lower-cased document path to the path of the binder that it was opened from.
   std::unordered_map<std::u16string, std::u16string, Fnv1aTextHash> documentBinders;
 
-  // How panes are laid out. Written by view/panes.cpp, view/geometry.cpp and documents/modes.cpp.
+  // How panes are laid out. Written by view/panes.cpp, view/geometry.cpp, documents/modes.cpp,
+  // store/settings.cpp and app/command_actions.cpp.
   bool panScrollEnabled = false;
   std::int32_t paneDividerPosition = 0;  // client x of the divider; 0 means centred
   std::int32_t lastPaneWidth[2] = {-1, -1};
@@ -85,8 +87,9 @@ struct SessionState {
   ZoomMode bookOverrideZoomMode[2] = {kFitPage, kFitPage};
   PixelRect bookOverridePane[2];  // the panes' areas then; empty for a hidden one
 
-  // Panels and bars. Written by panels/, nav/find_bar.cpp, store/settings.cpp, app/viewer_role.cpp
-  // and session/density.cpp; the placeholders by painting.
+  // Panels and bars. Written by panels/, nav/find_bar.cpp, store/settings.cpp, documents/modes.cpp,
+  // app/viewer_role.cpp, app/child_windows_window.cpp and session/density.cpp; the placeholders by
+  // painting.
   bool navigationPanelVisible = false;
   bool binderPanelVisible = false;
   bool stampPanelVisible = false;
@@ -95,11 +98,15 @@ struct SessionState {
   float leftPanelSplit = 0.5f;         // share of the left panel above its split
   bool findBarVisible = false;
   PixelRect placeholderRect[2];  // where a click opens the file dialog; empty when not shown
-  std::int32_t dpi = 96;         // of the window's screen
+  std::int32_t dpi = 96;         // of the window's screen; written by session/density.cpp and app/
 
-  // Stamps and text on pages. Written by annot/.
+  // Stamps and text on pages. Written by annot/, and by documents/close.cpp and
+  // session/document_slots.cpp when a document closes.
   std::map<std::int32_t, std::vector<Placement>> placements;  // by zero-based page
   FPDF_DOCUMENT placementDocument = nullptr;                  // their document; not owned
+  // A document whose placements are still to be read; not owned, null for none. Its
+  // readWaitingPlacements() comes before any use of them.
+  FPDF_DOCUMENT waitingPlacements = nullptr;
   std::int32_t selectedPlacementPage = -1;
   std::int32_t selectedPlacementIndex = -1;
   PlacementDrag placementDrag;
@@ -111,6 +118,9 @@ struct SessionState {
   std::int32_t selectedStamp = -1;     // in the library; -1 for none
   std::int32_t hoveredStampItem = -1;  // as stampPanelHit() counts
   StampDrag stampDrag;
+
+  // Written by annot/annotations.cpp, and by session/document_slots.cpp when its document closes.
+  AnnotationSearch annotationSearch;
 
   // The markup that the last context menu was opened over; -1 for none. Written by
   // annot/markups.cpp.

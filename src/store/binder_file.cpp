@@ -1,7 +1,6 @@
 #include "store/binder_file.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -30,7 +29,6 @@ constexpr std::uint32_t kLastPage = 999999;
 constexpr std::uint32_t kLastMode = 3;
 constexpr float kZoomAbove = 0.01f;
 constexpr float kZoomBelow = 100.0f;
-constexpr int kSignificantDigits = 6;
 
 // Numbers are read as the C library reads them: after blanks, up to the first other character.
 bool isBlank(char16_t unit) {
@@ -165,21 +163,12 @@ void readLine(std::u16string_view line, BinderFile& binder) {
   }
 }
 
-// Formats as the runtime's "%g" does, whatever the locale.
-std::u16string generalNumber(double number) {
-  char digits[32];
-  const auto end = std::to_chars(digits, digits + sizeof digits, number, std::chars_format::general,
-                                 kSignificantDigits)
-                       .ptr;
-  return std::u16string(digits, end);
-}
-
 std::u16string fieldsOf(const BinderEntry& entry) {
   std::u16string fields;
   if (entry.mode >= 0) {
     fields = formatText(u"\tpage=%d\tpanX=%s\tpanY=%s\tzoom=%s\tmode=%d",
-                        {decimal(entry.page), generalNumber(entry.panX), generalNumber(entry.panY),
-                         generalNumber(entry.zoom), decimal(entry.mode)});
+                        {decimal(entry.page), sixDigits(entry.panX), sixDigits(entry.panY),
+                         sixDigits(entry.zoom), decimal(entry.mode)});
   } else if (entry.hasPage) {
     fields = formatText(u"\tpage=%d", {decimal(entry.page)});
   }

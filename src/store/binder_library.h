@@ -93,11 +93,4 @@ int MoveBinder(int index, DropPlace place);
 // True when a binder other than `exceptIndex` lists the document.
 bool IsFileInOtherBinder(std::u16string_view path, int exceptIndex);
 
-// Stores page and view of the pane in the binder that its document was opened from. In Book pane 0
-// counts for both.
-void SaveCurrentView(int pane);
-
-// The same for every open document.
-void SaveCurrentViews();
-
 }  // namespace quillmere

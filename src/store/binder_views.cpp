@@ -1,3 +1,4 @@
+#include "store/binder_views.h"
 #include "platform/text.h"
 #include "session/session.h"
 #include "store/binder_file.h"

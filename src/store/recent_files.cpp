@@ -8,6 +8,7 @@
 #include "platform/text.h"
 #include "session/session.h"
 #include "store/settings.h"
+#include "store/settings_lists.h"
 #include "ui/boxes.h"
 
 namespace quillmere {

@@ -14,11 +14,4 @@ void SaveSettings();
 // Writes only the date of the last check for updates. Does nothing in a viewer.
 void SaveUpdateCheckDate();
 
-// Writes only the list of recent documents. Does nothing in a viewer.
-void SaveRecentFiles();
-
-// Writes only the list of loaded binders. Does nothing in a viewer or while binders are being
-// restored.
-void SaveBinderList();
-
 }  // namespace quillmere

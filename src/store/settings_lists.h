@@ -5,6 +5,7 @@
 
 #include "store/settings_table.h"
 
+// The lists of paths in the settings file: recent documents and loaded binders.
 namespace quillmere {
 
 // The non-empty paths of a list; whether the files exist is not checked.
@@ -17,5 +18,12 @@ std::vector<std::u16string> readBinderPaths(const std::u16string& iniPath);
 // list left behind.
 void writePathList(const PathListRow& list, const std::vector<std::u16string>& paths,
                    const std::u16string& iniPath);
+
+// Writes only the list of recent documents. Does nothing in a viewer.
+void SaveRecentFiles();
+
+// Writes only the list of loaded binders. Does nothing in a viewer or while binders are being
+// restored.
+void SaveBinderList();
 
 }  // namespace quillmere

@@ -1,6 +1,5 @@
 #include "store/sibling_file.h"
 
-#include "base/limits.h"
 #include "base/text_format.h"
 #include "platform/files.h"
 #include "platform/text.h"
@@ -12,7 +11,6 @@ namespace {
 // Processes that ended while writing leave names behind; if there are more of them, something else
 // is wrong.
 constexpr int kMostNamesTried = 100;
-constexpr std::size_t kLongestName = 255;  // units that a file system allows for one name
 
 }  // namespace
 
@@ -30,7 +28,6 @@ SiblingFile startSibling(const std::u16string& path) {
 SiblingFile startNamedSibling(const std::u16string& path, const std::u16string& own) {
   SiblingFile sibling;
   sibling.path = path + u".tmp";
-  if (fileNameOf(sibling.path).size() > kLongestName) return startSibling(path);
   if (!own.empty() && platform::equalIgnoringCase(own, sibling.path)) platform::deleteFile(own);
   sibling.file.reset(platform::startNewFile(sibling.path));
   return sibling.file ? std::move(sibling) : startSibling(path);

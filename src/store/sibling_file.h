@@ -16,7 +16,7 @@ struct SiblingFile {
 SiblingFile startSibling(const std::u16string& path);
 
 // The same for a document, whose user may come to see the file: it is named after the document,
-// with ".tmp" at the end, unless that is too long or a file has that name. `own` is a sibling that
+// with ".tmp" at the end, unless that name is too long or taken. `own` is a sibling that
 // the document wrote before, empty for none; such a file is overwritten.
 SiblingFile startNamedSibling(const std::u16string& path, const std::u16string& own);
 

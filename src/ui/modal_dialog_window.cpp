@@ -1,6 +1,7 @@
 #include <windows.h>
 
 #include "platform/win32/dialog_parts.h"
+#include "platform/win32/main_window.h"
 #include "platform/win32/system_fonts.h"
 #include "platform/win32/window_handles.h"
 #include "session/density.h"

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "annot/markup_dialog.h"
+#include "platform/win32/main_window.h"
 #include "ui/plain_main_window_windows_test.h"
 
 namespace quillmere::test {

@@ -68,7 +68,8 @@ TEST_F(PlacementsTest, RecordsInOtherEncodingsAreRead) {
 
 TEST_F(PlacementsTest, WaitingPlacementsAreReadOnce) {
   const FPDF_DOCUMENT document = openWith({stampAnnotation(u"QMR1;S;0;1;2;3;4;")});
-  ClearPlacements();
+  loadPlacementsLater(document);
+  EXPECT_THAT(session.placements, IsEmpty());
   readWaitingPlacements();
   EXPECT_EQ(session.placementDocument, document);
   ASSERT_EQ(session.placements[0].size(), 1u);
@@ -78,15 +79,13 @@ TEST_F(PlacementsTest, WaitingPlacementsAreReadOnce) {
 }
 
 TEST_F(PlacementsTest, NewOnesJoinThoseThatWereStillToBeRead) {
-  openWith({stampAnnotation(u"QMR1;S;0;1;2;3;4;")});
-  ClearPlacements();
+  loadPlacementsLater(openWith({stampAnnotation(u"QMR1;S;0;1;2;3;4;")}));
   EXPECT_TRUE(ClaimPlacementOwner());
   EXPECT_EQ(session.placements[0].size(), 1u);
 }
 
 TEST_F(PlacementsTest, APressFindsThoseThatWereStillToBeRead) {
-  openWith({stampAnnotation(u"QMR1;S;0;200;300;100;50;")});
-  ClearPlacements();
+  loadPlacementsLater(openWith({stampAnnotation(u"QMR1;S;0;200;300;100;50;")}));
   const PixelRect rect = paneRect(0);
   const PanePoint middle = pageToPane(0, 250, 325);
   EXPECT_TRUE(pressPlacement(rect.left + static_cast<int>(middle.x),

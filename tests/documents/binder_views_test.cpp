@@ -7,6 +7,7 @@
 #include "documents/open_binder_entry.h"
 #include "platform/text.h"
 #include "store/binder_library.h"
+#include "store/binder_views.h"
 #include "store/working_documents.h"
 #include "support/pdf_builder.h"
 #include "support/session_test.h"

@@ -34,7 +34,7 @@ enum Milestone : char {
 };
 
 struct Ended {
-  int calls = 0;             // of the platform, up to the end
+  int calls = 0;              // of the platform, up to the end
   std::set<char> milestones;  // that were reached
 };
 

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "annot/placements.h"
 #include "documents/close.h"
 #include "documents/save.h"
 #include "documents/save_test.h"
@@ -54,6 +55,7 @@ class SaveFaultsTest : public SaveTest {
     EXPECT_TRUE(hasUnsavedChanges());
     EXPECT_TRUE(session.active.dirty);
     EXPECT_EQ(marksOf(0), 1);
+    readWaitingPlacements();
     ASSERT_EQ(session.placements[1].size(), 1u);
     EXPECT_EQ(marksOf(0, 1), session.placements[1][0].pending() ? 0 : 1);
     EXPECT_NE(session.panes[0].page, nullptr);
@@ -188,6 +190,32 @@ TEST_F(SaveFaultsTest, AReadOnlyFileStaysAndTheNextSaveOverwritesTheTemporaryFil
   EXPECT_EQ(marksIn(path), 2);
   EXPECT_THAT(names(), ElementsAre(u"a.pdf"));
   EXPECT_FALSE(hasUnsavedChanges());
+}
+
+// Nothing can read the sibling, so the window shows the old file and no save may touch the sibling.
+TEST_F(SaveFaultsTest, EditsThatOnlyTheTemporaryFileHasAreNotOverwritten) {
+  platform::setReadOnly(path, true);
+  int openings = 0;
+  standIn().refuseFileCall = [&](FileCall call) {
+    return call == FileCall::ReadWhole || (call == FileCall::OpenInLibrary && ++openings == 2);
+  };
+  EXPECT_FALSE(save());
+  standIn().refuseFileCall = {};
+  EXPECT_EQ(marksOf(0), 0);
+  EXPECT_TRUE(session.active.dirty);
+  ASSERT_THAT(session.placements[1], SizeIs(1));
+  EXPECT_TRUE(session.placements[1][0].pending()) << "the old file does not have it";
+  EXPECT_FALSE(save());
+  EXPECT_TRUE(fileIsNew(u"C:\\docs\\a.pdf.tmp"));
+}
+
+TEST_F(SaveFaultsTest, ASaveAfterAFailedOneGivesTheMemoryBack) {
+  platform::setReadOnly(path, true);
+  EXPECT_FALSE(save());
+  EXPECT_THAT(session.documentKeptBuffer, SizeIs(1));
+  platform::setReadOnly(path, false);
+  EXPECT_TRUE(save());
+  EXPECT_THAT(session.documentKeptBuffer, IsEmpty());
 }
 
 TEST_F(SaveFaultsTest, ALockedFileStaysAndCanBeSavedElsewhere) {
@@ -373,8 +401,8 @@ TEST_F(SaveFaultsTest, AttributesCreationTimeAccessListAndStreamsStay) {
   ASSERT_TRUE(save());
   EXPECT_TRUE(fileIsNew(path));
   EXPECT_EQ(platform::propertiesOf(path), properties);
-  EXPECT_EQ(*fileBytes(path + u":Zone.Identifier"), "[ZoneTransfer]");
-  EXPECT_EQ(*fileBytes(path + u":notes"), "more");
+  EXPECT_EQ(fileBytes(path + u":Zone.Identifier"), "[ZoneTransfer]");
+  EXPECT_EQ(fileBytes(path + u":notes"), "more");
 }
 
 TEST_F(SaveFaultsTest, AHiddenTemporaryFileIsOverwrittenByTheNextSave) {

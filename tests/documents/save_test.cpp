@@ -10,6 +10,7 @@
 #include "documents/save.h"
 #include "platform/text.h"
 #include "session/document_slots.h"
+#include "session/gesture.h"
 #include "store/binder_library.h"
 #include "support/pdf_builder.h"
 #include "view/navigation.h"
@@ -196,6 +197,7 @@ TEST_F(SaveTest, PlacementsBecomeAnnotationsOfTheFile) {
   SaveCommand();
   EXPECT_EQ(marksIn(path, 1), 1);
   EXPECT_FALSE(hasUnsavedChanges());
+  readWaitingPlacements();
   EXPECT_EQ(session.placementDocument, documentOf(0));
   ASSERT_THAT(session.placements[1], SizeIs(1));
   EXPECT_FALSE(session.placements[1][0].pending());
@@ -224,6 +226,13 @@ TEST_F(SaveTest, TheSearchGoesOnAndTheSelectionEnds) {
   EXPECT_EQ(session.find.query, u"Page");
   EXPECT_THAT(session.find.results, SizeIs(1));
   EXPECT_FALSE(session.selection.active);
+}
+
+TEST_F(SaveTest, ADragEndsBeforeItsPageCloses) {
+  opened(u"a.pdf");
+  beginGesture(Gesture::Pan, 10, 10);
+  ASSERT_TRUE(save());
+  EXPECT_EQ(session.gesture.kind, Gesture::None);
 }
 
 TEST_F(SaveTest, ThreeSavesInARowAddNothingTwice) {
@@ -443,6 +452,8 @@ TEST_F(SaveAsTest, TheDocumentGetsTheNewPathAndItsOldFileStays) {
   EXPECT_EQ(marksIn(b), 1);
   EXPECT_EQ(marksIn(b, 1), 1);
   EXPECT_EQ(marksIn(a), 0);
+  readWaitingPlacements();
+  ASSERT_THAT(session.placements[1], SizeIs(1));
   EXPECT_FALSE(session.placements[1][0].pending());
   EXPECT_NE(session.panes[0].pageBitmap, nullptr);
   EXPECT_NE(standIn().window.title.find(u"b.pdf"), std::u16string::npos);

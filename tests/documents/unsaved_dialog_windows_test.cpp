@@ -32,8 +32,8 @@ class UnsavedDialogTest : public PlainMainWindowTest {
   }
   // Shows the dialog. `act` runs on another thread and must close it.
   UnsavedAnswer ask(const std::function<void(HWND)>& act) {
-    const platform::DialogAnswerer person(L"QuillmereUnsavedFilesDlg", L"Save Changes Before Closing",
-                                          act);
+    const platform::DialogAnswerer person(L"QuillmereUnsavedFilesDlg",
+                                          L"Save Changes Before Closing", act);
     const UnsavedAnswer answer = ShowUnsavedDialog(files_, u"Save Changes Before Closing");
     EXPECT_TRUE(person.answered());
     return answer;
@@ -131,7 +131,8 @@ TEST_F(UnsavedDialogTest, DiscardingAllIsConfirmed) {
       click(dialog, kDiscardId);
       if (reply == IDYES) break;
       openStill = IsWindowVisible(dialog) != 0 && IsWindowEnabled(dialog);
-      unchecked = !ListView_GetCheckState(list(dialog), 0) && ListView_GetCheckState(list(dialog), 1);
+      unchecked =
+          !ListView_GetCheckState(list(dialog), 0) && ListView_GetCheckState(list(dialog), 1);
     }
   });
   EXPECT_EQ(answer, UnsavedAnswer::GoAhead);

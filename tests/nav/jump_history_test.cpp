@@ -42,11 +42,16 @@ TEST_F(JumpHistoryTest, OtherZoomModesAreComputedAnew) {
   ASSERT_TRUE(open(simplePdf(3)));
   setZoomMode(0, kFitPage);
   const float fitted = pane(0).panY;
+  const float zoom = pane(0).zoom;
+  const int width = pane(0).pageBitmapWidth;
   pane(0).panY = -300;
   jump(0, 2);
+  zoomAround(0, 1.5, 0, 0);
   JumpBack(0);
   EXPECT_EQ(pane(0).zoomMode, kFitPage);
   EXPECT_FLOAT_EQ(pane(0).panY, fitted);
+  EXPECT_FLOAT_EQ(pane(0).zoom, zoom);
+  EXPECT_EQ(pane(0).pageBitmapWidth, width);
 }
 
 TEST_F(JumpHistoryTest, TheFiftyFirstJumpDropsTheOldest) {

@@ -213,6 +213,15 @@ TEST_F(MarkupTreeTest, MarkupsStandAmongTheBookmarksBelowInReadingOrder) {
   EXPECT_THAT(texts(), ElementsAre(u"A", u" Earlier", u" l01", u" l02", u" B", u"  l07"));
 }
 
+TEST_F(MarkupTreeTest, RowsBelowTheNextBookmarkAreNoneOfItsOwn) {
+  ASSERT_TRUE(
+      openWith({page({}), page({}), page({}), page({})},
+               {{u"X", toLine(2, 0), {}}, {u"Y", toLine(4, 0), {{u"early", toLine(1, 0), {}}}}}));
+  FillTreeEntry(row(u"Y").content.entry);
+  mark(2, 3);
+  EXPECT_THAT(texts(), ElementsAre(u"X", u" l03", u"Y", u" early"));
+}
+
 TEST_F(MarkupTreeTest, ANewMarkupAddsOneRowAndRebuildsNothing) {
   ASSERT_TRUE(openWith({page({1, 5}), page({2})}, {{u"A", pageDestination(1), {}}}));
   const int clearings = tree().clearings;

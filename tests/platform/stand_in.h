@@ -96,6 +96,9 @@ struct StandInWindow {
   // then paintNow() does it.
   bool paintsLater = false;
   std::vector<void (*)()> afterPainting;
+  // What waits for the user to do nothing. The same applies to it, and idleSlice() calls each once.
+  std::vector<bool (*)()> whenIdle;
+  void idleSlice();
   void paintNow();
 };
 

@@ -146,8 +146,23 @@ bool anyWorkAfterPainting() {
   return mainWindow() && !mainWindow()->afterPainting.empty();
 }
 
+void doWhenIdle(bool (*work)()) {
+  if (!mainWindow()) return;
+  std::vector<bool (*)()>& waiting = mainWindow()->whenIdle;
+  if (std::find(waiting.begin(), waiting.end(), work) == waiting.end()) waiting.push_back(work);
+  if (!mainWindow()->paintsLater) mainWindow()->paintNow();
+}
+
+void StandInWindow::idleSlice() {
+  const std::vector<bool (*)()> works = whenIdle;
+  for (bool (*work)() : works) {
+    if (!work()) std::erase(whenIdle, work);
+  }
+}
+
 void StandInWindow::paintNow() {
   for (void (*work)() : std::exchange(afterPainting, {})) work();
+  while (!whenIdle.empty()) idleSlice();
 }
 
 SystemColor highlightColor() {

@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "platform/win32/main_window.h"
 #include "platform/win32/window_handles.h"
 
 namespace quillmere::platform {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/clipboard.h"
+#include "platform/win32/main_window.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
 
@@ -188,6 +189,24 @@ TEST_F(MainWindowWindows, WorkThatCanWaitIsDoneOnceAndAfterPainting) {
   EXPECT_FALSE(anyWorkAfterPainting());
   workAfterPainting();
   EXPECT_EQ(worksDone, 1);
+}
+
+bool fillThreeSlices() {
+  return ++worksDone < 3;
+}
+
+TEST_F(MainWindowWindows, WorkForIdleTimesIsDoneSliceBySliceByATimer) {
+  worksDone = 0;
+  doWhenIdle(fillThreeSlices);
+  doWhenIdle(fillThreeSlices);
+  MSG message{};
+  for (int slice = 1; slice <= 3; ++slice) {
+    EXPECT_GT(GetMessageW(&message, windowHandles.main, WM_TIMER, WM_TIMER), 0);
+    EXPECT_EQ(message.wParam, kIdleTimer);
+    workWhenIdle();
+    EXPECT_EQ(worksDone, slice);
+  }
+  EXPECT_FALSE(KillTimer(windowHandles.main, kIdleTimer));
 }
 
 TEST_F(MainWindowWindows, TheStatusBarIsFilledWhenItIsPainted) {

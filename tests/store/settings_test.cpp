@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "store/settings_lists.h"
 #include "support/settings_file.h"
 
 namespace quillmere::test {

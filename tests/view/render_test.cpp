@@ -110,5 +110,14 @@ TEST_F(RenderTest, AHiddenPaneIsNotRendered) {
   EXPECT_NE(pane(1).page, nullptr);
 }
 
+TEST_F(RenderTest, ANewPictureAtTheUsersZoomStaysWhereItWas) {
+  openAndShow(simplePdf(1, 2000, 100));
+  setView(0, 1.5f, -40, 0);
+  pane(0).zoomMode = kCustomFit;
+  refreshPicture(0);
+  EXPECT_EQ(pane(0).panX, -40);
+  EXPECT_EQ(pane(0).zoom, 1.5f);
+}
+
 }  // namespace
 }  // namespace quillmere::test

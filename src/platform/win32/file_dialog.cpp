@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/win32/handles.h"
+#include "platform/win32/main_window.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
 

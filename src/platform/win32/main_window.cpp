@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/win32/class_procedure.h"
+#include "platform/win32/main_window.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
 
@@ -284,6 +285,27 @@ void workAfterPainting() {
   if (!anyWorkAfterPainting()) return;
   updatePages();
   for (void (*work)() : std::exchange(windowHandles.afterPainting, {})) work();
+}
+
+void doWhenIdle(bool (*work)()) {
+  if (mainWindow() == nullptr) return;
+  std::vector<bool (*)()>& waiting = windowHandles.whenIdle;
+  if (std::find(waiting.begin(), waiting.end(), work) != waiting.end()) return;
+  waiting.push_back(work);
+  if (waiting.size() == 1) SetTimer(mainWindow(), kIdleTimer, USER_TIMER_MINIMUM, nullptr);
+}
+
+void workWhenIdle() {
+  std::vector<bool (*)()>& waiting = windowHandles.whenIdle;
+  for (std::size_t i = 0; i < waiting.size();) {
+    bool (*const work)() = waiting[i];
+    if (work()) {
+      ++i;
+    } else {
+      std::erase(waiting, work);
+    }
+  }
+  if (waiting.empty()) KillTimer(mainWindow(), kIdleTimer);
 }
 
 SystemColor highlightColor() {

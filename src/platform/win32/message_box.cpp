@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "platform/win32/main_window.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
 
