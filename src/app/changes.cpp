@@ -126,6 +126,8 @@ void allMarkupsChanged() {
   forgetMarkupTip();
   forgetAnnotationSearch();
   InvalidateMarkupList();
+  noteDocumentChanged(0);
+  noteDocumentChanged(1);
   platform::doAfterPainting(updateMarkupRows);
   repaint();
 }

@@ -47,12 +47,14 @@ void openRecentDocument(std::uint32_t row) {
 }
 
 void saveAllDocuments() {
+  if (session.viewerRole) return;
   SaveAll();
   BuildBinderTree();
   refreshStatus();
 }
 
 void discardAllDocuments() {
+  if (session.viewerRole) return;
   DiscardAll();
   BuildBinderTree();
 }

@@ -42,9 +42,11 @@ ShelfDecision settleShelfCopy(const std::u16string& path) {
 }
 
 void followShelfDecision(const std::u16string& path, const ShelfDecision& decision) {
-  if (decision.givesUpCopy) DropShelfEntry(path);
   ShelfEntry* entry = shelfEntryOf(path);
-  if (!decision.overruled || entry == nullptr) return;
+  if (entry == nullptr) return;
+  // A record without a copy is of edits that went with an earlier window of the document.
+  if (decision.givesUpCopy || entry->shelfName.empty()) return DropShelfEntry(path);
+  if (!decision.overruled) return;
   // The same question about the same state of the file is not asked twice.
   entry->sourceSize = decision.overruled->size;
   entry->sourceTime = decision.overruled->writeTime;

@@ -21,7 +21,7 @@ struct ShelfDecision {
 // on disk since, the user decides which version to continue with.
 ShelfDecision settleShelfCopy(const std::u16string& path);
 
-// Does what was decided once the document is open; nothing is given up before that.
+// Does what was decided once the document has been loaded; nothing is given up before that.
 void followShelfDecision(const std::u16string& path, const ShelfDecision& decision);
 
 }  // namespace quillmere

@@ -295,6 +295,18 @@ TEST_F(ShelveTest, AnEditIsNotedAtOnceAndNoCopyIsMade) {
   EXPECT_THAT(shelfFiles(), IsEmpty());
 }
 
+TEST_F(ShelveTest, ARecordOfEditsThatWereLostIsForgottenWhenTheDocumentOpensAgain) {
+  openFile(1, 0);
+  mark();
+  restart();  // before anything was shelved
+  EXPECT_FALSE(IsShelved(kA));
+  EXPECT_EQ(session.shelfIndex.size(), 1u);
+  openFile(1, 0);
+  EXPECT_EQ(marks(), 0);
+  EXPECT_FALSE(IsShelved(kA));
+  EXPECT_TRUE(session.shelfIndex.empty());
+}
+
 TEST_F(ShelveTest, FourQuarterTurnsLeaveNoRecord) {
   openFile(1, 0);
   for (int n = 0; n < 3; ++n) rotatePage(0);
