@@ -126,6 +126,8 @@ void allMarkupsChanged() {
   forgetMarkupTip();
   forgetAnnotationSearch();
   InvalidateMarkupList();
+  noteDocumentChanged(0);
+  noteDocumentChanged(1);
   platform::doAfterPainting(updateMarkupRows);
   repaint();
 }
@@ -168,6 +170,7 @@ void documentsLeaving() {
 // Stamps and text are placed in SinglePage only.
 void documentsChanged() {
   const Report report;
+  settleClosedDocuments();
   readAnnotationsWhenIdle();
   if (session.viewMode != ViewMode::SinglePage) {
     closeTextDialog();

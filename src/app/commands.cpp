@@ -7,6 +7,7 @@
 #include "app/command_actions.h"
 #include "app/keys.h"
 #include "documents/close.h"
+#include "documents/discard.h"
 #include "documents/folder_step.h"
 #include "documents/modes.h"
 #include "documents/open_requests.h"
@@ -162,7 +163,7 @@ constexpr Command kCommands[] = {
      CreateMarkupSummary},
     {kCmdRotateDocument, u"&Rotate Document\tR", kRefused, nullptr, nullptr, turnDocument},
     {kCmdRotatePage, u"Rotate &Page\tCtrl+R", kRefused, nullptr, nullptr, turnPage},
-    {kCmdDiscardChanges, u"&Discard Changes...", kRefused, nullptr, nullptr, notImplementedYet},
+    {kCmdDiscardChanges, u"&Discard Changes...", kRefused, nullptr, nullptr, DiscardActive},
     {kCmdSettings, u"&Settings...", kRefused, nullptr, nullptr, notImplementedYet},
     {kCmdHighlight, u"&Highlight Selection\tSpace", kRefused, nullptr, nullptr, highlightSelection},
     {kCmdStrikethrough, u"Stri&kethrough Selection\tCtrl+Space", kRefused, nullptr, nullptr,

@@ -153,7 +153,7 @@ std::vector<MenuRow> fileMenu() {
 std::vector<MenuRow> contextMenu(int pane, int x, int y) {
   const bool editable = !session.viewerRole;
   const bool selected = hasTextSelection(pane);
-  const bool unsaved = hasUnsavedChanges() || IsShelved(pathOf(session.activePane));
+  const bool unsaved = hasUnsavedChanges() || ActiveIsShelved();
   const bool onText = charAtPoint(pane, x, y) >= 0;
 
   std::vector<MenuRow> rows = markupRows();

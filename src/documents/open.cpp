@@ -13,6 +13,9 @@
 #include "documents/document_loader.h"
 #include "documents/join_working_documents.h"
 #include "documents/save.h"
+#include "documents/save_target.h"
+#include "documents/settle_shelf.h"
+#include "documents/shelve.h"
 #include "integration/internet_gate.h"
 #include "platform/main_window.h"
 #include "platform/text.h"
@@ -22,6 +25,7 @@
 #include "session/session.h"
 #include "store/binder_library.h"
 #include "store/binder_views.h"
+#include "store/shelf.h"
 #include "ui/boxes.h"
 #include "view/navigation.h"
 #include "view/rotation.h"
@@ -38,11 +42,14 @@ struct OpenJob {
   int pane = 0;
   WorkingDocsMode workingDocsMode = kWorkingDocsLeaveAlone;
   bool askBeforeReplace = false;
-  bool splits = false;     // the shown document moves to the other pane
-  bool replacing = false;  // the new document takes another one's place
+  bool looksOnShelf = false;
+  bool splits = false;          // the shown document moves to the other pane
+  bool replacing = false;       // the new document takes another one's place
+  std::u16string replacedPath;  // of the document that made room
+  ShelfDecision shelf;
 };
 
-enum class StepResult { Next, Opened, Stopped };
+enum class StepResult { Next, Opened, Stopped, Declined };
 
 StepResult checkPathLimit(OpenJob& job) {
   if (job.hasLoadPath && job.loadPath.size() < kPathBufferUnits &&
@@ -55,18 +62,19 @@ StepResult checkPathLimit(OpenJob& job) {
 
 StepResult decideReplacement(OpenJob& job) {
   job.splits = session.viewMode == ViewMode::IndependentPages && session.active.document &&
-               !job.loadPath.empty() &&
-               !platform::equalIgnoringCase(job.displayPath, session.active.path);
+               !job.loadPath.empty() && !samePath(job.displayPath, session.active.path);
   job.replacing = !job.splits && documentOf(job.pane) != nullptr;
   return StepResult::Next;
 }
 
-// Writes pending placements into their document before the session forgets them.
-void keepPendingPlacements(DocumentSlot& slot) {
-  if (!placementsPending(slot.document.get())) return;
-  WritePendingStamps(slot.document.get());
-  WritePendingTextDrops(slot.document.get());
-  markEdited(slot);
+// Writes pending placements into the pane's document before the session forgets them.
+void keepPendingPlacements(int pane) {
+  const FPDF_DOCUMENT document = documentOf(pane);
+  if (!placementsPending(document)) return;
+  WritePendingStamps(document);
+  WritePendingTextDrops(document);
+  markEdited(documentSlotOf(pane));
+  noteDocumentChanged(pane);
 }
 
 StepResult askAboutInactivePane(const OpenJob& job) {
@@ -76,10 +84,14 @@ StepResult askAboutInactivePane(const OpenJob& job) {
       showBox(formatText(u"Document \"%s\" has unsaved changes.\n\nSave them before replacing it?",
                          {fileNameOf(path)}),
               kProductTitle, BoxButtons::YesNoCancel, BoxIcon::Warning);
+  if (answer == BoxAnswer::No) giveUpEdits(job.pane);
   if (answer == BoxAnswer::No) return StepResult::Next;
   if (answer != BoxAnswer::Yes) return StepResult::Stopped;
   commitRotations(job.pane);
-  return SaveDocumentTo(job.pane, std::u16string(path)) ? StepResult::Next : StepResult::Stopped;
+  const std::u16string saved = path;  // NOLINT(performance-unnecessary-copy-initialization)
+  if (!SaveDocumentTo(job.pane, saved)) return StepResult::Stopped;
+  if (!hasUnsavedChanges(job.pane)) DropShelfEntry(saved);
+  return StepResult::Next;
 }
 
 StepResult askBeforeReplacing(OpenJob& job) {
@@ -90,6 +102,24 @@ StepResult askBeforeReplacing(OpenJob& job) {
                                                             : StepResult::Next;
 }
 
+bool otherPaneShows(const OpenJob& job) {
+  const int other = 1 - job.pane;
+  return inTwoDocuments() && !job.loadPath.empty() && session.panes[other].document &&
+         samePath(session.panes[other].path, job.displayPath);
+}
+
+// The question before this one may have put the very document that is opened on the shelf. Changes
+// that the user gave up there are not brought back.
+StepResult lookOnShelf(OpenJob& job) {
+  if (!job.looksOnShelf || otherPaneShows(job) || editsGivenUp(job.displayPath)) {
+    return StepResult::Next;
+  }
+  job.shelf = settleShelfCopy(job.displayPath);
+  if (!job.shelf.opens) return StepResult::Declined;
+  job.loadPath = job.shelf.loadPath;
+  return StepResult::Next;
+}
+
 StepResult passGate(OpenJob& job) {
   return CheckInternetZone(job.loadPath) ? StepResult::Next : StepResult::Stopped;
 }
@@ -97,13 +127,19 @@ StepResult passGate(OpenJob& job) {
 StepResult leaveReplacedDocument(OpenJob& job) {
   if (!job.replacing) return StepResult::Next;
   SaveCurrentView(job.pane);
-  forgetDocumentBinder(pathOf(job.pane));
+  job.replacedPath = pathOf(job.pane);
   return StepResult::Next;
 }
 
 StepResult clearSearchAndSelection(OpenJob&) {
   documentsLeaving();
   return StepResult::Next;
+}
+
+// A document that could not be replaced keeps its binder, so this comes once the new one is there.
+void enterInLists(const OpenJob& job) {
+  forgetDocumentBinder(job.replacedPath);
+  joinWorkingDocuments(job.displayPath, job.workingDocsMode);
 }
 
 // Makes one pane's document the one that both panes show.
@@ -117,10 +153,7 @@ void shareDocumentOfPane(int pane) {
 StepResult collapseOntoOtherPane(OpenJob& job) {
   const int other = 1 - job.pane;
   PaneSlot& target = session.panes[job.pane];
-  if (!inTwoDocuments() || job.loadPath.empty() || !session.panes[other].document ||
-      !platform::equalIgnoringCase(session.panes[other].path, job.displayPath)) {
-    return StepResult::Next;
-  }
+  if (!otherPaneShows(job)) return StepResult::Next;
   if (session.placementDocument == target.document.get()) ClearPlacements();
   clearDocument(target);
   shareDocumentOfPane(other);
@@ -133,7 +166,7 @@ StepResult collapseOntoOtherPane(OpenJob& job) {
   clearJumpHistories(job.pane);
   goToPage(job.pane, 0, false);
   outlineChanged();
-  joinWorkingDocuments(job.displayPath, job.workingDocsMode);
+  enterInLists(job);
   documentsChanged();
   return StepResult::Opened;
 }
@@ -141,7 +174,7 @@ StepResult collapseOntoOtherPane(OpenJob& job) {
 // Moves the shown document to the other pane to make room for the new one.
 StepResult splitPanes(OpenJob& job) {
   if (!job.splits) return StepResult::Next;
-  keepPendingPlacements(session.active);
+  keepPendingPlacements(session.activePane);
   dropPaneView(job.pane);
 
   PaneSlot& keeper = session.panes[1 - job.pane];
@@ -222,7 +255,7 @@ StepResult openForBothPanes(OpenJob& job) {
 
 void adoptPaneDocument(int pane, DocumentHandle document, const std::u16string& path) {
   PaneSlot& slot = session.panes[pane];
-  keepPendingPlacements(session.panes[1 - pane]);
+  keepPendingPlacements(1 - pane);
   ClearPlacements();
   dropPaneView(pane);
   clearDocument(slot);
@@ -250,21 +283,28 @@ StepResult openIntoPane(OpenJob& job) {
 }
 
 StepResult finishOpening(OpenJob& job) {
-  joinWorkingDocuments(job.displayPath, job.workingDocsMode);
+  enterInLists(job);
+  followShelfDecision(job.displayPath, job.shelf);
   documentsChanged();
   return StepResult::Opened;
 }
 
 using OpenStep = StepResult (*)(OpenJob&);
 
-// The question and the gate come before anything changes; the user cannot refuse any later step.
+// The questions and the gate come before anything changes; the user cannot refuse any later step.
 // There are two loading steps: the mode left by the earlier steps decides which one acts.
 constexpr OpenStep kOpenSteps[] = {
-    checkPathLimit,        decideReplacement,
-    askBeforeReplacing,    passGate,
-    leaveReplacedDocument, clearSearchAndSelection,
-    collapseOntoOtherPane, splitPanes,
-    openForBothPanes,      openIntoPane,
+    checkPathLimit,
+    decideReplacement,
+    askBeforeReplacing,
+    lookOnShelf,
+    passGate,
+    leaveReplacedDocument,
+    clearSearchAndSelection,
+    collapseOntoOtherPane,
+    splitPanes,
+    openForBothPanes,
+    openIntoPane,
     finishOpening,
 };
 
@@ -290,6 +330,22 @@ bool openDocument(const std::u16string* loadPath, int pane, WorkingDocsMode work
   job.askBeforeReplace = askBeforeReplace;
   const DocumentWork work;
   return runSteps(job) == StepResult::Opened;
+}
+
+OpenResult openAsLeft(const std::u16string& path, int pane, WorkingDocsMode workingDocsMode,
+                      bool askBeforeReplace) {
+  OpenJob job;
+  job.hasLoadPath = true;
+  job.loadPath = path;
+  job.displayPath = path;
+  job.looksOnShelf = true;
+  job.pane = pane;
+  job.workingDocsMode = workingDocsMode;
+  job.askBeforeReplace = askBeforeReplace;
+  const DocumentWork work;
+  const StepResult result = runSteps(job);
+  if (result == StepResult::Declined) return OpenResult::Declined;
+  return result == StepResult::Opened ? OpenResult::Opened : OpenResult::Failed;
 }
 
 }  // namespace quillmere

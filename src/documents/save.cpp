@@ -58,6 +58,7 @@ BoxAnswer PromptSaveBeforeClose(const std::u16string& fileName) {
 }
 
 BoxAnswer AskSaveBeforeClose(const std::u16string& fileName) {
+  keepEdits(session.activePane);  // an earlier answer may have led to nothing
   const std::u16string text =
       fileName.empty()
           ? std::u16string(u"This document has unsaved changes.\n\nSave them before closing?")
@@ -71,11 +72,9 @@ BoxAnswer FollowCloseAnswer(BoxAnswer answer) {
     SaveCommand();
     return hasUnsavedChanges() ? BoxAnswer::Cancel : BoxAnswer::Yes;
   }
-  if (answer == BoxAnswer::No) {
-    DropActiveShelfEntry();
-    return BoxAnswer::No;
-  }
-  return BoxAnswer::Cancel;
+  if (answer != BoxAnswer::No) return BoxAnswer::Cancel;
+  giveUpEdits(session.activePane);
+  return BoxAnswer::No;
 }
 
 BoxAnswer SaveOrShelveBeforeClose(const std::u16string& fileName) {

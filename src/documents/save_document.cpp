@@ -17,6 +17,7 @@
 #include "session/loaded_file.h"
 #include "session/page_memory.h"
 #include "session/session.h"
+#include "store/shelf.h"
 #include "store/write_document_copy.h"
 #include "ui/boxes.h"
 #include "view/render.h"
@@ -151,6 +152,7 @@ bool reopenSaved(const SaveJob& job, const ClosedDocument& closed) {
   reopenDocument(slot, loadDocumentFile(job.path), std::move(from), closed);
   dropOldSibling(slot);
   adoptPath(job);
+  DropShelfCopy(job.path);
   if (slot.document && (!inTwoDocuments() || closed.ownedPlacements)) {
     loadPlacementsLater(slot.document.get());
   } else if (closed.ownedPlacements) {

@@ -24,6 +24,13 @@ void forgetAnnotationsOf(FPDF_DOCUMENT document) {
   session.markupList.clear();
 }
 
+// The shelf forgets the document's changes once it is told that documents changed.
+void noteEditsGivenUp(const DocumentSlot& slot) {
+  if (session.editsGivenUp.erase(slot.document.get()) > 0) {
+    session.givenUpPaths.push_back(slot.path);
+  }
+}
+
 // A page that was open under the number of another stays so.
 void openUnderItsNumber(int pane, std::int32_t page) {
   const std::int32_t shown = session.panes[pane].currentPage;
@@ -55,6 +62,7 @@ void moveDocument(DocumentSlot& from, DocumentSlot& to) {
 
 void clearDocument(DocumentSlot& slot) {
   closePagesOf(slot.document.get());
+  noteEditsGivenUp(slot);
   closeDocument(slot);
   slot.pageCount = 0;
   slot.path.clear();
@@ -73,6 +81,7 @@ ClosedDocument closeToReopen(DocumentSlot& slot) {
   closed.ownedPlacements = document != nullptr && session.placementDocument == document;
   closed.waited = document != nullptr && session.waitingPlacements == document;
   if (closed.ownedPlacements) session.placementDocument = nullptr;
+  session.editsGivenUp.erase(document);
   closeDocument(slot);
   return closed;
 }

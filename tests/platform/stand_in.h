@@ -190,10 +190,11 @@ struct StandIn {
   bool openWithSystemResult = true;
   std::function<void()> onOpenWithSystem;  // runs while the system opens it
   std::optional<std::uint32_t> date;       // unset: the real one
-  std::vector<std::uint32_t> sleeps;       // milliseconds, from any thread
-  std::function<void()> onSleep;           // runs at each sleep, which itself takes no real time
-  std::uint32_t clockStep = 0;             // milliseconds that each reading of the clock adds to it
-  bool clockStopped = false;               // only these steps and sleeps advance the clock
+  bool failGuids = false;
+  std::vector<std::uint32_t> sleeps;  // milliseconds, from any thread
+  std::function<void()> onSleep;      // runs at each sleep, which itself takes no real time
+  std::uint32_t clockStep = 0;        // milliseconds that each reading of the clock adds to it
+  bool clockStopped = false;          // only these steps and sleeps advance the clock
   std::atomic<bool> failEvents{false};
   std::atomic<bool> failThreads{false};
 
