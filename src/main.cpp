@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "app/exit.h"
 #include "app/main_window.h"
 #include "app/startup.h"
 #include "app/viewer_role.h"
@@ -38,7 +39,9 @@ int runInteractively(const LaunchArguments& arguments, int showCommand) {
   }
   if (session.viewerRole) arrangeViewerPanels();
   offerDesktopShortcut();
-  return runMessageLoop();
+  const int code = runMessageLoop();
+  handOnWaitingFiles();
+  return code;
 }
 
 }  // namespace

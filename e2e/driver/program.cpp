@@ -4,6 +4,7 @@
 
 #include <sstream>
 #include <thread>
+#include <utility>
 
 #include "driver/input.h"
 #include "driver/inside_request.h"
@@ -101,6 +102,26 @@ void deliverPath(HWND window, const std::wstring& path) {
                static_cast<DWORD>((path.size() + 1) * sizeof(wchar_t)));
 }
 
+constexpr wchar_t kUnsavedDialogClass[] = L"QuillmereUnsavedFilesDlg";
+constexpr wchar_t kBoxClass[] = L"#32770";
+constexpr int kDiscardAllId = 1006;
+
+// Scenarios leave edited documents behind. What is asked about them at the end is answered so that
+// their files stay as they are.
+bool endsByItself(const Program& program) {
+  bool answered = false;
+  return eventually([&] {
+    const HWND dialog = program.find(kUnsavedDialogClass);
+    const HWND box = program.find(kBoxClass);
+    if (dialog != nullptr && box != nullptr) {
+      PostMessageW(box, WM_COMMAND, IDYES, 0);
+    } else if (dialog != nullptr && IsWindowVisible(dialog) && !std::exchange(answered, true)) {
+      PostMessageW(dialog, WM_COMMAND, kDiscardAllId, 0);
+    }
+    return !program.running();
+  });
+}
+
 }  // namespace
 
 bool Program::running() const {
@@ -150,7 +171,7 @@ bool endPrograms() {
   bool gentle = viewersGone();
   closeWindowsOf(kMainClass);
   for (const Program& program : started()) {
-    if (WaitForSingleObject(program.process, kPatience) != WAIT_OBJECT_0) {
+    if (!endsByItself(program)) {
       gentle = false;
       TerminateProcess(program.process, 1);
       WaitForSingleObject(program.process, kPatience);

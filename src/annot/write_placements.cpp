@@ -187,7 +187,7 @@ AddedAnnotations writePending(FPDF_DOCUMENT document, PlacementKind kind, Object
   }
   // The document in memory differs from its file now, even if it is never saved.
   for (const int pane : panesHolding(document)) {
-    if (!added.empty()) documentSlotOf(pane).altered = true;
+    if (!added.empty()) markAltered(documentSlotOf(pane));
   }
   return added;
 }

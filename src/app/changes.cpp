@@ -130,6 +130,8 @@ void allMarkupsChanged(FPDF_DOCUMENT document) {
   forgetMarkupTip();
   forgetAnnotationSearch();
   InvalidateMarkupList();
+  noteDocumentChanged(0);
+  noteDocumentChanged(1);
   platform::doAfterPainting(updateMarkupRows);
   tellShelf(document);
   repaint();
@@ -188,6 +190,7 @@ void documentsLeaving() {
 // Stamps and text are placed in SinglePage only.
 void documentsChanged() {
   const Report report;
+  settleClosedDocuments();
   readAnnotationsWhenIdle();
   if (session.viewMode != ViewMode::SinglePage) {
     closeTextDialog();
@@ -197,6 +200,22 @@ void documentsChanged() {
   refreshTitle();
   refreshStatus();
   repaintAll();
+}
+
+// The search goes on: its hits are where they were.
+void documentReplaced(int pane) {
+  const Report report;
+  forgetPickedMarkup();
+  forgetMarkupTip();
+  const bool selected =
+      session.selection.pane >= 0 && documentOf(session.selection.pane) == documentOf(pane);
+  if (selected) dropTextSelection();
+  if (documentOf(session.activePane) == documentOf(pane)) RebuildNavigationTree();
+  refreshMenus();
+  refreshTitle();
+  refreshStatus();
+  repaintAll();
+  readAnnotationsWhenIdle();
 }
 
 void outlineChanged() {

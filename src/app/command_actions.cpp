@@ -1,12 +1,16 @@
 #include "app/command_actions.h"
 
+#include "documents/discard.h"
 #include "documents/open_requests.h"
+#include "documents/unsaved_files.h"
 #include "integration/viewers.h"
+#include "panels/binder_panel.h"
 #include "platform/files.h"
 #include "platform/process.h"
 #include "session/changes.h"
 #include "session/session.h"
 #include "ui/boxes.h"
+#include "view/status.h"
 
 namespace quillmere {
 
@@ -44,12 +48,15 @@ void openRecentDocument(std::uint32_t row) {
 
 void saveAllDocuments() {
   if (session.viewerRole) return;
-  showNotice(u"No documents have unsaved changes.", BoxIcon::Information);
+  SaveAll();
+  BuildBinderTree();
+  refreshStatus();
 }
 
 void discardAllDocuments() {
   if (session.viewerRole) return;
-  showNotice(u"No documents have unsaved changes.", BoxIcon::Information);
+  DiscardAll();
+  BuildBinderTree();
 }
 
 void togglePanScroll() {

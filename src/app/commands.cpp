@@ -7,6 +7,7 @@
 #include "app/command_actions.h"
 #include "app/keys.h"
 #include "documents/close.h"
+#include "documents/discard.h"
 #include "documents/folder_step.h"
 #include "documents/modes.h"
 #include "documents/open_requests.h"
@@ -147,7 +148,7 @@ constexpr Command kCommands[] = {
     {kCmdNextInFolder, u"&Next in Folder\tCtrl+]", kAllowed, documentOpen, nullptr, stepOnInFolder,
      ctrl(kKeyRightBracket)},
     {kCmdSave, u"&Save\tCtrl+S", kRefused, nullptr, nullptr, SaveCommand, ctrl('S')},
-    {kCmdSaveAs, u"Save &As...\tCtrl+Shift+S", kRefused, nullptr, nullptr, notImplementedYet,
+    {kCmdSaveAs, u"Save &As...\tCtrl+Shift+S", kRefused, nullptr, nullptr, SaveAsCommand,
      ctrlShift('S')},
     {kCmdSaveAll, u"Save A&ll", kGreyed, nullptr, nullptr, saveAllDocuments},
     {kCmdDiscardAll, u"&Discard All...", kGreyed, nullptr, nullptr, discardAllDocuments},
@@ -170,7 +171,7 @@ constexpr Command kCommands[] = {
      CreateMarkupSummary},
     {kCmdRotateDocument, u"&Rotate Document\tR", kRefused, nullptr, nullptr, turnDocument},
     {kCmdRotatePage, u"Rotate &Page\tCtrl+R", kRefused, nullptr, nullptr, turnPage},
-    {kCmdDiscardChanges, u"&Discard Changes...", kRefused, nullptr, nullptr, notImplementedYet},
+    {kCmdDiscardChanges, u"&Discard Changes...", kRefused, nullptr, nullptr, DiscardActive},
     {kCmdSettings, u"&Settings...", kRefused, nullptr, nullptr, notImplementedYet},
     {kCmdHighlight, u"&Highlight Selection\tSpace", kRefused, nullptr, nullptr, highlightSelection},
     {kCmdStrikethrough, u"Stri&kethrough Selection\tCtrl+Space", kRefused, nullptr, nullptr,

@@ -2,11 +2,20 @@
 
 #include <fpdfview.h>
 
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <utility>
+#include <vector>
+
 #include "base/product.h"
 #include "documents/close.h"
 #include "documents/shelve.h"
+#include "documents/unsaved_dialog.h"
 #include "integration/viewers.h"
 #include "platform/files.h"
+#include "platform/instances.h"
+#include "platform/process.h"
 #include "session/session.h"
 #include "store/binder_library.h"
 #include "store/binder_views.h"
@@ -17,6 +26,22 @@
 namespace quillmere {
 
 namespace {
+
+// What the user wants saved is saved; the rest is discarded later. False when the window stays.
+bool settleUnsavedFiles() {
+  std::vector<UnsavedFile> files = BuildUnsavedList();
+  if (files.empty()) return true;
+  if (ShowUnsavedDialog(files, u"Save Changes Before Closing") == UnsavedAnswer::Cancel) {
+    session.closeWaits = false;  // the answer to a request that came meanwhile, too
+    return false;
+  }
+  if (saveChosenFiles(files)) return true;
+  showNotice(
+      u"Some documents could not be saved, so the application will stay open. Their changes are "
+      u"still marked unsaved.",
+      BoxIcon::Warning);
+  return false;
+}
 
 void forgetWorkingDocuments() {
   if (session.settings.restoreOpenDocs || !session.ownsPrimaryName) return;
@@ -35,13 +60,22 @@ void offerToCloseViewers() {
 
 bool settleBeforeClose() {
   if (session.viewerRole) return true;
+  if (!settleUnsavedFiles() || !session.waitingOpens.empty()) return false;
+  session.leaving = true;
+  ClearShelf();
   forgetWorkingDocuments();
   offerToCloseViewers();
-  return session.waitingOpens.empty();
+  return true;
 }
 
 void tearDown() {
-  // The window may be closed while a question is up; nobody is left to open these.
+  // The window may also be closed from outside while a question is up; what waits then was not
+  // promised to anybody.
+  if (session.leaving) {
+    for (const WaitingOpen& open : session.waitingOpens) {
+      std::copy(open.paths.begin(), open.paths.end(), std::back_inserter(session.pathsToHandOn));
+    }
+  }
   session.waitingOpens.clear();
   SaveSettings();
   SaveCurrentViews();
@@ -52,9 +86,18 @@ void tearDown() {
 
 void settleForLogoff() {
   // The system may end the process at any moment: unsaved work first.
-  ShelveCurrentDocument();
+  shelveChangedDocuments();
   SaveSettings();
   SaveCurrentViews();
+}
+
+void handOnWaitingFiles() {
+  const std::u16string program = platform::executablePath();
+  if (session.pathsToHandOn.empty() || program.empty()) return;
+  platform::closePrimaryMutex();
+  for (const std::u16string& path : std::exchange(session.pathsToHandOn, {})) {
+    platform::startProcess(program, u"\"" + program + u"\" \"" + path + u"\"");
+  }
 }
 
 }  // namespace quillmere

@@ -8,6 +8,7 @@
 #include "base/limits.h"
 #include "base/text_format.h"
 #include "session/session.h"
+#include "store/shelf.h"
 #include "view/selection.h"
 
 namespace quillmere {
@@ -152,7 +153,7 @@ std::vector<MenuRow> fileMenu() {
 std::vector<MenuRow> contextMenu(int pane, int x, int y) {
   const bool editable = !session.viewerRole;
   const bool selected = hasTextSelection(pane);
-  const bool unsaved = hasUnsavedChanges();
+  const bool unsaved = hasUnsavedChanges() || ActiveIsShelved();
   const bool onText = charAtPoint(pane, x, y) >= 0;
 
   std::vector<MenuRow> rows = markupRows();

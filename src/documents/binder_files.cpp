@@ -77,23 +77,9 @@ std::vector<UnsavedFile> filesToBeOrphaned(int index) {
   for (std::size_t i = 0; i < binder.files.size(); ++i) {
     const std::u16string& path = binder.files[i];
     if (!orphaned(path, index) || !listed.insert(platform::toLower(path)).second) continue;
-    UnsavedFile file;
-    file.binderIndex = index;
-    file.fileIndex = static_cast<int>(i);
-    file.path = path;
-    file.label = formatText(u"%s  -  %s", {fileNameOf(path), binder.name});
-    file.isOpen = paneWithPath(path) != kNoPane;
-    files.push_back(std::move(file));
+    files.push_back(unsavedFileOf(index, static_cast<int>(i)));
   }
   return files;
-}
-
-// Saves what the user chose, and removes from `files` what could not be saved.
-bool saveChosen(std::vector<UnsavedFile>& files) {
-  const auto failed = std::erase_if(files, [](const UnsavedFile& file) {
-    return file.save && !SaveShelved(file.binderIndex, file.fileIndex);
-  });
-  return failed == 0;
 }
 
 void dropEntries(const std::vector<UnsavedFile>& files) {
@@ -190,7 +176,7 @@ bool RemoveAllFromBinder(int index) {
   const auto answers = askAboutChanged(panes, shelved);
   if (!answers) return false;
 
-  const bool settled = saveChosen(shelved) && followAnswers(*answers);
+  const bool settled = saveChosenFiles(shelved) && followAnswers(*answers);
   if (settled) {
     for (const int pane : panes) closeDocumentByPath(pathOf(pane));
   }

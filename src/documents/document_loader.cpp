@@ -24,7 +24,14 @@ void dropUnusedBuffers() {
   std::erase_if(session.documentKeptBuffer, [](const auto& kept) { return !isOpen(kept.first); });
 }
 
-DocumentHandle loadIntoMemory(const std::u16string& path) {
+}  // namespace
+
+DocumentHandle loadDocumentFile(const std::u16string& path) {
+  if (session.viewerRole) return loadDocumentIntoMemory(path);
+  return DocumentHandle(FPDF_LoadDocument(platform::pathForLibraries(path).c_str(), nullptr));
+}
+
+DocumentHandle loadDocumentIntoMemory(const std::u16string& path) {
   dropUnusedBuffers();
   auto bytes = platform::readFileShared(path, kMaximumMemoryFile);
   if (!bytes || bytes->empty()) return nullptr;
@@ -34,15 +41,9 @@ DocumentHandle loadIntoMemory(const std::u16string& path) {
   return document;
 }
 
-}  // namespace
-
-DocumentHandle loadDocumentFile(const std::u16string& path) {
-  if (session.viewerRole) return loadIntoMemory(path);
-  return DocumentHandle(FPDF_LoadDocument(platform::pathForLibraries(path).c_str(), nullptr));
-}
-
 void showLoadFailure(unsigned long error) {
-  showNotice(formatText(u"Could not open PDF.\n(PDFium error %lu)",
+  showNotice(formatText(u"Could not open PDF.
+(PDFium error %lu)",
                         {decimal(static_cast<std::int64_t>(error))}),
              BoxIcon::Error);
 }

@@ -10,6 +10,9 @@ namespace quillmere {
 // into memory, so that others may replace it while it is open; otherwise PDFium keeps it open.
 DocumentHandle loadDocumentFile(const std::u16string& path);
 
+// The same into memory in every process; the session keeps the bytes until the document closes.
+DocumentHandle loadDocumentIntoMemory(const std::u16string& path);
+
 // Tells the user that a file could not be opened; `error` is that of FPDF_GetLastError.
 void showLoadFailure(unsigned long error);
 

@@ -5,6 +5,7 @@
 #include "annot/placements.h"
 #include "documents/close.h"
 #include "documents/open.h"
+#include "documents/shelve.h"
 #include "platform/main_window.h"
 #include "platform/text.h"
 #include "session/changes.h"
@@ -57,11 +58,17 @@ void loadSharedPlacements() {
   }
 }
 
+// Changes of pane 1 that cannot be shelved are lost.
+void shelveLeavingDocument() {
+  if (hasUnsavedChanges(1)) shelveDocument(1);
+}
+
 // Page turns stay in the pane; those of the shared document are unchanged.
 void leaveTwoDocuments() {
   PaneSlot& kept = session.panes[0];
   PaneSlot& lost = session.panes[1];
   SaveCurrentView(1);
+  shelveLeavingDocument();
   dropPaneView(0);
   dropPaneView(1);
   forgetBinderOfPaneOne();

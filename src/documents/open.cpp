@@ -11,16 +11,21 @@
 #include "base/text_format.h"
 #include "documents/close.h"
 #include "documents/document_loader.h"
+#include "documents/join_working_documents.h"
 #include "documents/save.h"
+#include "documents/save_target.h"
+#include "documents/settle_shelf.h"
+#include "documents/shelve.h"
 #include "integration/internet_gate.h"
 #include "platform/main_window.h"
 #include "platform/text.h"
 #include "session/changes.h"
 #include "session/document_slots.h"
+#include "session/loaded_file.h"
 #include "session/session.h"
 #include "store/binder_library.h"
 #include "store/binder_views.h"
-#include "store/recent_files.h"
+#include "store/shelf.h"
 #include "ui/boxes.h"
 #include "view/navigation.h"
 #include "view/render.h"
@@ -38,11 +43,14 @@ struct OpenJob {
   int pane = 0;
   WorkingDocsMode workingDocsMode = kWorkingDocsLeaveAlone;
   bool askBeforeReplace = false;
-  bool splits = false;     // the shown document moves to the other pane
-  bool replacing = false;  // the new document takes another one's place
+  bool looksOnShelf = false;
+  bool splits = false;          // the shown document moves to the other pane
+  bool replacing = false;       // the new document takes another one's place
+  std::u16string replacedPath;  // of the document that made room
+  ShelfDecision shelf;
 };
 
-enum class StepResult { Next, Opened, Stopped };
+enum class StepResult { Next, Opened, Stopped, Declined };
 
 StepResult checkPathLimit(OpenJob& job) {
   if (job.hasLoadPath && job.loadPath.size() < kPathBufferUnits &&
@@ -55,21 +63,21 @@ StepResult checkPathLimit(OpenJob& job) {
 
 StepResult decideReplacement(OpenJob& job) {
   job.splits = session.viewMode == ViewMode::IndependentPages && session.active.document &&
-               !job.loadPath.empty() &&
-               !platform::equalIgnoringCase(job.displayPath, session.active.path);
+               !job.loadPath.empty() && !samePath(job.displayPath, session.active.path);
   job.replacing = !job.splits && documentOf(job.pane) != nullptr;
   return StepResult::Next;
 }
 
-// Writes pending placements into their document before the session forgets them. Its panes draw
+// Writes pending placements into the pane's document before the session forgets them. Its panes draw
 // them as part of the page from then on.
-void keepPendingPlacements(DocumentSlot& slot) {
-  const FPDF_DOCUMENT document = slot.document.get();
+void keepPendingPlacements(int pane) {
+  const FPDF_DOCUMENT document = documentOf(pane);
   if (!placementsPending(document)) return;
   WritePendingStamps(document);
   WritePendingTextDrops(document);
-  markEdited(slot);
-  for (const int pane : panesHolding(document)) redrawPicture(pane);
+  markEdited(documentSlotOf(pane));
+  for (const int each : panesHolding(document)) redrawPicture(each);
+  noteDocumentChanged(pane);
 }
 
 StepResult askAboutInactivePane(const OpenJob& job) {
@@ -79,10 +87,14 @@ StepResult askAboutInactivePane(const OpenJob& job) {
       showBox(formatText(u"Document \"%s\" has unsaved changes.\n\nSave them before replacing it?",
                          {fileNameOf(path)}),
               kProductTitle, BoxButtons::YesNoCancel, BoxIcon::Warning);
+  if (answer == BoxAnswer::No) giveUpEdits(job.pane);
   if (answer == BoxAnswer::No) return StepResult::Next;
   if (answer != BoxAnswer::Yes) return StepResult::Stopped;
   commitRotations(job.pane);
-  return SaveDocumentTo(job.pane, std::u16string(path)) ? StepResult::Next : StepResult::Stopped;
+  const std::u16string saved = path;  // NOLINT(performance-unnecessary-copy-initialization)
+  if (!SaveDocumentTo(job.pane, saved)) return StepResult::Stopped;
+  if (!hasUnsavedChanges(job.pane)) DropShelfEntry(saved);
+  return StepResult::Next;
 }
 
 StepResult askBeforeReplacing(OpenJob& job) {
@@ -93,6 +105,24 @@ StepResult askBeforeReplacing(OpenJob& job) {
                                                             : StepResult::Next;
 }
 
+bool otherPaneShows(const OpenJob& job) {
+  const int other = 1 - job.pane;
+  return inTwoDocuments() && !job.loadPath.empty() && session.panes[other].document &&
+         samePath(session.panes[other].path, job.displayPath);
+}
+
+// The question before this one may have put the very document that is opened on the shelf. Changes
+// that the user gave up there are not brought back.
+StepResult lookOnShelf(OpenJob& job) {
+  if (!job.looksOnShelf || otherPaneShows(job) || editsGivenUp(job.displayPath)) {
+    return StepResult::Next;
+  }
+  job.shelf = settleShelfCopy(job.displayPath);
+  if (!job.shelf.opens) return StepResult::Declined;
+  job.loadPath = job.shelf.loadPath;
+  return StepResult::Next;
+}
+
 StepResult passGate(OpenJob& job) {
   return CheckInternetZone(job.loadPath) ? StepResult::Next : StepResult::Stopped;
 }
@@ -100,7 +130,7 @@ StepResult passGate(OpenJob& job) {
 StepResult leaveReplacedDocument(OpenJob& job) {
   if (!job.replacing) return StepResult::Next;
   SaveCurrentView(job.pane);
-  forgetDocumentBinder(pathOf(job.pane));
+  job.replacedPath = pathOf(job.pane);
   return StepResult::Next;
 }
 
@@ -109,14 +139,10 @@ StepResult clearSearchAndSelection(OpenJob&) {
   return StepResult::Next;
 }
 
-void joinWorkingDocuments(const OpenJob& job) {
-  if (job.workingDocsMode == kWorkingDocsLeaveAlone) return;
-  AddToWorkingDocuments(job.displayPath, job.workingDocsMode);
-  RemoveFromRecentFiles(job.displayPath);
-  const int binder = WorkingDocumentsIndex();
-  if (binder == kNoBinder) return;
-  session.documentBinders[platform::toLower(job.displayPath)] =
-      session.binderLibrary[static_cast<std::size_t>(binder)].path;
+// A document that could not be replaced keeps its binder, so this comes once the new one is there.
+void enterInLists(const OpenJob& job) {
+  forgetDocumentBinder(job.replacedPath);
+  joinWorkingDocuments(job.displayPath, job.workingDocsMode);
 }
 
 // Makes one pane's document the one that both panes show.
@@ -130,10 +156,7 @@ void shareDocumentOfPane(int pane) {
 StepResult collapseOntoOtherPane(OpenJob& job) {
   const int other = 1 - job.pane;
   PaneSlot& target = session.panes[job.pane];
-  if (!inTwoDocuments() || job.loadPath.empty() || !session.panes[other].document ||
-      !platform::equalIgnoringCase(session.panes[other].path, job.displayPath)) {
-    return StepResult::Next;
-  }
+  if (!otherPaneShows(job)) return StepResult::Next;
   if (session.placementDocument == target.document.get()) ClearPlacements();
   clearDocument(target);
   shareDocumentOfPane(other);
@@ -146,7 +169,7 @@ StepResult collapseOntoOtherPane(OpenJob& job) {
   clearJumpHistories(job.pane);
   goToPage(job.pane, 0, false);
   outlineChanged();
-  joinWorkingDocuments(job);
+  enterInLists(job);
   documentsChanged();
   return StepResult::Opened;
 }
@@ -219,9 +242,11 @@ void showFirstPages() {
 StepResult openForBothPanes(OpenJob& job) {
   if (inTwoDocuments()) return StepResult::Next;
   closeSharedDocument();
+  LoadedFile from = loadedFileNow(job.loadPath);
   DocumentHandle document = loadDocumentFile(job.loadPath);
   if (!document) return reportLoadFailure(FPDF_GetLastError());
   adoptSharedDocument(std::move(document), job.displayPath);
+  session.active.loadedFrom = std::move(from);
   showFirstPages();
   loadPlacementsLater(session.active.document.get());
   showPageThenOutline();
@@ -230,7 +255,7 @@ StepResult openForBothPanes(OpenJob& job) {
 
 void adoptPaneDocument(int pane, DocumentHandle document, const std::u16string& path) {
   PaneSlot& slot = session.panes[pane];
-  keepPendingPlacements(session.panes[1 - pane]);
+  keepPendingPlacements(1 - pane);
   ClearPlacements();
   dropPaneView(pane);
   clearDocument(slot);
@@ -246,9 +271,11 @@ void adoptPaneDocument(int pane, DocumentHandle document, const std::u16string& 
 // The new document loads before the old one closes, so a failed load leaves the pane as it was.
 StepResult openIntoPane(OpenJob& job) {
   if (!inTwoDocuments()) return StepResult::Next;
+  LoadedFile from = loadedFileNow(job.loadPath);
   DocumentHandle document = loadDocumentFile(job.loadPath);
   if (!document) return reportLoadFailure(FPDF_GetLastError());
   adoptPaneDocument(job.pane, std::move(document), job.displayPath);
+  session.panes[job.pane].loadedFrom = std::move(from);
   loadPlacementsLater(session.panes[job.pane].document.get());
   goToPage(job.pane, 0, false);
   if (job.pane == session.activePane) showPageThenOutline();
@@ -256,21 +283,28 @@ StepResult openIntoPane(OpenJob& job) {
 }
 
 StepResult finishOpening(OpenJob& job) {
-  joinWorkingDocuments(job);
+  enterInLists(job);
+  followShelfDecision(job.displayPath, job.shelf);
   documentsChanged();
   return StepResult::Opened;
 }
 
 using OpenStep = StepResult (*)(OpenJob&);
 
-// The question and the gate come before anything changes; the user cannot refuse any later step.
+// The questions and the gate come before anything changes; the user cannot refuse any later step.
 // There are two loading steps: the mode left by the earlier steps decides which one acts.
 constexpr OpenStep kOpenSteps[] = {
-    checkPathLimit,        decideReplacement,
-    askBeforeReplacing,    passGate,
-    leaveReplacedDocument, clearSearchAndSelection,
-    collapseOntoOtherPane, splitPanes,
-    openForBothPanes,      openIntoPane,
+    checkPathLimit,
+    decideReplacement,
+    askBeforeReplacing,
+    lookOnShelf,
+    passGate,
+    leaveReplacedDocument,
+    clearSearchAndSelection,
+    collapseOntoOtherPane,
+    splitPanes,
+    openForBothPanes,
+    openIntoPane,
     finishOpening,
 };
 
@@ -296,6 +330,22 @@ bool openDocument(const std::u16string* loadPath, int pane, WorkingDocsMode work
   job.askBeforeReplace = askBeforeReplace;
   const DocumentWork work;
   return runSteps(job) == StepResult::Opened;
+}
+
+OpenResult openAsLeft(const std::u16string& path, int pane, WorkingDocsMode workingDocsMode,
+                      bool askBeforeReplace) {
+  OpenJob job;
+  job.hasLoadPath = true;
+  job.loadPath = path;
+  job.displayPath = path;
+  job.looksOnShelf = true;
+  job.pane = pane;
+  job.workingDocsMode = workingDocsMode;
+  job.askBeforeReplace = askBeforeReplace;
+  const DocumentWork work;
+  const StepResult result = runSteps(job);
+  if (result == StepResult::Declined) return OpenResult::Declined;
+  return result == StepResult::Opened ? OpenResult::Opened : OpenResult::Failed;
 }
 
 }  // namespace quillmere

@@ -3,7 +3,7 @@
 #include "documents/network_notice.h"
 #include "documents/open.h"
 #include "documents/restore_view.h"
-#include "documents/settle_shelf.h"
+#include "documents/save_target.h"
 #include "platform/sound.h"
 #include "platform/text.h"
 #include "session/changes.h"
@@ -39,7 +39,7 @@ void reportUnreachable(ProbeResult result) {
 }
 
 bool shownIn(int pane, const std::u16string& path) {
-  return documentOf(pane) != nullptr && platform::equalIgnoringCase(pathOf(pane), path);
+  return documentOf(pane) != nullptr && samePath(pathOf(pane), path);
 }
 
 bool alreadyShown(const std::u16string& path, bool otherPaneCounts) {
@@ -77,10 +77,9 @@ void openBinderEntry(std::uint32_t itemData, bool askBeforeReplace, bool otherPa
     return;
   }
   const DocumentWork work;
-  const ShelfDecision decision = settleShelfCopy(path);
-  if (!decision.opens) return;
-  const bool opened =
-      openDocument(&decision.loadPath, session.activePane, mode, askBeforeReplace, &path);
+  const OpenResult result = openAsLeft(path, session.activePane, mode, askBeforeReplace);
+  if (result == OpenResult::Declined) return;
+  const bool opened = result == OpenResult::Opened;
   if (opened) {
     session.documentBinders[platform::toLower(path)] = binderPath;
     RestoreView(FindBinder(binderPath), path);

@@ -6,7 +6,6 @@
 #include "base/limits.h"
 #include "documents/network_notice.h"
 #include "documents/open.h"
-#include "documents/settle_shelf.h"
 #include "integration/internet_gate.h"
 #include "platform/files.h"
 #include "platform/main_window.h"
@@ -54,9 +53,7 @@ bool openRequested(const std::u16string& requested, int pane, WorkingDocsMode wo
   const std::u16string path = platform::absolutePath(requested);
   // Everything below looks at the file, which would hold the window while a share is silent.
   if (path.size() < kPathBufferUnits && !networkAnswers(path)) return false;
-  const ShelfDecision decision = settleShelfCopy(path);
-  return decision.opens &&
-         openDocument(&decision.loadPath, pane, workingDocsMode, askBeforeReplace, &path);
+  return openAsLeft(path, pane, workingDocsMode, askBeforeReplace) == OpenResult::Opened;
 }
 
 void openSeveral(const std::vector<std::u16string>& paths, int pane) {
@@ -85,7 +82,7 @@ void openHandedOver(const std::u16string& path) {
 }
 
 void openWaiting() {
-  if (session.documentWork > 0) return;
+  if (session.documentWork > 0 || session.leaving) return;
   // Each stays out of the queue only while it is opened, so that what arrives meanwhile comes last.
   while (!session.waitingOpens.empty()) {
     const WaitingOpen open = std::move(session.waitingOpens.front());

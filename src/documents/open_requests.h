@@ -5,7 +5,7 @@
 
 #include "store/working_documents.h"
 
-// Opens that the user asks for. Each first settles whether to use a shelved copy of the document.
+// Opens that the user asks for.
 namespace quillmere {
 
 // Opens one document as the user asked, in its shelved state when there is one. From here on it has

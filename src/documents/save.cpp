@@ -1,22 +1,55 @@
 #include "documents/save.h"
 
+#include "base/limits.h"
 #include "base/product.h"
 #include "base/text_format.h"
 #include "documents/shelve.h"
-#include "platform/sound.h"
 #include "session/session.h"
+#include "session/waiting_opens.h"
+#include "view/rotation.h"
 
 namespace quillmere {
 
-// Documents are not written yet. The sound says that nothing was saved, and callers that save
-// before closing keep the document open.
-void SaveCommand() {
-  platform::beep(platform::Sound::Default);
+namespace {
+
+bool documentIsOpen() {
+  if (documentOf(session.activePane) != nullptr) return true;
+  showNotice(u"No document is open.", BoxIcon::Warning);
+  return false;
 }
 
-bool SaveDocumentTo(int, const std::u16string&) {
-  platform::beep(platform::Sound::Default);
-  return false;
+std::u16string askForTarget() {
+  SaveDialogRequest request;
+  request.filters = {{u"PDF Files", u"*.pdf"}};
+  request.defaultExtension = u"pdf";
+  request.name = fileNameOf(pathOf(session.activePane));
+  return askWhereToSave(request);
+}
+
+}  // namespace
+
+void SaveCommand() {
+  if (session.viewerRole) return;
+  const DocumentWork work;
+  const int pane = session.activePane;
+  if (!documentIsOpen()) return;
+  if (pathOf(pane).empty()) {
+    showNotice(u"No file path is known. Use Save As.", BoxIcon::Warning);
+    return;
+  }
+  if (confirmRotationSave(pane) == BoxAnswer::Cancel) return;
+  if (!SaveDocumentTo(pane, pathOf(pane))) return;
+  // The user may have left turns out of the file.
+  if (!hasUnsavedChanges()) DropActiveShelfEntry();
+}
+
+void SaveAsCommand() {
+  if (session.viewerRole) return;
+  const DocumentWork work;
+  if (!documentIsOpen()) return;
+  const std::u16string path = askForTarget();
+  if (path.empty() || confirmRotationSave(session.activePane) == BoxAnswer::Cancel) return;
+  SaveDocumentTo(session.activePane, path);
 }
 
 BoxAnswer PromptSaveBeforeClose(const std::u16string& fileName) {
@@ -25,6 +58,7 @@ BoxAnswer PromptSaveBeforeClose(const std::u16string& fileName) {
 }
 
 BoxAnswer AskSaveBeforeClose(const std::u16string& fileName) {
+  keepEdits(session.activePane);  // an earlier answer may have led to nothing
   const std::u16string text =
       fileName.empty()
           ? std::u16string(u"This document has unsaved changes.\n\nSave them before closing?")
@@ -38,11 +72,9 @@ BoxAnswer FollowCloseAnswer(BoxAnswer answer) {
     SaveCommand();
     return hasUnsavedChanges() ? BoxAnswer::Cancel : BoxAnswer::Yes;
   }
-  if (answer == BoxAnswer::No) {
-    DropActiveShelfEntry();
-    return BoxAnswer::No;
-  }
-  return BoxAnswer::Cancel;
+  if (answer != BoxAnswer::No) return BoxAnswer::Cancel;
+  giveUpEdits(session.activePane);
+  return BoxAnswer::No;
 }
 
 BoxAnswer SaveOrShelveBeforeClose(const std::u16string& fileName) {

@@ -2,19 +2,19 @@
 
 #include <string>
 
+#include "documents/save_document.h"
 #include "ui/boxes.h"
 
 namespace quillmere {
 
-// Writes the active document to its own file.
+// Writes the active document to its own file, or to one that the user chooses. Both first ask
+// whether to write turns that are still pending.
 void SaveCommand();
-
-// Writes the pane's document to `path`. True when that is done and its unsaved state is cleared.
-bool SaveDocumentTo(int pane, const std::u16string& path);
+void SaveAsCommand();
 
 // Asks what to do about unsaved changes before the active document closes; `fileName` may be empty.
-// No: there is nothing to save, or the user discards the changes. Yes: they were saved. Cancel: the
-// document must stay open.
+// No: there is nothing to save, or the user discards the changes, of which the shelf forgets when
+// the document closes. Yes: they were saved. Cancel: the document must stay open.
 BoxAnswer PromptSaveBeforeClose(const std::u16string& fileName);
 
 // The two halves of it, for several documents that close together or not at all: asks about changes

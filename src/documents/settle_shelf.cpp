@@ -1,6 +1,5 @@
 #include "documents/settle_shelf.h"
 
-#include "platform/files.h"
 #include "store/shelf.h"
 #include "ui/boxes.h"
 
@@ -15,15 +14,6 @@ constexpr const char16_t* kConflictText =
     u"  No       Use the on-disk version (discards your unsaved changes)\n"
     u"  Cancel  Don't open anything";
 
-// A stored 0 means that the value was not known; a document that cannot be queried counts as
-// unchanged.
-bool changedOnDisk(const ShelfEntry& entry, const std::u16string& path) {
-  const auto stamp = platform::fileStamp(path);
-  if (!stamp) return false;
-  return (entry.sourceSize != 0 && entry.sourceSize != stamp->size) ||
-         (entry.sourceTime != 0 && entry.sourceTime != stamp->writeTime);
-}
-
 }  // namespace
 
 ShelfDecision settleShelfCopy(const std::u16string& path) {
@@ -37,20 +27,30 @@ ShelfDecision settleShelfCopy(const std::u16string& path) {
     DropShelfEntry(path);
     return decision;
   }
-  if (changedOnDisk(*entry, path)) {
+  // A document that cannot be queried counts as unchanged.
+  const auto stamp = platform::fileStamp(path);
+  if (stamp && stampDiffers(*entry, *stamp)) {
     const BoxAnswer answer =
         showBox(kConflictText, u"Conflicting Versions", BoxButtons::YesNoCancel, BoxIcon::Warning);
-    if (answer == BoxAnswer::No) {
-      DropShelfEntry(path);
-      return decision;
-    }
-    if (answer != BoxAnswer::Yes) {
-      decision.opens = false;
-      return decision;
-    }
+    decision.opens = answer == BoxAnswer::Yes || answer == BoxAnswer::No;
+    decision.givesUpCopy = answer == BoxAnswer::No;
+    if (answer != BoxAnswer::Yes) return decision;
+    decision.overruled = stamp;
   }
   decision.loadPath = copy;
   return decision;
+}
+
+void followShelfDecision(const std::u16string& path, const ShelfDecision& decision) {
+  ShelfEntry* entry = shelfEntryOf(path);
+  if (entry == nullptr) return;
+  // A record without a copy is of edits that went with an earlier window of the document.
+  if (decision.givesUpCopy || entry->shelfName.empty()) return DropShelfEntry(path);
+  if (!decision.overruled) return;
+  // The same question about the same state of the file is not asked twice.
+  entry->sourceSize = decision.overruled->size;
+  entry->sourceTime = decision.overruled->writeTime;
+  SaveShelfIndex();
 }
 
 }  // namespace quillmere

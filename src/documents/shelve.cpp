@@ -1,45 +1,220 @@
 #include "documents/shelve.h"
 
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "annot/placements.h"
+#include "annot/write_placements.h"
+#include "base/limits.h"
+#include "base/text_format.h"
+#include "documents/document_loader.h"
 #include "documents/save.h"
-#include "platform/sound.h"
+#include "documents/save_target.h"
+#include "platform/file_properties.h"
+#include "platform/files.h"
+#include "platform/text.h"
+#include "session/changes.h"
+#include "session/document_slots.h"
+#include "session/loaded_file.h"
 #include "session/session.h"
+#include "session/waiting_opens.h"
 #include "store/binder_library.h"
+#include "store/probe_path.h"
 #include "store/shelf.h"
+#include "store/write_document_copy.h"
+#include "ui/boxes.h"
+#include "view/render.h"
 #include "view/rotation.h"
 
 namespace quillmere {
 
-// Nothing is shelved yet, so the user is always asked about unsaved changes.
-bool ShelveCurrentDocument() {
+namespace {
+
+bool openedFromLoadedBinder(int pane) {
+  const auto opened = session.documentBinders.find(platform::toLower(pathOf(pane)));
+  return opened != session.documentBinders.end() && FindBinder(opened->second) != kNoBinder;
+}
+
+bool belongsOnShelf(int pane) {
+  return keepsShelf() && documentOf(pane) != nullptr && openedFromLoadedBinder(pane);
+}
+
+// Writes the document with its placements, which stay pending if that fails.
+bool writeWithPlacements(FPDF_DOCUMENT document, const std::u16string& path) {
+  const AddedAnnotations stamps = WritePendingStamps(document);
+  const AddedAnnotations texts = WritePendingTextDrops(document);
+  if (WriteDocumentCopy(document, path)) return true;
+  takeBackAnnotations(document, texts);
+  takeBackAnnotations(document, stamps);
   return false;
 }
 
-// Copies on the shelf are not written back yet, as documents are not: the sound tells that nothing
-// was saved.
+void stamp(ShelfEntry& entry, const std::optional<platform::FileStamp>& stamp) {
+  if (!stamp) return;
+  entry.sourceSize = stamp->size;
+  entry.sourceTime = stamp->writeTime;
+}
+
+// The changes were made to the file as it was when it was loaded. A document that was loaded from
+// its copy keeps the stamps of its first shelving.
+void stampEntry(ShelfEntry& entry, const DocumentSlot& slot) {
+  if (samePath(slot.loadedFrom.path, slot.path)) {
+    stamp(entry, slot.loadedFrom.stamp);
+  } else if (entry.shelfName.empty()) {
+    stamp(entry, platform::fileStamp(slot.path));
+  }
+}
+
+// The copy before it goes last: until the index names the new one, the index in the file needs it.
+void enterCopy(const DocumentSlot& slot, const std::u16string& name) {
+  ShelfEntry& entry = session.shelfIndex[shelfKeyOf(slot.path)];
+  stampEntry(entry, slot);
+  entry.dirty = true;
+  const std::u16string before = std::exchange(entry.shelfName, name);
+  if (SaveShelfIndex()) DeleteShelfFile(before);
+}
+
+void showAsShelved(int pane, bool ownedPlacements) {
+  const FPDF_DOCUMENT document = documentOf(pane);
+  dirtyOf(pane) = false;
+  keepEdits(pane);
+  if (ownedPlacements) LoadPlacements(document);
+  for (const int each : panesHolding(document)) {
+    if (session.panes[each].page) redrawPicture(each);
+  }
+  pictureChanged();
+  binderFilesChanged();
+}
+
+bool changedOnDisk(const ShelfEntry& entry, const std::u16string& path) {
+  const auto stamp = platform::fileStamp(path);
+  return stamp && stampDiffers(entry, *stamp);
+}
+
+// Reasons why the changes on the shelf did not reach the document's file.
+constexpr const char16_t* kNoCopy = u"No shelf copy of the changes exists.";
+constexpr const char16_t* kCopyMissing = u"The shelf copy of the changes is missing.";
+constexpr const char16_t* kModified = u"The file on disk has been modified since.";
+constexpr const char16_t* kCopyUnreadable = u"The shelf copy could not be opened.";
+constexpr const char16_t* kNotWritten = u"Writing the file failed.";
+constexpr const char16_t* kNotReplaced =
+    u"The file could not be replaced (it may be locked or read-only).";
+
+bool reportUnsaved(const std::u16string& path, const char16_t* reason) {
+  showNotice(
+      formatText(u"Could not save '%s':\n%s%s",
+                 {fileNameOf(path), reason, u"\n\nThe unsaved changes are still on its shelf."}),
+      BoxIcon::Error);
+  return false;
+}
+
+// Null when the copy now stands in the place of the file; otherwise the reason why it does not.
+const char16_t* putInPlace(const std::u16string& copy, const std::u16string& path) {
+  const DocumentHandle document = loadDocumentFile(copy);
+  if (!document) return kCopyUnreadable;
+  const std::u16string sibling = writeDocumentBeside(document.get(), path, {});
+  if (sibling.empty()) return kNotWritten;
+  platform::copyAlternateStreams(path, sibling);
+  platform::copyFileProperties(path, sibling);
+  if (platform::replaceFile(sibling, path)) return nullptr;
+  platform::deleteFile(sibling);
+  return kNotReplaced;
+}
+
+bool saveOpenDocument(int pane) {
+  commitRotations(pane);
+  return SaveDocumentTo(pane, std::u16string(pathOf(pane)));
+}
+
+bool saveClosedDocument(const std::u16string& path) {
+  const ShelfEntry* entry = shelfEntryOf(path);
+  if (entry == nullptr || !entry->dirty) return true;
+  const std::u16string copy = ShelfFilePath(entry->shelfName);
+  if (copy.empty()) return reportUnsaved(path, kNoCopy);
+  if (!platform::fileExists(copy)) return reportUnsaved(path, kCopyMissing);
+  if (onGoneShare(path)) return reportUnsaved(path, kNotWritten);
+  if (changedOnDisk(*entry, path)) return reportUnsaved(path, kModified);
+  if (const char16_t* reason = putInPlace(copy, path)) return reportUnsaved(path, reason);
+  DropShelfCopy(path);
+  return true;
+}
+
+}  // namespace
+
+bool shelveDocument(int pane) {
+  if (!belongsOnShelf(pane)) return false;
+  const DocumentSlot& slot = documentSlotOf(pane);
+  const FPDF_DOCUMENT document = slot.document.get();
+  const std::u16string name = NewShelfName();
+  const std::u16string copy = ShelfFilePath(name);
+  // What PDFium still reads from a file that another program has written to makes no sound copy.
+  if (copy.empty() || changedSinceLoad(slot.loadedFrom)) return false;
+  const DocumentWork work;
+  commitRotations(pane);
+  const bool ownsPlacements = session.placementDocument == document && !session.placements.empty();
+  if (!writeWithPlacements(document, copy)) {
+    DeleteShelfFile(name);
+    return false;
+  }
+  enterCopy(slot, name);
+  showAsShelved(pane, ownsPlacements);
+  return true;
+}
+
+bool ShelveCurrentDocument() {
+  return shelveDocument(session.activePane);
+}
+
+void shelveChangedDocuments() {
+  for (int pane = 0; pane < 2; ++pane) {
+    if (hasUnsavedChanges(pane)) shelveDocument(pane);
+  }
+}
+
+void noteDocumentChanged(int pane) {
+  if (session.leaving || !belongsOnShelf(pane)) return;
+  keepEdits(pane);
+  const std::u16string& path = pathOf(pane);
+  const ShelfEntry* known = shelfEntryOf(path);
+  const bool hasCopy = known != nullptr && !known->shelfName.empty();
+  const bool dirty = hasCopy || hasUnsavedChanges(pane);
+  if (dirty == (known != nullptr && known->dirty)) return;
+  if (!dirty) return DropShelfEntry(path);
+  session.shelfIndex[shelfKeyOf(path)].dirty = true;
+  SaveShelfIndex();
+}
+
+void giveUpEdits(int pane) {
+  if (documentOf(pane) != nullptr) session.editsGivenUp.insert(documentOf(pane));
+}
+
+void keepEdits(int pane) {
+  session.editsGivenUp.erase(documentOf(pane));
+}
+
+bool editsGivenUp(const std::u16string& path) {
+  const int pane = paneWithPath(path);
+  return pane >= 0 && session.editsGivenUp.contains(documentOf(pane));
+}
+
+void settleClosedDocuments() {
+  for (const std::u16string& path : std::exchange(session.givenUpPaths, {})) DropShelfEntry(path);
+  deleteLeftShelfFiles();
+}
+
 bool SaveShelved(int binderIndex, int fileIndex) {
   if (session.viewerRole || !IsValidBinderFile(binderIndex, fileIndex)) return false;
+  const DocumentWork work;
   const std::u16string path = binderAt(binderIndex).files[static_cast<std::size_t>(fileIndex)];
   const int pane = paneWithPath(path);
-  if (pane >= 0) {
-    commitRotations(pane);
-    return SaveDocumentTo(pane, path);
-  }
-  if (!IsShelved(path)) return true;
-  platform::beep(platform::Sound::Default);
-  return false;
-}
-
-// Nothing is shelved yet, so the sound tells that nothing was discarded.
-void DiscardBinderFile(int, int) {
-  platform::beep(platform::Sound::Default);
+  return pane >= 0 ? saveOpenDocument(pane) : saveClosedDocument(path);
 }
 
 void DropActiveShelfEntry() {
   DropShelfEntry(pathOf(session.activePane));
+  binderFilesChanged();
 }
-
-void noteDocumentChanged(int) {}
 
 }  // namespace quillmere

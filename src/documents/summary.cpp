@@ -5,8 +5,8 @@
 
 #include "annot/markup_summary.h"
 #include "base/limits.h"
+#include "documents/save_target.h"
 #include "integration/viewers.h"
-#include "platform/text.h"
 #include "session/session.h"
 #include "session/waiting_opens.h"
 #include "store/write_document_copy.h"
@@ -36,24 +36,12 @@ SaveDialogRequest requestFor(const std::u16string& source) {
   return request;
 }
 
-bool isOpen(const std::u16string& path) {
-  return platform::equalIgnoringCase(path, pathOf(0)) ||
-         platform::equalIgnoringCase(path, pathOf(1));
-}
-
-// Copies of unsaved work, which nothing else may overwrite.
-bool onShelf(const std::u16string& path) {
-  const std::u16string& shelf = session.shelveFolder;
-  return !shelf.empty() && path.size() > shelf.size() &&
-         platform::equalIgnoringCase(path.substr(0, shelf.size()), shelf);
-}
-
 // Where to write the report; empty when the user cancelled. Documents that the program has open or
 // manages are refused.
 std::u16string askForTarget(const std::u16string& source) {
   for (;;) {
     std::u16string path = askWhereToSave(requestFor(source));
-    if (path.empty() || (!isOpen(path) && !onShelf(path))) return path;
+    if (path.empty() || !targetInUse(path, kNoPane)) return path;
     showNotice(u"The summary cannot replace a document that is in use.\n\nChoose another name.",
                BoxIcon::Warning);
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "documents/binder_files.h"
+#include "documents/discard.h"
 #include "documents/open_requests.h"
 #include "documents/shelve.h"
 #include "integration/viewers.h"
@@ -93,13 +94,14 @@ std::vector<MenuRow> headMenu(const BinderFile& binder) {
 }
 
 std::vector<MenuRow> fileMenu(const BinderFile& binder, const std::u16string& path) {
-  const bool shelved = IsShelved(path);
+  const int pane = paneWithPath(path);
+  const bool unsaved = IsShelved(path) || (pane >= 0 && hasUnsavedChanges(pane));
   const auto view = binder.views.find(platform::toLower(path));
   return {item(kOpen, u"Open"),
           item(kViewer, u"Open in Separate Viewer"),
           item(kViewInFolder, u"View in Folder"),
-          item(kSave, u"Save", shelved),
-          item(kDiscard, u"Discard Changes...", shelved),
+          item(kSave, u"Save", unsaved),
+          item(kDiscard, u"Discard Changes...", unsaved),
           checkItem(kBoldFile, u"Bold", view != binder.views.end() && view->second.bold),
           MenuRow{},
           item(kRemove,
@@ -211,7 +213,8 @@ void runFileCommand(const BinderRow& row, std::uint32_t command) {
     case kSave:
       return saveShelvedFile(binder, file, row.file);
     case kDiscard:
-      return DiscardBinderFile(binder, file);
+      DiscardBinderFile(binder, file);
+      return BuildBinderTree();
     case kBoldFile:
       return toggleFileBold(row);
     case kRemove:

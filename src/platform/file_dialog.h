@@ -22,7 +22,7 @@ struct OpenDialogRequest {
 std::vector<std::u16string> chooseFilesToOpen(const OpenDialogRequest& request);
 
 struct SaveDialogRequest {
-  std::u16string title;
+  std::u16string title;  // empty for the system's own
   std::vector<FileFilter> filters;
   std::u16string defaultExtension;  // without a dot; added to a name that has none
   std::u16string name;              // what stands in the name field at first

@@ -10,7 +10,7 @@ namespace quillmere::platform {
 // A file being written. Nothing else can open it until it is closed.
 struct FileInWriting;
 
-// Creates the file unless one of that name exists; null on failure.
+// Creates the file unless one of that name exists; null on failure. Any length of path.
 FileInWriting* startNewFile(const std::u16string& path);
 
 // Appends a block. False unless every byte was written.

@@ -5,7 +5,8 @@
 #include <string>
 #include <vector>
 
-// Files and folders, named by full paths with backslashes unless said otherwise.
+// Files and folders, named by full paths with backslashes unless said otherwise. Paths of more than
+// 259 units reach nothing, except where any length is said to work.
 namespace quillmere::platform {
 
 // The system error codes that the program distinguishes.
@@ -15,6 +16,8 @@ inline constexpr std::uint32_t kErrorPathNotFound = 3;
 
 inline constexpr std::uint32_t kInvalidAttributes = 0xFFFFFFFF;
 inline constexpr std::uint32_t kAttributeReadOnly = 0x1;
+inline constexpr std::uint32_t kAttributeHidden = 0x2;
+inline constexpr std::uint32_t kAttributeSystem = 0x4;
 inline constexpr std::uint32_t kAttributeFolder = 0x10;
 
 struct AttributeQuery {
@@ -25,6 +28,7 @@ struct AttributeQuery {
 struct FileStamp {
   std::uint64_t size = 0;       // bytes
   std::uint64_t writeTime = 0;  // last write, in 100-nanosecond ticks since 1601 (UTC)
+  bool operator==(const FileStamp&) const = default;
 };
 
 // The full path that `path` stands for in this process: a name is relative to the process's current
@@ -39,7 +43,7 @@ AttributeQuery queryAttributes(const std::u16string& path);
 // True when a file or folder of that name can be reached.
 bool fileExists(const std::u16string& path);
 
-// Size and last-write time; nullopt when the file cannot be reached.
+// Size and last-write time; nullopt when the file cannot be reached. Any length.
 std::optional<FileStamp> fileStamp(const std::u16string& path);
 
 // False on failure. Only kAttributeReadOnly can be changed.
@@ -54,7 +58,8 @@ bool isNetworkPath(const std::u16string& path);
 bool driveIsAbsent(const std::u16string& path);
 
 // The whole file, opened for reading while others may read, write and delete it. Returns nullopt
-// when it cannot be opened, exceeds `maximumSize` bytes, or yields fewer bytes than its size.
+// when it cannot be opened, exceeds `maximumSize` bytes, or yields fewer bytes than its size. Any
+// length.
 std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& path,
                                                         std::uint64_t maximumSize);
 
@@ -70,11 +75,13 @@ bool writeFile(const std::u16string& path, const void* bytes, std::uint64_t size
 // Creates a new file with these bytes. False when the name exists already, or on failure.
 bool createNewFile(const std::u16string& path, const void* bytes, std::uint64_t size);
 
-// False when the file did not exist or could not be deleted (in use, read-only, a folder).
+// False when the file did not exist or could not be deleted (in use, read-only, a folder). Any
+// length.
 bool deleteFile(const std::u16string& path);
 
-// Renames `source` to `target`, replacing a file of that name in one step. False on failure (either
-// in use, the target read-only or a folder), with both files unchanged.
+// Renames `source` to `target`, replacing a file of that name in one step, and returns when the
+// disk has the new name. False on failure (either in use, the target read-only or a folder), with
+// both files unchanged. Any length.
 bool replaceFile(const std::u16string& source, const std::u16string& target);
 
 // Renames `source` to `target` and never replaces a file. False on failure (`source` in use,
@@ -85,7 +92,7 @@ bool renameFile(const std::u16string& source, const std::u16string& target);
 // Creates one folder. True when it exists afterwards.
 bool createFolder(const std::u16string& path);
 
-// The path in UTF-8, for libraries that open files themselves.
+// The path in UTF-8, for libraries that open files themselves. Any length.
 std::string pathForLibraries(const std::u16string& path);
 
 // Names of the files (not folders) in `folder`, which ends in a backslash, whose names end in

@@ -21,9 +21,9 @@ enum class MutexClaim {
   Unavailable,    // the system gave no handle
 };
 
-// Claims the name of the primary instance. A claim that is Owned lasts as long as the process.
+// Claims the name of the primary instance, for as long as the process lasts.
 MutexClaim claimPrimaryMutex(const std::u16string& name);
-// Gives up a claim that returned AlreadyExists, without waiting for the process to end.
+// Gives the claim up without waiting for the process to end.
 void closePrimaryMutex();
 
 // A top-level window of another process, found by class name; 0 when there is none.

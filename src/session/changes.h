@@ -50,6 +50,10 @@ void documentsLeaving();
 // Documents were opened, closed or moved to another pane.
 void documentsChanged();
 
+// The pane's document was closed and opened again from a file with the same pages, or could not be
+// opened again.
+void documentReplaced(int pane);
+
 // The navigation tree must show another outline or another grouping.
 void outlineChanged();
 

@@ -1,11 +1,24 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
+#include "platform/files.h"
+#include "platform/write_guard.h"
 #include "session/pdfium_handles.h"
 
 namespace quillmere {
+
+// The file that PDFium reads an open document from, all the while that it is open.
+struct LoadedFile {
+  std::u16string path;  // empty when it was loaded from memory
+  // Taken just before it was loaded; nullopt when the system did not tell.
+  std::optional<platform::FileStamp> stamp;
+  // Held from the first edit on, unless another program writes to the file or has done so since it
+  // was loaded.
+  platform::WriteGuardHandle guard;
+};
 
 // What belongs to one open document, wherever the mode keeps it. It has no copy or move of its own,
 // since pages must close before their document: use session/document_slots.h.
@@ -21,6 +34,10 @@ struct DocumentSlot {
   // It was edited in memory since it was loaded. Saving to another file or to the shelf clears
   // `dirty` but never this: what PDFium holds still differs from the file that it reads.
   bool altered = false;
+  LoadedFile loadedFrom;
+  // The file beside its own that a save wrote and could not put in place; the next save overwrites
+  // it. Empty for none.
+  std::u16string keptSibling;
 };
 
 }  // namespace quillmere

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "session/loaded_file.h"
 #include "session/session.h"
 
 namespace quillmere {
@@ -23,11 +24,27 @@ void forgetAnnotationsOf(FPDF_DOCUMENT document) {
   session.markupList.clear();
 }
 
+// The shelf forgets the document's changes once it is told that documents changed.
+void noteEditsGivenUp(const DocumentSlot& slot) {
+  if (session.editsGivenUp.erase(slot.document.get()) > 0) {
+    session.givenUpPaths.push_back(slot.path);
+  }
+}
+
 // A page that was open under the number of another stays so.
 void openUnderItsNumber(int pane, std::int32_t page) {
   const std::int32_t shown = session.panes[pane].currentPage;
   loadPane(pane, page);
   if (shown != page) session.panes[pane].currentPage = shown;
+}
+
+// The bytes of a document that was loaded from memory go with it.
+void closeDocument(DocumentSlot& slot) {
+  const FPDF_DOCUMENT document = slot.document.get();
+  forgetAnnotationsOf(document);
+  slot.document.reset();
+  session.documentKeptBuffer.erase(document);
+  slot.loadedFrom = {};
 }
 
 }  // namespace
@@ -39,34 +56,47 @@ void moveDocument(DocumentSlot& from, DocumentSlot& to) {
   to.path = std::exchange(from.path, {});
   to.dirty = std::exchange(from.dirty, false);
   to.altered = std::exchange(from.altered, false);
+  to.loadedFrom = std::exchange(from.loadedFrom, {});
+  to.keptSibling = std::exchange(from.keptSibling, {});
 }
 
 void clearDocument(DocumentSlot& slot) {
   closePagesOf(slot.document.get());
-  forgetAnnotationsOf(slot.document.get());
-  slot.document.reset();
+  noteEditsGivenUp(slot);
+  closeDocument(slot);
   slot.pageCount = 0;
   slot.path.clear();
   slot.dirty = false;
   slot.altered = false;
+  slot.keptSibling.clear();
 }
 
-void swapDocument(DocumentSlot& slot, DocumentHandle fresh) {
-  const FPDF_DOCUMENT before = slot.document.get();
-  int opened[2] = {-1, -1};
-  for (const int pane : panesHolding(before)) {
-    if (session.panes[pane].page) opened[pane] = session.panes[pane].openPage;
-    closePanePage(pane);
+ClosedDocument closeToReopen(DocumentSlot& slot) {
+  const FPDF_DOCUMENT document = slot.document.get();
+  ClosedDocument closed;
+  for (const int pane : panesHolding(document)) {
+    closed.openPage[pane] = session.panes[pane].openPage;
+    dropPaneView(pane);
   }
-  if (session.placementDocument == before) session.placementDocument = fresh.get();
-  forgetAnnotationsOf(before);
+  closed.ownedPlacements = document != nullptr && session.placementDocument == document;
+  closed.waited = document != nullptr && session.waitingPlacements == document;
+  if (closed.ownedPlacements) session.placementDocument = nullptr;
+  session.editsGivenUp.erase(document);
+  closeDocument(slot);
+  return closed;
+}
+
+void reopenDocument(DocumentSlot& slot, DocumentHandle fresh, LoadedFile from,
+                    const ClosedDocument& closed) {
   slot.document = std::move(fresh);
-  slot.pageCount = FPDF_GetPageCount(slot.document.get());
+  slot.pageCount = slot.document ? FPDF_GetPageCount(slot.document.get()) : 0;
   slot.dirty = false;
   slot.altered = false;
+  slot.loadedFrom = std::move(from);
+  if (closed.ownedPlacements) session.placementDocument = slot.document.get();
+  if (closed.waited) session.waitingPlacements = slot.document.get();
   for (int pane = 0; pane < 2; ++pane) {
-    if (opened[pane] < 0) continue;
-    openUnderItsNumber(pane, opened[pane]);
+    if (closed.openPage[pane] >= 0) openUnderItsNumber(pane, closed.openPage[pane]);
   }
 }
 
@@ -76,6 +106,11 @@ void reopenPage(int pane) {
 
 void markEdited(DocumentSlot& slot) {
   slot.dirty = true;
+  markAltered(slot);
+}
+
+void markAltered(DocumentSlot& slot) {
+  if (!slot.altered) guardLoadedFile(slot.loadedFrom);
   slot.altered = true;
 }
 

@@ -14,16 +14,31 @@ void moveDocument(DocumentSlot& from, DocumentSlot& to);
 // Closes the slot's document, after any of its pages that panes have open, and empties the slot.
 void clearDocument(DocumentSlot& slot);
 
-// Replaces the slot's document with a freshly loaded one; the old one closes with its pages. Path,
-// page numbers, zoom, pan, zoom mode and turns stay. Panes with an open page load the same page of
-// the new document, or its last one if it is shorter. The caller must render them again.
-void swapDocument(DocumentSlot& slot, DocumentHandle fresh);
+// What a document leaves in the session when it closes to be opened again from another file.
+struct ClosedDocument {
+  int openPage[2] = {-1, -1};    // by pane, zero-based; -1 for a pane without a page of it
+  bool ownedPlacements = false;  // the session's placements are its own
+  bool waited = false;           // its placements were still to be read
+};
+
+// Closes the slot's document with its pages and pictures, so that its file can be replaced. Path,
+// page numbers, zoom, pan, zoom mode, turns and placements stay for `reopenDocument`.
+ClosedDocument closeToReopen(DocumentSlot& slot);
+
+// Gives a slot that `closeToReopen` emptied the freshly loaded document, clean and unaltered. Panes
+// that had a page open load the same page of it, or its last one if it is shorter; the caller must
+// render them. The session's placements are its own if they were the closed one's. Null leaves the
+// slot without a document.
+void reopenDocument(DocumentSlot& slot, DocumentHandle fresh, LoadedFile from,
+                    const ClosedDocument& closed);
 
 // Loads the page that a pane has open anew, if any; the number shown stays.
 void reopenPage(int pane);
 
 // Records that the document was edited in memory and that the edit is not in its file.
 void markEdited(DocumentSlot& slot);
+// Records the edit alone, for one that no save has to write.
+void markAltered(DocumentSlot& slot);
 
 // The panes, hidden ones included, that hold this document; empty for null.
 std::vector<int> panesHolding(FPDF_DOCUMENT document);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/files.h"
 #include "platform/text.h"
 #include "session/changes.h"
 #include "session/page_memory.h"
@@ -67,8 +68,10 @@ PageRotations& pageRotationsOf(int pane) {
 }
 
 int paneWithPath(std::u16string_view path) {
+  const std::u16string full = platform::absolutePath(std::u16string(path));
   for (const int pane : {session.activePane, 1 - session.activePane}) {
-    if (documentOf(pane) != nullptr && platform::equalIgnoringCase(pathOf(pane), path)) return pane;
+    if (documentOf(pane) == nullptr) continue;
+    if (platform::equalIgnoringCase(platform::absolutePath(pathOf(pane)), full)) return pane;
   }
   return -1;
 }

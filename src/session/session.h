@@ -25,7 +25,7 @@
 #include "session/pane_slot.h"
 #include "session/placement.h"
 #include "session/placement_drag.h"
-#include "session/shelf_entry.h"
+#include "session/shelf_index.h"
 #include "session/stamp_drag.h"
 #include "session/stamp_entry.h"
 #include "session/text_selection.h"
@@ -57,6 +57,9 @@ struct SessionState {
   std::int32_t documentWork = 0;          // DocumentWork guards alive
   std::vector<WaitingOpen> waitingOpens;  // what arrived meanwhile
   bool closeWaits = false;                // the main window was asked to close meanwhile
+  // The window closes for good: the shelf was cleared, and further files are for another process.
+  bool leaving = false;
+  std::vector<std::u16string> pathsToHandOn;  // what arrived then, once the window has gone
 
   // Documents, panes and the mode. Written by documents/ and session/document_slots.cpp, the active
   // pane by session/session.cpp, and what a pane shows by view/.
@@ -175,7 +178,13 @@ struct SessionState {
   // When a share last kept the program waiting in vain, in milliseconds of the monotonic clock; by
   // its lower-cased name.
   std::unordered_map<std::u16string, std::uint64_t, Fnv1aTextHash> deafShares;
-  std::unordered_map<std::u16string, ShelfEntry, Fnv1aTextHash> shelfIndex;  // by lower-cased path
+  ShelfIndex shelfIndex;
+  bool shelfIndexUnread = false;  // its file is there and could not be read
+  // Copies of no entry that were still open when they should have been deleted.
+  std::vector<std::u16string> shelfFilesLeft;
+  // Open documents whose unsaved changes the user gave up; their entries go when they close.
+  std::set<FPDF_DOCUMENT> editsGivenUp;
+  std::vector<std::u16string> givenUpPaths;  // of those that have closed
 };
 
 // The one record of the process.
@@ -194,8 +203,8 @@ std::u16string& pathOf(int pane);
 bool& dirtyOf(int pane);
 PageRotations& pageRotationsOf(int pane);
 
-// The pane whose document has this path, ignoring case; the active one where both panes share it;
-// -1 for none.
+// The pane whose document has this path, however it is spelled; the active one where both panes
+// share it; -1 for none.
 int paneWithPath(std::u16string_view path);
 
 // True when the document of the pane, or of the active one, has edits, placements or rotations that

@@ -18,7 +18,7 @@ DocumentWork::~DocumentWork() {
 
 // A new open must queue behind those that already wait.
 bool openMustWait(const WaitingOpen& open) {
-  if (session.documentWork == 0 && session.waitingOpens.empty()) return false;
+  if (session.documentWork == 0 && session.waitingOpens.empty() && !session.leaving) return false;
   session.waitingOpens.push_back(open);
   return true;
 }

@@ -17,6 +17,7 @@
 #include "session/session.h"
 #include "store/probe_path.h"
 #include "store/replace_whole_file.h"
+#include "store/text_lines.h"
 #include "ui/boxes.h"
 
 namespace quillmere {
@@ -24,16 +25,11 @@ namespace quillmere {
 namespace {
 
 constexpr std::size_t kLongestLine = 518;          // units, not counting the line end
-constexpr std::size_t kMostBytesOfUnit = 3;        // in UTF-8
 constexpr std::uint64_t kLargestFile = 256 << 20;  // bytes; no real list of documents is larger
 constexpr std::uint32_t kLastPage = 999999;
 constexpr std::uint32_t kLastMode = 3;
 constexpr float kZoomAbove = 0.01f;
 constexpr float kZoomBelow = 100.0f;
-
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-constexpr std::string_view kLittleEndianMark = "\xFF\xFE";
-constexpr std::string_view kBigEndianMark = "\xFE\xFF";
 
 // Numbers are read as the C library reads them: after blanks, up to the first other character.
 bool isBlank(char16_t unit) {
@@ -168,13 +164,6 @@ void readLine(std::u16string_view line, BinderFile& binder) {
   }
 }
 
-// Ignores a line that is too long, and one with a zero unit, which no path has.
-void readDecodedLine(const std::u16string& line, BinderFile& binder) {
-  if (line.size() <= kLongestLine && line.find(u'\0') == std::u16string::npos) {
-    readLine(line, binder);
-  }
-}
-
 // In ASCII text each byte is a unit.
 bool isPlainFileLine(std::string_view line) {
   return !line.starts_with('#') && line.size() <= kLongestLine &&
@@ -182,52 +171,16 @@ bool isPlainFileLine(std::string_view line) {
                      [](unsigned char byte) { return byte > 0 && byte < 0x80; });
 }
 
-void keepFurtherLine(std::string_view line, BinderFile& binder) {
+// A file can hold millions of lines beyond those that a list holds. True when the line was one of
+// these and is kept as it is.
+bool keepFurtherLine(std::string_view line, BinderFile& binder) {
+  if (binder.files.size() < kMostFilesHeld || !isPlainFileLine(line)) return false;
   const std::size_t last = line.find_last_not_of(" \r");
   const std::size_t path = line.find_first_not_of(" \r");
-  if (last == std::string_view::npos || line[path] == '\t') return;
-  binder.furtherLines.append(line.substr(0, last + 1)).append("\r\n");
-}
-
-// Decodes as little as it can, since a file can hold millions of lines.
-void readUtf8Line(std::string_view line, BinderFile& binder) {
-  if (line.size() > kLongestLine * kMostBytesOfUnit) return;
-  if (binder.files.size() >= kMostFilesHeld && isPlainFileLine(line)) {
-    keepFurtherLine(line, binder);
-  } else {
-    readDecodedLine(platform::fromUtf8(line), binder);
+  if (last != std::string_view::npos && line[path] != '\t') {
+    binder.furtherLines.append(line.substr(0, last + 1)).append("\r\n");
   }
-}
-
-void readUtf8(std::string_view bytes, BinderFile& binder) {
-  while (!bytes.empty()) {
-    const std::size_t end = std::min(bytes.find('\n'), bytes.size());
-    std::string_view line = bytes.substr(0, end);
-    bytes.remove_prefix(std::min(end + 1, bytes.size()));
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    if (!line.empty()) readUtf8Line(line, binder);
-  }
-}
-
-void readUtf16(std::string_view bytes, BinderFile& binder) {
-  std::u16string line;
-  const auto take = [&] {
-    if (line.ends_with(u'\r')) line.pop_back();
-    // Binder files are written in UTF-8, which has no lone surrogates.
-    if (!line.empty()) readDecodedLine(platform::fromUtf8(platform::toUtf8(line)), binder);
-    line.clear();
-  };
-  for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
-    const auto low = static_cast<unsigned char>(bytes[at]);
-    const auto high = static_cast<unsigned char>(bytes[at + 1]);
-    const auto unit = static_cast<char16_t>(high << 8 | low);
-    if (unit == u'\n') {
-      take();
-    } else if (line.size() <= kLongestLine + 1) {  // enough to see that it is too long
-      line += unit;
-    }
-  }
-  take();
+  return true;
 }
 
 std::u16string fieldsOf(const BinderEntry& entry) {
@@ -296,14 +249,9 @@ std::u16string BinderNameFromPath(std::u16string_view path) {
 }
 
 bool parseBinder(std::string_view bytes, BinderFile& binder) {
-  if (bytes.starts_with(kBigEndianMark)) return false;
-  if (bytes.starts_with(kLittleEndianMark)) {
-    readUtf16(bytes.substr(kLittleEndianMark.size()), binder);
-  } else {
-    if (bytes.starts_with(kUtf8Mark)) bytes.remove_prefix(kUtf8Mark.size());
-    readUtf8(bytes, binder);
-  }
-  return true;
+  return readTextLines(
+      bytes, kLongestLine, [&binder](std::u16string_view line) { readLine(line, binder); },
+      [&binder](std::string_view line) { return keepFurtherLine(line, binder); });
 }
 
 std::string binderBytes(const BinderFile& binder) {
@@ -311,7 +259,7 @@ std::string binderBytes(const BinderFile& binder) {
       formatText(u"# collapsed=%d\r\n# bold=%d\r\n",
                  {decimal(binder.collapsed ? 1 : 0), decimal(binder.bold ? 1 : 0)});
   for (const std::u16string& path : binder.files) text += lineOf(binder, path) + u"\r\n";
-  return std::string(kUtf8Mark) + platform::toUtf8(text) + binder.furtherLines;
+  return textFileBytes(text) + binder.furtherLines;
 }
 
 bool LoadBinderFile(const std::u16string& path, BinderFile& binder) {

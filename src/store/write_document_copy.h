@@ -7,7 +7,13 @@
 namespace quillmere {
 
 // Writes the whole document to `path`, replacing a file of that name. True when `path` now holds
-// it; otherwise a file that was there is unchanged.
+// it; otherwise a file that was there is unchanged. Read-only, hidden and system files are not
+// replaced.
 bool WriteDocumentCopy(FPDF_DOCUMENT document, const std::u16string& path);
+
+// Writes the whole document to a new file beside `path`, named by `startNamedSibling`. Returns its
+// path; empty on failure, with no file left.
+std::u16string writeDocumentBeside(FPDF_DOCUMENT document, const std::u16string& path,
+                                   const std::u16string& own);
 
 }  // namespace quillmere

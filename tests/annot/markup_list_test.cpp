@@ -339,7 +339,8 @@ TEST_F(MarkupListTest, AClosedDocumentTakesItsListAlong) {
   page.annotations = {markup("Highlight", {charactersOf(0, 0, 3)})};
   document = openInActive(buildPdf({page}));
   markupsOf(document);
-  swapDocument(session.active, loadDocument(simplePdf(1)));
+  const ClosedDocument closed = closeToReopen(session.active);
+  reopenDocument(session.active, loadDocument(simplePdf(1)), {}, closed);
   EXPECT_EQ(session.markupListDocument, nullptr);
   EXPECT_THAT(markupsOf(session.active.document.get()), IsEmpty());
   clearDocument(session.active);

@@ -11,6 +11,7 @@
 #include "documents/close.h"
 #include "documents/modes.h"
 #include "documents/open.h"
+#include "documents/save_document.h"
 #include "nav/find_bar.h"
 #include "support/opening_test.h"
 #include "support/pdf_builder.h"
@@ -109,6 +110,21 @@ TEST_F(ChangesTest, AnOpenIntoAPanePaintsThePageBeforeItReadsTheOutline) {
   EXPECT_THAT(shown(),
               ElementsAre("repaint", "title", "status bar", "pages painted", "navigation tree",
                           "menus", "title", "status bar", "repaint with erasing"));
+}
+
+TEST_F(ChangesTest, ASavedDocumentIsShownAnewWithItsTreeFirst) {
+  ASSERT_TRUE(SaveDocumentTo(0, pathOf(0)));
+  EXPECT_THAT(shown(), ElementsAre("navigation tree", "menus", "title", "status bar",
+                                   "repaint with erasing"));
+}
+
+TEST_F(ChangesTest, ASavedDocumentOfTheInactivePaneLeavesTheTree) {
+  setViewMode(ViewMode::TwoDocuments);
+  const std::u16string path = putPdf(u"b.pdf", simplePdf(2));
+  EXPECT_TRUE(openDocument(&path, 1, kWorkingDocsLeaveAlone, false, nullptr));
+  forget();
+  ASSERT_TRUE(SaveDocumentTo(1, path));
+  EXPECT_THAT(shown(), ElementsAre("menus", "title", "status bar", "repaint with erasing"));
 }
 
 TEST_F(ChangesTest, AFailedOpenShowsTheEmptyStateBeforeItsBox) {

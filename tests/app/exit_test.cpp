@@ -55,18 +55,6 @@ TEST_F(ExitTest, NoLeavesTheViewersOpen) {
   EXPECT_THAT(standIn().windowsAskedToClose, IsEmpty());
 }
 
-TEST_F(ExitTest, AFileHandedOverDuringTheQuestionIsOpenedAndTheWindowStays) {
-  viewersRun();
-  const std::u16string path = putPdf(u"late.pdf", simplePdf(1));
-  standIn().boxAnswers = {BoxAnswer::No, BoxAnswer::No};
-  standIn().onBox = [&](const platform::ShownBox&) { openHandedOver(path); };
-  EXPECT_FALSE(settleBeforeClose());
-  deliverPosted();
-  EXPECT_EQ(session.active.path, path);
-  standIn().onBox = {};
-  EXPECT_TRUE(settleBeforeClose());
-}
-
 TEST_F(ExitTest, AWindowThatIsClosedBelowAQuestionOpensNothingAnyMore) {
   const std::u16string first = putPdf(u"first.pdf", simplePdf(1));
   const std::u16string second = putPdf(u"second.pdf", simplePdf(2));

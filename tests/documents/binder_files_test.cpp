@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "dialogs/unsaved_dialog_script.h"
 #include "documents/modes.h"
 #include "documents/open.h"
 #include "documents/open_binder_entry.h"
@@ -12,7 +13,6 @@
 #include "store/working_documents.h"
 #include "support/pdf_builder.h"
 #include "support/session_test.h"
-#include "support/unsaved_dialog_script.h"
 
 namespace quillmere::test {
 namespace {
@@ -165,7 +165,8 @@ TEST_F(BinderFilesTest, NoDiscardsShelvedChangesAndAsksNothingMore) {
 
 TEST_F(BinderFilesTest, AFailedSaveOfShelvedChangesStopsTheRemoval) {
   shelve(u"C:\\a.pdf");
-  standIn().boxAnswers = {BoxAnswer::Yes};
+  platform::setReadOnly(u"C:\\a.pdf", true);
+  standIn().boxAnswers = {BoxAnswer::Yes, BoxAnswer::Ok};
   EXPECT_FALSE(RemoveFileFromBinder(1, 0, false));
   EXPECT_TRUE(IsShelved(u"C:\\a.pdf"));
   EXPECT_THAT(files(1), SizeIs(2));
@@ -281,8 +282,9 @@ TEST_F(BinderFilesTest, AFailedSaveOfAnOpenDocumentDiscardsNoOther) {
   openEntry(1, 0);
   session.panes[0].dirty = true;
   session.panes[1].dirty = true;
-  standIn().boxAnswers = {BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Yes};
-  EXPECT_FALSE(RemoveAllFromBinder(1));  // documents cannot be written yet
+  platform::setReadOnly(u"C:\\a.pdf", true);
+  standIn().boxAnswers = {BoxAnswer::Yes, BoxAnswer::No, BoxAnswer::Yes, BoxAnswer::Ok};
+  EXPECT_FALSE(RemoveAllFromBinder(1));
   EXPECT_TRUE(IsShelved(u"C:\\b.pdf"));
   EXPECT_NE(session.panes[0].document, nullptr);
   EXPECT_NE(session.panes[1].document, nullptr);
@@ -314,6 +316,8 @@ TEST_F(BinderFilesTest, UncheckedFilesLoseTheirShelvedChanges) {
 
 TEST_F(BinderFilesTest, AFailedSaveKeepsItsChangesAndStopsTheRemoval) {
   shelve(u"C:\\a.pdf");
+  platform::setReadOnly(u"C:\\a.pdf", true);
+  standIn().boxAnswers = {BoxAnswer::Ok};
   unsavedDialogScript().answer = [](std::vector<UnsavedFile>&) { return UnsavedAnswer::GoAhead; };
   EXPECT_FALSE(RemoveAllFromBinder(1));
   EXPECT_TRUE(IsShelved(u"C:\\a.pdf"));

@@ -50,7 +50,7 @@ class OpenRequestsTest : public SessionTest {
     session.shelfIndex[entry.path] = entry;
   }
 
-  ShelfEntry& entry() { return session.shelfIndex.begin()->second; }
+  ShelfEntry& entry() { return *session.shelfIndex.begin(); }
 
   void expectCopyOpen() {
     EXPECT_EQ(session.active.path, document_);
@@ -341,7 +341,7 @@ TEST_F(OpenRequestsTest, NoUsesTheDocumentAndForgetsTheCopy) {
   standIn().boxAnswers = {BoxAnswer::No};
   EXPECT_TRUE(openRequested(document_, 0, kWorkingDocsLeaveAlone, true));
   expectDocumentOpen();
-  EXPECT_THAT(session.shelfIndex, IsEmpty());
+  EXPECT_TRUE(session.shelfIndex.empty());
   EXPECT_EQ(platform::fileBytes(copy_), std::nullopt);
 }
 
@@ -397,7 +397,7 @@ TEST_F(OpenRequestsTest, AVanishedCopyIsForgotten) {
   std::filesystem::remove(platform::realPath(copy_));
   EXPECT_TRUE(openRequested(document_, 0, kWorkingDocsLeaveAlone, true));
   expectDocumentOpen();
-  EXPECT_THAT(session.shelfIndex, IsEmpty());
+  EXPECT_TRUE(session.shelfIndex.empty());
   EXPECT_THAT(standIn().boxes, IsEmpty());
 }
 
@@ -406,7 +406,7 @@ TEST_F(OpenRequestsTest, WithoutADataFolderTheEntryIsForgotten) {
   session.shelveFolder.clear();
   EXPECT_TRUE(openRequested(document_, 0, kWorkingDocsLeaveAlone, true));
   expectDocumentOpen();
-  EXPECT_THAT(session.shelfIndex, IsEmpty());
+  EXPECT_TRUE(session.shelfIndex.empty());
 }
 
 TEST_F(OpenRequestsTest, AnEntryWithoutChangesOrWithoutCopyStandsForNothing) {

@@ -261,6 +261,7 @@ TEST_F(BinderChoicesTest, DeleteWithShiftStillAsksForAShelvedDocument) {
   ShelfEntry& entry = session.shelfIndex[u"c:\\a.pdf"];
   entry.path = u"c:\\a.pdf";
   entry.dirty = true;
+  entry.shelfName = u"copy";
   select(file(1, 0));
   standIn().boxAnswers = {BoxAnswer::Cancel};
   deleteOnBinderRow(true);

@@ -38,6 +38,7 @@ class BinderMenuTest : public BinderPanelTest {
     ShelfEntry& entry = session.shelfIndex[platform::toLower(path)];
     entry.path = platform::toLower(path);
     entry.dirty = true;
+    entry.shelfName = u"copy";
     return entry;
   }
 };
@@ -187,7 +188,9 @@ TEST_F(BinderMenuTest, ADocumentClosedFromThoseInUseIsRecent) {
 }
 
 TEST_F(BinderMenuTest, SaveRebuildsTheTreeWhateverComesOfIt) {
+  session.shelveFolder = u"C:\\Shelve\\";
   shelve(filesOf(1)[0]);
+  standIn().boxAnswers = {BoxAnswer::Ok};  // the copy is missing
   const int clearings = tree().clearings;
   chooseOn(file(1, 0), 4);
   EXPECT_EQ(tree().clearings, clearings + 1);

@@ -102,8 +102,21 @@ struct StandInWindow {
   void paintNow();
 };
 
-// The calls that write a file block by block and put it in its place.
-enum class FileCall { Start, Write, Flush, Close, Replace };
+// The calls by which a document's file is written, put in its place and read again.
+enum class FileCall {
+  Start,
+  Write,
+  Flush,
+  Close,
+  Replace,
+  Delete,
+  CopyProperties,
+  CopyStreams,
+  Guard,
+  Stamp,
+  ReadWhole,
+  OpenInLibrary,
+};
 
 // A row of a tree; its number counts from 1 in the order in which rows came.
 struct StandInTreeRow {
@@ -177,10 +190,11 @@ struct StandIn {
   bool openWithSystemResult = true;
   std::function<void()> onOpenWithSystem;  // runs while the system opens it
   std::optional<std::uint32_t> date;       // unset: the real one
-  std::vector<std::uint32_t> sleeps;       // milliseconds, from any thread
-  std::function<void()> onSleep;           // runs at each sleep, which itself takes no real time
-  std::uint32_t clockStep = 0;             // milliseconds that each reading of the clock adds to it
-  bool clockStopped = false;               // only these steps and sleeps advance the clock
+  bool failGuids = false;
+  std::vector<std::uint32_t> sleeps;  // milliseconds, from any thread
+  std::function<void()> onSleep;      // runs at each sleep, which itself takes no real time
+  std::uint32_t clockStep = 0;        // milliseconds that each reading of the clock adds to it
+  bool clockStopped = false;          // only these steps and sleeps advance the clock
   std::atomic<bool> failEvents{false};
   std::atomic<bool> failThreads{false};
   int threadsStarted = 0;
@@ -269,6 +283,22 @@ enum class OtherUse {
   SharedWriter,  // for writing, letting others read, write and delete
 };
 void setOtherUse(const std::u16string& path, OtherUse use);
+
+// Whether PDFium has the file open, or the logic guards it against writers. Such a file cannot be
+// deleted, replaced or written.
+bool isHeld(const std::u16string& path);
+// Whether the logic guards it against writers.
+bool isGuarded(const std::u16string& path);
+
+// What a file has besides its bytes, its times and kAttributeReadOnly.
+struct FileProperties {
+  std::uint32_t attributes = 0;  // kAttributeHidden, kAttributeSystem
+  std::uint64_t created = 0;     // in 100-nanosecond ticks since 1601; 0 when nobody set it
+  std::u16string accessList;     // empty for that of its folder
+  bool operator==(const FileProperties&) const = default;
+};
+void setProperties(const std::u16string& path, const FileProperties& properties);
+FileProperties propertiesOf(const std::u16string& path);
 
 // The real location of the file or folder, whether it exists or not. Existing components are found
 // ignoring case, whatever the volume's state. For std::filesystem or fopen.

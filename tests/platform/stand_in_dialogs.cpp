@@ -17,6 +17,7 @@ bool offers(BoxButtons buttons, BoxAnswer answer) {
     case BoxButtons::OkDefaultCancel:
       return answer == BoxAnswer::Ok || answer == BoxAnswer::Cancel;
     case BoxButtons::YesNo:
+    case BoxButtons::YesDefaultNo:
       return answer == BoxAnswer::Yes || answer == BoxAnswer::No;
     case BoxButtons::YesNoCancel:
       return answer != BoxAnswer::Ok;

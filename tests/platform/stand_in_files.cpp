@@ -7,8 +7,10 @@
 #include <system_error>
 
 #include "platform/file_in_writing.h"
+#include "platform/file_properties.h"
 #include "platform/files.h"
 #include "platform/text.h"
+#include "platform/write_guard.h"
 #include "stand_in.h"
 #include "stand_in_files.h"
 #include "stand_in_paths.h"
@@ -35,6 +37,8 @@ struct FileBooks {
   std::set<fs::path> readOnly;
   std::map<fs::path, OtherUse> otherUses;
   std::map<fs::path, RecordedTime> times;
+  std::map<fs::path, FileProperties> properties;
+  std::multiset<fs::path> guarded;
   std::map<std::u16string, std::uint32_t> attributeErrors;  // by path in lower case
   std::uint64_t lastTicks = 0;
 };
@@ -105,6 +109,39 @@ void forgetPath(const fs::path& path) {
   const std::lock_guard lock(books().mutex);
   books().readOnly.erase(path);
   books().times.erase(path);
+  books().properties.erase(path);
+}
+
+FileProperties recordedProperties(const fs::path& path) {
+  const std::lock_guard lock(books().mutex);
+  const auto found = books().properties.find(path);
+  return found == books().properties.end() ? FileProperties() : found->second;
+}
+
+bool guarded(const fs::path& path) {
+  const std::lock_guard lock(books().mutex);
+  return books().guarded.contains(path);
+}
+
+// Whether PDFium has the file open; it opens files by itself. What the seam writes is known
+// otherwise.
+bool openInLibrary(const fs::path& path) {
+  std::error_code error;
+#ifdef _WIN32
+  // The system renames no open file, not even to its own name.
+  if (fs::exists(path, error)) fs::rename(path, path, error);
+  return static_cast<bool>(error);
+#else
+  const fs::path whole = fs::weakly_canonical(path, error);
+  for (const fs::directory_entry& open : fs::directory_iterator("/proc/self/fd", error)) {
+    if (fs::read_symlink(open.path(), error) == whole) return true;
+  }
+  return false;
+#endif
+}
+
+bool held(const fs::path& path) {
+  return guarded(path) || openInLibrary(path);
 }
 
 struct CloseFile {
@@ -162,7 +199,8 @@ bool writeFound(const FoundPath& found, const void* bytes, std::uint64_t size) {
 
 bool canBeWritten(const FoundPath& found) {
   if (found.error != 0 && found.error != kErrorFileNotFound) return false;
-  return !found.folder && !isReadOnly(found.owner) && otherUseOf(found.real) == OtherUse::Nobody;
+  return !found.folder && !isReadOnly(found.owner) && otherUseOf(found.real) == OtherUse::Nobody &&
+         !held(found.real);
 }
 
 void removeWithStreams(const fs::path& path) {
@@ -176,6 +214,7 @@ void removeWithStreams(const fs::path& path) {
 bool moveWithStreams(const fs::path& from, const fs::path& to) {
   const bool readOnly = isReadOnly(from);
   const std::uint64_t ticks = writeTimeOf(from);
+  const FileProperties properties = recordedProperties(from);
   const std::vector<fs::path> streams = streamsOf(from);
   removeWithStreams(to);
   std::error_code error;
@@ -188,6 +227,7 @@ bool moveWithStreams(const fs::path& from, const fs::path& to) {
   setTime(to, ticks);
   const std::lock_guard lock(books().mutex);
   if (readOnly) books().readOnly.insert(to);
+  books().properties[to] = properties;
   return true;
 }
 
@@ -208,7 +248,7 @@ struct FileInWriting {
 };
 
 FileInWriting* startNewFile(const std::u16string& path) {
-  const FoundPath found = findPath(path);
+  const FoundPath found = findLongPath(path);
   if (refused(FileCall::Start) || found.exists || !canBeWritten(found)) return nullptr;
   File file = openReal(found.real, true);
   if (!file) return nullptr;
@@ -240,6 +280,8 @@ void resetFileBooks() {
   books().readOnly.clear();
   books().otherUses.clear();
   books().times.clear();
+  books().properties.clear();
+  books().guarded.clear();
   books().attributeErrors.clear();
 }
 
@@ -259,6 +301,7 @@ AttributeQuery queryAttributes(const std::u16string& path) {
   if (!found.exists) return {kInvalidAttributes, found.error};
   std::uint32_t attributes = found.folder ? kAttributeFolder : kAttributeArchive;
   if (isReadOnly(found.owner)) attributes |= kAttributeReadOnly;
+  attributes |= recordedProperties(found.owner).attributes;
   return {attributes, kErrorNone};
 }
 
@@ -267,8 +310,8 @@ bool fileExists(const std::u16string& path) {
 }
 
 std::optional<FileStamp> fileStamp(const std::u16string& path) {
-  const FoundPath found = findPath(path);
-  if (!found.exists) return std::nullopt;
+  const FoundPath found = findLongPath(path);
+  if (!found.exists || refused(FileCall::Stamp)) return std::nullopt;
   FileStamp stamp;
   std::error_code error;
   if (!found.folder) stamp.size = fs::file_size(found.real, error);
@@ -300,7 +343,8 @@ bool driveIsAbsent(const std::u16string& path) {
 
 std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& path,
                                                         std::uint64_t maximumSize) {
-  const FoundPath found = findPath(path);
+  const FoundPath found = findLongPath(path);
+  if (refused(FileCall::ReadWhole)) return std::nullopt;
   if (!found.exists || found.folder || otherUseOf(found.real) == OtherUse::Exclusive) {
     return std::nullopt;
   }
@@ -323,7 +367,9 @@ std::optional<std::vector<std::uint8_t>> readFileHead(const std::u16string& path
 
 bool writeFile(const std::u16string& path, const void* bytes, std::uint64_t size) {
   const FoundPath found = findPath(path);
-  return canBeWritten(found) && writeFound(found, bytes, size);
+  // The system refuses to write such a file anew under plain attributes.
+  const bool special = recordedProperties(found.real).attributes != 0;
+  return !special && canBeWritten(found) && writeFound(found, bytes, size);
 }
 
 bool createNewFile(const std::u16string& path, const void* bytes, std::uint64_t size) {
@@ -332,9 +378,10 @@ bool createNewFile(const std::u16string& path, const void* bytes, std::uint64_t 
 }
 
 bool deleteFile(const std::u16string& path) {
-  const FoundPath found = findPath(path);
+  const FoundPath found = findLongPath(path);
+  if (refused(FileCall::Delete)) return false;
   if (!found.exists || found.folder || isReadOnly(found.owner)) return false;
-  if (otherUseOf(found.real) == OtherUse::Exclusive) return false;
+  if (otherUseOf(found.real) == OtherUse::Exclusive || held(found.real)) return false;
   if (found.owner != found.real) {
     std::error_code error;
     return fs::remove(found.real, error);
@@ -345,9 +392,10 @@ bool deleteFile(const std::u16string& path) {
 
 bool replaceFile(const std::u16string& source, const std::u16string& target) {
   if (refused(FileCall::Replace)) return false;
-  const FoundPath from = findPath(source);
-  const FoundPath to = findPath(target);
+  const FoundPath from = findLongPath(source);
+  const FoundPath to = findLongPath(target);
   if (!from.exists || otherUseOf(from.real) == OtherUse::Exclusive) return false;
+  if (held(from.real) || held(to.real)) return false;
   if (to.error != 0 && to.error != kErrorFileNotFound) return false;
   if (from.volume != to.volume) return false;
   if (from.real == to.real) return true;
@@ -360,6 +408,7 @@ bool renameFile(const std::u16string& source, const std::u16string& target) {
   const FoundPath from = findPath(source);
   const FoundPath to = findPath(target);
   if (!from.exists || otherUseOf(from.real) == OtherUse::Exclusive) return false;
+  if (held(from.real)) return false;
   std::error_code ignored;
   const bool otherFile = to.exists && !fs::equivalent(from.real, to.real, ignored);
   if (otherFile || (!to.exists && to.error != kErrorFileNotFound)) return false;
@@ -382,10 +431,10 @@ bool createFolder(const std::u16string& path) {
 
 // Empty when the system would not let a library open the file.
 std::string pathForLibraries(const std::u16string& path) {
-  const FoundPath found = findPath(path);
-  const bool refused =
-      !found.exists || found.folder || otherUseOf(found.real) == OtherUse::Exclusive;
-  return refused ? std::string() : toUtf8(unitsOf(found.real));
+  const FoundPath found = findLongPath(path);
+  const bool closed = refused(FileCall::OpenInLibrary) || !found.exists || found.folder ||
+                      otherUseOf(found.real) == OtherUse::Exclusive;
+  return closed ? std::string() : toUtf8(unitsOf(found.real));
 }
 
 std::optional<std::vector<std::u16string>> listFiles(const std::u16string& folder,
@@ -413,6 +462,68 @@ std::u16string desktopFolder() {
 
 std::u16string temporaryFolder() {
   return standIn().temporaryFolder;
+}
+
+struct WriteGuard {
+  fs::path path;
+};
+
+WriteGuard* denyWriters(const std::u16string& path) {
+  const FoundPath found = findLongPath(path);
+  if (refused(FileCall::Guard) || !found.exists || found.folder) return nullptr;
+  if (otherUseOf(found.real) != OtherUse::Nobody) return nullptr;
+  const std::lock_guard lock(books().mutex);
+  books().guarded.insert(found.real);
+  return new WriteGuard{found.real};
+}
+
+void allowWriters(WriteGuard* guard) {
+  {
+    const std::lock_guard lock(books().mutex);
+    const auto entry = books().guarded.find(guard->path);
+    if (entry != books().guarded.end()) books().guarded.erase(entry);
+  }
+  delete guard;
+}
+
+bool copyFileProperties(const std::u16string& from, const std::u16string& to) {
+  const FoundPath source = findLongPath(from);
+  const FoundPath target = findLongPath(to);
+  if (refused(FileCall::CopyProperties) || !source.exists || !target.exists) return false;
+  const FileProperties properties = recordedProperties(source.real);
+  const std::lock_guard lock(books().mutex);
+  books().properties[target.real] = properties;
+  return true;
+}
+
+bool copyAlternateStreams(const std::u16string& from, const std::u16string& to) {
+  const FoundPath source = findLongPath(from);
+  const FoundPath target = findLongPath(to);
+  if (refused(FileCall::CopyStreams) || !source.exists || !target.exists) return false;
+  for (const fs::path& stream : streamsOf(source.real)) {
+    const auto bytes = readReal(stream);
+    const fs::path copy = renamedStream(stream, source.real, target.real);
+    if (!bytes || !writeReal(copy, bytes->data(), bytes->size())) return false;
+  }
+  return true;
+}
+
+bool isHeld(const std::u16string& path) {
+  return held(findPathUnscripted(path).real);
+}
+
+bool isGuarded(const std::u16string& path) {
+  return guarded(findPathUnscripted(path).real);
+}
+
+void setProperties(const std::u16string& path, const FileProperties& properties) {
+  const fs::path real = realPath(path);
+  const std::lock_guard lock(books().mutex);
+  books().properties[real] = properties;
+}
+
+FileProperties propertiesOf(const std::u16string& path) {
+  return recordedProperties(realPath(path));
 }
 
 void setOtherUse(const std::u16string& path, OtherUse use) {

@@ -19,6 +19,7 @@ namespace {
 
 constexpr std::uint32_t kErrorBadNetworkPath = 53;
 constexpr std::size_t kPathLimit = 260;  // units with the terminator
+constexpr std::size_t kNameLimit = 255;  // units of one name in a path
 // Separates a file's name from its stream's name in the temporary folder.
 constexpr char16_t kStreamMark = 0xA789;
 
@@ -248,7 +249,7 @@ ParsedPath parsePath(const std::u16string& path) {
   }
   trimLastComponent(parsed.components);
   for (const std::u16string& component : parsed.components) {
-    if (!isValidName(component)) parsed.error = kErrorInvalidName;
+    if (!isValidName(component) || component.size() > kNameLimit) parsed.error = kErrorInvalidName;
   }
   return parsed;
 }
@@ -258,11 +259,23 @@ std::u16string lastNameOf(const std::u16string& path) {
   return parsed.components.empty() ? std::u16string() : parsed.components.back();
 }
 
+namespace {
+
+FoundPath findScripted(ParsedPath parsed) {
+  if (parsed.error == 0) parsed.error = awaitVolume(parsed.volume);
+  return locate(parsed);
+}
+
+}  // namespace
+
 FoundPath findPath(const std::u16string& path) {
   ParsedPath parsed = parsePath(path);
   if (path.size() >= kPathLimit) parsed.error = kErrorPathNotFound;
-  if (parsed.error == 0) parsed.error = awaitVolume(parsed.volume);
-  return locate(parsed);
+  return findScripted(std::move(parsed));
+}
+
+FoundPath findLongPath(const std::u16string& path) {
+  return findScripted(parsePath(path));
 }
 
 FoundPath findPathUnscripted(const std::u16string& path) {

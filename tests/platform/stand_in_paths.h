@@ -39,6 +39,9 @@ std::u16string lastNameOf(const std::u16string& path);
 // As the logic's calls find it: obeys the limit of path lengths and the volume's script.
 FoundPath findPath(const std::u16string& path);
 
+// The same for calls that take paths of any length.
+FoundPath findLongPath(const std::u16string& path);
+
 // For the tests: obeys neither.
 FoundPath findPathUnscripted(const std::u16string& path);
 

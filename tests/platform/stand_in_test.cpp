@@ -134,8 +134,9 @@ TEST_F(StandInTest, AFullDiskTakesWhatFitsAndFails) {
 }
 
 TEST_F(StandInTest, PathsOf260UnitsReachNothing) {
-  const std::u16string folder = u"C:\\";
+  const std::u16string folder = u"C:\\folder\\";
   const std::u16string fits = folder + std::u16string(259 - folder.size(), u'n');
+  putFolder(folder);
   EXPECT_TRUE(writeFile(fits.substr(0, 200), "x", 1));
   EXPECT_EQ(queryAttributes(fits).error, kErrorFileNotFound);
   EXPECT_EQ(queryAttributes(fits + u"n").error, kErrorPathNotFound);

@@ -72,5 +72,28 @@ TEST_F(FileInWritingSuite, AClosedFileTakesThePlaceOfAnother) {
   EXPECT_EQ(bytesOf(in(u"a.pdf")), "new");
 }
 
+// A file beside one of 259 units has a longer path.
+TEST_F(FileInWritingSuite, APathOfMoreThan259UnitsWorks) {
+  const std::u16string path = in(std::u16string(255 - folder.size(), u'n') + u".pdf");
+  const std::u16string longer = path + u".tmp";
+  ASSERT_EQ(path.size(), 259u);
+  putBytes(path, "old");
+  FileInWritingHandle file(startNewFile(longer));
+  ASSERT_TRUE(file);
+  EXPECT_TRUE(append(*file, "new"));
+  EXPECT_TRUE(closeFile(file.release()));
+  EXPECT_EQ(fileStamp(longer)->size, 3u);
+  EXPECT_TRUE(readFileShared(longer, 100));
+  EXPECT_FALSE(pathForLibraries(longer).empty());
+  EXPECT_EQ(startNewFile(longer), nullptr);
+  EXPECT_TRUE(replaceFile(longer, path));
+  EXPECT_EQ(bytesOf(path), "new");
+  EXPECT_FALSE(deleteFile(longer));
+}
+
+TEST_F(FileInWritingSuite, ANameOfMoreThan255UnitsCannotBeMade) {
+  EXPECT_EQ(startNewFile(in(std::u16string(256, u'n'))), nullptr);
+}
+
 }  // namespace
 }  // namespace quillmere::platform

@@ -21,6 +21,10 @@ class DocumentSlotsTest : public SessionTest {
  protected:
   // A freshly loaded document, as after a save.
   DocumentHandle freshDocument(int pages) { return loadDocument(simplePdf(pages)); }
+  static void reopen(DocumentSlot& slot, DocumentHandle fresh) {
+    const ClosedDocument closed = closeToReopen(slot);
+    reopenDocument(slot, std::move(fresh), {}, closed);
+  }
 };
 
 TEST_F(DocumentSlotsTest, AMoveTakesEverythingAlongAndLeavesNothing) {
@@ -74,7 +78,7 @@ TEST_F(DocumentSlotsTest, ClearingClosesThePagesOfBothPanesFirst) {
   EXPECT_FALSE(session.active.altered);
 }
 
-TEST_F(DocumentSlotsTest, ASwapKeepsViewTurnsAndPath) {
+TEST_F(DocumentSlotsTest, AReopeningKeepsViewTurnsAndPath) {
   openInActive(simplePdf(5));
   setViewMode(ViewMode::IndependentPages);
   goToPage(0, 3, false);
@@ -89,7 +93,7 @@ TEST_F(DocumentSlotsTest, ASwapKeepsViewTurnsAndPath) {
   markEdited(session.active);
   DocumentHandle fresh = freshDocument(5);
   const FPDF_DOCUMENT expected = fresh.get();
-  swapDocument(session.active, std::move(fresh));
+  reopen(session.active, std::move(fresh));
   EXPECT_EQ(session.active.document.get(), expected);
   EXPECT_EQ(session.active.path, u"C:\\active.pdf");
   EXPECT_FALSE(session.active.dirty);
@@ -106,34 +110,50 @@ TEST_F(DocumentSlotsTest, ASwapKeepsViewTurnsAndPath) {
   EXPECT_EQ(session.active.pageRotations[3], 1u);
 }
 
-TEST_F(DocumentSlotsTest, ASwapOpensTheLastPageWhereTheNewDocumentIsShorter) {
+TEST_F(DocumentSlotsTest, AReopeningOpensTheLastPageWhereTheNewDocumentIsShorter) {
   openInActive(simplePdf(5));
   goToPage(0, 4, false);
-  swapDocument(session.active, freshDocument(2));
+  reopen(session.active, freshDocument(2));
   EXPECT_EQ(session.active.pageCount, 2);
   EXPECT_EQ(session.panes[0].openPage, 1);
   EXPECT_EQ(session.panes[0].currentPage, 1);
 }
 
-TEST_F(DocumentSlotsTest, ASwapKeepsANumberThatDiffersFromTheOpenPage) {
+TEST_F(DocumentSlotsTest, AReopeningKeepsANumberThatDiffersFromTheOpenPage) {
   openInActive(simplePdf(4));
   goToPage(0, 3, false);
   setViewMode(ViewMode::Book);
   setViewMode(ViewMode::SinglePage);
   ASSERT_EQ(session.panes[0].currentPage, 2);
   ASSERT_EQ(session.panes[0].openPage, 3);
-  swapDocument(session.active, freshDocument(4));
+  reopen(session.active, freshDocument(4));
   EXPECT_EQ(session.panes[0].currentPage, 2);
   EXPECT_EQ(session.panes[0].openPage, 3);
 }
 
-TEST_F(DocumentSlotsTest, ASwapOfOneOfTwoDocumentsLeavesTheOtherAlone) {
+TEST_F(DocumentSlotsTest, PlacementsGoOverToTheReopenedDocument) {
+  session.placementDocument = openInActive(simplePdf(2));
+  session.placements[1] = {Placement{}};
+  reopen(session.active, freshDocument(2));
+  EXPECT_EQ(session.placementDocument, session.active.document.get());
+  EXPECT_EQ(session.placements[1].size(), 1u);
+  EXPECT_EQ(session.waitingPlacements, nullptr);
+}
+
+TEST_F(DocumentSlotsTest, PlacementsThatWaitToBeReadAreThoseOfTheReopenedDocument) {
+  session.waitingPlacements = openInActive(simplePdf(2));
+  reopen(session.active, freshDocument(2));
+  EXPECT_EQ(session.waitingPlacements, session.active.document.get());
+  EXPECT_EQ(session.placementDocument, nullptr);
+}
+
+TEST_F(DocumentSlotsTest, AReopeningOfOneOfTwoDocumentsLeavesTheOtherAlone) {
   const FPDF_DOCUMENT left = openInPane(0, simplePdf(1));
   openInPane(1, simplePdf(2));
   loadPane(0, 0);
   loadPane(1, 1);
   const FPDF_PAGE leftPage = session.panes[0].page.get();
-  swapDocument(session.panes[1], freshDocument(2));
+  reopen(session.panes[1], freshDocument(2));
   EXPECT_EQ(session.panes[0].document.get(), left);
   EXPECT_EQ(session.panes[0].page.get(), leftPage);
   EXPECT_EQ(session.panes[1].openPage, 1);

@@ -85,7 +85,7 @@ std::u16string chosenPath(IFileDialog& dialog) {
 std::u16string runDialog(const SaveDialogRequest& request) {
   const auto dialog = createComObject<IFileSaveDialog>(CLSID_FileSaveDialog, IID_IFileSaveDialog);
   if (!dialog) return {};
-  dialog->SetTitle(wide(request.title));
+  if (!request.title.empty()) dialog->SetTitle(wide(request.title));
   setFilters(*dialog, request.filters);
   dialog->SetDefaultExtension(wide(request.defaultExtension));
   dialog->SetFileName(wide(request.name));

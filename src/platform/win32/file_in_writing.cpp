@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/win32/handles.h"
+#include "platform/win32/long_path.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/write_bytes.h"
 
@@ -15,7 +16,8 @@ struct FileInWriting {
 };
 
 FileInWriting* startNewFile(const std::u16string& path) {
-  KernelHandle handle = openFile(wide(path), GENERIC_WRITE, 0, CREATE_NEW);
+  const std::u16string name = longPath(path);
+  KernelHandle handle = openFile(wide(name), GENERIC_WRITE, 0, CREATE_NEW);
   return handle ? new FileInWriting{std::move(handle)} : nullptr;
 }
 

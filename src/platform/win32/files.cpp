@@ -10,6 +10,7 @@
 
 #include "platform/text.h"
 #include "platform/win32/handles.h"
+#include "platform/win32/long_path.h"
 #include "platform/win32/read_only.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/write_bytes.h"
@@ -106,7 +107,8 @@ bool fileExists(const std::u16string& path) {
 
 std::optional<FileStamp> fileStamp(const std::u16string& path) {
   WIN32_FILE_ATTRIBUTE_DATA data{};
-  if (!GetFileAttributesExW(wide(path), GetFileExInfoStandard, &data)) return std::nullopt;
+  const std::u16string name = longPath(path);
+  if (!GetFileAttributesExW(wide(name), GetFileExInfoStandard, &data)) return std::nullopt;
   const auto join = [](DWORD high, DWORD low) { return std::uint64_t{high} << 32 | low; };
   return FileStamp{join(data.nFileSizeHigh, data.nFileSizeLow),
                    join(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime)};
@@ -132,7 +134,8 @@ bool driveIsAbsent(const std::u16string& path) {
 
 std::optional<std::vector<std::uint8_t>> readFileShared(const std::u16string& path,
                                                         std::uint64_t maximumSize) {
-  const KernelHandle file = openFile(wide(path), GENERIC_READ, kShareAll, OPEN_EXISTING);
+  const std::u16string name = longPath(path);
+  const KernelHandle file = openFile(wide(name), GENERIC_READ, kShareAll, OPEN_EXISTING);
   if (!file) return std::nullopt;
   const std::optional<std::uint64_t> size = sizeOf(file.get());
   if (!size || *size > maximumSize) return std::nullopt;
@@ -159,12 +162,15 @@ bool createNewFile(const std::u16string& path, const void* bytes, std::uint64_t 
 }
 
 bool deleteFile(const std::u16string& path) {
-  return DeleteFileW(wide(path)) != 0;
+  const std::u16string name = longPath(path);
+  return DeleteFileW(wide(name)) != 0;
 }
 
 bool replaceFile(const std::u16string& source, const std::u16string& target) {
-  return !isReadOnlyFile(target) &&
-         MoveFileExW(wide(source), wide(target), MOVEFILE_REPLACE_EXISTING) != 0;
+  constexpr DWORD kHow = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+  const std::u16string from = longPath(source);
+  const std::u16string to = longPath(target);
+  return !isReadOnlyFile(to) && MoveFileExW(wide(from), wide(to), kHow) != 0;
 }
 
 bool renameFile(const std::u16string& source, const std::u16string& target) {
@@ -187,7 +193,7 @@ bool createFolder(const std::u16string& path) {
 }
 
 std::string pathForLibraries(const std::u16string& path) {
-  return toUtf8(path);
+  return toUtf8(longPath(path));
 }
 
 std::optional<std::vector<std::u16string>> listFiles(const std::u16string& folder,

@@ -9,7 +9,7 @@ namespace {
 
 constexpr int kClassNameUnits = 64;
 
-// The mutex of the latest claim. Never closed while owned: the name is held until the process ends.
+// The mutex of the latest claim.
 HANDLE claimedMutex = nullptr;
 
 HWND windowOf(WindowId window) {

@@ -17,6 +17,8 @@ UINT buttonFlags(BoxButtons buttons) {
       return MB_OKCANCEL | MB_DEFBUTTON2;
     case BoxButtons::YesNo:
       return MB_YESNO;
+    case BoxButtons::YesDefaultNo:
+      return MB_YESNO | MB_DEFBUTTON2;
     case BoxButtons::YesNoCancel:
       return MB_YESNOCANCEL;
     case BoxButtons::Ok:
@@ -41,16 +43,22 @@ UINT iconFlags(BoxIcon icon) {
   return 0;
 }
 
+// Owned by the main window, a box would leave a dialog that is open enabled.
+HWND ownerWindow() {
+  const HWND main = windowHandles.main;
+  return main == nullptr || IsWindowEnabled(main) ? main : GetLastActivePopup(main);
+}
+
 }  // namespace
 
 BoxAnswer showMessageBox(const std::u16string& text, const std::u16string& title,
                          BoxButtons buttons, BoxIcon icon, BoxOwner owner) {
   const bool owned = owner == BoxOwner::MainWindow;
+  const HWND window = owned ? ownerWindow() : nullptr;
   const HWND holder = keyboardHolder();
   const UINT flags = buttonFlags(buttons) | iconFlags(icon) | (owned ? 0u : MB_TOPMOST);
-  const int answer =
-      MessageBoxW(owned ? windowHandles.main : nullptr, wide(text), wide(title), flags);
-  if (owned) giveKeyboardTo(holder);
+  const int answer = MessageBoxW(window, wide(text), wide(title), flags);
+  if (owned && window == windowHandles.main) giveKeyboardTo(holder);
   return answer == 0 ? BoxAnswer::Cancel : static_cast<BoxAnswer>(answer);
 }
 

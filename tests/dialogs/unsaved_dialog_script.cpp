@@ -1,4 +1,4 @@
-#include "support/unsaved_dialog_script.h"
+#include "dialogs/unsaved_dialog_script.h"
 
 namespace quillmere {
 

@@ -1,0 +1,223 @@
+#include "documents/save_document.h"
+
+#include <utility>
+
+#include "annot/placements.h"
+#include "annot/write_placements.h"
+#include "base/limits.h"
+#include "documents/close.h"
+#include "documents/document_loader.h"
+#include "documents/join_working_documents.h"
+#include "documents/save_target.h"
+#include "platform/file_properties.h"
+#include "platform/files.h"
+#include "session/changes.h"
+#include "session/document_slots.h"
+#include "session/gesture.h"
+#include "session/loaded_file.h"
+#include "session/page_memory.h"
+#include "session/session.h"
+#include "store/shelf.h"
+#include "store/write_document_copy.h"
+#include "ui/boxes.h"
+#include "view/render.h"
+
+namespace quillmere {
+
+namespace {
+
+constexpr const char16_t* kChangedText =
+    u"The file was changed by another program, so it cannot be saved.";
+constexpr const char16_t* kFailedText = u"Failed to save PDF.";
+
+// One save as it passes through the steps.
+struct SaveJob {
+  int pane = 0;
+  std::u16string path;
+  std::u16string readFrom;  // the file that has the document as it was
+  AddedAnnotations stamps;  // made of pending placements for this save
+  AddedAnnotations texts;
+};
+
+DocumentSlot& slotOf(const SaveJob& job) {
+  return documentSlotOf(job.pane);
+}
+
+bool fail(const std::u16string& text, BoxIcon icon = BoxIcon::Error) {
+  showNotice(text, icon);
+  return false;
+}
+
+bool mayBegin(const SaveJob& job) {
+  if (!slotOf(job).document) return fail(u"No document is open.", BoxIcon::Warning);
+  if (job.path.empty() || job.path.size() >= kPathBufferUnits) {
+    return fail(u"The destination path is too long.");
+  }
+  if (targetInUse(job.path, job.pane)) return fail(kFailedText);
+  return !changedSinceLoad(slotOf(job).loadedFrom) || fail(kChangedText);
+}
+
+bool ownsPlacements(const SaveJob& job) {
+  return session.placementDocument == slotOf(job).document.get();
+}
+
+void writePlacements(SaveJob& job) {
+  if (!ownsPlacements(job) || session.placements.empty()) return;
+  job.stamps = WritePendingStamps(slotOf(job).document.get());
+  job.texts = WritePendingTextDrops(slotOf(job).document.get());
+}
+
+// Without this the next save would write them a second time.
+void takeBackPlacements(const SaveJob& job) {
+  takeBackAnnotations(slotOf(job).document.get(), job.texts);
+  takeBackAnnotations(slotOf(job).document.get(), job.stamps);
+}
+
+bool failUnwritten(const SaveJob& job, const std::u16string& text) {
+  takeBackPlacements(job);
+  return fail(text);
+}
+
+// The document shows what it showed before; its page may look different where it is a shorter one.
+void drawReopened(const DocumentSlot& slot, const ClosedDocument& closed) {
+  for (const int pane : panesHolding(slot.document.get())) {
+    if (session.panes[pane].openPage == closed.openPage[pane]) {
+      redrawPicture(pane);
+    } else {
+      refreshPicture(pane);
+    }
+  }
+}
+
+void showReopened(const SaveJob& job, const ClosedDocument& closed) {
+  const DocumentSlot& slot = slotOf(job);
+  drawReopened(slot, closed);
+  documentReplaced(job.pane);
+}
+
+// A new path is a new document to the lists.
+void adoptPath(const SaveJob& job) {
+  DocumentSlot& slot = slotOf(job);
+  const std::u16string old = std::exchange(slot.path, job.path);
+  if (samePath(old, job.path)) return;
+  forgetDocumentBinder(old);
+  joinWorkingDocuments(job.path, kWorkingDocsToHead);
+}
+
+// What a document that could not take its file's place is opened from.
+struct Refuge {
+  DocumentHandle document;
+  LoadedFile from;
+  bool edited = true;  // it has the edits; otherwise only the sibling has them
+};
+
+// Memory comes first: the sibling stays free for the next save to overwrite.
+Refuge findRefuge(const std::u16string& sibling, const std::u16string& readFrom) {
+  Refuge refuge;
+  refuge.document = loadDocumentIntoMemory(sibling);
+  if (refuge.document) return refuge;
+  for (const std::u16string& file : {sibling, readFrom}) {
+    refuge.from = loadedFileNow(file);
+    refuge.document = loadDocumentFile(file);
+    refuge.edited = file == sibling;
+    if (refuge.document) break;
+  }
+  return refuge;
+}
+
+// The sibling is the only file with the edits, so it stays and the window shows what it holds.
+bool keepEditsOpen(const SaveJob& job, const std::u16string& sibling,
+                   const ClosedDocument& closed) {
+  DocumentSlot& slot = slotOf(job);
+  Refuge refuge = findRefuge(sibling, job.readFrom);
+  const bool reloads = refuge.edited && refuge.document && closed.ownedPlacements;
+  reopenDocument(slot, std::move(refuge.document), std::move(refuge.from), closed);
+  if (refuge.edited) slot.keptSibling = sibling;
+  slot.dirty = slot.document != nullptr;
+  slot.altered = slot.dirty;
+  if (reloads) loadPlacementsLater(slot.document.get());
+  if (!slot.document && closed.ownedPlacements) ClearPlacements();
+  showReopened(job, closed);
+  return fail(u"Saved to temporary file but could not replace original.");
+}
+
+void dropOldSibling(DocumentSlot& slot) {
+  const std::u16string sibling = std::exchange(slot.keptSibling, {});
+  if (!sibling.empty()) platform::deleteFile(sibling);
+}
+
+bool reopenSaved(const SaveJob& job, const ClosedDocument& closed) {
+  DocumentSlot& slot = slotOf(job);
+  LoadedFile from = loadedFileNow(job.path);
+  reopenDocument(slot, loadDocumentFile(job.path), std::move(from), closed);
+  dropOldSibling(slot);
+  adoptPath(job);
+  DropShelfCopy(job.path);
+  if (slot.document && (!inTwoDocuments() || closed.ownedPlacements)) {
+    loadPlacementsLater(slot.document.get());
+  } else if (closed.ownedPlacements) {
+    ClearPlacements();
+  }
+  showReopened(job, closed);
+  if (!slot.document) {
+    showNotice(u"Saved successfully but could not reopen the file.", BoxIcon::Error);
+  }
+  return true;
+}
+
+// PDFium holds the file open that it reads, and a failed write must leave it whole: the new bytes
+// take its place once they are all there and the document is closed.
+bool replaceOwnFile(SaveJob& job) {
+  DocumentSlot& slot = slotOf(job);
+  const std::u16string sibling =
+      writeDocumentBeside(slot.document.get(), job.path, slot.keptSibling);
+  if (sibling.empty()) return failUnwritten(job, u"Could not write temporary file.");
+  if (changedSinceLoad(slot.loadedFrom)) {
+    platform::deleteFile(sibling);
+    return failUnwritten(job, kChangedText);
+  }
+  platform::copyAlternateStreams(job.path, sibling);
+  platform::copyFileProperties(job.path, sibling);
+  dropGesture();
+  const ClosedDocument closed = closeToReopen(slot);
+  if (!platform::replaceFile(sibling, job.path)) return keepEditsOpen(job, sibling, closed);
+  return reopenSaved(job, closed);
+}
+
+void drawAll(FPDF_DOCUMENT document) {
+  for (const int pane : panesHolding(document)) {
+    if (session.panes[pane].page) redrawPicture(pane);
+  }
+}
+
+// The document stays open as it is and goes on reading its old file.
+bool writeOtherFile(SaveJob& job) {
+  DocumentSlot& slot = slotOf(job);
+  if (!WriteDocumentCopy(slot.document.get(), job.path)) return failUnwritten(job, kFailedText);
+  adoptPath(job);
+  slot.dirty = false;
+  if (ownsPlacements(job)) loadPlacementsLater(slot.document.get());
+  // Writing has read all of it.
+  noteDocumentRead(job.pane);
+  drawAll(slot.document.get());
+  documentsChanged();
+  return true;
+}
+
+}  // namespace
+
+bool SaveDocumentTo(int pane, const std::u16string& path) {
+  if (session.viewerRole) return false;
+  const DocumentWork work;
+  SaveJob job;
+  job.pane = pane;
+  job.path = path;
+  if (!mayBegin(job)) return false;
+  const DocumentSlot& slot = slotOf(job);
+  job.readFrom = slot.loadedFrom.path.empty() ? slot.path : slot.loadedFrom.path;
+  const bool own = samePath(slot.path, path) || samePath(slot.loadedFrom.path, path);
+  writePlacements(job);
+  return own ? replaceOwnFile(job) : writeOtherFile(job);
+}
+
+}  // namespace quillmere

@@ -1,0 +1,41 @@
+#include "store/sibling_file.h"
+
+#include "base/text_format.h"
+#include "platform/files.h"
+#include "platform/text.h"
+
+namespace quillmere {
+
+namespace {
+
+// Processes that ended while writing leave names behind; if there are more of them, something else
+// is wrong.
+constexpr int kMostNamesTried = 100;
+
+}  // namespace
+
+SiblingFile startSibling(const std::u16string& path) {
+  const std::u16string folder = path.substr(0, path.find_last_of(u"\\/") + 1);
+  SiblingFile sibling;
+  for (int n = 1; n <= kMostNamesTried && !sibling.file; ++n) {
+    sibling.path = formatText(u"%s~quillmere%d.tmp", {folder, decimal(n)});
+    sibling.file.reset(platform::startNewFile(sibling.path));
+    if (!sibling.file && !platform::fileStamp(sibling.path)) break;
+  }
+  return sibling;
+}
+
+SiblingFile startNamedSibling(const std::u16string& path, const std::u16string& own) {
+  SiblingFile sibling;
+  sibling.path = path + u".tmp";
+  if (!own.empty() && platform::equalIgnoringCase(own, sibling.path)) platform::deleteFile(own);
+  sibling.file.reset(platform::startNewFile(sibling.path));
+  return sibling.file ? std::move(sibling) : startSibling(path);
+}
+
+bool finishSibling(SiblingFile& sibling) {
+  const bool flushed = platform::flushFile(*sibling.file);
+  return platform::closeFile(sibling.file.release()) && flushed;
+}
+
+}  // namespace quillmere

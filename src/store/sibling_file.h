@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+#include "platform/file_in_writing.h"
+
+namespace quillmere {
+
+// A new file in the same folder as another one, so that it can take its place in one step.
+struct SiblingFile {
+  platform::FileInWritingHandle file;  // null when none could be created
+  std::u16string path;                 // may be longer than other paths
+};
+
+// Creates a sibling of `path` under a name that no file has.
+SiblingFile startSibling(const std::u16string& path);
+
+// The same for a document, whose user may come to see the file: it is named after the document,
+// with ".tmp" at the end, unless that name is too long or taken. `own` is a sibling that
+// the document wrote before, empty for none; such a file is overwritten.
+SiblingFile startNamedSibling(const std::u16string& path, const std::u16string& own);
+
+// Flushes and closes the file. False when the system cannot promise that it is whole.
+bool finishSibling(SiblingFile& sibling);
+
+}  // namespace quillmere

@@ -1,0 +1,151 @@
+#include <fpdf_text.h>
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "documents/close.h"
+#include "documents/save_test.h"
+#include "session/document_slots.h"
+#include "support/pdf_builder.h"
+
+// Unusual documents, and processes that end in the middle.
+namespace quillmere::test {
+namespace {
+
+using platform::fileBytes;
+using platform::FileCall;
+using platform::namesIn;
+using platform::standIn;
+using testing::IsEmpty;
+
+const std::u16string kPath = u"C:\\docs\\a.pdf";
+
+class SaveKindsTest : public SaveTest {
+ protected:
+  static std::string textOf(FPDF_DOCUMENT document, int page) {
+    const PageHandle handle(FPDF_LoadPage(document, page));
+    const TextPageHandle text(FPDFText_LoadPage(handle.get()));
+    const int count = std::max(FPDFText_CountChars(text.get()), 0);
+    std::vector<unsigned short> units(static_cast<std::size_t>(count) + 1);
+    FPDFText_GetText(text.get(), 0, count, units.data());
+    return std::string(units.begin(), units.end());
+  }
+
+  // What the window shows of the first and the last page.
+  static std::pair<std::string, std::string> texts(FPDF_DOCUMENT document) {
+    return {textOf(document, 0), textOf(document, FPDF_GetPageCount(document) - 1)};
+  }
+
+  void expectWhole(const std::string& bytes) {
+    ASSERT_TRUE(open(bytes, 0, kPath));
+    const int pages = session.active.pageCount;
+    const auto before = texts(documentOf(0));
+    mark(0);
+    for (int round = 1; round <= 2; ++round) {
+      ASSERT_TRUE(save());
+      EXPECT_THAT(boxTexts(), IsEmpty());
+      EXPECT_EQ(session.active.pageCount, pages);
+      EXPECT_EQ(texts(documentOf(0)), before);
+      EXPECT_EQ(marksOf(0), 1);
+      EXPECT_EQ(FPDF_GetPageCount(loadDocument(*fileBytes(kPath)).get()), pages);
+    }
+  }
+};
+
+TEST_F(SaveKindsTest, ADocumentWhoseTableWasRepairedIsSavedWhole) {
+  expectWhole(wrongOffsetsPdf(4));
+}
+
+TEST_F(SaveKindsTest, AnEncryptedDocumentStaysEncryptedAndOpensAsBefore) {
+  ASSERT_TRUE(open(encryptedPdf(), 0, kPath));
+  const int revision = FPDF_GetSecurityHandlerRevision(documentOf(0));
+  ASSERT_GT(revision, 0);
+  mark(0);
+  ASSERT_TRUE(save());
+  EXPECT_EQ(FPDF_GetSecurityHandlerRevision(documentOf(0)), revision);
+  EXPECT_EQ(marksOf(0), 1);
+}
+
+TEST_F(SaveKindsTest, TenThousandPagesAreSavedWhole) {
+  expectWhole(manyPagesPdf(10000));
+}
+
+TEST_F(SaveKindsTest, FormFieldsStay) {
+  ASSERT_TRUE(open(filledFormPdf(), 0, kPath));
+  const int before = marksOf(0);
+  mark(0);
+  ASSERT_TRUE(save());
+  EXPECT_EQ(marksOf(0), before + 1);
+}
+
+TEST_F(SaveKindsTest, ADamagedPageTreeIsSavedWholeOrNotAtAll) {
+  ASSERT_TRUE(open(cyclicPageTreePdf(), 0, kPath));
+  const std::string old = *fileBytes(kPath);
+  const int pages = session.active.pageCount;
+  markEdited(session.active);
+  expectNotices(1);
+  if (save()) {
+    EXPECT_EQ(session.active.pageCount, pages);
+  } else {
+    EXPECT_EQ(*fileBytes(kPath), old);
+    EXPECT_TRUE(session.active.dirty);
+  }
+  EXPECT_EQ(namesIn(u"C:\\docs").size(), 1u);
+}
+
+// The process ends when the machine is asked to do something for the n-th time.
+class SaveInterruptedTest : public SaveTest {
+ protected:
+  static constexpr int kEnded = 77;
+
+  static void saveUntil(int calls) {
+    int asked = 0;
+    standIn().refuseFileCall = [&](FileCall) {
+      if (asked++ == calls) std::_Exit(kEnded);
+      return false;
+    };
+    save();
+    standIn().refuseFileCall = {};
+    std::_Exit(0);
+  }
+};
+
+TEST_F(SaveInterruptedTest, WhereverTheProcessEndsTheFileIsTheOldOrTheNewOne) {
+#ifdef _WIN32
+  GTEST_SKIP() << "another process has another machine here";
+#endif
+  const std::u16string path = putPdf(u"docs\\a.pdf", manyPagesPdf(1500));
+  const std::string old = *fileBytes(path);
+  bool ended = true;
+  int points = 0;
+  for (; ended; ++points) {
+    SCOPED_TRACE(points);
+    closeAllDocuments();
+    for (const std::u16string& name : namesIn(u"C:\\docs")) {
+      platform::deleteFile(u"C:\\docs\\" + name);
+    }
+    platform::putFile(path, old);
+    ASSERT_TRUE(open(path));
+    mark(0);
+    placeText(0, 1);
+    const auto either = [&ended](int status) {
+      ended = testing::ExitedWithCode(kEnded)(status);
+      return true;
+    };
+    EXPECT_EXIT(saveUntil(points), either, "");
+    const bool isOld = *fileBytes(path) == old;
+    EXPECT_TRUE(isOld || (marksIn(path) == 1 && marksIn(path, 1) == 1));
+    // What stands beside it is no obstacle for the next save.
+    ASSERT_TRUE(save());
+    EXPECT_EQ(marksIn(path), 1);
+    EXPECT_EQ(marksIn(path, 1), 1);
+  }
+  EXPECT_GT(points, 10);
+}
+
+}  // namespace
+}  // namespace quillmere::test

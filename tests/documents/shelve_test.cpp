@@ -1,0 +1,532 @@
+#include "documents/shelve.h"
+
+#include <fpdf_edit.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "annot/placements.h"
+#include "documents/close.h"
+#include "documents/modes.h"
+#include "documents/open.h"
+#include "documents/open_requests.h"
+#include "documents/save.h"
+#include "session/changes.h"
+#include "store/binder_library.h"
+#include "store/shelf.h"
+#include "support/pdf_builder.h"
+#include "support/shelf_flow_test.h"
+#include "view/rotation.h"
+
+namespace quillmere::test {
+namespace {
+
+using platform::BoxAnswer;
+using platform::FileCall;
+using platform::standIn;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr const char16_t* kFour = u"C:\\four.pdf";  // in no binder
+
+class ShelveTest : public ShelfFlowTest {
+ protected:
+  static void openTwo() {
+    setViewMode(ViewMode::TwoDocuments);
+    openFile(1, 0);
+    setActivePane(1);
+    openFile(1, 1);
+  }
+  static void addPendingText(int pane) {
+    LoadPlacements(documentOf(pane));
+    Placement placement;
+    placement.kind = PlacementKind::TextDrop;
+    placement.text = u"Checked";
+    placement.x = 100;
+    placement.y = 100;
+    placement.width = 80;
+    placement.height = 20;
+    session.placements[0].push_back(placement);
+  }
+};
+
+// Leaving and coming back.
+
+TEST_F(ShelveTest, LeavingAMarkedDocumentOfABinderAsksNothingAndComingBackShowsTheMark) {
+  openFile(1, 0);
+  mark();
+  openFile(1, 1);
+  EXPECT_EQ(session.active.path, kB);
+  EXPECT_EQ(marksIn(kA), 0);
+  EXPECT_EQ(marksIn(copyOf(kA)), 1);
+  openFile(1, 0);
+  EXPECT_EQ(session.active.path, kA);
+  EXPECT_EQ(marks(), 1);
+  EXPECT_FALSE(session.active.dirty);
+  EXPECT_TRUE(IsShelved(kA));
+  EXPECT_THAT(standIn().boxes, IsEmpty());
+}
+
+TEST_F(ShelveTest, ADocumentInUseIsShelvedTheSameWay) {
+  ASSERT_TRUE(openRequested(putPdf(kFour, simplePdf(4)), 0, kWorkingDocsToHead, true));
+  mark();
+  openFile(1, 1);
+  ASSERT_TRUE(openRequested(kFour, 0, kWorkingDocsToHead, true));
+  EXPECT_EQ(marks(), 1);
+  EXPECT_THAT(standIn().boxes, IsEmpty());
+}
+
+TEST_F(ShelveTest, ADocumentOfNoLoadedBinderIsAskedAbout) {
+  openFile(1, 0);
+  mark();
+  CloseBinder(1);
+  EXPECT_FALSE(ShelveCurrentDocument());
+  standIn().boxAnswers = {BoxAnswer::Cancel};
+  EXPECT_EQ(SaveOrShelveBeforeClose(u""), BoxAnswer::Cancel);
+  EXPECT_THAT(standIn().boxes, SizeIs(1));
+  session.documentBinders.clear();
+  EXPECT_FALSE(ShelveCurrentDocument());
+  EXPECT_TRUE(session.active.dirty);
+}
+
+TEST_F(ShelveTest, OpeningAShelvedDocumentAndLeavingItUnchangedKeepsItsEntry) {
+  shelveFile(1, 0);
+  openFile(1, 1);
+  const std::string before = index();
+  openFile(1, 0);
+  openFile(1, 1);
+  EXPECT_EQ(index(), before);
+  openFile(1, 0);
+  EXPECT_EQ(marks(), 1);
+}
+
+TEST_F(ShelveTest, TheNextSessionOffersWhatAProcessLeftThatEndedWithoutAWord) {
+  shelveFile(1, 0);
+  restart();
+  EXPECT_TRUE(IsShelved(kA));
+  openFile(1, 0);
+  EXPECT_EQ(marks(), 1);
+  EXPECT_THAT(standIn().boxes, IsEmpty());
+}
+
+TEST_F(ShelveTest, TouchingTheFileRaisesTheConflictQuestionInTheNextSession) {
+  shelveFile(1, 0);
+  restart();
+  platform::setWriteTime(kA, 132'000'000'000'000'000u);
+  standIn().boxAnswers = {BoxAnswer::Cancel};
+  openFile(1, 0);
+  EXPECT_EQ(session.active.document, nullptr);
+  EXPECT_TRUE(IsShelved(kA));
+  standIn().boxAnswers = {BoxAnswer::Yes};
+  openFile(1, 0);
+  EXPECT_EQ(marks(), 1);
+  // The user has decided about this version of the file.
+  openFile(1, 1);
+  openFile(1, 0);
+  EXPECT_EQ(marks(), 1);
+  EXPECT_THAT(standIn().boxes, SizeIs(2));
+}
+
+TEST_F(ShelveTest, NoInTheConflictKeepsTheEntryUntilTheFileIsOpen) {
+  shelveFile(1, 0);
+  restart();
+  putPdf(kA, garbageFile());
+  standIn().boxAnswers = {BoxAnswer::No, BoxAnswer::Ok};
+  openFile(1, 0);
+  EXPECT_EQ(session.active.document, nullptr);
+  EXPECT_TRUE(IsShelved(kA));
+  EXPECT_EQ(marksIn(copyOf(kA)), 1);
+  putPdf(kA, simplePdf(3));
+  standIn().boxAnswers = {BoxAnswer::No};
+  openFile(1, 0);
+  EXPECT_EQ(marks(), 0);
+  EXPECT_FALSE(IsShelved(kA));
+  EXPECT_THAT(shelfFiles(), IsEmpty());
+}
+
+// The question about what is replaced comes before the shelf is asked.
+
+TEST_F(ShelveTest, TheShownDocumentOpenedAgainComesFromTheCopyThatTheQuestionMade) {
+  ASSERT_TRUE(openRequested(kA, 0, kWorkingDocsToHead, true));
+  mark();
+  ASSERT_TRUE(openRequested(kA, 0, kWorkingDocsToHead, true));
+  EXPECT_EQ(marks(), 1);
+  EXPECT_TRUE(IsShelved(kA));
+}
+
+TEST_F(ShelveTest, ADocumentOfTheOtherPaneIsNotLookedForOnTheShelf) {
+  shelveFile(1, 0);
+  openFile(1, 2);
+  setViewMode(ViewMode::TwoDocuments);
+  setActivePane(1);
+  openFile(1, 0);
+  platform::setWriteTime(kA, 132'000'000'000'000'000u);
+  setActivePane(0);
+  ASSERT_TRUE(openRequested(kA, 0, kWorkingDocsToHead, true));
+  EXPECT_EQ(session.viewMode, ViewMode::IndependentPages);
+  EXPECT_EQ(marks(), 1);
+  EXPECT_THAT(standIn().boxes, IsEmpty());
+}
+
+TEST_F(ShelveTest, ARefusalAtTheGateLeavesEntryAndBinderAsTheyWere) {
+  shelveFile(1, 0);
+  openFile(1, 1);
+  mark();
+  const auto binders = session.documentBinders;
+  platform::putFile(std::u16string(kC) + u":Zone.Identifier", "[ZoneTransfer]\r\nZoneId=3\r\n");
+  putPdf(kC, garbageFile());
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  setViewMode(ViewMode::TwoDocuments);
+  openFile(1, 2);
+  EXPECT_EQ(session.panes[0].path, kB);
+  EXPECT_EQ(session.documentBinders, binders);
+  EXPECT_TRUE(IsShelved(kA));
+  EXPECT_TRUE(IsShelved(kB));
+}
+
+// What a copy holds.
+
+TEST_F(ShelveTest, PendingTurnsAndPlacementsGoIntoTheCopyAndStayInTheDocument) {
+  openFile(1, 0);
+  rotatePage(0);
+  addPendingText(0);
+  ASSERT_TRUE(hasUnsavedChanges());
+  ASSERT_TRUE(ShelveCurrentDocument());
+  EXPECT_FALSE(hasUnsavedChanges());
+  EXPECT_EQ(marksIn(copyOf(kA)), 1);
+  EXPECT_EQ(marks(), 1);
+  ASSERT_EQ(session.placements[0].size(), 1u);
+  EXPECT_GE(session.placements[0][0].annotIndex, 0);
+  openFile(1, 1);
+  openFile(1, 0);
+  EXPECT_EQ(FPDFPage_GetRotation(session.panes[0].page.get()), 1);
+}
+
+TEST_F(ShelveTest, AFailedCopyLeavesPlacementsPendingAndAddsThemOnlyOnceLater) {
+  openFile(1, 0);
+  addPendingText(0);
+  standIn().refuseFileCall = [](FileCall call) { return call == FileCall::Flush; };
+  EXPECT_FALSE(ShelveCurrentDocument());
+  EXPECT_TRUE(hasUnsavedChanges());
+  EXPECT_EQ(marks(), 0);
+  EXPECT_THAT(shelfFiles(), IsEmpty());
+  standIn().refuseFileCall = {};
+  EXPECT_TRUE(ShelveCurrentDocument());
+  EXPECT_EQ(marksIn(copyOf(kA)), 1);
+}
+
+TEST_F(ShelveTest, WhereverWritingFailsTheEarlierCopyStays) {
+  shelveFile(1, 0);
+  const std::string before = index();
+  const std::u16string copy = copyOf(kA);
+  mark();
+  for (const FileCall call :
+       {FileCall::Start, FileCall::Write, FileCall::Flush, FileCall::Close, FileCall::Replace}) {
+    standIn().refuseFileCall = [call](FileCall asked) { return asked == call; };
+    EXPECT_FALSE(ShelveCurrentDocument()) << static_cast<int>(call);
+    EXPECT_TRUE(session.active.dirty);
+    EXPECT_EQ(index(), before);
+    EXPECT_EQ(copyOf(kA), copy);
+    EXPECT_EQ(marksIn(copy), 1);
+    EXPECT_THAT(shelfFiles(), SizeIs(1));
+  }
+}
+
+TEST_F(ShelveTest, AFullDiskLeavesTheDocumentToTheQuestion) {
+  openFile(1, 0);
+  mark();
+  standIn().diskFree = 200;
+  standIn().boxAnswers = {BoxAnswer::Cancel};
+  EXPECT_EQ(SaveOrShelveBeforeClose(u"a.pdf"), BoxAnswer::Cancel);
+  EXPECT_THAT(standIn().boxes, SizeIs(1));
+  EXPECT_TRUE(session.active.dirty);
+  EXPECT_THAT(shelfFiles(), IsEmpty());
+}
+
+TEST_F(ShelveTest, WithoutANameOrAFolderNothingIsShelved) {
+  openFile(1, 0);
+  mark();
+  standIn().failGuids = true;
+  EXPECT_FALSE(ShelveCurrentDocument());
+  standIn().failGuids = false;
+  session.shelveFolder.clear();
+  EXPECT_FALSE(ShelveCurrentDocument());
+  EXPECT_TRUE(session.active.dirty);
+}
+
+TEST_F(ShelveTest, EveryShelvingWritesAFreshNameAndDeletesTheCopyBeforeIt) {
+  shelveFile(1, 0);
+  const std::u16string first = copyOf(kA);
+  openFile(1, 1);
+  openFile(1, 0);
+  mark();
+  ASSERT_TRUE(ShelveCurrentDocument());
+  const std::u16string second = copyOf(kA);
+  EXPECT_NE(second, first);
+  EXPECT_EQ(marksIn(second), 2);
+  EXPECT_THAT(index(), HasSubstr("\t1\t"));
+  openFile(1, 1);  // the document was open from the first copy
+  EXPECT_THAT(shelfFiles(), SizeIs(1));
+}
+
+TEST_F(ShelveTest, AnIndexThatCannotBeWrittenKeepsTheCopyThatItNames) {
+  shelveFile(1, 0);
+  const std::string before = index();
+  const std::u16string first = copyOf(kA);
+  mark();
+  int replaced = 0;
+  standIn().refuseFileCall = [&replaced](FileCall call) {
+    return call == FileCall::Replace && ++replaced == 2;  // first the copy, then the index
+  };
+  EXPECT_TRUE(ShelveCurrentDocument());
+  EXPECT_EQ(index(), before);
+  EXPECT_EQ(marksIn(first), 1);
+  EXPECT_EQ(marksIn(copyOf(kA)), 2);
+}
+
+// Live edits.
+
+TEST_F(ShelveTest, AnEditIsNotedAtOnceAndNoCopyIsMade) {
+  openFile(1, 0);
+  mark();
+  EXPECT_TRUE(IsShelved(kA));
+  EXPECT_THAT(index(), HasSubstr("-\t1\t0\t0\tc:\\a.pdf\r\n"));
+  EXPECT_THAT(shelfFiles(), IsEmpty());
+}
+
+TEST_F(ShelveTest, ARecordOfEditsThatWereLostIsForgottenWhenTheDocumentOpensAgain) {
+  openFile(1, 0);
+  mark();
+  restart();  // before anything was shelved
+  EXPECT_FALSE(IsShelved(kA));
+  EXPECT_EQ(session.shelfIndex.size(), 1u);
+  openFile(1, 0);
+  EXPECT_EQ(marks(), 0);
+  EXPECT_FALSE(IsShelved(kA));
+  EXPECT_TRUE(session.shelfIndex.empty());
+}
+
+TEST_F(ShelveTest, FourQuarterTurnsLeaveNoRecord) {
+  openFile(1, 0);
+  for (int n = 0; n < 3; ++n) rotatePage(0);
+  EXPECT_TRUE(IsShelved(kA));
+  rotatePage(0);
+  EXPECT_FALSE(IsShelved(kA));
+  EXPECT_TRUE(session.shelfIndex.empty());
+}
+
+TEST_F(ShelveTest, ARecordWithACopyStaysChangedWhateverIsTurnedBack) {
+  shelveFile(1, 0);
+  for (int n = 0; n < 4; ++n) rotatePage(0);
+  EXPECT_TRUE(IsShelved(kA));
+  EXPECT_NE(copyOf(kA), u"");
+}
+
+TEST_F(ShelveTest, EditsOfADocumentOfNoBinderAreNotNoted) {
+  const std::u16string path = putPdf(kFour, simplePdf(4));
+  ASSERT_TRUE(openDocument(&path, 0, kWorkingDocsLeaveAlone, false, nullptr));
+  mark();
+  EXPECT_TRUE(session.shelfIndex.empty());
+}
+
+TEST_F(ShelveTest, BakingIntoTheOtherPanesDocumentIsNotedForThatDocument) {
+  openTwo();
+  addPendingText(0);
+  openFile(1, 2);  // into pane 1, whose placements the session will hold
+  EXPECT_TRUE(session.panes[0].dirty);
+  EXPECT_TRUE(IsShelved(kA));
+}
+
+// Giving edits up.
+
+TEST_F(ShelveTest, NoAtThePromptDropsTheEntryWhenTheDocumentGoes) {
+  shelveFile(1, 0);
+  mark();
+  standIn().boxAnswers = {BoxAnswer::No};
+  closeCommand(0);
+  EXPECT_FALSE(IsShelved(kA));
+  EXPECT_THAT(shelfFiles(), IsEmpty());
+}
+
+TEST_F(ShelveTest, NoAndThenTheSameDocumentAgainOpensItsFile) {
+  shelveFile(1, 0);
+  mark();
+  standIn().boxAnswers = {BoxAnswer::No};
+  standIn().failGuids = true;
+  ASSERT_TRUE(openRequested(kA, 0, kWorkingDocsToHead, true));
+  EXPECT_EQ(marks(), 0);
+  EXPECT_FALSE(IsShelved(kA));
+}
+
+TEST_F(ShelveTest, NoCountsForNothingWhenTheDocumentStays) {
+  setViewMode(ViewMode::TwoDocuments);
+  shelveFile(1, 0);
+  mark();
+  putPdf(kB, garbageFile());
+  standIn().failGuids = true;
+  standIn().boxAnswers = {BoxAnswer::No, BoxAnswer::Ok};
+  openFile(1, 1);
+  EXPECT_EQ(session.panes[0].path, kA);
+  EXPECT_TRUE(IsShelved(kA));
+  standIn().failGuids = false;
+  mark();
+  openFile(1, 2);
+  EXPECT_TRUE(IsShelved(kA));
+  EXPECT_EQ(marksIn(copyOf(kA)), 3);
+}
+
+TEST_F(ShelveTest, NoForTheOtherPaneDropsItsEntryToo) {
+  openTwo();
+  mark(0);
+  setActivePane(1);
+  standIn().boxAnswers = {BoxAnswer::No};
+  ASSERT_TRUE(openRequested(putPdf(kFour, simplePdf(4)), 0, kWorkingDocsToHead, true));
+  EXPECT_FALSE(IsShelved(kA));
+  EXPECT_TRUE(session.shelfIndex.empty());
+}
+
+// Two documents.
+
+TEST_F(ShelveTest, LeavingTwoDocumentsShelvesTheChangedRightOneWithoutAQuestion) {
+  openTwo();
+  mark(1);
+  setViewMode(ViewMode::SinglePage);
+  EXPECT_EQ(session.active.path, kA);
+  EXPECT_EQ(marksIn(copyOf(kB)), 1);
+  EXPECT_THAT(standIn().boxes, IsEmpty());
+  openFile(1, 1);
+  EXPECT_EQ(marks(), 1);
+}
+
+TEST_F(ShelveTest, LeavingTwoDocumentsLosesWhatCannotBeShelved) {
+  openTwo();
+  mark(1);
+  session.documentBinders.clear();
+  setViewMode(ViewMode::SinglePage);
+  EXPECT_EQ(copyOf(kB), u"");
+  EXPECT_FALSE(IsShelved(kB));
+  EXPECT_THAT(standIn().boxes, IsEmpty());
+}
+
+TEST_F(ShelveTest, EveryChangedDocumentIsShelvedWhereverItIsShown) {
+  openTwo();
+  mark(0);
+  mark(1);
+  shelveChangedDocuments();
+  EXPECT_EQ(marksIn(copyOf(kA)), 1);
+  EXPECT_EQ(marksIn(copyOf(kB)), 1);
+  EXPECT_THAT(shelfFiles(), SizeIs(2));
+  shelveChangedDocuments();
+  EXPECT_THAT(shelfFiles(), SizeIs(2));
+}
+
+// Other processes.
+
+TEST_F(ShelveTest, AViewerAndAWindowBesideAnotherShelveNothing) {
+  openFile(1, 0);
+  for (const bool viewer : {true, false}) {
+    session.viewerRole = viewer;
+    session.ownsPrimaryName = viewer;
+    mark();
+    EXPECT_FALSE(ShelveCurrentDocument());
+    EXPECT_TRUE(session.shelfIndex.empty());
+  }
+  EXPECT_EQ(index(), "none");
+}
+
+// Saving what is shelved.
+
+class SaveShelvedTest : public ShelfFlowTest {
+ protected:
+  SaveShelvedTest() {
+    shelveFile(1, 0);
+    openFile(1, 1);
+  }
+  static void expectReport(const std::u16string& reason) {
+    ASSERT_THAT(standIn().boxes, SizeIs(1));
+    EXPECT_EQ(standIn().boxes[0].text, u"Could not save 'a.pdf':\n" + reason +
+                                           u"\n\nThe unsaved changes are still on its shelf.");
+    EXPECT_EQ(standIn().boxes[0].title, u"Quillmere");
+    EXPECT_EQ(standIn().boxes[0].icon, platform::BoxIcon::Error);
+  }
+  // Fails with this reason and leaves the file and the copy as they were.
+  static void expectFailure(const std::u16string& reason) {
+    standIn().boxAnswers = {BoxAnswer::Ok};
+    EXPECT_FALSE(SaveShelved(1, 0));
+    expectReport(reason);
+    EXPECT_EQ(marksIn(kA), 0);
+    EXPECT_TRUE(IsShelved(kA));
+    EXPECT_FALSE(platform::fileExists(std::u16string(kA) + u".tmp"));
+  }
+};
+
+TEST_F(SaveShelvedTest, TheCopyTakesThePlaceOfTheFileAndGoes) {
+  EXPECT_TRUE(SaveShelved(1, 0));
+  EXPECT_EQ(marksIn(kA), 1);
+  EXPECT_THAT(standIn().boxes, IsEmpty());
+  EXPECT_THAT(shelfFiles(), IsEmpty());
+  EXPECT_FALSE(platform::fileExists(std::u16string(kA) + u".tmp"));
+}
+
+TEST_F(SaveShelvedTest, AFileThatHasGoneIsMadeAgain) {
+  platform::deleteFile(kA);
+  EXPECT_TRUE(SaveShelved(1, 0));
+  EXPECT_EQ(marksIn(kA), 1);
+}
+
+TEST_F(SaveShelvedTest, NothingToDoIsASuccess) {
+  EXPECT_TRUE(SaveShelved(1, 2));
+  EXPECT_FALSE(SaveShelved(1, 3));
+  EXPECT_FALSE(SaveShelved(7, 0));
+  session.viewerRole = true;
+  EXPECT_FALSE(SaveShelved(1, 0));
+  EXPECT_THAT(standIn().boxes, IsEmpty());
+}
+
+TEST_F(SaveShelvedTest, AnEntryWithoutACopyIsReported) {
+  session.shelfIndex.begin()->shelfName.clear();
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_FALSE(SaveShelved(1, 0));
+  expectReport(u"No shelf copy of the changes exists.");
+}
+
+TEST_F(SaveShelvedTest, AMissingCopyIsReported) {
+  platform::deleteFile(copyOf(kA));
+  expectFailure(u"The shelf copy of the changes is missing.");
+}
+
+TEST_F(SaveShelvedTest, AnUnreadableCopyIsReported) {
+  platform::putFile(copyOf(kA), "no document");
+  expectFailure(u"The shelf copy could not be opened.");
+}
+
+TEST_F(SaveShelvedTest, AChangedFileIsReportedAndStays) {
+  platform::setWriteTime(kA, 132'000'000'000'000'000u);
+  expectFailure(u"The file on disk has been modified since.");
+}
+
+TEST_F(SaveShelvedTest, EachWayOfNotWritingIsReported) {
+  for (const FileCall call : {FileCall::Start, FileCall::Write, FileCall::Flush, FileCall::Close}) {
+    standIn().boxes.clear();
+    standIn().refuseFileCall = [call](FileCall asked) { return asked == call; };
+    expectFailure(u"Writing the file failed.");
+  }
+}
+
+TEST_F(SaveShelvedTest, ALockedFileIsReported) {
+  platform::setOtherUse(kA, platform::OtherUse::Exclusive);
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_FALSE(SaveShelved(1, 0));
+  expectReport(u"The file could not be replaced (it may be locked or read-only).");
+  EXPECT_FALSE(platform::fileExists(std::u16string(kA) + u".tmp"));
+  EXPECT_EQ(marksIn(copyOf(kA)), 1);
+}
+
+TEST_F(SaveShelvedTest, AReadOnlyFileIsReported) {
+  platform::setReadOnly(kA, true);
+  expectFailure(u"The file could not be replaced (it may be locked or read-only).");
+}
+
+}  // namespace
+}  // namespace quillmere::test
