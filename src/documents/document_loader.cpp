@@ -42,8 +42,7 @@ DocumentHandle loadDocumentIntoMemory(const std::u16string& path) {
 }
 
 void showLoadFailure(unsigned long error) {
-  showNotice(formatText(u"Could not open PDF.
-(PDFium error %lu)",
+  showNotice(formatText(u"Could not open PDF.\n(PDFium error %lu)",
                         {decimal(static_cast<std::int64_t>(error))}),
              BoxIcon::Error);
 }
