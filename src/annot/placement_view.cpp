@@ -62,7 +62,7 @@ void addSelection(int pane, const Placement& placement, PictureDrawing& drawing)
 PictureDrawing drawingOf(int pane, Placement& placement) {
   PictureDrawing drawing;
   const double zoom = session.panes[pane].zoom;
-  if (placement.pending()) drawing.picture = drawnPicture(placement);
+  if (placement.pending()) drawing.picture = placementPicture(placement);
   drawing.centre = inPane(pane, placementCentre(placement));
   drawing.width = placement.width * zoom;
   drawing.height = placement.height * zoom;

@@ -170,12 +170,4 @@ platform::SharedPicture placementPicture(Placement& placement) {
   return placement.image;
 }
 
-platform::SharedPicture drawnPicture(Placement& placement) {
-  if (placement.kind != PlacementKind::Stamp || !placement.image) {
-    return placementPicture(placement);
-  }
-  if (!placement.drawn) placement.drawn = quickToDraw(placement.image);
-  return placement.drawn;
-}
-
 }  // namespace quillmere

@@ -49,11 +49,8 @@ bool removePlacementAnnotation(FPDF_DOCUMENT document, std::int32_t page, std::i
 // An annotation of the page was removed: placements refer to those above it by one less.
 void lowerPlacementIndexes(FPDF_DOCUMENT document, std::int32_t page, std::int32_t removed);
 
-// The picture of a pending placement. A text's is made and kept when it is first needed. Null when
-// there is none.
+// What to draw for a pending placement. A text's picture is made and kept when it is first needed.
+// Null when there is none.
 platform::SharedPicture placementPicture(Placement& placement);
-
-// The same for drawing it over the page, which must be quick: of large stamps a smaller copy.
-platform::SharedPicture drawnPicture(Placement& placement);
 
 }  // namespace quillmere

@@ -7,8 +7,10 @@
 #include <iterator>
 #include <memory>
 #include <type_traits>
+#include <vector>
 
 #include "annot/placement_fonts.h"
+#include "annot/stamp_pictures.h"
 #include "app/overlays.h"
 #include "app/paint_placements.h"
 #include "platform/win32/wide.h"
@@ -49,6 +51,24 @@ struct ContextDeleter {
 };
 using ContextHandle = std::unique_ptr<std::remove_pointer_t<HDC>, ContextDeleter>;
 
+// Copies of large pictures that came out of a document. Making one takes longer than drawing it, so
+// each is kept for as long as its picture is.
+struct DrawnCopy {
+  std::weak_ptr<const platform::Picture> whole;
+  platform::SharedPicture copy;
+};
+std::vector<DrawnCopy> drawnCopies;
+
+platform::SharedPicture drawnCopyOf(const platform::SharedPicture& picture) {
+  std::erase_if(drawnCopies, [](const DrawnCopy& known) { return known.whole.expired(); });
+  for (const DrawnCopy& known : drawnCopies) {
+    if (known.whole.lock() == picture) return known.copy;
+  }
+  platform::SharedPicture copy = quickToDraw(picture);
+  if (copy != picture) drawnCopies.push_back({picture, copy});
+  return copy;
+}
+
 // A bitmap over the picture's own pixels.
 std::unique_ptr<Gdiplus::Bitmap> bitmapOver(const platform::Picture& picture) {
   auto* first = reinterpret_cast<BYTE*>(const_cast<std::uint32_t*>(picture.pixels.data()));
@@ -57,7 +77,8 @@ std::unique_ptr<Gdiplus::Bitmap> bitmapOver(const platform::Picture& picture) {
 }
 
 void drawPicture(HDC dc, const PictureDrawing& drawing) {
-  const platform::Picture& picture = *drawing.picture;
+  const platform::SharedPicture shown = drawnCopyOf(drawing.picture);
+  const platform::Picture& picture = *shown;
   const auto width = static_cast<Gdiplus::REAL>(drawing.width);
   const auto height = static_cast<Gdiplus::REAL>(drawing.height);
   Gdiplus::Graphics graphics(dc);

@@ -11,8 +11,7 @@ int scaled(int pixels);
 // The inverse, for widths stored in the settings.
 int unscaled(int pixels);
 
-// Switches the session to a screen of `dpi` dots per inch; panels keep their apparent width, and
-// thumbnails have to be made anew.
+// Switches the session to a screen of `dpi` dots per inch; panels keep their apparent width.
 void changeDensity(std::int32_t dpi);
 
 }  // namespace quillmere

@@ -28,8 +28,7 @@ struct Placement {
   // What is drawn while it is pending: a text drop, drawn when it is first needed, or a stamp's
   // picture that no longer comes from the library. May be null.
   platform::SharedPicture image;
-  platform::SharedPicture drawn;  // of a stamp's `image`: quick to draw; null until needed
-  std::int32_t annotIndex = -1;   // in the page's annotation list; -1 while it is pending
+  std::int32_t annotIndex = -1;  // in the page's annotation list; -1 while it is pending
 
   bool pending() const { return annotIndex < 0; }
 };

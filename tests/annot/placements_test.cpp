@@ -280,23 +280,6 @@ TEST_F(DetachTest, RemovingAMarkupLowersTheIndexesBehindIt) {
   EXPECT_EQ(placement(0, 0).annotIndex, 0);
 }
 
-TEST_F(DetachTest, LargePicturesAreDrawnFromASmallerCopyAndWrittenWhole) {
-  document = openPlain();
-  const platform::Picture large = plainPicture(3000, 1500, 0xFF336699);
-  add(0, stampOf(std::make_shared<platform::Picture>(large), 100, 100, 60, 30));
-  writeAll(document);
-  selectPlacement(0, 0);
-  DetachPlacement();
-  const platform::SharedPicture shown = drawnPicture(placement(0, 0));
-  ASSERT_TRUE(shown);
-  EXPECT_LE(shown->width * shown->height, 2 << 20);
-  EXPECT_EQ(shown->pixels.front(), large.pixels.front());
-  EXPECT_EQ(drawnPicture(placement(0, 0)), shown) << "it is made once";
-  EXPECT_EQ(placement(0, 0).image->width, 3000);
-  WritePendingStamps(document);
-  EXPECT_NE(savedCopy(document).find("/Width 3000"), std::string::npos);
-}
-
 TEST_F(DetachTest, AMarkupIsFoundUnderItsNewNumber) {
   PdfPage page = plainPage();
   page.annotations = {stampAnnotation(u"QMR1;T;0;200;300;100;50;12;0;0;Hi"),

@@ -251,6 +251,16 @@ TEST_F(StampLibraryTest, LargePicturesAreDrawnFromASmallerCopy) {
   EXPECT_EQ(wholeStampPicture(0)->width, 3000);
 }
 
+TEST_F(StampLibraryTest, PicturesOfDocumentsAreDrawnFromASmallerCopyWhenTheyAreLarge) {
+  const auto small = std::make_shared<platform::Picture>(plainPicture(1000, 500, 0xFF336699));
+  EXPECT_EQ(quickToDraw(small), small);
+  const auto large = std::make_shared<platform::Picture>(plainPicture(4000, 2000, 0xFF336699));
+  const platform::SharedPicture copy = quickToDraw(large);
+  EXPECT_EQ(copy->width, 2048);
+  EXPECT_EQ(copy->height, 1024);
+  EXPECT_EQ(copy->pixels.front(), 0xFF336699u);
+}
+
 TEST_F(StampLibraryTest, ARemovedStampStaysOnThePageAndOnTheDisk) {
   fillLibrary(3);
   placeStamp(1);
