@@ -115,8 +115,8 @@ TEST_F(BinderTree, TheWheelScrollsDuringADragAndTheDropCounts) {
   ASSERT_TRUE(inputIsHandled(window));
   picture("BinderTree.WheelInDrag");
   releaseButton(to);
-  EXPECT_TRUE(eventually([&] { return documentsIn(work)[9] == dragged; }));
-  EXPECT_TRUE(rowSelected(L"d11"));
+  EXPECT_TRUE(rowSelected(L"d11"));  // the file has been written then, and can be read
+  EXPECT_EQ(documentsIn(work)[9], dragged);
 }
 
 TEST_F(BinderTree, AMoveInAnEdgeRowScrollsDuringADrag) {
@@ -144,7 +144,7 @@ TEST_F(BinderTree, TheKeyboardOpensTheMenuOfTheSelectedRow) {
   clickRow(L"first");
   ASSERT_TRUE(titleBecomes(L"Quillmere - first.pdf"));
   ASSERT_TRUE(treeHasKeyboard());
-  for (const bool menuKey : {true, false}) {
+  for (const bool menuKey : {false, true}) {
     if (menuKey) {
       press(VK_APPS);
     } else {
@@ -205,10 +205,10 @@ TEST_F(BinderTree, HidingThePanelEndsADrag) {
   const POINT to = pointOf(L"second", true);
   movePointer(to);
   ASSERT_TRUE(inputIsHandled(window));
-  press(VK_F3);
+  runCommand(window, 212);  // the system runs no shortcuts while the mouse is captured
   EXPECT_TRUE(treeShown(false));
   EXPECT_TRUE(nobodyHasMouse());
-  press(VK_F3);
+  runCommand(window, 212);
   EXPECT_TRUE(treeShown(true));
   releaseButton(to);
   ASSERT_TRUE(inputIsHandled(window));

@@ -135,7 +135,7 @@ void endInput(HWND window) {
   if (GetCapture() == window) ReleaseCapture();
   const HWND keyboard = GetFocus();
   if (keyboard != window && !IsChild(window, keyboard)) return;
-  if (window == windowHandles.binderTree) TreeView_EndEditLabelNow(window, TRUE);
+  if (window == windowHandles.binderTree) cancelBinderEdit();
   SetFocus(windowHandles.main);
 }
 

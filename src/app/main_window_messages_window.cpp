@@ -109,9 +109,7 @@ Result onCreate(WPARAM, LPARAM) {
 
 // A name that is being typed must not hold the window open.
 Result onClose(WPARAM, LPARAM) {
-  if (windowHandles.binderTree != nullptr) {
-    TreeView_EndEditLabelNow(windowHandles.binderTree, TRUE);
-  }
+  cancelBinderEdit();
   if (!closeMustWait() && settleBeforeClose()) DestroyWindow(windowHandles.main);
   return 0;
 }

@@ -189,6 +189,12 @@ void showMenuByKey() {
   ShowBinderContextMenu(point.x, point.y, valueOf(row));
 }
 
+// Shift+F10 stands for the menu key. Not every system makes that of it.
+bool isMenuShortcut(UINT message, WPARAM key) {
+  const bool down = message == WM_KEYDOWN || message == WM_SYSKEYDOWN;
+  return down && key == VK_F10 && platform::shiftDown();
+}
+
 // The only child window that a tree creates is the field for editing a name.
 void followNameField(WORD event) {
   static std::optional<BinderTreeGuard> guard;
@@ -200,6 +206,10 @@ LRESULT CALLBACK binderTreeProcedure(HWND window, UINT message, WPARAM wParam, L
                                      UINT_PTR, DWORD_PTR) {
   const BinderTreeGuard guard;
   if (draggingBinderRow() && handledByDrag(message, wParam, lParam)) return 0;
+  if (isMenuShortcut(message, wParam)) {
+    showMenuByKey();
+    return 0;
+  }
   switch (message) {
     case WM_LBUTTONDOWN:
       notePress(lParam);
@@ -272,8 +282,10 @@ Result onEditBegins(const NMTVDISPINFOW& edit) {
   return mayRenameBinderRow(valueOf(edit.item)) ? FALSE : TRUE;
 }
 
+bool cancellingEdit = false;
+
 Result onEditEnds(const NMTVDISPINFOW& edit) {
-  if (edit.item.pszText == nullptr) return FALSE;
+  if (cancellingEdit || edit.item.pszText == nullptr) return FALSE;
   const std::u16string typed = platform::fromWide(edit.item.pszText);
   return finishBinderRowRename(valueOf(edit.item), typed) ? TRUE : FALSE;
 }
@@ -356,6 +368,15 @@ Result onDraw(NMTVCUSTOMDRAW& draw) {
 
 std::uint32_t binderTreeStyle() {
   return TVS_EDITLABELS | TVS_INFOTIP;
+}
+
+// While it is being cancelled, the field loses the keyboard, and some controls then report what was
+// typed after all.
+void cancelBinderEdit() {
+  if (tree() == nullptr) return;
+  cancellingEdit = true;
+  TreeView_EndEditLabelNow(tree(), TRUE);
+  cancellingEdit = false;
 }
 
 void watchBinderTree(HWND window) {

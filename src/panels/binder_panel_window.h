@@ -14,6 +14,9 @@ std::uint32_t binderTreeStyle();
 // Handles the tree's keys and drags, and holds rebuilds back while the control is at work.
 void watchBinderTree(HWND__* tree);
 
+// Ends the typing of a binder's name, which stays as it was.
+void cancelBinderEdit();
+
 // Handles what the tree reports to the main window, and gives the reply.
 std::optional<std::intptr_t> binderTreeReports(tagNMHDR& report);
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "base/limits.h"
 #include "platform/text.h"
 #include "session/session.h"
 #include "store/binder_library.h"
@@ -171,7 +170,8 @@ ShownBinderFile* shownFile(std::int32_t value) {
 }
 
 std::u16string binderFileText(std::u16string_view path) {
-  std::u16string name = fileNameOf(path);
+  // Lists that are edited by hand may have slashes of either kind.
+  std::u16string name(path.substr(path.find_last_of(u"\\/") + 1));
   if (name.size() <= kPdf.size()) return name;
   const std::size_t stem = name.size() - kPdf.size();
   if (equalIgnoringCase(std::u16string_view(name).substr(stem), kPdf)) name.resize(stem);

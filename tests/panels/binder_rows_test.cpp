@@ -9,6 +9,8 @@ TEST(BinderFileText, APdfExtensionIsCutInAnyCase) {
   EXPECT_EQ(binderFileText(u"C:\\folder\\Report.pdf"), u"Report");
   EXPECT_EQ(binderFileText(u"C:\\folder\\REPORT.PDF"), u"REPORT");
   EXPECT_EQ(binderFileText(u"\\\\server\\share\\a.b.Pdf"), u"a.b");
+  EXPECT_EQ(binderFileText(u"//server/share/a.pdf"), u"a");
+  EXPECT_EQ(binderFileText(u"C:\\folder/a.pdf"), u"a");
 }
 
 TEST(BinderFileText, OtherExtensionsStay) {
