@@ -4,6 +4,7 @@
 
 #include "annot/placements.h"
 #include "documents/close.h"
+#include "documents/modes.h"
 #include "documents/save.h"
 #include "documents/save_test.h"
 #include "support/pdf_builder.h"
@@ -357,6 +358,16 @@ TEST_F(SaveFaultsTest, AChangeDuringTheWriteFailsItToo) {
     if (call == FileCall::Flush) platform::putFile(path, "theirs");
     return false;
   };
+  EXPECT_FALSE(SaveDocumentTo(0, u"C:\\docs\\b.pdf"));
+  EXPECT_THAT(boxTexts(), ElementsAre(kChanged));
+  EXPECT_EQ(fileBytes(u"C:\\docs\\b.pdf"), std::nullopt);
+  standIn().boxes.clear();
+  closeAllDocuments();
+  platform::setOtherUse(path, platform::OtherUse::Nobody);
+  platform::putFile(path, old);
+  ASSERT_TRUE(open(path));
+  platform::setOtherUse(path, platform::OtherUse::SharedWriter);
+  mark(0);
   EXPECT_FALSE(save());
   EXPECT_THAT(boxTexts(), ElementsAre(kChanged));
   EXPECT_EQ(*fileBytes(path), "theirs");
@@ -379,6 +390,20 @@ TEST_F(SaveFaultsTest, FromTheFirstEditOnNoOtherProgramWritesToTheFile) {
   EXPECT_TRUE(platform::isGuarded(path));
   closeAllDocuments();
   EXPECT_FALSE(platform::isGuarded(path));
+}
+
+TEST_F(SaveFaultsTest, WhatIsKnownOfTheFileMovesWithTheDocument) {
+  ASSERT_TRUE(platform::isGuarded(path));
+  setViewMode(ViewMode::TwoDocuments);
+  EXPECT_EQ(session.panes[0].loadedFrom.path, path);
+  EXPECT_EQ(session.active.loadedFrom.path, u"");
+  EXPECT_TRUE(platform::isGuarded(path));
+  platform::setReadOnly(path, true);
+  EXPECT_FALSE(save());
+  setViewMode(ViewMode::SinglePage);
+  platform::setReadOnly(path, false);
+  EXPECT_TRUE(save());
+  EXPECT_THAT(names(), ElementsAre(u"a.pdf"));
 }
 
 TEST_F(SaveFaultsTest, AFileWithoutAStampIsSavedAllTheSame) {

@@ -131,6 +131,22 @@ TEST_F(DocumentSlotsTest, AReopeningKeepsANumberThatDiffersFromTheOpenPage) {
   EXPECT_EQ(session.panes[0].openPage, 3);
 }
 
+TEST_F(DocumentSlotsTest, PlacementsGoOverToTheReopenedDocument) {
+  session.placementDocument = openInActive(simplePdf(2));
+  session.placements[1] = {Placement{}};
+  reopen(session.active, freshDocument(2));
+  EXPECT_EQ(session.placementDocument, session.active.document.get());
+  EXPECT_EQ(session.placements[1].size(), 1u);
+  EXPECT_EQ(session.waitingPlacements, nullptr);
+}
+
+TEST_F(DocumentSlotsTest, PlacementsThatWaitToBeReadAreThoseOfTheReopenedDocument) {
+  session.waitingPlacements = openInActive(simplePdf(2));
+  reopen(session.active, freshDocument(2));
+  EXPECT_EQ(session.waitingPlacements, session.active.document.get());
+  EXPECT_EQ(session.placementDocument, nullptr);
+}
+
 TEST_F(DocumentSlotsTest, AReopeningOfOneOfTwoDocumentsLeavesTheOtherAlone) {
   const FPDF_DOCUMENT left = openInPane(0, simplePdf(1));
   openInPane(1, simplePdf(2));
