@@ -96,6 +96,8 @@ class KillTest : public ShelfFlowTest {
     tell(kFirstShelved);
     openFile(1, 0);
     mark();
+    openFile(1, 1);  // a second copy takes the place of the first
+    openFile(1, 0);
     SaveCommand();
     tell(kFirstSaved);
     openFile(1, 1);
