@@ -205,6 +205,7 @@ void documentsChanged() {
 // The search goes on: its hits are where they were.
 void documentReplaced(int pane) {
   const Report report;
+  settleClosedDocuments();
   forgetPickedMarkup();
   forgetMarkupTip();
   const bool selected =

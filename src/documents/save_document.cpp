@@ -98,9 +98,9 @@ void showReopened(const SaveJob& job, const ClosedDocument& closed) {
 // A new path is a new document to the lists.
 void adoptPath(const SaveJob& job) {
   DocumentSlot& slot = slotOf(job);
-  const std::u16string old = std::exchange(slot.path, job.path);
-  if (samePath(old, job.path)) return;
-  forgetDocumentBinder(old);
+  if (samePath(slot.path, job.path)) return;
+  forgetDocumentBinder(slot.path);
+  slot.path = job.path;
   joinWorkingDocuments(job.path, kWorkingDocsToHead);
 }
 
@@ -193,7 +193,10 @@ void drawAll(FPDF_DOCUMENT document) {
 // The document stays open as it is and goes on reading its old file.
 bool writeOtherFile(SaveJob& job) {
   DocumentSlot& slot = slotOf(job);
-  if (!WriteDocumentCopy(slot.document.get(), job.path)) return failUnwritten(job, kFailedText);
+  const auto unchanged = [&slot] { return !changedSinceLoad(slot.loadedFrom); };
+  if (!WriteDocumentCopy(slot.document.get(), job.path, unchanged)) {
+    return failUnwritten(job, unchanged() ? kFailedText : kChangedText);
+  }
   adoptPath(job);
   slot.dirty = false;
   if (ownsPlacements(job)) loadPlacementsLater(slot.document.get());

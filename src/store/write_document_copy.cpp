@@ -89,13 +89,14 @@ bool attributesForbidWriting(const std::u16string& path) {
 
 }  // namespace
 
-bool WriteDocumentCopy(FPDF_DOCUMENT document, const std::u16string& path) {
+bool WriteDocumentCopy(FPDF_DOCUMENT document, const std::u16string& path,
+                       const std::function<bool()>& confirm) {
   if (document == nullptr || attributesForbidWriting(path)) return false;
   SiblingFile sibling = startSibling(path);
   if (!writeSibling(document, sibling)) return false;
   // Alternate streams describe the old contents; who may read the file does not.
   platform::copyFileProperties(path, sibling.path);
-  if (platform::replaceFile(sibling.path, path)) return true;
+  if ((!confirm || confirm()) && platform::replaceFile(sibling.path, path)) return true;
   platform::deleteFile(sibling.path);
   return false;
 }

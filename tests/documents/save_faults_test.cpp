@@ -358,6 +358,16 @@ TEST_F(SaveFaultsTest, AChangeDuringTheWriteFailsItToo) {
     if (call == FileCall::Flush) platform::putFile(path, "theirs");
     return false;
   };
+  EXPECT_FALSE(SaveDocumentTo(0, u"C:\\docs\\b.pdf"));
+  EXPECT_THAT(boxTexts(), ElementsAre(kChanged));
+  EXPECT_EQ(fileBytes(u"C:\\docs\\b.pdf"), std::nullopt);
+  standIn().boxes.clear();
+  closeAllDocuments();
+  platform::setOtherUse(path, platform::OtherUse::Nobody);
+  platform::putFile(path, old);
+  ASSERT_TRUE(open(path));
+  platform::setOtherUse(path, platform::OtherUse::SharedWriter);
+  mark(0);
   EXPECT_FALSE(save());
   EXPECT_THAT(boxTexts(), ElementsAre(kChanged));
   EXPECT_EQ(*fileBytes(path), "theirs");

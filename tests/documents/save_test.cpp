@@ -148,6 +148,7 @@ TEST_F(SaveTest, APathThatDiffersInLetterCaseAloneIsTheSameFile) {
   ASSERT_TRUE(SaveDocumentTo(0, u"C:\\DOCS\\A.PDF"));
   EXPECT_EQ(marksIn(path), 1);
   EXPECT_EQ(namesIn(u"C:\\docs").size(), 1u);
+  EXPECT_EQ(session.active.path, path);
   EXPECT_FALSE(session.active.altered) << "the file was opened again";
 }
 
