@@ -1,5 +1,7 @@
 // What a saved document is like: encrypted, with its XMP, and packed as its source.
 
+#include <stdlib.h>
+
 #include <string>
 #include <vector>
 
@@ -75,6 +77,29 @@ std::string XmpStream(const std::string& data, const std::string& entries = "") 
   return Stream(data, "/Type /Metadata /Subtype /XML " + entries);
 }
 
+// A document and an update of it, which an old reader can follow too: the table says that object 6 is
+// free, the cross-reference stream beside it that it is packed.
+std::string Hybrid() {
+  std::vector<std::string> objects = TextObjects("/Kept 6 0 R");
+  objects.push_back("null");
+  std::string pdf = MakePdf(objects);
+  const std::string before = pdf.substr(pdf.rfind("startxref\n") + 10);
+  const std::string packed = "6 0 << /Value (Spring tide) >>";
+  const size_t packer = pdf.size();
+  pdf += "7 0 obj\n" + Stream(packed, "/Type /ObjStm /N 1 /First 4") + "\nendobj\n";
+  const size_t places = pdf.size();
+  std::string rows = std::string("\x02\0\0\x07\0", 5) + '\x01';
+  for (int shift : {16, 8, 0}) {
+    rows += static_cast<char>(packer >> shift & 0xFF);
+  }
+  rows += '\0';
+  pdf += "8 0 obj\n" + Stream(rows, "/Type /XRef /W [1 3 1] /Index [6 2] /Size 9 /Root 1 0 R") + "\nendobj\n";
+  const size_t table = pdf.size();
+  return pdf + "xref\n6 1\n0000000000 00001 f \ntrailer\n<< /Root 1 0 R /Size 9 /Prev " +
+         std::to_string(atoi(before.c_str())) + " /XRefStm " + std::to_string(places) + " >>\nstartxref\n" +
+         std::to_string(table) + "\n%%EOF\n";
+}
+
 std::string HexOf(const std::string& text) {
   std::string hex;
   for (unsigned char letter : text) {
@@ -142,6 +167,8 @@ void TestUnpackedStaysUnpacked() {
     Check(!Holds(Saved(pdf), "/ObjStm") && !Holds(Saved(pdf), "/XRef"), "an unpacked document stays so");
     Check(Seen(Saved(pdf)) == Seen(pdf), "an unpacked document looks as before");
   }
+  const std::string hybrid = Saved(Hybrid());
+  Check(Holds(hybrid, "Spring tide") && !Holds(hybrid, "/ObjStm") && TextIn(hybrid) == "Low water", "a document for old readers too is written unpacked");
   // A damaged end: the table is made anew.
   std::string repaired = MakePackedPdf(VariedObjects());
   repaired.replace(repaired.rfind("startxref\n") + 10, 1, "9");
