@@ -9,28 +9,93 @@ constexpr int kStampPanelId = 402;
 constexpr std::uint32_t kOrange = rgb(0xE0, 0x70, 0x10);
 constexpr std::uint32_t kGhost = rgb(235, 165, 104);  // orange over paper, at an alpha of 0.63
 constexpr std::uint32_t kTeal = rgb(0x10, 0x90, 0x90);
+constexpr std::uint32_t kBlack = rgb(0, 0, 0);
+constexpr std::uint32_t kRed = rgb(0xFF, 0, 0);
+constexpr std::uint32_t kTextRed = rgb(0xC8, 0x1E, 0x1E);
 constexpr std::uint32_t kRotationHandle = rgb(60, 200, 100);
 constexpr wchar_t kTextDialog[] = L"QuillmereAddTextDlg";
 constexpr int kTextField = 1001;
+constexpr int kFontField = 1002;
 constexpr int kSizeField = 1003;
+constexpr int kColorField = 1004;
 
 std::wstring stampsFolder() {
   return userDataFolder() + L"\\Stamps\\";
 }
 
-// A library with one stamp, and a document of white pages at its actual size.
+// A stamp of 160 by 80 points in the document's file, as the program writes it: its left bottom
+// corner and its colour.
+struct WrittenStamp {
+  int left;
+  int bottom;
+  std::uint32_t color;
+};
+
+int addWrittenStamp(test::PdfFile& file, const WrittenStamp& stamp) {
+  std::string pixels;
+  for (int n = 0; n < 16; ++n) {
+    for (const int shift : {16, 8, 0}) pixels += static_cast<char>(stamp.color >> shift & 0xFF);
+  }
+  const int image = file.addStream(pixels,
+                                   "/Type /XObject /Subtype /Image /Width 4 /Height 4 "
+                                   "/ColorSpace /DeviceRGB /BitsPerComponent 8");
+  const std::string corner = std::to_string(stamp.left) + " " + std::to_string(stamp.bottom);
+  const std::string rect = "[" + corner + " " + std::to_string(stamp.left + 160) + " " +
+                           std::to_string(stamp.bottom + 80) + "]";
+  const int form = file.addStream("q 160 0 0 80 " + corner + " cm /Im Do Q",
+                                  "/Type /XObject /Subtype /Form /BBox " + rect +
+                                      " /Resources << /XObject << /Im " +
+                                      test::PdfFile::reference(image) + " >> >>");
+  return file.add("<< /Type /Annot /Subtype /Stamp /F 4 /Rect " + rect + " /QMR (QMR1;S;0;" +
+                  std::to_string(stamp.left) + ";" + std::to_string(stamp.bottom) +
+                  ";160;80;) /AP << /N " + test::PdfFile::reference(form) + " >> >>");
+}
+
+// One white page with these stamps.
+std::string stampedPdf(const std::vector<WrittenStamp>& stamps) {
+  test::PdfFile file;
+  const int tree = file.reserve();
+  std::string annotations;
+  for (const WrittenStamp& stamp : stamps) {
+    annotations += test::PdfFile::reference(addWrittenStamp(file, stamp)) + " ";
+  }
+  const int page = file.add("<< /Type /Page /MediaBox [0 0 612 792] /Parent " +
+                            test::PdfFile::reference(tree) + " /Annots [" + annotations + "] >>");
+  file.set(tree, "<< /Type /Pages /Count 1 /Kids [" + test::PdfFile::reference(page) + "] >>");
+  return file.finish(
+      file.add("<< /Type /Catalog /Pages " + test::PdfFile::reference(tree) + " >>"));
+}
+
+std::string whitePage(int rotate = 0) {
+  test::PdfPage page;
+  page.width = kPage.width;
+  page.height = kPage.height;
+  page.rotate = rotate;
+  return test::buildPdf({page});
+}
+
+// A library, and a document of white pages at its actual size.
 class Stamps : public Scenario {
  protected:
-  void startWithStamp() {
+  // Stamps "s1.png" and so on, of these colours.
+  void makeLibrary(const std::vector<std::uint32_t>& colors) {
     CreateDirectoryW(userDataFolder().c_str(), nullptr);
     CreateDirectoryW(stampsFolder().c_str(), nullptr);
-    ASSERT_TRUE(
-        writeFile(stampsFolder() + L"orange.png", test::plainPng(200, 100, 0xFF000000 | kOrange)));
-    ASSERT_TRUE(writeFile(stampsFolder() + L"stamps.lst", "orange.png\r\n"));
-    test::PdfPage page;
-    page.width = kPage.width;
-    page.height = kPage.height;
-    startWith(test::buildPdf({page}));
+    std::string list;
+    for (const std::uint32_t color : colors) {
+      const std::string name = "s" + std::to_string(++stamps_) + ".png";
+      ASSERT_TRUE(writeFile(stampsFolder() + std::wstring(name.begin(), name.end()),
+                            test::plainPng(200, 100, 0xFF000000 | color)));
+      list += name + "\r\n";
+    }
+    ASSERT_TRUE(writeFile(stampsFolder() + L"stamps.lst", list));
+  }
+  void startWithStamp() {
+    makeLibrary({kOrange});
+    startWithPanel(whitePage());
+  }
+  void startWithPanel(const std::string& document) {
+    startWith(document);
     press('A');
     press(VK_F4);
     ASSERT_TRUE(eventually([&] { return panel() != nullptr && IsWindowVisible(panel()); }));
@@ -89,6 +154,38 @@ class Stamps : public Scenario {
   static POINT middle(const RECT& rect) {
     return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
   }
+  static bool lying(const RECT& rect) {
+    return rect.right - rect.left > 3 * (rect.bottom - rect.top) / 2;
+  }
+  static bool standing(const RECT& rect) {
+    return rect.bottom - rect.top > 3 * (rect.right - rect.left) / 2;
+  }
+  // Opens Add Text with a text of 48 points and moves the dialog off the page's middle.
+  void openTextDialog(const std::wstring& text) {
+    click(inPanel(dip(60), dip(46)));
+    ASSERT_TRUE(eventually(
+        [&] { return (dialog = program.find(kTextDialog)) && IsWindowVisible(dialog); }));
+    ASSERT_TRUE(eventually([&] { return focusOf(dialog) == GetDlgItem(dialog, kTextField); }));
+    type(text);
+    press(VK_TAB);
+    press(VK_TAB);
+    type(L"48");
+    ASSERT_TRUE(inputIsHandled(window));
+    ASSERT_EQ(controlText(GetDlgItem(dialog, kSizeField)), L"48");
+    SetWindowPos(dialog, nullptr, dip(20), dip(500), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  }
+  void import(const std::wstring& path) {
+    click(inPanel(dip(60), dip(76)));
+    const HWND opened = waitForFileDialog(program);
+    ASSERT_NE(opened, nullptr);
+    ASSERT_TRUE(chooseInFileDialog(opened, path));
+  }
+
+  HWND dialog = nullptr;
+
+ private:
+  int stamps_ = 0;
 };
 
 TEST_F(Stamps, AStampIsDraggedMovedSizedTurnedAndDeleted) {
@@ -140,7 +237,7 @@ TEST_F(Stamps, PicturesAreImportedReorderedAndRemoved) {
   ASSERT_NE(dialog, nullptr);
   ASSERT_TRUE(chooseInFileDialog(dialog, teal));
   ASSERT_TRUE(eventually([&] {
-    return readFile(stampsFolder() + L"stamps.lst") == "\xEF\xBB\xBForange.png\r\nteal.png\r\n";
+    return readFile(stampsFolder() + L"stamps.lst") == "\xEF\xBB\xBFs1.png\r\nteal.png\r\n";
   }));
   ASSERT_TRUE(eventually([&] { return stampInPanel(kTeal).y > stampInPanel(kOrange).y; }));
   picture("Stamps.Library");
@@ -149,30 +246,18 @@ TEST_F(Stamps, PicturesAreImportedReorderedAndRemoved) {
   const POINT dragged = stampInPanel(kTeal);
   drag(dragged, {orange.x, orange.y - dip(30)});
   ASSERT_TRUE(eventually([&] {
-    return readFile(stampsFolder() + L"stamps.lst") == "\xEF\xBB\xBFteal.png\r\norange.png\r\n";
+    return readFile(stampsFolder() + L"stamps.lst") == "\xEF\xBB\xBFteal.png\r\ns1.png\r\n";
   }));
   press(VK_DELETE);
   ASSERT_TRUE(eventually(
-      [&] { return readFile(stampsFolder() + L"stamps.lst") == "\xEF\xBB\xBForange.png\r\n"; }));
+      [&] { return readFile(stampsFolder() + L"stamps.lst") == "\xEF\xBB\xBFs1.png\r\n"; }));
   EXPECT_TRUE(exists(stampsFolder() + L"teal.png"));
 }
 
 TEST_F(Stamps, TextIsPlacedByClicksWhileItsDialogIsOpen) {
   startWithStamp();
-  click(inPanel(dip(60), dip(46)));
-  HWND dialog = nullptr;
-  ASSERT_TRUE(
-      eventually([&] { return (dialog = program.find(kTextDialog)) && IsWindowVisible(dialog); }));
+  openTextDialog(L"Paid in full");
   EXPECT_EQ(titleOf(dialog), L"Add Text");
-  ASSERT_TRUE(eventually([&] { return focusOf(dialog) == GetDlgItem(dialog, kTextField); }));
-  type(L"Paid in full");
-  press(VK_TAB);
-  press(VK_TAB);
-  type(L"48");
-  ASSERT_TRUE(inputIsHandled(window));
-  EXPECT_EQ(controlText(GetDlgItem(dialog, kSizeField)), L"48");
-  SetWindowPos(dialog, nullptr, dip(20), dip(500), 0, 0,
-               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
   movePointer(onScreen(dip(330), dip(260)));
   ASSERT_TRUE(inputIsHandled(window));
   picture("Stamps.TextGhost");
@@ -188,6 +273,163 @@ TEST_F(Stamps, TextIsPlacedByClicksWhileItsDialogIsOpen) {
   press(VK_ESCAPE);
   EXPECT_TRUE(eventually([&] { return program.find(kTextDialog) == nullptr; }));
   EXPECT_TRUE(eventually([] { return setting(L"TextDialog", L"SizePt") == L"48"; }));
+}
+
+TEST_F(Stamps, TheRightButtonTurnsTheTextThatIsPlaced) {
+  startWithStamp();
+  openTextDialog(L"HHHHHH");
+  const POINT place = onScreen(dip(500), dip(200));
+  movePointer(place);
+  ASSERT_TRUE(inputIsHandled(window));
+  click(place, Button::Right);
+  ASSERT_TRUE(inputIsHandled(window));
+  picture("Stamps.TurnedGhost");
+  click(place);
+  movePointer(onScreen(dip(400), dip(150)));
+  ASSERT_TRUE(inputIsHandled(window));
+  // It runs down from the place, with its letters' feet to the left.
+  ASSERT_TRUE(eventually([&] { return standing(extentOf(kBlack)); }));
+  const RECT ink = extentOf(kBlack);
+  EXPECT_NEAR(ink.left, dip(500), 4);
+  EXPECT_GT(ink.top, dip(200) - 2);
+  picture("Stamps.TurnedText");
+}
+
+TEST_F(Stamps, FontAndColourAreChosenInTheirLists) {
+  startWithStamp();
+  openTextDialog(L"HHHHHH");
+  press(VK_TAB, kShift);
+  press(VK_DOWN);
+  press(VK_DOWN);
+  press(VK_TAB);
+  press(VK_TAB);
+  press(VK_DOWN);
+  ASSERT_TRUE(inputIsHandled(window));
+  EXPECT_EQ(controlText(GetDlgItem(dialog, kFontField)), L"Times Roman");
+  EXPECT_EQ(controlText(GetDlgItem(dialog, kColorField)), L"Red");
+  picture("Stamps.TextChoices");
+  click(onScreen(dip(400), dip(200)));
+  movePointer(onScreen(dip(400), dip(400)));
+  EXPECT_TRUE(eventually([&] { return lying(extentOf(kTextRed)); }));
+  EXPECT_TRUE(eventually([] {
+    return setting(L"TextDialog", L"FontIdx") == L"2" &&
+           setting(L"TextDialog", L"ColorIdx") == L"1";
+  }));
+}
+
+TEST_F(Stamps, AStampStandsUprightOnATurnedPageAndTurnsWithIt) {
+  makeLibrary({kOrange});
+  startWithPanel(whitePage(90));
+  ASSERT_TRUE(eventually([&] { return pixelsOf(kPaper) > 1000; }));
+  const POINT target = middle(page());
+  placeOrange(onScreen(target.x, target.y));
+  EXPECT_TRUE(lying(extentOf(kOrange)));
+  EXPECT_NEAR(middle(extentOf(kOrange)).x, target.x, 2);
+  EXPECT_NEAR(middle(extentOf(kOrange)).y, target.y, 2);
+  picture("Stamps.TurnedPage");
+  toFront();
+  for (const bool lies : {false, true, false}) {
+    press('R');
+    ASSERT_TRUE(
+        eventually([&] { return lies ? lying(extentOf(kOrange)) : standing(extentOf(kOrange)); }));
+  }
+  const RECT before = extentOf(kOrange);
+  // Up the screen, past the page's own left edge now.
+  drag(onScreen(middle(before).x, middle(before).y),
+       onScreen(middle(before).x + dip(30), middle(before).y - dip(50)));
+  ASSERT_TRUE(eventually([&] {
+    const POINT now = middle(extentOf(kOrange));
+    return std::abs(now.x - middle(before).x - dip(30)) < 3 &&
+           std::abs(now.y - middle(before).y + dip(50)) < 3;
+  }));
+  // The lower right corner on the screen is the box's lower left one, and sizes it as any.
+  const RECT moved = extentOf(kOrange);
+  drag(onScreen(moved.right, moved.bottom),
+       onScreen(moved.right + dip(20), moved.bottom + dip(30)));
+  EXPECT_TRUE(eventually([&] {
+    const RECT now = extentOf(kOrange);
+    return std::abs(now.right - moved.right - dip(20)) < 4 &&
+           std::abs(now.bottom - moved.bottom - dip(30)) < 4 &&
+           std::abs(now.left - moved.left) < 4 && std::abs(now.top - moved.top) < 4;
+  }));
+  picture("Stamps.TurnedPageSized");
+}
+
+TEST_F(Stamps, TheWheelScrollsTheLibrary) {
+  std::vector<std::uint32_t> colors(15, kOrange);
+  colors.push_back(kTeal);
+  makeLibrary(colors);
+  startWithPanel(whitePage());
+  const auto tealSeen = [&] { return !(stampInPanel(kTeal).y <= clientOnScreen(panel()).top); };
+  EXPECT_FALSE(tealSeen());
+  turnWheel(inPanel(dip(60), dip(300)), -120);
+  picture("Stamps.ScrolledOnce");
+  for (int notch = 0; notch < 20; ++notch) turnWheel(inPanel(dip(60), dip(300)), -120);
+  ASSERT_TRUE(eventually(tealSeen));
+  picture("Stamps.ScrolledToTheEnd");
+  const POINT from = stampInPanel(kTeal);
+  drag(from, onScreen(dip(450), from.y - clientOnScreen(window).top));
+  EXPECT_TRUE(shown(kTeal, true)) << "the stamp that is seen under the pointer is placed";
+  for (int notch = 0; notch < 25; ++notch) turnWheel(inPanel(dip(60), dip(300)), 120);
+  EXPECT_TRUE(eventually([&] { return !tealSeen(); }));
+}
+
+TEST_F(Stamps, DeleteAfterADropTakesTheStampOffThePageAndNotOutOfTheLibrary) {
+  startWithStamp();
+  placeOrange(onScreen(dip(450), dip(300)));
+  press(VK_DELETE);
+  EXPECT_TRUE(shown(kOrange, false));
+  EXPECT_EQ(readFile(stampsFolder() + L"stamps.lst"), "s1.png\r\n");
+}
+
+TEST_F(Stamps, StampsOfTheFileAreMovedAndDeleted) {
+  makeLibrary({});
+  startWithPanel(stampedPdf({{200, 600, kTeal}, {300, 450, kOrange}}));
+  ASSERT_TRUE(shown(kTeal, true));
+  ASSERT_TRUE(shown(kOrange, true));
+  const POINT teal = middle(extentOf(kTeal));
+  click(onScreen(teal.x, teal.y));
+  ASSERT_TRUE(eventually([&] { return pixelsOf(kRotationHandle) > 20; }));
+  picture("Stamps.WrittenSelected");
+  press(VK_DELETE);
+  ASSERT_TRUE(shown(kTeal, false));
+  EXPECT_TRUE(shown(kOrange, true));
+
+  const int area = pixelsOf(kOrange);
+  const RECT orange = extentOf(kOrange);
+  const POINT centre = middle(orange);
+  drag(onScreen(centre.x, centre.y), onScreen(centre.x - dip(60), centre.y - dip(90)));
+  ASSERT_TRUE(eventually([&] {
+    const POINT now = middle(extentOf(kOrange));
+    return std::abs(now.x - centre.x + dip(60)) < 3 && std::abs(now.y - centre.y + dip(90)) < 3;
+  })) << "it left its first place";
+  EXPECT_LT(std::abs(pixelsOf(kOrange) - area), area / 8) << "and is there once";
+  picture("Stamps.WrittenMoved");
+  press(VK_DELETE);
+  EXPECT_TRUE(shown(kOrange, false));
+}
+
+TEST_F(Stamps, OddPicturesAreImportedOrRefusedInSilence) {
+  makeLibrary({});
+  startWithPanel(whitePage());
+  // Two frames of one pixel each, red and then blue.
+  const std::string animation(
+      "GIF89a\1\0\1\0\x80\0\0\xFF\0\0\0\0\xFF"
+      "\x21\xF9\4\0\0\0\0\0\x2C\0\0\0\0\1\0\1\0\0\2\2\x44\1\0"
+      "\x21\xF9\4\0\0\0\0\0\x2C\0\0\0\0\1\0\1\0\0\2\2\x4C\1\0;",
+      66);
+  const std::string line = test::plainPng(30000, 3, 0xFF000000 | kTeal);
+  import(makeFile(L"line.png", line));
+  import(makeFile(L"cut.png", line.substr(0, 1000)));
+  import(makeFile(L"moving.gif", animation));
+  import(makeFile(L"dot.png", test::plainPng(1, 1, 0xFF000000 | kTeal)));
+  ASSERT_TRUE(eventually([&] {
+    return readFile(stampsFolder() + L"stamps.lst") == "\xEF\xBB\xBFmoving.png\r\ndot.png\r\n";
+  })) << readFile(stampsFolder() + L"stamps.lst");
+  EXPECT_EQ(boxNow(program).window, nullptr);
+  // Each is shown as high as any.
+  EXPECT_TRUE(eventually([&] { return stampInPanel(kTeal).y > stampInPanel(kRed).y; }));
+  picture("Stamps.OddPictures");
 }
 
 }  // namespace

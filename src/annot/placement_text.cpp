@@ -16,11 +16,17 @@ constexpr double kMostPixels = 16e6;
 // A file may hold any amount of text; only this many units of it are measured and drawn.
 constexpr std::size_t kMostUnits = 4096;
 
-// The characters of Windows code page 1252 between those of ASCII and Latin-1, in order.
-constexpr char16_t kWinAnsiExtras[] = {0x0152, 0x0153, 0x0160, 0x0161, 0x0178, 0x017D, 0x017E,
-                                       0x0192, 0x02C6, 0x02DC, 0x2013, 0x2014, 0x2018, 0x2019,
-                                       0x201A, 0x201C, 0x201D, 0x201E, 0x2020, 0x2021, 0x2022,
-                                       0x2026, 0x2030, 0x2039, 0x203A, 0x20AC, 0x2122};
+// Characters of Windows code page 1252 between those of ASCII and Latin-1, by character.
+struct WinAnsiCode {
+  char16_t unit;
+  std::uint8_t code;
+};
+constexpr WinAnsiCode kWinAnsiExtras[] = {
+    {0x0152, 0x8C}, {0x0153, 0x9C}, {0x0160, 0x8A}, {0x0161, 0x9A}, {0x0178, 0x9F}, {0x017D, 0x8E},
+    {0x017E, 0x9E}, {0x0192, 0x83}, {0x02C6, 0x88}, {0x02DC, 0x98}, {0x2013, 0x96}, {0x2014, 0x97},
+    {0x2018, 0x91}, {0x2019, 0x92}, {0x201A, 0x82}, {0x201C, 0x93}, {0x201D, 0x94}, {0x201E, 0x84},
+    {0x2020, 0x86}, {0x2021, 0x87}, {0x2022, 0x95}, {0x2026, 0x85}, {0x2030, 0x89}, {0x2039, 0x8B},
+    {0x203A, 0x9B}, {0x20AC, 0x80}, {0x2122, 0x99}};
 
 platform::TextFace faceOf(std::int32_t fontIndex, int pixelSize) {
   const PlacementFont& font = placementFont(fontIndex);
@@ -35,10 +41,14 @@ int sideOf(double extent) {
   return std::max(1, static_cast<int>(std::ceil(extent)) + 1);
 }
 
-bool inWinAnsi(char16_t unit) {
-  if (unit < 0x20) return false;
-  if (unit < 0x7F || (unit >= 0xA0 && unit <= 0xFF)) return true;
-  return std::binary_search(std::begin(kWinAnsiExtras), std::end(kWinAnsiExtras), unit);
+std::optional<std::uint32_t> winAnsiCode(char16_t unit) {
+  if (unit < 0x20) return std::nullopt;
+  if (unit < 0x7F || (unit >= 0xA0 && unit <= 0xFF)) return unit;
+  const auto* found =
+      std::lower_bound(std::begin(kWinAnsiExtras), std::end(kWinAnsiExtras), unit,
+                       [](const WinAnsiCode& row, char16_t wanted) { return row.unit < wanted; });
+  if (found == std::end(kWinAnsiExtras) || found->unit != unit) return std::nullopt;
+  return found->code;
 }
 
 }  // namespace
@@ -96,8 +106,15 @@ std::uint32_t textColor(std::int32_t colorIndex) {
   return std::uint32_t{color.r} << 16 | std::uint32_t{color.g} << 8 | color.b;
 }
 
-bool standardFontsCover(std::u16string_view text) {
-  return std::all_of(text.begin(), text.end(), inWinAnsi);
+std::optional<std::vector<std::uint32_t>> standardFontCodes(std::u16string_view text) {
+  std::vector<std::uint32_t> codes;
+  codes.reserve(text.size());
+  for (const char16_t unit : text) {
+    const std::optional<std::uint32_t> code = winAnsiCode(unit);
+    if (!code) return std::nullopt;
+    codes.push_back(*code);
+  }
+  return codes;
 }
 
 }  // namespace quillmere

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
+#include <vector>
 
 #include "annot/placement_box.h"
 #include "platform/pictures.h"
@@ -31,7 +33,8 @@ platform::SharedPicture RenderTextBitmap(std::u16string_view text, std::int32_t 
 // The colour of a row, 0xRRGGBB; of the first row for a number that the table does not have.
 std::uint32_t textColor(std::int32_t colorIndex);
 
-// True when a standard font of PDF has a glyph for each character and the text is a single line.
-bool standardFontsCover(std::u16string_view text);
+// The character codes of a text in PDF's standard fonts, encoded as WinAnsi; nullopt when these
+// lack a glyph for one of its characters, or the text is not a single line.
+std::optional<std::vector<std::uint32_t>> standardFontCodes(std::u16string_view text);
 
 }  // namespace quillmere

@@ -117,7 +117,8 @@ std::vector<PictureDrawing> placementDrawings(int pane, const PixelRect& area) {
 
 std::optional<PictureDrawing> stampGhost(int pane) {
   const StampDrag& drag = session.stampDrag;
-  if (pane != 0 || !drag.stampOverPage || !isStampIndex(drag.stamp)) return std::nullopt;
+  if (pane != 0 || !session.panes[pane].page) return std::nullopt;
+  if (!drag.stampOverPage || !isStampIndex(drag.stamp)) return std::nullopt;
   const PixelRect rect = paneRect(pane);
   const PictureSize size = thumbnailSize(session.stampLibrary[static_cast<std::size_t>(drag.stamp)],
                                          session.stampPanelWidth);
@@ -133,11 +134,10 @@ std::optional<PictureDrawing> stampGhost(int pane) {
 std::optional<TextGhost> textGhost(int pane) {
   const TextTool& tool = session.textTool;
   if (pane != 0 || !textToolPlaces(tool.x, tool.y) || !tool.pointerKnown) return std::nullopt;
-  if (isBlankText(tool.text)) return std::nullopt;
   const AppSettings& settings = session.settings;
   const PixelRect rect = paneRect(pane);
   TextGhost ghost;
-  ghost.text = tool.text;
+  if (!isBlankText(tool.text)) ghost.text = tool.text;
   ghost.fontIndex = static_cast<std::int32_t>(settings.textFontIndex);
   ghost.pixelHeight =
       std::max(1, static_cast<int>(settings.textSizePt * double{session.panes[pane].zoom} + 0.5));

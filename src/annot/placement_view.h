@@ -58,9 +58,9 @@ std::vector<PictureDrawing> placementDrawings(int pane, const PixelRect& area);
 // The stamp that is dragged from the panel over the page; nullopt when there is none.
 std::optional<PictureDrawing> stampGhost(int pane);
 
-// The text that a click would place, at the pointer.
+// The text that a click would place, at the pointer, where a cross marks the start of its baseline.
 struct TextGhost {
-  std::u16string text;
+  std::u16string text;  // empty when a click would place none; the cross is drawn alone then
   std::int32_t fontIndex = 0;
   int pixelHeight = 1;
   std::uint32_t color = 0;  // 0xRRGGBB

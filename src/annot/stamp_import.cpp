@@ -48,8 +48,10 @@ std::u16string baseNameOf(const std::u16string& path) {
   return name.substr(0, name.rfind(u'.'));
 }
 
-// A name that no file has; nullopt when all are taken or too long.
-std::optional<std::u16string> freeTarget(const std::u16string& base) {
+// A name that no file has; nullopt when all are taken or too long. A line of the list that begins
+// with a number sign would be a comment.
+std::optional<std::u16string> freeTarget(std::u16string base) {
+  if (base.starts_with(u'#')) base.insert(0, u"_");
   std::u16string target = session.stampsFolder + base + u".png";
   for (int n = 1; platform::fileExists(target); ++n) {
     if (n == kFirstNumberRefused) return std::nullopt;
@@ -90,6 +92,7 @@ void ImportStamps() {
   request.allowSeveral = true;
   const std::vector<std::u16string> chosen = askForFiles(request);
   if (chosen.empty()) return;
+  readMissedList();
   const int slots = kMostUserStamps - countUserStamps();
   const auto fresh =
       static_cast<int>(std::count_if(chosen.begin(), chosen.end(), [](const std::u16string& path) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <utility>
 
 #include "annot/date_stamp.h"
@@ -13,6 +14,7 @@
 #include "platform/text.h"
 #include "session/changes.h"
 #include "session/session.h"
+#include "store/replace_whole_file.h"
 #include "ui/boxes.h"
 
 namespace quillmere {
@@ -52,6 +54,19 @@ std::u16string decoded(std::string_view bytes) {
   return text;
 }
 
+// A file that another program looks at just then cannot be replaced, but perhaps written. A full
+// disk must leave it as it was.
+void writeList(const std::string& bytes) {
+  bool roomLacks = false;
+  const Replacement replacement =
+      replaceWholeFile(listPath(), [&bytes, &roomLacks](platform::FileInWriting& file) {
+        roomLacks = !platform::writeBlock(file, bytes.data(), bytes.size());
+        return !roomLacks;
+      });
+  if (replacement == Replacement::Done || roomLacks) return;
+  platform::writeFile(listPath(), bytes.data(), bytes.size());
+}
+
 void appendListed(std::u16string_view line) {
   const std::size_t end = line.find_last_not_of(kTrailing);
   line = line.substr(0, end == std::u16string_view::npos ? 0 : end + 1);
@@ -61,9 +76,18 @@ void appendListed(std::u16string_view line) {
   appendStamp(path, withoutExtension(line.substr(0, kNameUnits)), false);
 }
 
+std::optional<std::vector<std::uint8_t>> listBytes() {
+  return platform::readFileShared(listPath(), kLargestList);
+}
+
+// It is there, and another program keeps it or it is no list: its stamps are not known.
+bool listUnreadable() {
+  return platform::fileExists(listPath()) && !listBytes();
+}
+
 // A list that is there and cannot be read is not taken for an empty one.
 void readList() {
-  const auto bytes = platform::readFileShared(listPath(), kLargestList);
+  const auto bytes = listBytes();
   if (!bytes) return;
   const std::u16string text =
       decoded({reinterpret_cast<const char*>(bytes->data()), bytes->size()});
@@ -81,7 +105,10 @@ std::vector<std::u16string> stampFileNames() {
   std::erase_if(*names, [](const std::u16string& name) {
     return isDateStampFile(name) || session.stampsFolder.size() + name.size() >= kPathBufferUnits;
   });
-  std::sort(names->begin(), names->end());
+  // In the order in which the system's own file lists show them.
+  std::sort(names->begin(), names->end(), [](const auto& left, const auto& right) {
+    return platform::toLower(left) < platform::toLower(right);
+  });
   return std::move(*names);
 }
 
@@ -196,12 +223,12 @@ void LoadStampLibrary() {
 }
 
 void SaveStampList() {
-  if (session.viewerRole || session.stampsFolder.empty()) return;
+  if (session.viewerRole || session.stampsFolder.empty() || listUnreadable()) return;
   std::string bytes(kUtf8Mark);
   for (const StampEntry& entry : session.stampLibrary) {
     if (!entry.isSystem) bytes += platform::toUtf8(fileNameOf(entry.path)) + "\r\n";
   }
-  platform::writeFile(listPath(), bytes.data(), bytes.size());
+  writeList(bytes);
 }
 
 void refreshStampLibrary() {
@@ -232,6 +259,7 @@ void RemoveStamp(std::int32_t index) {
 
 std::vector<std::u16string> ListStampFiles(bool orphansOnly) {
   std::vector<std::u16string> paths;
+  if (orphansOnly && listUnreadable()) return paths;
   for (const std::u16string& name : stampFileNames()) {
     std::u16string path = session.stampsFolder + name;
     if (orphansOnly && indexOfPath(path) >= 0) continue;
@@ -252,7 +280,13 @@ void DeleteAllStamps() {
   placementsChanged(session.placementDocument);
 }
 
+void readMissedList() {
+  const auto bytes = listBytes();
+  if (countUserStamps() == 0 && bytes && bytes->size() > kUtf8Mark.size()) refreshStampLibrary();
+}
+
 void ClearOrphanedStamps() {
+  readMissedList();
   const std::size_t orphans = ListStampFiles(true).size();
   if (orphans == 0) {
     showBox(u"No orphaned files found.", kOrphansTitle, BoxButtons::Ok, BoxIcon::Information);

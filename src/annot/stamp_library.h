@@ -14,18 +14,23 @@ inline constexpr int kMostUserStamps = 50;
 // Rebuilds the library from the folder. Reads the sizes of the pictures, not their pixels.
 void LoadStampLibrary();
 
-// Writes "stamps.lst". Failure is ignored.
+// Writes "stamps.lst", unless it is there and cannot be read. Failure is ignored and leaves the
+// list as it was.
 void SaveStampList();
 
 // Brings the library up to date when the panel opens: today's date stamp, files that came or went.
 // Pending stamps keep the picture that they show. Entries that cannot be decoded drop out.
 void refreshStampLibrary();
 
+// Brings a library without user stamps up to date when its list names some: it may have been in use
+// when the library was loaded.
+void readMissedList();
+
 // Takes a user stamp out of the library; its file stays. Stamps on pages keep the picture.
 void RemoveStamp(std::int32_t index);
 
 // Full paths of the PNG files in the folder, the date stamp excepted; those that are in no entry
-// only, if `orphansOnly`.
+// only, if `orphansOnly`. Nobody knows which those are while "stamps.lst" cannot be read.
 std::vector<std::u16string> ListStampFiles(bool orphansOnly);
 
 // Deletes all user stamps with their files, and pending stamps that stand on them. Does not ask.

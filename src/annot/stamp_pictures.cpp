@@ -25,12 +25,6 @@ PictureSize shrunk(const platform::Picture& picture, double factor) {
   return {side(picture.width), side(picture.height)};
 }
 
-platform::SharedPicture drawnCopy(const platform::SharedPicture& picture) {
-  const double pixels = static_cast<double>(picture->width) * picture->height;
-  if (pixels <= kMostDrawnPixels) return picture;
-  return scaledDown(*picture, shrunk(*picture, std::sqrt(kMostDrawnPixels / pixels)));
-}
-
 }  // namespace
 
 std::optional<PictureSize> stampPictureSize(const std::u16string& path) {
@@ -47,8 +41,14 @@ platform::SharedPicture stampBitmap(std::int32_t index) {
   StampEntry& entry = session.stampLibrary[static_cast<std::size_t>(index)];
   if (entry.bitmap) return entry.bitmap;
   const platform::SharedPicture picture = platform::loadPicture(entry.path);
-  if (picture) entry.bitmap = drawnCopy(picture);
+  if (picture) entry.bitmap = quickToDraw(picture);
   return entry.bitmap;
+}
+
+platform::SharedPicture quickToDraw(const platform::SharedPicture& picture) {
+  const double pixels = static_cast<double>(picture->width) * picture->height;
+  if (pixels <= kMostDrawnPixels) return picture;
+  return scaledDown(*picture, shrunk(*picture, std::sqrt(kMostDrawnPixels / pixels)));
 }
 
 platform::SharedPicture wholeStampPicture(std::int32_t index) {

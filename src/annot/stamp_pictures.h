@@ -22,6 +22,9 @@ std::optional<PictureSize> stampPictureSize(const std::u16string& path);
 // be decoded, or there is no such entry.
 platform::SharedPicture stampBitmap(std::int32_t index);
 
+// The picture itself, or a copy of a large one that is quick to draw.
+platform::SharedPicture quickToDraw(const platform::SharedPicture& picture);
+
 // The picture with all of its pixels, from the entry's file; the one to draw when that is gone.
 platform::SharedPicture wholeStampPicture(std::int32_t index);
 

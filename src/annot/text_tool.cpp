@@ -73,6 +73,10 @@ void moveTextTool(int x, int y) {
   pictureChanged();
 }
 
+void changeTextToolShift() {
+  if (session.textTool.armed && session.textTool.pointerKnown) pictureChanged();
+}
+
 void leaveTextTool() {
   if (!session.textTool.pointerKnown) return;
   session.textTool.pointerKnown = false;

@@ -19,6 +19,8 @@ bool turnTextTool(int x, int y);
 // The pointer moved there, or left the window: the preview follows it.
 void moveTextTool(int x, int y);
 void leaveTextTool();
+// The Shift key went down or up: it hides the preview.
+void changeTextToolShift();
 
 // Adds a text to a page of the active document, with the start of its baseline at a point of the
 // page. `turns` are the view's clockwise quarter turns, against which it stands upright. Nothing

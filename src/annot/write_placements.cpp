@@ -8,6 +8,7 @@
 #include <array>
 #include <map>
 #include <memory>
+#include <optional>
 #include <type_traits>
 #include <utility>
 
@@ -63,15 +64,15 @@ class Resources {
     return copyOf(pictures_[shown] = imageOf(pdfBitmapOf(*shown)));
   }
 
-  PageObjectHandle text(const Placement& placement) {
+  // The codes are the font's own: PDFium would look for them by character, and takes the first of
+  // two that look alike and no code at all for a hard blank.
+  PageObjectHandle text(const Placement& placement, const std::vector<std::uint32_t>& codes) {
     const FPDF_FONT font = fontOf(placement.fontIndex);
     if (font == nullptr) return nullptr;
     PageObjectHandle object(
         FPDFPageObj_CreateTextObj(document_, font, static_cast<float>(placement.fontSize)));
     if (!object) return nullptr;
-    std::vector<FPDF_WCHAR> units(placement.text.begin(), placement.text.end());
-    units.push_back(0);
-    FPDFText_SetText(object.get(), units.data());
+    FPDFText_SetCharcodes(object.get(), codes.data(), codes.size());
     const std::uint32_t color = textColor(placement.colorIndex);
     FPDFPageObj_SetFillColor(object.get(), color >> 16, color >> 8 & 0xFF, color & 0xFF, 255);
     return object;
@@ -119,10 +120,9 @@ PageObjectHandle stampObject(Resources& resources, Placement& placement) {
 // A standard font has no glyphs for other scripts, so such a text is written as its picture.
 PageObjectHandle textObject(Resources& resources, Placement& placement) {
   if (isBlankText(placement.text)) return nullptr;
-  if (!standardFontsCover(placement.text)) {
-    return placed(resources.picture(placementPicture(placement)), placement);
-  }
-  PageObjectHandle object = resources.text(placement);
+  const std::optional<std::vector<std::uint32_t>> codes = standardFontCodes(placement.text);
+  if (!codes) return placed(resources.picture(placementPicture(placement)), placement);
+  PageObjectHandle object = resources.text(placement, *codes);
   if (!object) return nullptr;
   const FS_MATRIX matrix = textDropMatrix(
       placement, measureTextDrop(placement.text, placement.fontSize, placement.fontIndex));

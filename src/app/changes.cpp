@@ -15,6 +15,7 @@
 #include "nav/idle_reading.h"
 #include "nav/markup_tree.h"
 #include "panels/binder_panel.h"
+#include "panels/stamp_panel.h"
 #include "platform/main_window.h"
 #include "session/document_slots.h"
 #include "session/session.h"
@@ -133,6 +134,7 @@ void allMarkupsChanged() {
 // Annotations may have other numbers now.
 void placementsChanged(FPDF_DOCUMENT document) {
   const Report report;
+  for (PaneSlot& slot : session.panes) slot.markupBoxes.reset();
   forgetAnnotationSearch();
   forgetPickedMarkup();
   forgetMarkupTip();
@@ -145,6 +147,7 @@ void placementsChanged(FPDF_DOCUMENT document) {
 
 void stampLibraryChanged() {
   const Report report;
+  dropMissingStamps();
   platform::invalidateStampPanel();
 }
 

@@ -233,14 +233,20 @@ Result onDropFiles(WPARAM wParam, LPARAM) {
   return 0;
 }
 
+// With Shift held the mouse does something else.
+void onShift() {
+  platform::refreshCursor();
+  changeTextToolShift();
+}
+
 Result onKeyDown(WPARAM key, LPARAM) {
-  if (key == VK_SHIFT) platform::refreshCursor();
+  if (key == VK_SHIFT) onShift();
   if (handleKey(static_cast<std::uint32_t>(key))) return 0;
   return std::nullopt;
 }
 
 Result onKeyUp(WPARAM key, LPARAM) {
-  if (key == VK_SHIFT) platform::refreshCursor();
+  if (key == VK_SHIFT) onShift();
   return std::nullopt;
 }
 

@@ -7,8 +7,10 @@
 #include <iterator>
 #include <memory>
 #include <type_traits>
+#include <vector>
 
 #include "annot/placement_fonts.h"
+#include "annot/stamp_pictures.h"
 #include "app/overlays.h"
 #include "app/paint_placements.h"
 #include "platform/win32/wide.h"
@@ -49,6 +51,24 @@ struct ContextDeleter {
 };
 using ContextHandle = std::unique_ptr<std::remove_pointer_t<HDC>, ContextDeleter>;
 
+// Copies of large pictures that came out of a document. Making one takes longer than drawing it, so
+// each is kept for as long as its picture is.
+struct DrawnCopy {
+  std::weak_ptr<const platform::Picture> whole;
+  platform::SharedPicture copy;
+};
+std::vector<DrawnCopy> drawnCopies;
+
+platform::SharedPicture drawnCopyOf(const platform::SharedPicture& picture) {
+  std::erase_if(drawnCopies, [](const DrawnCopy& known) { return known.whole.expired(); });
+  for (const DrawnCopy& known : drawnCopies) {
+    if (known.whole.lock() == picture) return known.copy;
+  }
+  platform::SharedPicture copy = quickToDraw(picture);
+  if (copy != picture) drawnCopies.push_back({picture, copy});
+  return copy;
+}
+
 // A bitmap over the picture's own pixels.
 std::unique_ptr<Gdiplus::Bitmap> bitmapOver(const platform::Picture& picture) {
   auto* first = reinterpret_cast<BYTE*>(const_cast<std::uint32_t*>(picture.pixels.data()));
@@ -57,7 +77,8 @@ std::unique_ptr<Gdiplus::Bitmap> bitmapOver(const platform::Picture& picture) {
 }
 
 void drawPicture(HDC dc, const PictureDrawing& drawing) {
-  const platform::Picture& picture = *drawing.picture;
+  const platform::SharedPicture shown = drawnCopyOf(drawing.picture);
+  const platform::Picture& picture = *shown;
   const auto width = static_cast<Gdiplus::REAL>(drawing.width);
   const auto height = static_cast<Gdiplus::REAL>(drawing.height);
   Gdiplus::Graphics graphics(dc);
@@ -197,6 +218,19 @@ void blendGhost(HDC dc, const TextGhost& ghost, HFONT font, const PixelRect& box
   graphics.DrawImage(&picture, ghost.place.x + box.left, ghost.place.y + box.top);
 }
 
+void drawGhostText(HDC dc, const TextGhost& ghost) {
+  const FontHandle font = ghostFont(ghost);
+  PixelRect box;
+  {
+    const Selected face(dc, font.get());
+    box = ghostBox(dc, ghost);
+  }
+  if (ghost.alpha < kOpaque) return blendGhost(dc, ghost, font.get(), box);
+  const Selected face(dc, font.get());
+  const COLORREF color = RGB(ghost.color >> 16 & 0xFF, ghost.color >> 8 & 0xFF, ghost.color & 0xFF);
+  writeGhost(dc, ghost, ghost.place.x, ghost.place.y, color);
+}
+
 void drawCross(HDC dc, const PixelPoint& place) {
   const PenHandle pen(CreatePen(PS_SOLID, 1, kCrossColor));
   const Selected selected(dc, pen.get());
@@ -221,20 +255,7 @@ void DrawPlacements(HDC deviceContext, int pane, const PixelRect& paneRectangle)
 void drawTextGhost(HDC deviceContext, int pane) {
   const std::optional<TextGhost> ghost = textGhost(pane);
   if (!ghost) return;
-  const FontHandle font = ghostFont(*ghost);
-  PixelRect box;
-  {
-    const Selected face(deviceContext, font.get());
-    box = ghostBox(deviceContext, *ghost);
-  }
-  if (ghost->alpha < kOpaque) {
-    blendGhost(deviceContext, *ghost, font.get(), box);
-  } else {
-    const Selected face(deviceContext, font.get());
-    const COLORREF color =
-        RGB(ghost->color >> 16 & 0xFF, ghost->color >> 8 & 0xFF, ghost->color & 0xFF);
-    writeGhost(deviceContext, *ghost, ghost->place.x, ghost->place.y, color);
-  }
+  if (!ghost->text.empty()) drawGhostText(deviceContext, *ghost);
   drawCross(deviceContext, ghost->place);
 }
 

@@ -23,6 +23,7 @@
 #include "store/recent_files.h"
 #include "ui/boxes.h"
 #include "view/navigation.h"
+#include "view/render.h"
 #include "view/rotation.h"
 
 namespace quillmere {
@@ -60,12 +61,15 @@ StepResult decideReplacement(OpenJob& job) {
   return StepResult::Next;
 }
 
-// Writes pending placements into their document before the session forgets them.
+// Writes pending placements into their document before the session forgets them. Its panes draw
+// them as part of the page from then on.
 void keepPendingPlacements(DocumentSlot& slot) {
-  if (!placementsPending(slot.document.get())) return;
-  WritePendingStamps(slot.document.get());
-  WritePendingTextDrops(slot.document.get());
+  const FPDF_DOCUMENT document = slot.document.get();
+  if (!placementsPending(document)) return;
+  WritePendingStamps(document);
+  WritePendingTextDrops(document);
   markEdited(slot);
+  for (const int pane : panesHolding(document)) redrawPicture(pane);
 }
 
 StepResult askAboutInactivePane(const OpenJob& job) {
@@ -150,7 +154,6 @@ StepResult collapseOntoOtherPane(OpenJob& job) {
 // Moves the shown document to the other pane to make room for the new one.
 StepResult splitPanes(OpenJob& job) {
   if (!job.splits) return StepResult::Next;
-  keepPendingPlacements(session.active);
   dropPaneView(job.pane);
 
   PaneSlot& keeper = session.panes[1 - job.pane];

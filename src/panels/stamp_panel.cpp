@@ -100,12 +100,15 @@ void reorder(std::int32_t source, std::int32_t target) {
   SaveStampList();
 }
 
+// The stamp on the page is selected then, so keys must act on it: Delete in the panel would take it
+// out of the library.
 void placeDragged(const StampDrag& drag) {
   const PaneSlot& slot = session.panes[0];
   if (!slot.page || !slot.pageBitmap) return;
   const PixelRect pane = paneRect(0);
   const PagePoint point = paneToPage(0, drag.x - pane.left, drag.y - pane.top);
   PlaceStamp(drag.stamp, point.x, point.y);
+  platform::focusMainWindow();
 }
 
 void followDrag(int x, int y) {
@@ -234,8 +237,16 @@ void turnStampPanelWheel(int delta) {
   platform::invalidateStampPanel();
 }
 
+void dropMissingStamps() {
+  if (!isStampIndex(session.selectedStamp)) session.selectedStamp = -1;
+  if (session.hoveredStampItem >= 0 && !isStampIndex(session.hoveredStampItem)) {
+    session.hoveredStampItem = kNoStampItem;
+  }
+}
+
 bool deleteSelectedStamp() {
   if (!isStampIndex(session.selectedStamp)) return false;
+  cancelStampDrag();  // the entries behind it get other numbers
   RemoveStamp(std::exchange(session.selectedStamp, -1));
   platform::invalidateStampPanel();
   return true;

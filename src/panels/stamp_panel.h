@@ -34,8 +34,10 @@ void cancelStampDrag();
 void leaveStampPanel();
 // `delta` is how far the wheel turned, 120 for one notch.
 void turnStampPanelWheel(int delta);
-// Removes the selected stamp from the library. False when none is selected.
+// Removes the selected stamp from the library and ends a drag. False when none is selected.
 bool deleteSelectedStamp();
+// Stamps left the library: what is no longer there is neither selected nor hovered.
+void dropMissingStamps();
 
 struct StampPanelButton {
   const char16_t* label;

@@ -71,7 +71,11 @@ void drawThumbnail(Gdiplus::Graphics& graphics, const StampPanelThumbnail& thumb
   auto* first = reinterpret_cast<BYTE*>(const_cast<std::uint32_t*>(picture.pixels.data()));
   Gdiplus::Bitmap bitmap(picture.width, picture.height, picture.width * 4, PixelFormat32bppARGB,
                          first);
-  graphics.DrawImage(&bitmap, toRect(thumbnail.rect));
+  // Without it the picture's edge mixes with the transparency around it; a small one would fade.
+  Gdiplus::ImageAttributes attributes;
+  attributes.SetWrapMode(Gdiplus::WrapModeTileFlipXY);
+  graphics.DrawImage(&bitmap, toRect(thumbnail.rect), 0, 0, picture.width, picture.height,
+                     Gdiplus::UnitPixel, &attributes);
 }
 
 void paintPanel(HDC dc, const RECT& client) {

@@ -31,6 +31,8 @@ void changeDensity(std::int32_t dpi) {
        {&session.leftPanelWidth, &session.stampPanelWidth, &session.paneDividerPosition}) {
     *length = rescaled(*length, session.dpi, dpi);
   }
+  // Thumbnails have the size of the density before.
+  for (StampEntry& entry : session.stampLibrary) entry.thumbnail.reset();
   session.dpi = dpi;
 }
 

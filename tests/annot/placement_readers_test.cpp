@@ -187,6 +187,34 @@ TEST_F(PlacementReadersTest, TextsStandUprightOnTheLineThatWasClicked) {
   }
 }
 
+// A hard blank has no ink, and a bullet has some.
+TEST_F(PlacementReadersTest, SignsBeyondAsciiAreWrittenAsThemselves) {
+  const FPDF_DOCUMENT document = openTurned(0);
+  PlaceTextDrop(0, 40, 80, u"H\u00A0H \u2022", 24, 0, 0, 0);
+  const PanePoint click = pageToPane(0, 40, 80);
+  WritePendingTextDrops(document);
+  const std::string bytes = writtenCopy(document);
+  const DocumentHandle copy = loadDocument(bytes);
+  ASSERT_NE(copy, nullptr);
+  const PageHandle written(FPDF_LoadPage(copy.get(), 0));
+  const PagePicture picture = pictureOf(written.get());
+  const auto inked = [&](double from, double to) {
+    int count = 0;
+    for (int x = static_cast<int>(click.x + from * 24 * kZoom);
+         x < static_cast<int>(click.x + to * 24 * kZoom); ++x) {
+      for (int y = 0; y < picture.height; ++y) count += channelAt(picture, x, y, 1) < 128 ? 1 : 0;
+    }
+    return count;
+  };
+  // In Helvetica an H is 0.722 wide, a blank 0.278 and a bullet 0.35.
+  EXPECT_GT(inked(0.05, 0.7), 50);
+  EXPECT_EQ(inked(0.72, 1.0), 0);
+  EXPECT_GT(inked(1.05, 1.7), 50);
+  EXPECT_GT(inked(2.0, 2.35), 20);
+  keepForReaders("text-signs-ink.pdf", bytes);
+  keepForReaders("text-signs-ink.ppm", ppmOf(picture));
+}
+
 TEST_F(PlacementReadersTest, TurnedAndStretchedTextsReadBackAsTheyWereWritten) {
   const FPDF_DOCUMENT document = openTurned(90);
   Placement text = textOf(u"HIH", 60, 60, 90, 40);

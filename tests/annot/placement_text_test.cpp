@@ -90,13 +90,16 @@ TEST_F(PlacementTextTest, WithoutTheFamilyTheTablesRatioCounts) {
   EXPECT_NEAR(FontAscentPoints(4, 100), 62.9, 1e-9);
 }
 
-TEST_F(PlacementTextTest, StandardFontsCoverWestEuropeanText) {
-  EXPECT_TRUE(standardFontsCover(u"Paid; in full \u2013 \u20AC 5,00 \u201Eok\u201C \u00E9\u0161"));
-  EXPECT_FALSE(standardFontsCover(u"\u0141ukasz"));
-  EXPECT_FALSE(standardFontsCover(u"\u03B1"));
-  EXPECT_FALSE(standardFontsCover(u"one\ntwo"));
-  EXPECT_FALSE(standardFontsCover(u"\U0001F600"));
-  EXPECT_FALSE(standardFontsCover(u"\u0081"));
+TEST_F(PlacementTextTest, StandardFontsHaveWestEuropeanText) {
+  EXPECT_THAT(standardFontCodes(u"A~ \u2013\u20AC\u201E\u201C\u00E9\u0161\u0178"),
+              testing::Optional(
+                  testing::ElementsAre('A', '~', ' ', 0x96, 0x80, 0x84, 0x93, 0xE9, 0x9A, 0x9F)));
+  EXPECT_THAT(standardFontCodes(u"\u2022\u00A0\u00AD\u2122\u0152"),
+              testing::Optional(testing::ElementsAre(0x95, 0xA0, 0xAD, 0x99, 0x8C)));
+  for (const char16_t* text : {u"\u0141ukasz", u"\u03B1", u"one\ntwo", u"\U0001F600", u"\u0081",
+                               u"\u007F", u"\u2123", u"\u0151"}) {
+    EXPECT_EQ(standardFontCodes(text), std::nullopt);
+  }
 }
 
 TEST_F(PlacementTextTest, TheTableNamesSixFonts) {

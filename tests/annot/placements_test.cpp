@@ -280,6 +280,20 @@ TEST_F(DetachTest, RemovingAMarkupLowersTheIndexesBehindIt) {
   EXPECT_EQ(placement(0, 0).annotIndex, 0);
 }
 
+TEST_F(DetachTest, AMarkupIsFoundUnderItsNewNumber) {
+  PdfPage page = plainPage();
+  page.annotations = {stampAnnotation(u"QMR1;T;0;200;300;100;50;12;0;0;Hi"),
+                      highlightBox(10, 10, 50, 30)};
+  document = openPlain(1, page);
+  const ClientPoint mark = placeOf(20, 20);
+  ASSERT_EQ(HitTestMarkup(0, mark.x, mark.y), 1);
+  selectPlacement(0, 0);
+  DetachPlacement();
+  WritePendingTextDrops(document);
+  ASSERT_EQ(annotationsOf(document, 0).size(), 2u);
+  EXPECT_EQ(HitTestMarkup(0, mark.x, mark.y), 0);
+}
+
 // Which document has the placements.
 
 class ClaimTest : public PlacementTest {

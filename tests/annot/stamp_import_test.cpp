@@ -68,6 +68,14 @@ TEST_F(StampImportTest, OrphansKeepTheirNames) {
   EXPECT_EQ(stored(u"logo.png")->width, 5);
 }
 
+TEST_F(StampImportTest, ANameThatWouldBeACommentInTheListIsChanged) {
+  standIn().openDialogAnswers = {{picture(u"#1.png")}};
+  ImportStamps();
+  EXPECT_THAT(names(), ElementsAre(u"_#1"));
+  LoadStampLibrary();
+  EXPECT_THAT(names(), ElementsAre(u"_#1"));
+}
+
 TEST_F(StampImportTest, VeryLongAndVeryThinPicturesAreRefused) {
   EXPECT_FALSE(ImportStampFile(picture(u"a.png", 2000, 100)));
   EXPECT_TRUE(ImportStampFile(picture(u"b.png", 1000, 100)));
@@ -140,6 +148,21 @@ TEST_F(StampImportTest, ChosenFilesAreImportedInOrderAndListed) {
             "\xEF\xBB\xBF"
             "b.png\r\na.png\r\n");
   EXPECT_THAT(standIn().shown, ElementsAre("stamp panel"));
+}
+
+TEST_F(StampImportTest, StampsOfAListThatWasInUseAreNotForgotten) {
+  putStamp(u"a.png");
+  putList("a.png\r\n");
+  platform::setOtherUse(inStamps(u"stamps.lst"), platform::OtherUse::Exclusive);
+  LoadStampLibrary();
+  ASSERT_EQ(countUserStamps(), 0);
+  platform::setOtherUse(inStamps(u"stamps.lst"), platform::OtherUse::Nobody);
+  standIn().openDialogAnswers = {{picture(u"b.png")}};
+  ImportStamps();
+  EXPECT_THAT(names(), ElementsAre(u"Date", u"a", u"b"));
+  EXPECT_EQ(listed(),
+            "\xEF\xBB\xBF"
+            "a.png\r\nb.png\r\n");
 }
 
 TEST_F(StampImportTest, NothingImportedSavesNothing) {

@@ -89,6 +89,12 @@ TEST_F(StampLibraryTest, WithoutAListTheFolderIsSearched) {
             "a.png\r\nb.PNG\r\n");
 }
 
+TEST_F(StampLibraryTest, TheFolderIsSearchedWhateverTheCaseOfLetters) {
+  for (const char16_t* name : {u"C.png", u"a.png", u"B.png"}) putStamp(name);
+  LoadStampLibrary();
+  EXPECT_THAT(names(), ElementsAre(u"a", u"B", u"C"));
+}
+
 TEST_F(StampLibraryTest, AListThatCannotBeOpenedIsNotTakenForNone) {
   putStamp(u"a.png");
   putList("a.png\r\n");
@@ -97,6 +103,51 @@ TEST_F(StampLibraryTest, AListThatCannotBeOpenedIsNotTakenForNone) {
   EXPECT_THAT(names(), IsEmpty());
   platform::setOtherUse(inStamps(u"stamps.lst"), platform::OtherUse::Nobody);
   EXPECT_EQ(listed(), "a.png\r\n");
+}
+
+TEST_F(StampLibraryTest, AListThatCannotBeReadIsNotReplaced) {
+  const std::string list(2 << 20, '\n');
+  putStamp(u"a.png");
+  putList(list);
+  LoadStampLibrary();
+  appendStamp(inStamps(u"a.png"), u"a", false);
+  SaveStampList();
+  EXPECT_EQ(listed(), list);
+}
+
+TEST_F(StampLibraryTest, FilesOfAListThatCannotBeReadAreNoOrphans) {
+  putStamp(u"a.png");
+  putList("a.png\r\n");
+  platform::setOtherUse(inStamps(u"stamps.lst"), platform::OtherUse::Exclusive);
+  LoadStampLibrary();
+  EXPECT_THAT(ListStampFiles(true), IsEmpty());
+  EXPECT_THAT(ListStampFiles(false), ElementsAre(inStamps(u"a.png")));
+  platform::setOtherUse(inStamps(u"stamps.lst"), platform::OtherUse::Nobody);
+  standIn().boxAnswers = {platform::BoxAnswer::Ok};
+  ClearOrphanedStamps();
+  EXPECT_EQ(standIn().boxes[0].text, u"No orphaned files found.");
+  EXPECT_TRUE(platform::fileExists(inStamps(u"a.png")));
+}
+
+TEST_F(StampLibraryTest, AFullDiskLeavesTheListAsItWas) {
+  fillLibrary(3);
+  const std::string before = listed();
+  standIn().diskFree = 5;
+  RemoveStamp(0);
+  EXPECT_EQ(listed(), before);
+  EXPECT_THAT(platform::namesIn(session.stampsFolder),
+              testing::UnorderedElementsAre(u"1.png", u"2.png", u"3.png", u"stamps.lst"));
+}
+
+TEST_F(StampLibraryTest, AListThatCannotBeReplacedIsWrittenWhereItIs) {
+  fillLibrary(2);
+  standIn().refuseFileCall = [](platform::FileCall call) {
+    return call == platform::FileCall::Replace;
+  };
+  RemoveStamp(0);
+  EXPECT_EQ(listed(),
+            "\xEF\xBB\xBF"
+            "2.png\r\n");
 }
 
 TEST_F(StampLibraryTest, NamesAndPathsHaveTheirLimits) {
@@ -209,6 +260,16 @@ TEST_F(StampLibraryTest, LargePicturesAreDrawnFromASmallerCopy) {
   EXPECT_NEAR(drawn->width, 2.0 * drawn->height, 1.0);
   EXPECT_EQ(stampBitmap(0), drawn) << "made once";
   EXPECT_EQ(wholeStampPicture(0)->width, 3000);
+}
+
+TEST_F(StampLibraryTest, PicturesOfDocumentsAreDrawnFromASmallerCopyWhenTheyAreLarge) {
+  const auto small = std::make_shared<platform::Picture>(plainPicture(1000, 500, 0xFF336699));
+  EXPECT_EQ(quickToDraw(small), small);
+  const auto large = std::make_shared<platform::Picture>(plainPicture(4000, 2000, 0xFF336699));
+  const platform::SharedPicture copy = quickToDraw(large);
+  EXPECT_EQ(copy->width, 2048);
+  EXPECT_EQ(copy->height, 1024);
+  EXPECT_EQ(copy->pixels.front(), 0xFF336699u);
 }
 
 TEST_F(StampLibraryTest, ARemovedStampStaysOnThePageAndOnTheDisk) {

@@ -158,5 +158,25 @@ TEST_F(TextToolTest, ThePreviewFollowsThePointer) {
   EXPECT_FALSE(textGhost(0));
 }
 
+TEST_F(TextToolTest, WithoutTextThePreviewIsItsCrossAlone) {
+  const ClientPoint at = placeOf(100, 300);
+  session.textTool.text = u"  ";
+  movePointer(at.x, at.y);
+  ASSERT_TRUE(textGhost(0));
+  EXPECT_EQ(textGhost(0)->text, u"");
+  EXPECT_EQ(textGhost(0)->place, (PixelPoint{at.x, at.y}));
+}
+
+TEST_F(TextToolTest, ShiftHidesThePreviewAtOnce) {
+  const ClientPoint at = placeOf(100, 300);
+  const int before = platform::standIn().window.invalidations;
+  changeTextToolShift();
+  EXPECT_EQ(platform::standIn().window.invalidations, before) << "nothing is shown yet";
+  movePointer(at.x, at.y);
+  const int moved = platform::standIn().window.invalidations;
+  changeTextToolShift();
+  EXPECT_EQ(platform::standIn().window.invalidations, moved + 1);
+}
+
 }  // namespace
 }  // namespace quillmere::test

@@ -6,6 +6,7 @@
 #include <array>
 #include <numbers>
 
+#include "annot/annotation_image.h"
 #include "annot/placement_box.h"
 #include "annot/placement_record.h"
 #include "annot/placement_test.h"
@@ -234,6 +235,27 @@ TEST_F(WritePlacementsTest, AStampWhoseFileIsGoneIsWrittenAsItIsShown) {
   ASSERT_TRUE(placementPicture(placement(0, 0)));
   platform::deleteFile(session.stampsFolder + u"a.png");
   EXPECT_THAT(WritePendingStamps(document), SizeIs(1));
+}
+
+TEST_F(WritePlacementsTest, EncryptedDocumentsKeepThemUnderTheirOwnKey) {
+  const FPDF_DOCUMENT document = openInActive(encryptedPdf());
+  LoadPlacements(document);
+  add(0, stampOf(quarters(), 100, 200, 30, 40));
+  add(0, textOf(u"semi; colon \u0142", 10, 20));
+  writeAll(document);
+  const std::string bytes = savedCopy(document);
+  EXPECT_EQ(bytes.find("QMR1;S"), std::string::npos);
+  const DocumentHandle copy = loadDocument(bytes);
+  LoadPlacements(copy.get());
+  ASSERT_EQ(session.placements[0].size(), 2u);
+  EXPECT_EQ(placement(0, 0).width, 30);
+  EXPECT_EQ(placement(0, 1).text, u"semi; colon \u0142");
+  const PageHandle page(FPDF_LoadPage(copy.get(), 0));
+  const AnnotationHandle stamp(FPDFPage_GetAnnot(page.get(), 0));
+  const platform::SharedPicture picture = ExtractAnnotImage(copy.get(), page.get(), stamp.get());
+  ASSERT_TRUE(picture);
+  EXPECT_EQ(picture->pixels, quarters()->pixels);
+  ClearPlacements();
 }
 
 // PDFium smooths pictures that are turned.

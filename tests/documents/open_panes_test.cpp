@@ -1,8 +1,12 @@
 // Opening with two panes involved: splitting into two documents, opening into one pane, and falling
 // back to one document.
+#include <fpdf_annot.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
+#include "platform/pixels.h"
 #include "support/opening_test.h"
 #include "support/pdf_builder.h"
 #include "view/navigation.h"
@@ -120,6 +124,29 @@ TEST_F(SplitTest, PendingPlacementsAreWrittenIntoTheOldDocumentFirst) {
   EXPECT_THAT(session.placements, IsEmpty());
   EXPECT_EQ(session.placementDocument, session.panes[1].document.get());
   EXPECT_TRUE(hasUnsavedChanges());
+}
+
+// A text that is not an annotation yet.
+Placement pendingText() {
+  Placement text;
+  text.kind = PlacementKind::TextDrop;
+  text.text = u"HHHH";
+  text.x = 100;
+  text.y = 100;
+  text.width = 300;
+  text.height = 100;
+  return text;
+}
+
+TEST_F(SplitTest, AFailedOpenLeavesPlacementsPendingAndUnwritten) {
+  session.placements[2] = {pendingText()};
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_FALSE(open(putPdf(u"bad.pdf", garbageFile()), {.pane = 1, .ask = true}));
+  ASSERT_EQ(session.placements[2].size(), 1u);
+  EXPECT_TRUE(session.placements[2].front().pending());
+  EXPECT_EQ(session.placementDocument, session.panes[0].document.get());
+  EXPECT_EQ(FPDFPage_GetAnnotCount(session.panes[0].page.get()), 0) << "a save would add it again";
+  EXPECT_FALSE(session.panes[0].dirty);
 }
 
 TEST_F(SplitTest, WrittenPlacementsDoNotMakeTheOldDocumentDirty) {
@@ -264,6 +291,20 @@ TEST_F(TwoDocumentsOpenTest, PendingPlacementsOfTheOtherPaneAreWrittenFirst) {
   EXPECT_FALSE(session.panes[1].dirty);
   EXPECT_EQ(session.placementDocument, session.panes[1].document.get());
   EXPECT_THAT(session.placements, IsEmpty());
+}
+
+TEST_F(TwoDocumentsOpenTest, WhatIsWrittenFirstIsShownOnItsPage) {
+  const PaneSlot& slot = session.panes[0];
+  session.placementDocument = slot.document.get();
+  session.placements[3] = {pendingText()};
+  const auto dark = [&slot] {
+    const std::uint32_t* pixels = platform::pixelsOf(slot.pageBitmap.get());
+    return std::count_if(pixels, pixels + slot.pageBitmapWidth * slot.pageBitmapHeight,
+                         [](std::uint32_t pixel) { return (pixel & 0xFF) < 128; });
+  };
+  const auto before = dark();
+  ASSERT_TRUE(open(new_, {.pane = 1, .ask = true}));
+  EXPECT_GT(dark(), before + 100);
 }
 
 TEST_F(TwoDocumentsOpenTest, PendingPlacementsOfTheReplacedDocumentGoWithIt) {

@@ -12,6 +12,8 @@
 #include "documents/modes.h"
 #include "panels/panel_toggles.h"
 #include "panels/stamp_splitter.h"
+#include "session/changes.h"
+#include "session/density.h"
 #include "store/data_folder.h"
 
 namespace quillmere::test {
@@ -237,6 +239,61 @@ TEST_F(StampPanelTest, DeleteRemovesTheSelectedStamp) {
   EXPECT_TRUE(deleteSelectedStamp());
   EXPECT_EQ(order(), u"Date a c ");
   EXPECT_EQ(session.selectedStamp, -1);
+}
+
+TEST_F(StampPanelTest, DeleteDuringADragEndsTheDrag) {
+  fill();
+  pressStampPanel(100, rowOf(3));
+  moveOverStampPanel(100, rowOf(1));
+  ASSERT_TRUE(session.stampDrag.reorderActive);
+  EXPECT_TRUE(deleteSelectedStamp());
+  EXPECT_FALSE(session.stampDrag.dragActive);
+  releaseStampPanel(100, rowOf(1));
+  EXPECT_EQ(order(), u"Date a b ");
+}
+
+TEST_F(StampPanelTest, AfterADropKeysGoToThePage) {
+  fill();
+  const int before = standIn().window.focusRequests;
+  pressStampPanel(100, rowOf(1));
+  releaseStampPanel(100, rowOf(1));
+  EXPECT_EQ(standIn().window.focusRequests, before);
+  pressStampPanel(100, rowOf(1));
+  releaseStampPanel(-300, rowOf(1));
+  EXPECT_EQ(standIn().window.focusRequests, before + 1);
+}
+
+TEST_F(StampPanelTest, WithoutAPageThereIsNoGhost) {
+  fill();
+  closePanePage(0);
+  pressStampPanel(100, rowOf(1));
+  moveOverStampPanel(-300, rowOf(1));
+  EXPECT_TRUE(session.stampDrag.stampOverPage);
+  EXPECT_FALSE(stampGhost(0));
+  releaseStampPanel(-300, rowOf(1));
+  EXPECT_TRUE(session.placements.empty());
+}
+
+TEST_F(StampPanelTest, NothingThatLeftTheLibraryStaysSelected) {
+  fill();
+  session.selectedStamp = 3;
+  session.hoveredStampItem = 2;
+  DeleteAllStamps();
+  EXPECT_EQ(session.selectedStamp, -1);
+  EXPECT_EQ(session.hoveredStampItem, kNoStampItem);
+  session.hoveredStampItem = kAddStampItem;
+  stampLibraryChanged();
+  EXPECT_EQ(session.hoveredStampItem, kAddStampItem);
+}
+
+TEST_F(StampPanelTest, AnotherDensityMakesThumbnailsAnew) {
+  session.stampPanelVisible = false;
+  platform::putFile(session.stampsFolder + u"a.png", plainPng(800, 400, 0xFF336699));
+  toggleStampPanel();
+  changeDensity(144);
+  const StampPanelPlan plan = planStampPanel();
+  ASSERT_EQ(plan.thumbnails.size(), 2u);
+  EXPECT_EQ(plan.thumbnails[1].picture->height, 120);
 }
 
 TEST_F(StampPanelTest, ThumbnailsAreMadeWhenThePanelOpens) {

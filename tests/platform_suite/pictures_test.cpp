@@ -59,6 +59,17 @@ TEST_F(PicturesSuite, WhatIsNoPictureGivesNone) {
   EXPECT_FALSE(loadPicture(folder));
 }
 
+TEST_F(PicturesSuite, OnePixelAndAVeryLongLineArePictures) {
+  const SharedPicture dot = loaded(plainPng(1, 1, 0xFF123456));
+  ASSERT_TRUE(dot);
+  EXPECT_EQ(dot->pixels, (std::vector<std::uint32_t>{0xFF123456}));
+  const SharedPicture line = loaded(plainPng(30000, 3, 0xFF123456));
+  ASSERT_TRUE(line);
+  EXPECT_EQ(line->width, 30000);
+  EXPECT_EQ(line->height, 3);
+  EXPECT_EQ(line->pixels.back(), 0xFF123456u);
+}
+
 TEST_F(PicturesSuite, SidesBeyondTheLimitAreRefused) {
   const std::string small = plainPng(3, 2, 0xFF123456);
   EXPECT_FALSE(

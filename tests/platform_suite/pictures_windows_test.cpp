@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <shlwapi.h>
 
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -147,6 +148,120 @@ std::string tiffWith(unsigned orientation, const TiffPixels& pixels) {
 // Red and blue.
 std::string tiffWith(unsigned orientation) {
   return tiffWith(orientation, {std::string("\xFF\0\0\0\0\xFF", 6)});
+}
+
+std::string bigEndian(unsigned value) {
+  return {static_cast<char>(value >> 8 & 0xFF), static_cast<char>(value & 0xFF)};
+}
+
+// Bits of a JPEG scan, whose bytes of ones are followed by a zero.
+class ScanBits {
+ public:
+  void put(unsigned value, int bits) {
+    for (int n = bits - 1; n >= 0; --n) {
+      byte_ = byte_ << 1 | (value >> n & 1);
+      if (++filled_ == 8) flush();
+    }
+  }
+  std::string finish() {
+    while (filled_ != 0) put(1, 1);
+    return bytes_;
+  }
+
+ private:
+  void flush() {
+    bytes_ += static_cast<char>(byte_);
+    if (byte_ == 0xFF) bytes_ += '\0';
+    byte_ = 0;
+    filled_ = 0;
+  }
+  std::string bytes_;
+  unsigned byte_ = 0;
+  int filled_ = 0;
+};
+
+// How much a block's mean differs from that of the block before: the number of bits, then these.
+void putDifference(ScanBits& scan, int difference) {
+  int bits = 0;
+  while (std::abs(difference) >> bits != 0) ++bits;
+  scan.put(static_cast<unsigned>(bits), 4);
+  if (bits != 0) {
+    scan.put(static_cast<unsigned>(difference > 0 ? difference : difference + (1 << bits) - 1),
+             bits);
+  }
+  scan.put(0, 1);  // the block has nothing but its mean
+}
+
+// A JPEG file of two blocks of 8 by 8 pixels, left and right, each of one colour. `names` has a
+// letter for each sample: red, green and blue, or four inks, stored as the paper that they leave.
+std::string jpegWith(const std::string& names, const std::vector<std::uint8_t>& left,
+                     const std::vector<std::uint8_t>& right, const std::string& segments = "") {
+  const auto segment = [](const std::string& marker, const std::string& body) {
+    return marker + bigEndian(static_cast<unsigned>(body.size()) + 2) + body;
+  };
+  const std::size_t samples = names.size();
+  std::string frame = "\x08" + bigEndian(8) + bigEndian(16) + static_cast<char>(samples);
+  std::string scanHead(1, static_cast<char>(samples));
+  for (const char name : names) {
+    frame += std::string{name, '\x11', '\0'};
+    scanHead += std::string{name, '\0'};
+  }
+  scanHead += std::string("\0\x3F\0", 3);
+  ScanBits scan;
+  for (std::size_t n = 0; n < samples; ++n) putDifference(scan, 8 * (left[n] - 128));
+  for (std::size_t n = 0; n < samples; ++n) putDifference(scan, 8 * (right[n] - left[n]));
+  // Twelve codes of four bits for the means; for the rest one of a single bit, the end of a block.
+  const std::string means = std::string("\0\0\0\0\x0C\0\0\0\0\0\0\0\0\0\0\0\0", 17) +
+                            std::string("\0\1\2\3\4\5\6\7\x8\x9\xA\xB", 12);
+  const std::string rest = "\x10" + std::string("\1\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0", 17);
+  return "\xFF\xD8" + segments + segment("\xFF\xEE", std::string("Adobe\0\x64\0\0\0\0\0", 12)) +
+         segment("\xFF\xDB", std::string(1, '\0') + std::string(64, '\1')) +
+         segment("\xFF\xC0", frame) + segment("\xFF\xC4", means) + segment("\xFF\xC4", rest) +
+         segment("\xFF\xDA", scanHead) + scan.finish() + "\xFF\xD9";
+}
+
+// What a camera writes that was held so.
+std::string cameraSegment(unsigned orientation) {
+  std::string body("Exif\0\0II*\0\x08\0\0\0\1\0\x12\1\3\0\1\0\0\0", 24);
+  body += static_cast<char>(orientation);
+  body += std::string(7, '\0');
+  return "\xFF\xE1" + bigEndian(static_cast<unsigned>(body.size()) + 2) + body;
+}
+
+TEST_F(PicturesWindows, APhotographsInksBecomeColours) {
+  putBytes(in(u"a.jpg"), jpegWith("CMYK", {0xFF, 0, 0, 0xFF}, {0, 0, 0xFF, 0xFF}));
+  const SharedPicture picture = loadPicture(in(u"a.jpg"));
+  ASSERT_TRUE(picture);
+  ASSERT_EQ(picture->width, 16);
+  EXPECT_TRUE(alike(picture->pixels[0], 0xFFFF0000)) << std::hex << picture->pixels[0];
+  EXPECT_TRUE(alike(picture->pixels[15], 0xFF0000FF)) << std::hex << picture->pixels[15];
+}
+
+TEST_F(PicturesWindows, PhotographsAreTurnedUpright) {
+  const std::vector<std::uint8_t> red = {0xFF, 0, 0};
+  const std::vector<std::uint8_t> blue = {0, 0, 0xFF};
+  putBytes(in(u"a.jpg"), jpegWith("RGB", red, blue));
+  const SharedPicture plain = loadPicture(in(u"a.jpg"));
+  ASSERT_TRUE(plain);
+  ASSERT_EQ(plain->width, 16);
+  EXPECT_TRUE(alike(plain->pixels[0], 0xFFFF0000)) << std::hex << plain->pixels[0];
+  putBytes(in(u"a.jpg"), jpegWith("RGB", red, blue, cameraSegment(6)));
+  const SharedPicture turned = loadPicture(in(u"a.jpg"));
+  ASSERT_TRUE(turned);
+  ASSERT_EQ(turned->width, 8);
+  ASSERT_EQ(turned->height, 16);
+  EXPECT_TRUE(alike(turned->pixels.front(), 0xFFFF0000)) << std::hex << turned->pixels.front();
+  EXPECT_TRUE(alike(turned->pixels.back(), 0xFF0000FF)) << std::hex << turned->pixels.back();
+  // Notes that end in the middle, or have another length than they say, tell nothing.
+  const std::string notes = cameraSegment(6);
+  for (const std::size_t length : {4u, 12u, 18u, 20u, 27u}) {
+    const std::string cut = notes.substr(0, 2) + bigEndian(static_cast<unsigned>(length) - 2) +
+                            notes.substr(4, length - 4);
+    putBytes(in(u"a.jpg"), jpegWith("RGB", red, blue, cut));
+    const SharedPicture picture = loadPicture(in(u"a.jpg"));
+    ASSERT_TRUE(picture) << length;
+    EXPECT_EQ(picture->width, 16) << length;
+  }
 }
 
 TEST_F(PicturesWindows, SixteenBitsOfAColourBecomeEight) {

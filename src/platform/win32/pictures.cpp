@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <new>
+#include <span>
 
 #include "platform/files.h"
 #include "platform/text.h"
@@ -65,14 +66,64 @@ Gdiplus::RotateFlipType uprightTurn(unsigned orientation) {
                                                               : Gdiplus::RotateNoneFlipNone;
 }
 
-void turnUpright(Gdiplus::Image& image) {
+// The orientation that the decoder tells; 0 when it tells none.
+unsigned toldOrientation(Gdiplus::Image& image) {
   const UINT size = image.GetPropertyItemSize(PropertyTagOrientation);
-  if (size < sizeof(Gdiplus::PropertyItem)) return;
+  if (size < sizeof(Gdiplus::PropertyItem)) return 0;
   std::vector<std::uint64_t> room(size / sizeof(std::uint64_t) + 1);
   auto* item = reinterpret_cast<Gdiplus::PropertyItem*>(room.data());
-  if (image.GetPropertyItem(PropertyTagOrientation, size, item) != Gdiplus::Ok) return;
-  if (item->type != PropertyTagTypeShort || item->length < sizeof(WORD)) return;
-  const Gdiplus::RotateFlipType turn = uprightTurn(*static_cast<const WORD*>(item->value));
+  if (image.GetPropertyItem(PropertyTagOrientation, size, item) != Gdiplus::Ok) return 0;
+  if (item->type != PropertyTagTypeShort || item->length < sizeof(WORD)) return 0;
+  return *static_cast<const WORD*>(item->value);
+}
+
+// Numbers of a camera's notes, in their own byte order; 0 beyond the end.
+struct CameraNotes {
+  std::span<const std::uint8_t> bytes;
+  bool littleEndian;
+
+  unsigned at(std::size_t place, std::size_t length) const {
+    if (place > bytes.size() || length > bytes.size() - place) return 0;
+    unsigned value = 0;
+    for (std::size_t n = 0; n < length; ++n) {
+      value = value << 8 | bytes[place + (littleEndian ? length - 1 - n : n)];
+    }
+    return value;
+  }
+};
+
+// The orientation in a camera's notes: those are a list of entries of 12 bytes, as in a TIFF file.
+unsigned orientationIn(std::span<const std::uint8_t> bytes) {
+  constexpr std::size_t kEntryBytes = 12;
+  const CameraNotes notes{bytes, !bytes.empty() && bytes[0] == 'I'};
+  const std::size_t list = notes.at(4, 4);
+  const std::size_t entries = notes.at(list, 2);
+  for (std::size_t n = 0; n < entries; ++n) {
+    const std::size_t entry = list + 2 + n * kEntryBytes;
+    if (notes.at(entry, 2) == PropertyTagOrientation) return notes.at(entry + 8, 2);
+  }
+  return 0;
+}
+
+// The same of a JPEG file's own segments, since not every system's decoder tells it. 0 for none.
+unsigned notedOrientation(std::span<const std::uint8_t> file) {
+  constexpr std::uint8_t kNotesStart[] = {'E', 'x', 'i', 'f', 0, 0};
+  if (file.size() < 4 || file[0] != 0xFF || file[1] != 0xD8) return 0;
+  for (file = file.subspan(2); file.size() >= 4 && file[0] == 0xFF && file[1] != 0xDA;) {
+    const std::size_t length = std::size_t{file[2]} << 8 | file[3];
+    if (length < 2 || length > file.size() - 2) return 0;
+    const std::span<const std::uint8_t> body = file.subspan(4, length - 2);
+    const bool notes = file[1] == 0xE1 && body.size() > std::size(kNotesStart) &&
+                       std::equal(std::begin(kNotesStart), std::end(kNotesStart), body.begin());
+    if (notes) return orientationIn(body.subspan(std::size(kNotesStart)));
+    file = file.subspan(2 + length);
+  }
+  return 0;
+}
+
+void turnUpright(Gdiplus::Image& image, std::span<const std::uint8_t> file) {
+  const unsigned told = toldOrientation(image);
+  const Gdiplus::RotateFlipType turn = uprightTurn(told != 0 ? told : notedOrientation(file));
   if (turn != Gdiplus::RotateNoneFlipNone) image.RotateFlip(turn);
 }
 
@@ -160,7 +211,7 @@ SharedPicture loadPicture(const std::u16string& path) {
   if (!stream) return nullptr;
   Gdiplus::Bitmap bitmap(stream.get());
   if (bitmap.GetLastStatus() != Gdiplus::Ok) return nullptr;
-  turnUpright(bitmap);
+  turnUpright(bitmap, *bytes);
   return pixelsOf(bitmap);
 }
 
