@@ -1,5 +1,7 @@
 #include <windows.h>
 
+#include <gdiplus.h>
+
 #include "app/main_window.h"
 #include "documents/open_requests.h"
 #include "platform/main_window.h"
@@ -38,6 +40,8 @@ void fitToClientArea(PlainPicture& picture, HDC window) {
   picture.height = client.height;
   PatBlt(picture.dc, 0, 0, client.width, client.height, WHITENESS);
 }
+
+PlainPicture plainPicture;
 
 // Records when pages are painted.
 struct PaintWatch {
@@ -107,12 +111,22 @@ void paintNow() {
 }
 
 void copyPlainPicture() {
-  static PlainPicture picture;
+  PlainPicture& picture = plainPicture;
   const HDC window = GetDC(windowHandles.main);
   fitToClientArea(picture, window);
   BitBlt(window, 0, 0, picture.width, picture.height, picture.dc, 0, 0, SRCCOPY);
   ReleaseDC(windowHandles.main, window);
   GdiFlush();
+}
+
+void drawOnPlainPicture(const platform::Picture& picture, int width, int height) {
+  Gdiplus::Graphics graphics(plainPicture.dc);
+  graphics.SetInterpolationMode(Gdiplus::InterpolationModeHighQualityBicubic);
+  graphics.SetPixelOffsetMode(Gdiplus::PixelOffsetModeHalf);
+  auto* first = reinterpret_cast<BYTE*>(const_cast<std::uint32_t*>(picture.pixels.data()));
+  Gdiplus::Bitmap bitmap(picture.width, picture.height, picture.width * 4, PixelFormat32bppARGB,
+                         first);
+  graphics.DrawImage(&bitmap, Gdiplus::Rect(100, 100, width, height));
 }
 
 }  // namespace quillmere::bench

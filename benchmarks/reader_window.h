@@ -3,6 +3,8 @@
 #include <functional>
 #include <string>
 
+#include "platform/pictures.h"
+
 // The reader's real main window inside a benchmark program.
 namespace quillmere::bench {
 
@@ -35,5 +37,8 @@ void paintNow();
 
 // Copies one picture of the client area's size from memory to the window.
 void copyPlainPicture();
+
+// Draws onto that picture, which must have been copied before, in this size.
+void drawOnPlainPicture(const platform::Picture& picture, int width, int height);
 
 }  // namespace quillmere::bench

@@ -106,9 +106,8 @@ TEST_F(BinderTree, TheWheelScrollsDuringADragAndTheDropCounts) {
   startWithManyDocuments();
   const std::string dragged = documentsIn(work)[1];
   startDrag(L"d11");
-  const LRESULT top = firstVisibleRow();
   turnWheel(middleOfTree(), -3 * WHEEL_DELTA);
-  EXPECT_TRUE(eventually([&] { return firstVisibleRow() != top; }));
+  EXPECT_TRUE(eventually([&] { return firstVisibleRow() > 0; }));
   ASSERT_TRUE(rowShown(L"d19"));
   const POINT to = pointOf(L"d19", true);
   movePointer(to);
@@ -123,16 +122,17 @@ TEST_F(BinderTree, AMoveInAnEdgeRowScrollsDuringADrag) {
   startWithManyDocuments();
   const POINT from = startDrag(L"d11");
   const RECT area = clientOnScreen(tree());
-  const LRESULT top = firstVisibleRow();
-  for (const LONG y : {area.bottom - 3, area.top + 3}) {
-    const LRESULT before = firstVisibleRow();
+  const auto moveAlong = [&](LONG y) {
     for (LONG step = 0; step < 4; ++step) {
       movePointer({from.x + step, y});
       ASSERT_TRUE(inputIsHandled(window));
     }
-    EXPECT_TRUE(eventually([&] { return firstVisibleRow() != before; }));
-  }
-  EXPECT_TRUE(eventually([&] { return firstVisibleRow() == top; }));
+  };
+  moveAlong(area.bottom - 3);
+  const int down = firstVisibleRow();
+  EXPECT_GT(down, 0);
+  moveAlong(area.top + 3);
+  EXPECT_LT(firstVisibleRow(), down);
   press(VK_ESCAPE);
   EXPECT_TRUE(nobodyHasMouse());
   releaseButton({from.x + 3, area.top + 3});

@@ -229,6 +229,7 @@ TEST_F(Binders, DeleteOnAHeadClosesOrDeletesIt) {
   press('D');
   const Box box = waitForBox(program);
   EXPECT_EQ(box.title, L"Confirm Delete");
+  ASSERT_TRUE(bringToFront(box.window));
   press(VK_TAB);
   EXPECT_TRUE(answerBox(box, VK_RETURN));
   EXPECT_TRUE(rowsBecome({kStartRows[0], kStartRows[1]}));

@@ -87,8 +87,10 @@ std::vector<LRESULT> BinderScenario::rowHandles() const {
   return items;
 }
 
-LRESULT BinderScenario::firstVisibleRow() const {
-  return SendMessageW(tree(), TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE, 0);
+int BinderScenario::firstVisibleRow() const {
+  const LRESULT first = SendMessageW(tree(), TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE, 0);
+  const std::vector<LRESULT> rows = rowHandles();
+  return static_cast<int>(std::find(rows.begin(), rows.end(), first) - rows.begin());
 }
 
 void BinderScenario::deliverRebuild() const {

@@ -28,7 +28,8 @@ class BinderScenario : public TreeScenario {
   bool treeHasMouse() const;
   // What names each row in the control, from top to bottom; a rebuild makes new ones.
   std::vector<LRESULT> rowHandles() const;
-  LRESULT firstVisibleRow() const;
+  // Its place among all rows, from 0.
+  int firstVisibleRow() const;
   // Delivers a rebuild as the program posts it to itself, and waits until that was handled.
   void deliverRebuild() const;
 

@@ -2,19 +2,18 @@
 
 #include <commctrl.h>
 
+#include <optional>
+
 #include "annot/markup_dialog.h"
 #include "annot/markups.h"
 #include "platform/win32/dialog_parts.h"
-#include "platform/win32/system_fonts.h"
 #include "platform/win32/wide.h"
-#include "platform/win32/window_handles.h"
 #include "session/density.h"
-#include "session/session.h"
+#include "ui/modeless_dialog_window.h"
 
 namespace quillmere {
 
 using platform::createDialogControl;
-using platform::windowHandles;
 
 namespace {
 
@@ -47,13 +46,6 @@ constexpr int kPercentLeft = kFieldLeft + kSliderWidth + 4;
 constexpr int kHelpTop = kMargin + 3 * kRowHeight + 6;
 constexpr int kSliderPage = 10;  // percent
 
-HFONT dialogFont = nullptr;
-HWND keyboard = nullptr;  // the control that gets it when the dialog is activated again
-
-HWND& dialogWindow() {
-  return windowHandles.dialogs[static_cast<int>(platform::ModelessDialog::MarkUp)];
-}
-
 int rowTop(int row) {
   return kMargin + row * kRowHeight;
 }
@@ -67,7 +59,7 @@ LRESULT CALLBACK fieldProcedure(HWND window, UINT message, WPARAM wParam, LPARAM
                                 DWORD_PTR) {
   const bool control = GetKeyState(VK_CONTROL) < 0;
   if (message == WM_KEYDOWN && wParam == 'M' && control) {
-    PostMessageW(dialogWindow(), WM_CLOSE, 0, 0);
+    PostMessageW(GetParent(window), WM_CLOSE, 0, 0);
     return 0;
   }
   if (message == WM_CHAR && wParam == VK_RETURN && control) return 0;
@@ -135,63 +127,53 @@ void onOpacity(HWND dialog, WPARAM wParam) {
   if (what == TB_THUMBPOSITION || what == TB_ENDTRACK) settleMarkupOpacity();
 }
 
+LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+constexpr ModelessDialogDesign kDesign = {platform::ModelessDialog::MarkUp,
+                                          kClassName,
+                                          kTitle,
+                                          kClientWidth,
+                                          kClientHeight,
+                                          dialogProcedure};
+
 void onDestroy(HWND dialog) {
-  RECT place{};
-  GetWindowRect(dialog, &place);
-  dialogWindow() = nullptr;
-  keyboard = nullptr;
-  if (dialogFont != nullptr) DeleteObject(dialogFont);
-  dialogFont = nullptr;
-  markupDialogCloses({place.left, place.top});
+  const POINT corner = forgetModelessDialog(kDesign, dialog);
+  markupDialogCloses({corner.x, corner.y});
 }
 
 LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_COMMAND:
-      if (LOWORD(wParam) == IDCANCEL) DestroyWindow(window);
       onColor(window, wParam);
-      return 0;
-    case WM_ACTIVATE:
-      return platform::keepKeyboard(window, wParam, lParam, keyboard);
+      return modelessDialogMessage(kDesign, window, message, wParam, lParam);
     case WM_HSCROLL:
       onOpacity(window, wParam);
       return 0;
-    case WM_CTLCOLORSTATIC:
-      return platform::labelBackground(reinterpret_cast<HDC>(wParam));
     case WM_DESTROY:
       onDestroy(window);
       return 0;
     default:
-      return DefWindowProcW(window, message, wParam, lParam);
+      return modelessDialogMessage(kDesign, window, message, wParam, lParam);
   }
 }
 
 }  // namespace
 
 bool markupDialogOpen() {
-  return dialogWindow() != nullptr;
+  return modelessDialogOpen(kDesign.kind);
 }
 
 void openMarkupDialog(const MarkupDialogView& view) {
-  platform::registerDialogClass(kClassName, dialogProcedure);
-  const SIZE size = platform::dialogSize(scaled(kClientWidth), scaled(kClientHeight), session.dpi);
-  const POINT place = view.place
-                          ? platform::placeOnScreen({view.place->left, view.place->top}, size)
-                          : platform::middlePlace(windowHandles.main, size);
-  const HWND dialog = CreateWindowExW(
-      platform::kDialogExtendedStyle, kClassName, kTitle, platform::kDialogStyle, place.x, place.y,
-      size.cx, size.cy, windowHandles.main, nullptr, GetModuleHandleW(nullptr), nullptr);
+  std::optional<POINT> corner;
+  if (view.place) corner = POINT{view.place->left, view.place->top};
+  const HWND dialog = makeModelessDialog(kDesign, corner);
   if (dialog == nullptr) return;
-  dialogWindow() = dialog;
   const HWND first = addControls(dialog, view);
-  dialogFont = platform::createMessageFont(session.dpi);
-  platform::giveControlsFont(dialog, dialogFont);
-  ShowWindow(dialog, SW_SHOW);
-  SetFocus(first);
+  showModelessDialog(kDesign, first);
 }
 
 void closeMarkupDialog() {
-  if (markupDialogOpen()) DestroyWindow(dialogWindow());
+  closeModelessDialog(kDesign.kind);
 }
 
 }  // namespace quillmere

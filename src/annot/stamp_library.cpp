@@ -54,6 +54,19 @@ std::u16string decoded(std::string_view bytes) {
   return text;
 }
 
+// A file that another program looks at just then cannot be replaced, but perhaps written. A full
+// disk must leave it as it was.
+void writeList(const std::string& bytes) {
+  bool roomLacks = false;
+  const Replacement replacement =
+      replaceWholeFile(listPath(), [&bytes, &roomLacks](platform::FileInWriting& file) {
+        roomLacks = !platform::writeBlock(file, bytes.data(), bytes.size());
+        return !roomLacks;
+      });
+  if (replacement == Replacement::Done || roomLacks) return;
+  platform::writeFile(listPath(), bytes.data(), bytes.size());
+}
+
 void appendListed(std::u16string_view line) {
   const std::size_t end = line.find_last_not_of(kTrailing);
   line = line.substr(0, end == std::u16string_view::npos ? 0 : end + 1);
@@ -215,9 +228,7 @@ void SaveStampList() {
   for (const StampEntry& entry : session.stampLibrary) {
     if (!entry.isSystem) bytes += platform::toUtf8(fileNameOf(entry.path)) + "\r\n";
   }
-  replaceWholeFile(listPath(), [&bytes](platform::FileInWriting& file) {
-    return platform::writeBlock(file, bytes.data(), bytes.size());
-  });
+  writeList(bytes);
 }
 
 void refreshStampLibrary() {

@@ -2,20 +2,19 @@
 
 #include <commctrl.h>
 
+#include <optional>
+
 #include "annot/text_dialog.h"
 #include "platform/main_window.h"
 #include "platform/win32/dialog_parts.h"
 #include "platform/win32/main_window.h"
-#include "platform/win32/system_fonts.h"
 #include "platform/win32/wide.h"
-#include "platform/win32/window_handles.h"
 #include "session/density.h"
-#include "session/session.h"
+#include "ui/modeless_dialog_window.h"
 
 namespace quillmere {
 
 using platform::createDialogControl;
-using platform::windowHandles;
 
 namespace {
 
@@ -43,12 +42,6 @@ constexpr int kSizeWidth = 80;
 constexpr int kLabelDrop = 4;  // from a field's top to its label's
 constexpr int kLineHeight = 18;
 constexpr int kListHeight = 220;  // of a drop-down list when open
-
-HFONT dialogFont = nullptr;
-
-HWND& dialogWindow() {
-  return windowHandles.dialogs[static_cast<int>(platform::ModelessDialog::AddText)];
-}
 
 int rowTop(int row) {
   return kMargin + row * kRowHeight;
@@ -106,9 +99,7 @@ std::u16string chosenSize(HWND dialog) {
 }
 
 void onCommand(HWND dialog, int id, int what) {
-  if (id == IDCANCEL) {
-    DestroyWindow(dialog);
-  } else if (id == kTextId && what == EN_CHANGE) {
+  if (id == kTextId && what == EN_CHANGE) {
     changeDialogText(platform::windowText(GetDlgItem(dialog, kTextId)));
   } else if (id == kFontId && what == CBN_SELCHANGE) {
     chooseTextFont(chosenRow(dialog, kFontId));
@@ -121,13 +112,18 @@ void onCommand(HWND dialog, int id, int what) {
   }
 }
 
+LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+constexpr ModelessDialogDesign kDesign = {platform::ModelessDialog::AddText,
+                                          kClassName,
+                                          kTitle,
+                                          kClientWidth,
+                                          kClientHeight,
+                                          dialogProcedure};
+
 void onDestroy(HWND dialog) {
-  RECT place{};
-  GetWindowRect(dialog, &place);
-  dialogWindow() = nullptr;
-  if (dialogFont != nullptr) DeleteObject(dialogFont);
-  dialogFont = nullptr;
-  textDialogCloses({place.left, place.top});
+  const POINT corner = forgetModelessDialog(kDesign, dialog);
+  textDialogCloses({corner.x, corner.y});
   platform::invalidateMainWindow(false);
   platform::invalidateStampPanel();
 }
@@ -136,44 +132,33 @@ LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARA
   switch (message) {
     case WM_COMMAND:
       onCommand(window, LOWORD(wParam), HIWORD(wParam));
-      return 0;
-    case WM_CTLCOLORSTATIC:
-      return platform::labelBackground(reinterpret_cast<HDC>(wParam));
+      return modelessDialogMessage(kDesign, window, message, wParam, lParam);
     case WM_DESTROY:
       onDestroy(window);
       return 0;
     default:
-      return DefWindowProcW(window, message, wParam, lParam);
+      return modelessDialogMessage(kDesign, window, message, wParam, lParam);
   }
 }
 
 }  // namespace
 
 bool textDialogOpen() {
-  return dialogWindow() != nullptr;
+  return modelessDialogOpen(kDesign.kind);
 }
 
 void openTextDialog(const TextDialogView& view) {
-  platform::registerDialogClass(kClassName, dialogProcedure);
-  const SIZE size = platform::dialogSize(scaled(kClientWidth), scaled(kClientHeight), session.dpi);
-  const POINT place = view.place
-                          ? platform::placeOnScreen({view.place->left, view.place->top}, size)
-                          : platform::middlePlace(windowHandles.main, size);
-  const HWND dialog = CreateWindowExW(
-      platform::kDialogExtendedStyle, kClassName, kTitle, platform::kDialogStyle, place.x, place.y,
-      size.cx, size.cy, windowHandles.main, nullptr, GetModuleHandleW(nullptr), nullptr);
+  std::optional<POINT> corner;
+  if (view.place) corner = POINT{view.place->left, view.place->top};
+  const HWND dialog = makeModelessDialog(kDesign, corner);
   if (dialog == nullptr) return;
-  dialogWindow() = dialog;
   const HWND first = addControls(dialog, view);
-  dialogFont = platform::createMessageFont(session.dpi);
-  platform::giveControlsFont(dialog, dialogFont);
   textDialogOpened();
-  ShowWindow(dialog, SW_SHOW);
-  SetFocus(first);
+  showModelessDialog(kDesign, first);
 }
 
 void closeTextDialog() {
-  if (textDialogOpen()) DestroyWindow(dialogWindow());
+  closeModelessDialog(kDesign.kind);
 }
 
 }  // namespace quillmere

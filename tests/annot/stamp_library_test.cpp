@@ -139,6 +139,17 @@ TEST_F(StampLibraryTest, AFullDiskLeavesTheListAsItWas) {
               testing::UnorderedElementsAre(u"1.png", u"2.png", u"3.png", u"stamps.lst"));
 }
 
+TEST_F(StampLibraryTest, AListThatCannotBeReplacedIsWrittenWhereItIs) {
+  fillLibrary(2);
+  standIn().refuseFileCall = [](platform::FileCall call) {
+    return call == platform::FileCall::Replace;
+  };
+  RemoveStamp(0);
+  EXPECT_EQ(listed(),
+            "\xEF\xBB\xBF"
+            "2.png\r\n");
+}
+
 TEST_F(StampLibraryTest, NamesAndPathsHaveTheirLimits) {
   const std::u16string longName(70, u'n');
   putStamp(longName + u".png");
