@@ -69,6 +69,7 @@ TEST_F(Save, SaveAsWritesThroughTheDialogAndTakesTheNewName) {
   press('S', kCtrl | kShift);
   const HWND dialog = waitForFileDialog(program);
   ASSERT_NE(dialog, nullptr);
+  ASSERT_TRUE(inputIsHandled(dialog));
   picture("dialog");
   ASSERT_TRUE(bringToFront(dialog));
   press(VK_HOME);
@@ -116,6 +117,7 @@ TEST_F(Save, AFileThatAnotherProgramHoldsStaysUntilItLetsGo) {
 
 TEST_F(Save, WithoutADocumentBothCommandsSaySo) {
   start();
+  ASSERT_TRUE(inputIsHandled(window));
   press('S', kCtrl);
   ASSERT_TRUE(boxSays(L"No document is open."));
   runCommand(window, kSaveAs);
