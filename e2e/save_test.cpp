@@ -34,9 +34,19 @@ class Save : public Scenario {
   static bool isMarked(const std::wstring& path) {
     return readFile(path).find("/Highlight") != std::string::npos;
   }
-  bool becomesMarked(const std::wstring& path) const {
-    return eventually([&] { return isMarked(path); });
+  // Runs `save` and waits until it has written the file. A file that somebody reads cannot be
+  // replaced, so look at it only then.
+  template <typename Saving>
+  static bool becomesMarked(const std::wstring& path, Saving save) {
+    const FILETIME before = lastWrite(path);
+    save();
+    const auto written = [&] {
+      const FILETIME now = lastWrite(path);
+      return CompareFileTime(&now, &before) != 0;
+    };
+    return eventually(written) && isMarked(path);
   }
+  static void pressSave() { press('S', kCtrl); }
   // Closes the document and opens a file in its place.
   void openAgain(const std::wstring& path) {
     press('W', kCtrl);
@@ -52,8 +62,7 @@ TEST_F(Save, AMarkIsThereWhenTheSavedFileIsOpenedAgain) {
   startWithText();
   markWord();
   EXPECT_FALSE(isMarked(file(L"one.pdf")));
-  press('S', kCtrl);
-  EXPECT_TRUE(becomesMarked(file(L"one.pdf")));
+  EXPECT_TRUE(becomesMarked(file(L"one.pdf"), pressSave));
   EXPECT_TRUE(markShown());
   EXPECT_EQ(boxNow(program).window, nullptr);
   picture("saved");
@@ -74,8 +83,9 @@ TEST_F(Save, SaveAsWritesThroughTheDialogAndTakesTheNewName) {
   ASSERT_TRUE(bringToFront(dialog));
   press(VK_HOME);
   press(VK_END, kShift);
-  ASSERT_TRUE(chooseInFileDialog(dialog, scenarioFolder() + L"\\other"));
-  EXPECT_TRUE(becomesMarked(file(L"other.pdf")));
+  EXPECT_TRUE(becomesMarked(file(L"other.pdf"), [&] {
+    ASSERT_TRUE(chooseInFileDialog(dialog, scenarioFolder() + L"\\other"));
+  }));
   EXPECT_TRUE(eventually([&] { return title().find(L"other.pdf") != std::wstring::npos; }));
   EXPECT_FALSE(isMarked(file(L"one.pdf")));
   EXPECT_TRUE(markShown());
@@ -94,8 +104,7 @@ TEST_F(Save, AReadOnlyFileKeepsItsBytesAndTheWindowTheEdits) {
   EXPECT_TRUE(isMarked(file(L"one.pdf.tmp")));
   picture("kept");
   SetFileAttributesW(file(L"one.pdf").c_str(), FILE_ATTRIBUTE_NORMAL);
-  press('S', kCtrl);
-  EXPECT_TRUE(becomesMarked(file(L"one.pdf")));
+  EXPECT_TRUE(becomesMarked(file(L"one.pdf"), pressSave));
   EXPECT_TRUE(eventually([&] { return !exists(file(L"one.pdf.tmp")); }));
 }
 
@@ -110,8 +119,7 @@ TEST_F(Save, AFileThatAnotherProgramHoldsStaysUntilItLetsGo) {
   EXPECT_TRUE(boxSays(L"Saved to temporary file but could not replace original."));
   EXPECT_FALSE(isMarked(file(L"one.pdf")));
   CloseHandle(holder);
-  press('S', kCtrl);
-  EXPECT_TRUE(becomesMarked(file(L"one.pdf")));
+  EXPECT_TRUE(becomesMarked(file(L"one.pdf"), pressSave));
   EXPECT_TRUE(markShown());
 }
 
