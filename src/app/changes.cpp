@@ -126,8 +126,6 @@ void allMarkupsChanged() {
   forgetMarkupTip();
   forgetAnnotationSearch();
   InvalidateMarkupList();
-  noteDocumentChanged(0);
-  noteDocumentChanged(1);
   platform::doAfterPainting(updateMarkupRows);
   repaint();
 }

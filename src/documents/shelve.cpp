@@ -18,6 +18,7 @@
 #include "session/changes.h"
 #include "session/document_slots.h"
 #include "session/loaded_file.h"
+#include "session/page_memory.h"
 #include "session/session.h"
 #include "session/waiting_opens.h"
 #include "store/binder_library.h"
@@ -51,7 +52,8 @@ bool writeWithPlacements(FPDF_DOCUMENT document, const std::u16string& path) {
   return false;
 }
 
-void stamp(ShelfEntry& entry, const std::optional<platform::FileStamp>& stamp) {
+// What is not known leaves the entry as it was.
+void setStamp(ShelfEntry& entry, const std::optional<platform::FileStamp>& stamp) {
   if (!stamp) return;
   entry.sourceSize = stamp->size;
   entry.sourceTime = stamp->writeTime;
@@ -61,9 +63,9 @@ void stamp(ShelfEntry& entry, const std::optional<platform::FileStamp>& stamp) {
 // its copy keeps the stamps of its first shelving.
 void stampEntry(ShelfEntry& entry, const DocumentSlot& slot) {
   if (samePath(slot.loadedFrom.path, slot.path)) {
-    stamp(entry, slot.loadedFrom.stamp);
+    setStamp(entry, slot.loadedFrom.stamp);
   } else if (entry.shelfName.empty()) {
-    stamp(entry, platform::fileStamp(slot.path));
+    setStamp(entry, platform::fileStamp(slot.path));
   }
 }
 
@@ -81,6 +83,7 @@ void showAsShelved(int pane, bool ownedPlacements) {
   dirtyOf(pane) = false;
   keepEdits(pane);
   if (ownedPlacements) LoadPlacements(document);
+  noteDocumentRead(pane);  // all of it, for writing
   for (const int each : panesHolding(document)) {
     if (session.panes[each].page) redrawPicture(each);
   }

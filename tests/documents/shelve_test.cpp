@@ -285,6 +285,43 @@ TEST_F(ShelveTest, AnIndexThatCannotBeWrittenKeepsTheCopyThatItNames) {
   EXPECT_EQ(marksIn(copyOf(kA)), 2);
 }
 
+TEST_F(ShelveTest, AnEntryHasTheStampsOfTheLoad) {
+  openFile(1, 0);
+  const auto loaded = platform::fileStamp(kA);
+  mark();
+  platform::setWriteTime(kA, 132'000'000'000'000'000u);
+  ASSERT_TRUE(ShelveCurrentDocument());
+  EXPECT_EQ(shelfEntryOf(kA)->sourceSize, loaded->size);
+  EXPECT_EQ(shelfEntryOf(kA)->sourceTime, loaded->writeTime);
+  openFile(1, 1);
+  standIn().boxAnswers = {BoxAnswer::Cancel};
+  openFile(1, 0);
+  EXPECT_EQ(standIn().boxes[0].title, u"Conflicting Versions");
+}
+
+TEST_F(ShelveTest, AFileThatChangedBeforeTheFirstEditLeavesTheDocumentToTheQuestion) {
+  openFile(1, 0);
+  platform::setWriteTime(kA, 132'000'000'000'000'000u);
+  mark();
+  EXPECT_FALSE(ShelveCurrentDocument());
+  EXPECT_TRUE(session.active.dirty);
+}
+
+TEST_F(ShelveTest, AnotherSpellingOfThePathIsTheSameDocument) {
+  platform::putFile(u"C:\\Odd.lst", "C:/x/../a.pdf\r\n");
+  LoadBinder(u"C:\\Odd.lst");
+  shelveFile(1, 0);
+  openFile(1, 1);
+  openFile(3, 0);
+  EXPECT_EQ(marks(), 1);
+  mark();
+  openFile(1, 1);
+  openFile(1, 0);
+  EXPECT_EQ(marks(), 2);
+  EXPECT_EQ(session.shelfIndex.size(), 1u);
+  EXPECT_THAT(standIn().boxes, IsEmpty());
+}
+
 // Live edits.
 
 TEST_F(ShelveTest, AnEditIsNotedAtOnceAndNoCopyIsMade) {

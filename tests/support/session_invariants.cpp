@@ -99,6 +99,15 @@ std::string brokenPlacements() {
   return brokenPlacementSelection();
 }
 
+std::string brokenShelf() {
+  for (const FPDF_DOCUMENT document : session.editsGivenUp) {
+    if (document == nullptr || (document != documentOf(0) && document != documentOf(1))) {
+      return "edits given up of a closed document";
+    }
+  }
+  return session.givenUpPaths.empty() ? "" : "edits given up that are still on the shelf";
+}
+
 std::string brokenBookmarks() {
   const FPDF_DOCUMENT document = documentOf(session.activePane);
   if (document == nullptr) return session.bookmarks.empty() ? "" : "bookmarks of no document";
@@ -137,6 +146,7 @@ std::string brokenInvariant() {
   }
   if (std::string broken = brokenBook(); !broken.empty()) return broken;
   if (std::string broken = brokenPlacements(); !broken.empty()) return broken;
+  if (std::string broken = brokenShelf(); !broken.empty()) return broken;
   if (std::string broken = brokenBookmarks(); !broken.empty()) return broken;
   if (std::string broken = brokenSelection(); !broken.empty()) return broken;
   if (documentOf(session.activePane) == nullptr && hasUnsavedChanges()) {

@@ -96,6 +96,8 @@ class KillTest : public ShelfFlowTest {
     tell(kFirstShelved);
     openFile(1, 0);
     mark();
+    openFile(1, 1);  // a second copy takes the place of the first
+    openFile(1, 0);
     SaveCommand();
     tell(kFirstSaved);
     openFile(1, 1);
@@ -137,7 +139,9 @@ TEST_F(KillTest, WhereverTheProcessEndsFilesAreWholeAndShelvedWorkIsOfferedAgain
     const bool firstShelved = ended.milestones.contains(kFirstShelved);
     openFile(1, 0);
     EXPECT_GE(marks(), firstShelved ? 1 : 0);
-    if (ended.milestones.contains(kFirstSaved)) EXPECT_EQ(marks(), 2);
+    if (ended.milestones.contains(kFirstSaved)) {
+      EXPECT_EQ(marks(), 2);
+    }
     openFile(1, 1);
     if (ended.milestones.contains(kSecondShelved)) {
       EXPECT_EQ(marks(), 1);
