@@ -58,6 +58,8 @@ RATIOS = [
     Row("binder-open", "open from a binder to painted / PDFium load + page + render", "ms", 1.5),
     Row("binder-tree", "rows of 50 binders of 1,000 files / plain rows", "ms", 1.5),
     Row("binder-load-level", "loading a file of 50 binders of 1,000 / of 5", "us", 1.5),
+    Row("save", "a whole save / PDFium's copy into nothing", "ms", 1.4),
+    Row("save-size", "size of a saved document / of its source", "KiB", 1.05),
     Row("memory", "peak working set after open / plain PDFium window", "MiB", 1.3),
     Row("turning-memory", "working set after 500 pages there and back / after 100", "MiB", 1.1),
     Row("plain-turning-memory", "the same with PDFium's calls alone", "MiB", None),
@@ -246,6 +248,12 @@ def measure_placements(samples, document):
     samples.take(wine("bench_placements", "--library"))
 
 
+def measure_saves(samples, documents):
+    for document in documents:
+        progress(f"Saving {document.name}")
+        samples.take(wine("bench_save", windows_path(document)))
+
+
 def measure_outlines(samples, made):
     progress("Filling the tree")
     for name in "outline-flat.pdf", "outline-deep.pdf":
@@ -368,6 +376,7 @@ def main():
     measure_marks(samples, manuals[0])
     measure_binders(samples, documents)
     measure_placements(samples, documents[0])
+    measure_saves(samples, manuals)
     measure_processes(samples, documents)
     measure_engine(samples, documents, repetitions)
     measure_peers(samples, documents[0], repetitions)

@@ -175,6 +175,29 @@ TEST_F(Viewer, StaysOpenWhenTheMainWindowClosesWithTheAnswerNo) {
   EXPECT_TRUE(eventually([&] { return menuItem(viewer, 302).checked; }));
 }
 
+TEST_F(Viewer, AFileThatArrivesDuringTheQuestionIsOpenedByAFreshProcess) {
+  const std::wstring late = makeFile(L"late.pdf", coloredPdf(2));
+  startWith(coloredPdf(1));
+  const HWND viewer = openViewer();
+  ASSERT_TRUE(shows(viewer, L"one.pdf"));
+  PostMessageW(window, WM_CLOSE, 0, 0);
+  const Box box = waitForBox(program);
+  ASSERT_NE(box.window, nullptr);
+  sendPath(window, late);
+  EXPECT_TRUE(answerBox(box, 'N'));
+  EXPECT_EQ(program.exitCode(), 0u);
+  HWND fresh = nullptr;
+  ASSERT_TRUE(eventually([&] {
+    const std::vector<HWND> windows = windowsOfClass(kMainClass);
+    fresh = windows.empty() ? nullptr : windows.front();
+    return fresh != nullptr && fresh != window && titleOf(fresh) == L"Quillmere - late.pdf";
+  }));
+  PostMessageW(viewer, WM_CLOSE, 0, 0);
+  ASSERT_TRUE(eventually([&] { return !IsWindow(viewer); }));
+  PostMessageW(fresh, WM_CLOSE, 0, 0);
+  EXPECT_TRUE(eventually([&] { return !IsWindow(fresh); }));
+}
+
 TEST_F(Viewer, ClosesWithTheMainWindowAfterTheAnswerYes) {
   startWith(coloredPdf(1));
   const HWND viewer = openViewer();

@@ -130,8 +130,6 @@ void allMarkupsChanged(FPDF_DOCUMENT document) {
   forgetMarkupTip();
   forgetAnnotationSearch();
   InvalidateMarkupList();
-  noteDocumentChanged(0);
-  noteDocumentChanged(1);
   platform::doAfterPainting(updateMarkupRows);
   tellShelf(document);
   repaint();

@@ -1,5 +1,7 @@
 #include "documents/unsaved_dialog.h"
 
+#include <windows.h>
+
 #include <commctrl.h>
 
 #include <functional>

@@ -10,6 +10,7 @@
 
 #include "platform/win32/handles.h"
 #include "platform/win32/long_path.h"
+#include "platform/win32/read_only.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/write_bytes.h"
 
@@ -52,6 +53,11 @@ bool copyCreationTime(const FILETIME& created, const std::u16string& to) {
   return file && SetFileTime(file.get(), &created, nullptr, nullptr);
 }
 
+bool markFile(const std::u16string& path, DWORD attributes) {
+  const DWORD copied = attributes & kCopiedAttributes;
+  return SetFileAttributesW(wide(path), copied != 0 ? copied : FILE_ATTRIBUTE_NORMAL) != 0;
+}
+
 bool copyStream(const std::u16string& from, const std::u16string& to) {
   const KernelHandle source =
       openFile(wide(from), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
@@ -75,11 +81,12 @@ bool copyFileProperties(const std::u16string& from, const std::u16string& to) {
   WIN32_FILE_ATTRIBUTE_DATA data{};
   if (!GetFileAttributesExW(wide(source), GetFileExInfoStandard, &data)) return false;
   const bool created = copyCreationTime(data.ftCreationTime, target);
-  const DWORD attributes = data.dwFileAttributes & kCopiedAttributes;
-  const bool marked =
-      SetFileAttributesW(wide(target), attributes != 0 ? attributes : FILE_ATTRIBUTE_NORMAL) != 0;
-  // Last, since it may forbid the other two.
-  return copyAccessList(source, target) && created && marked;
+  const bool marked = markFile(target, data.dwFileAttributes);
+  // Last, since it may forbid the other two. Where the system keeps the read-only mark in the
+  // access list, it comes along.
+  const bool listed = copyAccessList(source, target);
+  if (isReadOnlyFile(target)) markFile(target, data.dwFileAttributes);
+  return created && marked && listed;
 }
 
 bool copyAlternateStreams(const std::u16string& from, const std::u16string& to) {
