@@ -206,7 +206,9 @@ std::string playSessionActions(const std::uint8_t* bytes, std::size_t size) {
   };
   while (!reader.atEnd()) {
     const Action& action = reader.oneOf(kActions);
-    standIn().openDialogAnswers = {{reader.oneOf(kFiles)}};
+    const std::u16string file = reader.oneOf(kFiles);
+    standIn().openDialogAnswers = {{file}};
+    standIn().saveDialogAnswers = {file};
     action.play(reader);
     while (std::exchange(standIn().window.waitingWorkPosted, 0) > 0) openWaiting();
     const std::string broken = brokenInvariant();
