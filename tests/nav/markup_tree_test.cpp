@@ -214,9 +214,9 @@ TEST_F(MarkupTreeTest, MarkupsStandAmongTheBookmarksBelowInReadingOrder) {
 }
 
 TEST_F(MarkupTreeTest, RowsBelowTheNextBookmarkAreNoneOfItsOwn) {
-  ASSERT_TRUE(openWith({page({}), page({}), page({}), page({})},
-                       {{u"X", toLine(2, 0), {}},
-                        {u"Y", toLine(4, 0), {{u"early", toLine(1, 0), {}}}}}));
+  ASSERT_TRUE(
+      openWith({page({}), page({}), page({}), page({})},
+               {{u"X", toLine(2, 0), {}}, {u"Y", toLine(4, 0), {{u"early", toLine(1, 0), {}}}}}));
   FillTreeEntry(row(u"Y").content.entry);
   mark(2, 3);
   EXPECT_THAT(texts(), ElementsAre(u"X", u" l03", u"Y", u" early"));
