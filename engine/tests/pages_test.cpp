@@ -227,7 +227,8 @@ void TestFindingForgetsNoChange() {
 
 void TestSearchInSlices() {
   const FPDF_ANNOTATION_SUBTYPE stamp = FPDF_ANNOT_STAMP;
-  ScopedFPDFDocument document = Load(ManyPages());
+  const std::string pdf = ManyPages();
+  ScopedFPDFDocument document = Load(pdf);
   PageSearch search(QuillmereEngine_StartPageSearch(document.get(), &stamp, 1));
   Check(QuillmereEngine_ContinuePageSearch(search.get(), 50), "the first slice of a search");
   {
@@ -259,10 +260,11 @@ void TestSearchInSlices() {
 // One search tells the pages of each of its subtypes.
 void TestSearchForSeveralSubtypes() {
   const std::string highlight = "<< /Subtype /Highlight >>";
-  ScopedFPDFDocument document = Load(MakePdf(
+  const std::string pdf = MakePdf(
       {kCatalog, "<< /Type /Pages /Kids [3 0 R 4 0 R 5 0 R 6 0 R] /Count 4 >>",
        Page("/Annots [" + highlight + kStamp + "]"), Page("/Annots 7 0 R"), Page("/Annots 7 0 R"),
-       Page("/Annots [<< /Subtype /StrikeOut >>]"), std::string("[") + kNote + kStamp + "]"}));
+       Page("/Annots [<< /Subtype /StrikeOut >>]"), std::string("[") + kNote + kStamp + "]"});
+  ScopedFPDFDocument document = Load(pdf);
   const std::vector<FPDF_ANNOTATION_SUBTYPE> subtypes = {FPDF_ANNOT_STAMP, FPDF_ANNOT_HIGHLIGHT,
                                                          FPDF_ANNOT_STRIKEOUT};
   PageSearch search(QuillmereEngine_StartPageSearch(document.get(), subtypes.data(), 3));
