@@ -139,7 +139,8 @@ void TestFlattenKeepsWhatIsNotDrawn() {
                              "<< /Type /Annot /Subtype /Popup /Rect [50 20 90 40] >>"}),
                   "pop-ups") == std::vector<int>{FPDF_ANNOT_POPUP},
         "the pop-up of what is drawn goes, another stays");
-  ScopedFPDFDocument plain = Load(MakePdf({kCatalog, "<< /Type /Pages /Kids [3 0 R 42] /Count 2 >>", Page("")}));
+  const std::string plain_pdf = MakePdf({kCatalog, "<< /Type /Pages /Kids [3 0 R 42] /Count 2 >>", Page("")});
+  ScopedFPDFDocument plain = Load(plain_pdf);
   Check(QuillmereEngine_FlattenPage(plain.get(), 0) == FLATTEN_NOTHINGTODO, "a page without annotations");
   for (int index : {1, 2, -1}) {
     Check(QuillmereEngine_FlattenPage(plain.get(), index) == FLATTEN_FAIL, "no such page");
@@ -196,15 +197,16 @@ void TestFlattenLeavesOtherPagesAndBoxes() {
 }
 
 void TestSharedPages() {
-  const auto load = [](const std::string& kids, int count) {
-    return Load(MakePdf({kCatalog, "<< /Type /Pages /Kids [" + kids + "] /Count " + std::to_string(count) + " >>",
+  const auto make = [](const std::string& kids, int count) {
+    return MakePdf({kCatalog, "<< /Type /Pages /Kids [" + kids + "] /Count " + std::to_string(count) + " >>",
                          Page("/Contents 4 0 R"), Stream("1 0 0 rg 10 10 50 50 re f"),
                          "<< /Type /Pages /Parent 2 0 R /Kids 6 0 R /Count 2 /Rotate 90 >>", "[7 0 R 8 0 R]",
                          "<< /Type /Page /Parent 5 0 R /MediaBox [0 0 100 50] >>",
-                         "<< /Type /Page /Parent 5 0 R /MediaBox [0 0 60 70] >>"}));
+                         "<< /Type /Page /Parent 5 0 R /MediaBox [0 0 60 70] >>"});
   };
   for (const auto& [kids, count] : {std::pair<std::string, int>{"3 0 R 3 0 R 3 0 R", 3}, {"5 0 R 3 0 R 5 0 R", 5}}) {
-    ScopedFPDFDocument document = load(kids, count);
+    const std::string pdf = make(kids, count);
+    ScopedFPDFDocument document = Load(pdf);
     std::vector<std::string> before;
     for (int i = 0; i < count; ++i) {
       before.push_back(PixelsOf(document.get(), i));
@@ -229,12 +231,14 @@ void TestSharedPages() {
     Check(FPDFPage_GetRotation(last.get()) == 2, "the turned page");
   }
 
-  ScopedFPDFDocument sound = load("5 0 R 3 0 R", 3);
+  const std::string sound_pdf = make("5 0 R 3 0 R", 3);
+  ScopedFPDFDocument sound = Load(sound_pdf);
   const std::string saved = SaveWithoutId(sound.get());
   Check(QuillmereEngine_SeparatePages(sound.get()) && SaveWithoutId(sound.get()) == saved,
         "nothing changes where pages are separate");
-  ScopedFPDFDocument cyclic = Load(MakePdf({kCatalog, "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 >>", Page(""),
-                                            "<< /Type /Pages /Parent 2 0 R /Kids [2 0 R 3 0 R] /Count 2 >>"}));
+  const std::string cyclic_pdf = MakePdf({kCatalog, "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 >>", Page(""),
+                                            "<< /Type /Pages /Parent 2 0 R /Kids [2 0 R 3 0 R] /Count 2 >>"});
+  ScopedFPDFDocument cyclic = Load(cyclic_pdf);
   Check(!QuillmereEngine_SeparatePages(cyclic.get()), "a tree that leads back into itself");
   Check(!QuillmereEngine_SeparatePages(nullptr), "no document");
 }

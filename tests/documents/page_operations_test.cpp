@@ -698,7 +698,7 @@ TEST_F(FlattenTest, ThePageLooksAsBeforeAndKeepsLinksAndBoxes) {
   ASSERT_TRUE(open(buildPdf({page})));
   const auto picture = [] {
     const std::uint8_t* pixels =
-        static_cast<const std::uint8_t*>(platform::pixelsOf(pane(0).pageBitmap.get()));
+        reinterpret_cast<const std::uint8_t*>(platform::pixelsOf(pane(0).pageBitmap.get()));
     return std::vector<std::uint8_t>(
         pixels, pixels + 4 * pane(0).pageBitmapWidth * pane(0).pageBitmapHeight);
   };
