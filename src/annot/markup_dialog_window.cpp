@@ -7,9 +7,10 @@
 #include "annot/markup_dialog.h"
 #include "annot/markups.h"
 #include "platform/win32/dialog_parts.h"
+#include "platform/win32/modeless_dialog.h"
 #include "platform/win32/wide.h"
 #include "session/density.h"
-#include "ui/modeless_dialog_window.h"
+#include "session/session.h"
 
 namespace quillmere {
 
@@ -129,15 +130,11 @@ void onOpacity(HWND dialog, WPARAM wParam) {
 
 LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-constexpr ModelessDialogDesign kDesign = {platform::ModelessDialog::MarkUp,
-                                          kClassName,
-                                          kTitle,
-                                          kClientWidth,
-                                          kClientHeight,
-                                          dialogProcedure};
+constexpr platform::ModelessDialogDesign kDesign = {platform::ModelessDialog::MarkUp, kClassName,
+                                                    kTitle, dialogProcedure};
 
 void onDestroy(HWND dialog) {
-  const POINT corner = forgetModelessDialog(kDesign, dialog);
+  const POINT corner = platform::forgetModelessDialog(kDesign, dialog);
   markupDialogCloses({corner.x, corner.y});
 }
 
@@ -145,7 +142,7 @@ LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARA
   switch (message) {
     case WM_COMMAND:
       onColor(window, wParam);
-      return modelessDialogMessage(kDesign, window, message, wParam, lParam);
+      return platform::modelessDialogMessage(kDesign, window, message, wParam, lParam);
     case WM_HSCROLL:
       onOpacity(window, wParam);
       return 0;
@@ -153,27 +150,28 @@ LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARA
       onDestroy(window);
       return 0;
     default:
-      return modelessDialogMessage(kDesign, window, message, wParam, lParam);
+      return platform::modelessDialogMessage(kDesign, window, message, wParam, lParam);
   }
 }
 
 }  // namespace
 
 bool markupDialogOpen() {
-  return modelessDialogOpen(kDesign.kind);
+  return platform::modelessDialogOpen(kDesign.kind);
 }
 
 void openMarkupDialog(const MarkupDialogView& view) {
   std::optional<POINT> corner;
   if (view.place) corner = POINT{view.place->left, view.place->top};
-  const HWND dialog = makeModelessDialog(kDesign, corner);
+  const HWND dialog = platform::makeModelessDialog(
+      kDesign, {scaled(kClientWidth), scaled(kClientHeight)}, session.dpi, corner);
   if (dialog == nullptr) return;
   const HWND first = addControls(dialog, view);
-  showModelessDialog(kDesign, first);
+  platform::showModelessDialog(kDesign, session.dpi, first);
 }
 
 void closeMarkupDialog() {
-  closeModelessDialog(kDesign.kind);
+  platform::closeModelessDialog(kDesign.kind);
 }
 
 }  // namespace quillmere

@@ -8,9 +8,10 @@
 #include "platform/main_window.h"
 #include "platform/win32/dialog_parts.h"
 #include "platform/win32/main_window.h"
+#include "platform/win32/modeless_dialog.h"
 #include "platform/win32/wide.h"
 #include "session/density.h"
-#include "ui/modeless_dialog_window.h"
+#include "session/session.h"
 
 namespace quillmere {
 
@@ -114,15 +115,11 @@ void onCommand(HWND dialog, int id, int what) {
 
 LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-constexpr ModelessDialogDesign kDesign = {platform::ModelessDialog::AddText,
-                                          kClassName,
-                                          kTitle,
-                                          kClientWidth,
-                                          kClientHeight,
-                                          dialogProcedure};
+constexpr platform::ModelessDialogDesign kDesign = {platform::ModelessDialog::AddText, kClassName,
+                                                    kTitle, dialogProcedure};
 
 void onDestroy(HWND dialog) {
-  const POINT corner = forgetModelessDialog(kDesign, dialog);
+  const POINT corner = platform::forgetModelessDialog(kDesign, dialog);
   textDialogCloses({corner.x, corner.y});
   platform::invalidateMainWindow(false);
   platform::invalidateStampPanel();
@@ -132,33 +129,34 @@ LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARA
   switch (message) {
     case WM_COMMAND:
       onCommand(window, LOWORD(wParam), HIWORD(wParam));
-      return modelessDialogMessage(kDesign, window, message, wParam, lParam);
+      return platform::modelessDialogMessage(kDesign, window, message, wParam, lParam);
     case WM_DESTROY:
       onDestroy(window);
       return 0;
     default:
-      return modelessDialogMessage(kDesign, window, message, wParam, lParam);
+      return platform::modelessDialogMessage(kDesign, window, message, wParam, lParam);
   }
 }
 
 }  // namespace
 
 bool textDialogOpen() {
-  return modelessDialogOpen(kDesign.kind);
+  return platform::modelessDialogOpen(kDesign.kind);
 }
 
 void openTextDialog(const TextDialogView& view) {
   std::optional<POINT> corner;
   if (view.place) corner = POINT{view.place->left, view.place->top};
-  const HWND dialog = makeModelessDialog(kDesign, corner);
+  const HWND dialog = platform::makeModelessDialog(
+      kDesign, {scaled(kClientWidth), scaled(kClientHeight)}, session.dpi, corner);
   if (dialog == nullptr) return;
   const HWND first = addControls(dialog, view);
   textDialogOpened();
-  showModelessDialog(kDesign, first);
+  platform::showModelessDialog(kDesign, session.dpi, first);
 }
 
 void closeTextDialog() {
-  closeModelessDialog(kDesign.kind);
+  platform::closeModelessDialog(kDesign.kind);
 }
 
 }  // namespace quillmere
