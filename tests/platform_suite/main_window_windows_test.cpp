@@ -191,19 +191,42 @@ TEST_F(MainWindowWindows, WorkThatCanWaitIsDoneOnceAndAfterPainting) {
   EXPECT_EQ(worksDone, 1);
 }
 
-bool fillThreeSlices() {
-  return ++worksDone < 3;
+constexpr int kSlices = 100;
+
+bool doOneSlice() {
+  return ++worksDone < kSlices;
 }
 
-TEST_F(MainWindowWindows, WorkForIdleTimesIsDoneSliceBySliceByATimer) {
-  worksDone = 0;
-  doWhenIdle(fillThreeSlices);
-  doWhenIdle(fillThreeSlices);
+// As if a key were pressed during each slice.
+bool doOneSliceUnderInput() {
+  PostMessageW(windowHandles.main, WM_NULL, 0, 0);
+  return doOneSlice();
+}
+
+void doTickOfTheIdleTimer() {
   MSG message{};
-  for (int slice = 1; slice <= 3; ++slice) {
-    EXPECT_GT(GetMessageW(&message, windowHandles.main, WM_TIMER, WM_TIMER), 0);
-    EXPECT_EQ(message.wParam, kIdleTimer);
-    workWhenIdle();
+  EXPECT_GT(GetMessageW(&message, windowHandles.main, WM_TIMER, WM_TIMER), 0);
+  EXPECT_EQ(message.wParam, kIdleTimer);
+  workWhenIdle();
+}
+
+TEST_F(MainWindowWindows, WorkForIdleTimesGoesOnWhileNothingElseWaits) {
+  worksDone = 0;
+  doWhenIdle(doOneSlice);
+  MSG message{};
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+  int ticks = 0;
+  for (; worksDone < kSlices; ++ticks) doTickOfTheIdleTimer();
+  EXPECT_LT(ticks, kSlices / 2);
+  EXPECT_FALSE(KillTimer(windowHandles.main, kIdleTimer));
+}
+
+TEST_F(MainWindowWindows, WorkForIdleTimesStopsAfterASliceForWhatTheUserDoes) {
+  worksDone = 0;
+  doWhenIdle(doOneSliceUnderInput);
+  doWhenIdle(doOneSliceUnderInput);
+  for (int slice = 1; slice <= kSlices; ++slice) {
+    doTickOfTheIdleTimer();
     EXPECT_EQ(worksDone, slice);
   }
   EXPECT_FALSE(KillTimer(windowHandles.main, kIdleTimer));

@@ -78,6 +78,16 @@ TEST_F(DocumentSlotsTest, ClearingClosesThePagesOfBothPanesFirst) {
   EXPECT_FALSE(session.active.altered);
 }
 
+TEST_F(DocumentSlotsTest, PlacementsStillToBeReadGoWithTheirDocument) {
+  openInActive(simplePdf(2));
+  openInPane(1, simplePdf(2));
+  session.waitingPlacements = session.active.document.get();
+  clearDocument(session.panes[1]);
+  EXPECT_EQ(session.waitingPlacements, session.active.document.get());
+  clearDocument(session.active);
+  EXPECT_EQ(session.waitingPlacements, nullptr);
+}
+
 TEST_F(DocumentSlotsTest, AReopeningKeepsViewTurnsAndPath) {
   openInActive(simplePdf(5));
   setViewMode(ViewMode::IndependentPages);

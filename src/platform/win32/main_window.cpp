@@ -295,7 +295,9 @@ void doWhenIdle(bool (*work)()) {
   if (waiting.size() == 1) SetTimer(mainWindow(), kIdleTimer, USER_TIMER_MINIMUM, nullptr);
 }
 
-void workWhenIdle() {
+namespace {
+
+void doIdleSlice() {
   std::vector<bool (*)()>& waiting = windowHandles.whenIdle;
   for (std::size_t i = 0; i < waiting.size();) {
     bool (*const work)() = waiting[i];
@@ -305,7 +307,20 @@ void workWhenIdle() {
       std::erase(waiting, work);
     }
   }
-  if (waiting.empty()) KillTimer(mainWindow(), kIdleTimer);
+}
+
+bool messageWaits() {
+  return HIWORD(GetQueueStatus(QS_ALLINPUT)) != 0;
+}
+
+}  // namespace
+
+// The timer ticks far more seldom than a slice takes, so one tick does slices until something else
+// is to be done, be it the next tick, which comes after all input.
+void workWhenIdle() {
+  do doIdleSlice();
+  while (!windowHandles.whenIdle.empty() && !messageWaits());
+  if (windowHandles.whenIdle.empty()) KillTimer(mainWindow(), kIdleTimer);
 }
 
 SystemColor highlightColor() {

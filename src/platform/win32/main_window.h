@@ -33,7 +33,7 @@ void workAfterPainting();
 // The main window's timer that calls workWhenIdle(). Timers come after all input and painting.
 inline constexpr UINT_PTR kIdleTimer = 1;
 
-// Does a slice of what doWhenIdle() was asked for.
+// Does slices of what doWhenIdle() was asked for until a message waits or nothing is left.
 void workWhenIdle();
 
 // Posted to the main window, which calls showWaitingTitle() for it and when asked for its text.
