@@ -44,6 +44,7 @@ void tearDown() {
   // The window may be closed while a question is up; nobody is left to open these.
   session.waitingOpens.clear();
   SaveSettings();
+  if (session.settings.restoreOpenDocs) SaveWorkingDocuments();
   SaveCurrentViews();
   closeAllDocuments();
   session.stampLibrary.clear();
@@ -54,6 +55,7 @@ void settleForLogoff() {
   // The system may end the process at any moment: unsaved work first.
   ShelveCurrentDocument();
   SaveSettings();
+  SaveWorkingDocuments();
   SaveCurrentViews();
 }
 
