@@ -78,6 +78,7 @@ void tearDown() {
   }
   session.waitingOpens.clear();
   SaveSettings();
+  if (session.settings.restoreOpenDocs) SaveWorkingDocuments();
   SaveCurrentViews();
   closeAllDocuments();
   session.stampLibrary.clear();
@@ -88,6 +89,7 @@ void settleForLogoff() {
   // The system may end the process at any moment: unsaved work first.
   shelveChangedDocuments();
   SaveSettings();
+  SaveWorkingDocuments();
   SaveCurrentViews();
 }
 
