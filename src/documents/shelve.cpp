@@ -38,8 +38,10 @@ bool openedFromLoadedBinder(int pane) {
   return opened != session.documentBinders.end() && FindBinder(opened->second) != kNoBinder;
 }
 
+// Once the window closes for good, the user has decided about all of it.
 bool belongsOnShelf(int pane) {
-  return keepsShelf() && documentOf(pane) != nullptr && openedFromLoadedBinder(pane);
+  return keepsShelf() && !session.leaving && documentOf(pane) != nullptr &&
+         openedFromLoadedBinder(pane);
 }
 
 // Writes the document with its placements, which stay pending if that fails.
@@ -177,7 +179,7 @@ void shelveChangedDocuments() {
 }
 
 void noteDocumentChanged(int pane) {
-  if (session.leaving || !belongsOnShelf(pane)) return;
+  if (!belongsOnShelf(pane)) return;
   keepEdits(pane);
   const std::u16string& path = pathOf(pane);
   const ShelfEntry* known = shelfEntryOf(path);
