@@ -183,11 +183,14 @@ void noteDocumentChanged(int pane) {
   keepEdits(pane);
   const std::u16string& path = pathOf(pane);
   const ShelfEntry* known = shelfEntryOf(path);
-  const bool hasCopy = known != nullptr && !known->shelfName.empty();
+  // A copy of an entry without changes is not what the document was read from.
+  const bool hasCopy = known != nullptr && known->dirty && !known->shelfName.empty();
   const bool dirty = hasCopy || hasUnsavedChanges(pane);
   if (dirty == (known != nullptr && known->dirty)) return;
   if (!dirty) return DropShelfEntry(path);
-  session.shelfIndex[shelfKeyOf(path)].dirty = true;
+  ShelfEntry& entry = session.shelfIndex[shelfKeyOf(path)];
+  entry.dirty = true;
+  if (!hasCopy) entry.shelfName.clear();
   SaveShelfIndex();
 }
 
