@@ -17,6 +17,7 @@
 #include "platform/text.h"
 #include "session/changes.h"
 #include "session/document_slots.h"
+#include "session/gesture.h"
 #include "session/loaded_file.h"
 #include "session/page_memory.h"
 #include "session/session.h"
@@ -33,9 +34,12 @@ namespace quillmere {
 
 namespace {
 
+// The binder must still list it, or another one: the list at the end has nothing else.
 bool openedFromLoadedBinder(int pane) {
-  const auto opened = session.documentBinders.find(platform::toLower(pathOf(pane)));
-  return opened != session.documentBinders.end() && FindBinder(opened->second) != kNoBinder;
+  const std::u16string& path = pathOf(pane);
+  const auto opened = session.documentBinders.find(platform::toLower(path));
+  return opened != session.documentBinders.end() && FindBinder(opened->second) != kNoBinder &&
+         IsFileInOtherBinder(path, kNoBinder);
 }
 
 // Once the window closes for good, the user has decided about all of it.
@@ -157,6 +161,7 @@ bool shelveDocument(int pane) {
   // What PDFium still reads from a file that another program has written to makes no sound copy.
   if (copy.empty() || changedSinceLoad(slot.loadedFrom)) return false;
   const DocumentWork work;
+  dropGesture();
   commitRotations(pane);
   const bool ownsPlacements = session.placementDocument == document && !session.placements.empty();
   if (!writeWithPlacements(document, copy)) {

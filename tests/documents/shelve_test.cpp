@@ -11,6 +11,7 @@
 #include "documents/open_requests.h"
 #include "documents/save.h"
 #include "session/changes.h"
+#include "session/gesture.h"
 #include "store/binder_library.h"
 #include "store/shelf.h"
 #include "support/pdf_builder.h"
@@ -88,6 +89,38 @@ TEST_F(ShelveTest, ADocumentOfNoLoadedBinderIsAskedAbout) {
   session.documentBinders.clear();
   EXPECT_FALSE(ShelveCurrentDocument());
   EXPECT_TRUE(session.active.dirty);
+}
+
+TEST_F(ShelveTest, ADocumentThatNoBinderListsAnyMoreIsAskedAbout) {
+  openFile(1, 0);
+  platform::putFile(u"C:\\Work.lst", "C:\\b.pdf\r\n");
+  RefreshBinder(1);
+  mark();
+  EXPECT_FALSE(ShelveCurrentDocument());
+  EXPECT_TRUE(session.shelfIndex.empty());
+  AddFilesToBinder(2, {kA});
+  EXPECT_TRUE(ShelveCurrentDocument());
+}
+
+TEST_F(ShelveTest, ADragEndsBeforeItsDocumentIsShelved) {
+  openFile(1, 0);
+  mark();
+  beginGesture(Gesture::Placement, 10, 10);
+  ASSERT_TRUE(ShelveCurrentDocument());
+  EXPECT_EQ(session.gesture.kind, Gesture::None);
+  EXPECT_FALSE(standIn().window.mouseCaptured);
+}
+
+TEST_F(ShelveTest, PlacementsThatAreStillToBeReadStaySo) {
+  openFile(1, 0);
+  addPendingText(0);
+  SaveCommand();
+  loadPlacementsLater(documentOf(0));
+  mark();
+  ASSERT_TRUE(ShelveCurrentDocument());
+  EXPECT_EQ(marksIn(copyOf(kA)), 2);
+  readWaitingPlacements();
+  EXPECT_THAT(session.placements[0], SizeIs(1));
 }
 
 TEST_F(ShelveTest, OpeningAShelvedDocumentAndLeavingItUnchangedKeepsItsEntry) {
