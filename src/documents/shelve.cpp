@@ -119,17 +119,24 @@ bool reportUnsaved(const std::u16string& path, const char16_t* reason) {
   return false;
 }
 
-// Null when the copy now stands in the place of the file; otherwise the reason why it does not.
-const char16_t* putInPlace(const std::u16string& copy, const std::u16string& path) {
-  const DocumentHandle document = loadDocumentFile(copy);
+// Null when the copy of `entry` now stands in the place of the file; otherwise the reason why it
+// does not.
+const char16_t* putInPlace(const ShelfEntry& entry, const std::u16string& path) {
+  if (changedOnDisk(entry, path)) return kModified;
+  const DocumentHandle document = loadDocumentFile(ShelfFilePath(entry.shelfName));
   if (!document) return kCopyUnreadable;
   const std::u16string sibling = writeDocumentBeside(document.get(), path, {});
   if (sibling.empty()) return kNotWritten;
   platform::copyAlternateStreams(path, sibling);
   platform::copyFileProperties(path, sibling);
-  if (platform::replaceFile(sibling, path)) return nullptr;
+  const char16_t* reason = kNotReplaced;
+  if (changedOnDisk(entry, path)) {
+    reason = kModified;  // while the copy was written
+  } else if (platform::replaceFile(sibling, path)) {
+    return nullptr;
+  }
   platform::deleteFile(sibling);
-  return kNotReplaced;
+  return reason;
 }
 
 bool saveOpenDocument(int pane) {
@@ -144,8 +151,7 @@ bool saveClosedDocument(const std::u16string& path) {
   if (copy.empty()) return reportUnsaved(path, kNoCopy);
   if (!platform::fileExists(copy)) return reportUnsaved(path, kCopyMissing);
   if (onGoneShare(path)) return reportUnsaved(path, kNotWritten);
-  if (changedOnDisk(*entry, path)) return reportUnsaved(path, kModified);
-  if (const char16_t* reason = putInPlace(copy, path)) return reportUnsaved(path, reason);
+  if (const char16_t* reason = putInPlace(*entry, path)) return reportUnsaved(path, reason);
   DropShelfCopy(path);
   return true;
 }
