@@ -189,6 +189,17 @@ void shelveChangedDocuments() {
   }
 }
 
+bool changedUnderCopy(int pane) {
+  const DocumentSlot& slot = documentSlotOf(pane);
+  const std::u16string& shelf = session.shelveFolder;
+  const std::u16string& from = slot.loadedFrom.path;
+  if (shelf.empty() || !platform::equalIgnoringCase(from.substr(0, shelf.size()), shelf)) {
+    return false;
+  }
+  const ShelfEntry* entry = shelfEntryOf(slot.path);
+  return entry != nullptr && !entry->shelfName.empty() && changedOnDisk(*entry, slot.path);
+}
+
 void noteDocumentChanged(int pane) {
   if (!belongsOnShelf(pane)) return;
   keepEdits(pane);

@@ -204,5 +204,32 @@ TEST_F(SettleShelfTest, ADocumentThatBothPanesShowIsShelvedOnce) {
   }
 }
 
+// A document that was read from its copy.
+
+TEST_F(SettleShelfTest, AFileThatChangedBelowItsCopyIsNotWrittenOver) {
+  openFile(1, 0);
+  putPdf(kA, simplePdf(5));
+  const std::string theirs = *platform::fileBytes(kA);
+  standIn().boxAnswers = {BoxAnswer::Ok, BoxAnswer::Ok};
+  SaveCommand();
+  EXPECT_FALSE(SaveShelved(1, 0));
+  ASSERT_THAT(standIn().boxes, SizeIs(2));
+  for (const platform::ShownBox& box : standIn().boxes) {
+    EXPECT_EQ(box.text, u"The file was changed by another program, so it cannot be saved.");
+  }
+  EXPECT_EQ(*platform::fileBytes(kA), theirs);
+  EXPECT_EQ(marksIn(copyOf(kA)), 1);
+
+  // Another file can be written, and so can this one once the user has decided about it.
+  standIn().saveDialogAnswers = {u"C:\\mine.pdf"};
+  SaveAsCommand();
+  EXPECT_EQ(marksIn(u"C:\\mine.pdf"), 1);
+  standIn().boxAnswers = {BoxAnswer::Yes};
+  openFile(1, 0);
+  EXPECT_EQ(marks(), 1);
+  SaveCommand();
+  EXPECT_EQ(marksIn(kA), 1);
+}
+
 }  // namespace
 }  // namespace quillmere::test
