@@ -77,20 +77,9 @@ class KillTest : public ShelfFlowTest {
     original_ = path != nullptr ? bytesOfFile(path) : platform::fileBytes(kC).value_or("");
     const char* points = setting("QUILLMERE_KILL_POINTS");
     points_ = points != nullptr ? std::atoi(points) : 100;
-    putDocuments();
+    startOver(original_);
     pages_ = FPDF_GetPageCount(loadDocumentFile(kA).get());
-  }
-
-  // Everything as before the first process.
-  void startOver() {
-    const std::u16string shelf = session.shelveFolder;
-    resetSession();
-    for (const std::u16string& name : platform::namesIn(shelf)) platform::deleteFile(shelf + name);
-    for (const std::u16string& name : platform::namesIn(u"C:\\")) {
-      if (name.ends_with(u".tmp")) platform::deleteFile(u"C:\\" + name);
-    }
-    putDocuments();
-    restart();
+    marksAtFirst_ = marksIn(kA);
   }
 
   static Ended workUntil(End end) {
@@ -153,14 +142,9 @@ class KillTest : public ShelfFlowTest {
   }
 
   int points_ = 0;
+  std::string original_;
 
  private:
-  void putDocuments() {
-    for (const char16_t* path : {kA, kB, kC}) platform::putFile(path, original_);
-    platform::putFile(u"C:\\Work.lst", "C:\\a.pdf\r\nC:\\b.pdf\r\nC:\\c.pdf\r\n");
-    marksAtFirst_ = marksIn(kA);
-  }
-
   static Ended understood(const std::string& told) {
     Ended ended;
     for (std::size_t at = 0; at < told.size(); ++at) {
@@ -227,7 +211,6 @@ class KillTest : public ShelfFlowTest {
     _exit(0);
   }
 
-  std::string original_;
   int pages_ = 0;
   int marksAtFirst_ = 0;
 };
@@ -242,7 +225,7 @@ TEST_F(KillTest, WhereverTheProcessEndsFilesAreWholeAndShelvedWorkIsOfferedAgain
   for (int point = 0; point < points_; ++point) {
     const End end{anyCall(random), anyBytes(random)};
     SCOPED_TRACE(testing::Message() << "ended at call " << end.call << ", byte " << end.bytes);
-    startOver();
+    startOver(original_);
     const Ended ended = workUntil(end);
     startNext();
     expectOldOrNew(kA, ended);
