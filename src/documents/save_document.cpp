@@ -9,6 +9,7 @@
 #include "documents/document_loader.h"
 #include "documents/join_working_documents.h"
 #include "documents/save_target.h"
+#include "documents/shelve.h"
 #include "platform/file_properties.h"
 #include "platform/files.h"
 #include "session/changes.h"
@@ -17,7 +18,6 @@
 #include "session/loaded_file.h"
 #include "session/page_memory.h"
 #include "session/session.h"
-#include "store/shelf.h"
 #include "store/write_document_copy.h"
 #include "ui/boxes.h"
 #include "view/render.h"
@@ -48,13 +48,20 @@ bool fail(const std::u16string& text, BoxIcon icon = BoxIcon::Error) {
   return false;
 }
 
+// What another program has written must not be lost, nor mixed with what is in memory.
+bool changedMeanwhile(const SaveJob& job) {
+  const DocumentSlot& slot = slotOf(job);
+  return changedSinceLoad(slot.loadedFrom) ||
+         (samePath(slot.path, job.path) && changedUnderCopy(job.pane));
+}
+
 bool mayBegin(const SaveJob& job) {
   if (!slotOf(job).document) return fail(u"No document is open.", BoxIcon::Warning);
   if (job.path.empty() || job.path.size() >= kPathBufferUnits) {
     return fail(u"The destination path is too long.");
   }
   if (targetInUse(job.path, job.pane)) return fail(kFailedText);
-  return !changedSinceLoad(slotOf(job).loadedFrom) || fail(kChangedText);
+  return !changedMeanwhile(job) || fail(kChangedText);
 }
 
 bool ownsPlacements(const SaveJob& job) {
@@ -172,7 +179,7 @@ bool replaceOwnFile(SaveJob& job) {
   const std::u16string sibling =
       writeDocumentBeside(slot.document.get(), job.path, slot.keptSibling);
   if (sibling.empty()) return failUnwritten(job, u"Could not write temporary file.");
-  if (changedSinceLoad(slot.loadedFrom)) {
+  if (changedMeanwhile(job)) {
     platform::deleteFile(sibling);
     return failUnwritten(job, kChangedText);
   }

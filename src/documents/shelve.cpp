@@ -17,6 +17,7 @@
 #include "platform/text.h"
 #include "session/changes.h"
 #include "session/document_slots.h"
+#include "session/gesture.h"
 #include "session/loaded_file.h"
 #include "session/page_memory.h"
 #include "session/session.h"
@@ -33,13 +34,18 @@ namespace quillmere {
 
 namespace {
 
+// The binder must still list it, or another one: the list at the end has nothing else.
 bool openedFromLoadedBinder(int pane) {
-  const auto opened = session.documentBinders.find(platform::toLower(pathOf(pane)));
-  return opened != session.documentBinders.end() && FindBinder(opened->second) != kNoBinder;
+  const std::u16string& path = pathOf(pane);
+  const auto opened = session.documentBinders.find(platform::toLower(path));
+  return opened != session.documentBinders.end() && FindBinder(opened->second) != kNoBinder &&
+         IsFileInOtherBinder(path, kNoBinder);
 }
 
+// Once the window closes for good, the user has decided about all of it.
 bool belongsOnShelf(int pane) {
-  return keepsShelf() && documentOf(pane) != nullptr && openedFromLoadedBinder(pane);
+  return keepsShelf() && !session.leaving && documentOf(pane) != nullptr &&
+         openedFromLoadedBinder(pane);
 }
 
 // Writes the document with its placements, which stay pending if that fails.
@@ -113,17 +119,24 @@ bool reportUnsaved(const std::u16string& path, const char16_t* reason) {
   return false;
 }
 
-// Null when the copy now stands in the place of the file; otherwise the reason why it does not.
-const char16_t* putInPlace(const std::u16string& copy, const std::u16string& path) {
-  const DocumentHandle document = loadDocumentFile(copy);
+// Null when the copy of `entry` now stands in the place of the file; otherwise the reason why it
+// does not.
+const char16_t* putInPlace(const ShelfEntry& entry, const std::u16string& path) {
+  if (changedOnDisk(entry, path)) return kModified;
+  const DocumentHandle document = loadDocumentFile(ShelfFilePath(entry.shelfName));
   if (!document) return kCopyUnreadable;
   const std::u16string sibling = writeDocumentBeside(document.get(), path, {});
   if (sibling.empty()) return kNotWritten;
   platform::copyAlternateStreams(path, sibling);
   platform::copyFileProperties(path, sibling);
-  if (platform::replaceFile(sibling, path)) return nullptr;
+  const char16_t* reason = kNotReplaced;
+  if (changedOnDisk(entry, path)) {
+    reason = kModified;  // while the copy was written
+  } else if (platform::replaceFile(sibling, path)) {
+    return nullptr;
+  }
   platform::deleteFile(sibling);
-  return kNotReplaced;
+  return reason;
 }
 
 bool saveOpenDocument(int pane) {
@@ -138,8 +151,7 @@ bool saveClosedDocument(const std::u16string& path) {
   if (copy.empty()) return reportUnsaved(path, kNoCopy);
   if (!platform::fileExists(copy)) return reportUnsaved(path, kCopyMissing);
   if (onGoneShare(path)) return reportUnsaved(path, kNotWritten);
-  if (changedOnDisk(*entry, path)) return reportUnsaved(path, kModified);
-  if (const char16_t* reason = putInPlace(copy, path)) return reportUnsaved(path, reason);
+  if (const char16_t* reason = putInPlace(*entry, path)) return reportUnsaved(path, reason);
   DropShelfCopy(path);
   return true;
 }
@@ -155,6 +167,7 @@ bool shelveDocument(int pane) {
   // What PDFium still reads from a file that another program has written to makes no sound copy.
   if (copy.empty() || changedSinceLoad(slot.loadedFrom)) return false;
   const DocumentWork work;
+  dropGesture();
   commitRotations(pane);
   const bool ownsPlacements = session.placementDocument == document && !session.placements.empty();
   if (!writeWithPlacements(document, copy)) {
@@ -176,16 +189,30 @@ void shelveChangedDocuments() {
   }
 }
 
+bool changedUnderCopy(int pane) {
+  const DocumentSlot& slot = documentSlotOf(pane);
+  const std::u16string& shelf = session.shelveFolder;
+  const std::u16string& from = slot.loadedFrom.path;
+  if (shelf.empty() || !platform::equalIgnoringCase(from.substr(0, shelf.size()), shelf)) {
+    return false;
+  }
+  const ShelfEntry* entry = shelfEntryOf(slot.path);
+  return entry != nullptr && !entry->shelfName.empty() && changedOnDisk(*entry, slot.path);
+}
+
 void noteDocumentChanged(int pane) {
-  if (session.leaving || !belongsOnShelf(pane)) return;
+  if (!belongsOnShelf(pane)) return;
   keepEdits(pane);
   const std::u16string& path = pathOf(pane);
   const ShelfEntry* known = shelfEntryOf(path);
-  const bool hasCopy = known != nullptr && !known->shelfName.empty();
+  // A copy of an entry without changes is not what the document was read from.
+  const bool hasCopy = known != nullptr && known->dirty && !known->shelfName.empty();
   const bool dirty = hasCopy || hasUnsavedChanges(pane);
   if (dirty == (known != nullptr && known->dirty)) return;
   if (!dirty) return DropShelfEntry(path);
-  session.shelfIndex[shelfKeyOf(path)].dirty = true;
+  ShelfEntry& entry = session.shelfIndex[shelfKeyOf(path)];
+  entry.dirty = true;
+  if (!hasCopy) entry.shelfName.clear();
   SaveShelfIndex();
 }
 
