@@ -35,8 +35,6 @@ struct SaveJob {
   int pane = 0;
   std::u16string path;
   std::u16string readFrom;  // the file that has the document as it was
-  AddedAnnotations stamps;  // made of pending placements for this save
-  AddedAnnotations texts;
 };
 
 DocumentSlot& slotOf(const SaveJob& job) {
@@ -55,27 +53,6 @@ bool mayBegin(const SaveJob& job) {
   }
   if (targetInUse(job.path, job.pane)) return fail(kFailedText);
   return !changedSinceLoad(slotOf(job).loadedFrom) || fail(kChangedText);
-}
-
-bool ownsPlacements(const SaveJob& job) {
-  return session.placementDocument == slotOf(job).document.get();
-}
-
-void writePlacements(SaveJob& job) {
-  if (!ownsPlacements(job) || session.placements.empty()) return;
-  job.stamps = WritePendingStamps(slotOf(job).document.get());
-  job.texts = WritePendingTextDrops(slotOf(job).document.get());
-}
-
-// Without this the next save would write them a second time.
-void takeBackPlacements(const SaveJob& job) {
-  takeBackAnnotations(slotOf(job).document.get(), job.texts);
-  takeBackAnnotations(slotOf(job).document.get(), job.stamps);
-}
-
-bool failUnwritten(const SaveJob& job, const std::u16string& text) {
-  takeBackPlacements(job);
-  return fail(text);
 }
 
 // The document shows what it showed before; its page may look different where it is a shorter one.
@@ -167,14 +144,17 @@ bool reopenSaved(const SaveJob& job, const ClosedDocument& closed) {
 
 // PDFium holds the file open that it reads, and a failed write must leave it whole: the new bytes
 // take its place once they are all there and the document is closed.
-bool replaceOwnFile(SaveJob& job) {
+bool replaceOwnFile(const SaveJob& job) {
   DocumentSlot& slot = slotOf(job);
-  const std::u16string sibling =
-      writeDocumentBeside(slot.document.get(), job.path, slot.keptSibling);
-  if (sibling.empty()) return failUnwritten(job, u"Could not write temporary file.");
-  if (changedSinceLoad(slot.loadedFrom)) {
+  std::u16string sibling;
+  const bool written = writeWithPlacements(slot.document.get(), [&] {
+    sibling = writeDocumentBeside(slot.document.get(), job.path, slot.keptSibling);
+    return !sibling.empty() && !changedSinceLoad(slot.loadedFrom);
+  });
+  if (!written) {
+    if (sibling.empty()) return fail(u"Could not write temporary file.");
     platform::deleteFile(sibling);
-    return failUnwritten(job, kChangedText);
+    return fail(kChangedText);
   }
   platform::copyAlternateStreams(job.path, sibling);
   platform::copyFileProperties(job.path, sibling);
@@ -191,15 +171,16 @@ void drawAll(FPDF_DOCUMENT document) {
 }
 
 // The document stays open as it is and goes on reading its old file.
-bool writeOtherFile(SaveJob& job) {
+bool writeOtherFile(const SaveJob& job) {
   DocumentSlot& slot = slotOf(job);
   const auto unchanged = [&slot] { return !changedSinceLoad(slot.loadedFrom); };
-  if (!WriteDocumentCopy(slot.document.get(), job.path, unchanged)) {
-    return failUnwritten(job, unchanged() ? kFailedText : kChangedText);
-  }
+  const bool written = writeWithPlacements(slot.document.get(), [&] {
+    return WriteDocumentCopy(slot.document.get(), job.path, unchanged);
+  });
+  if (!written) return fail(unchanged() ? kFailedText : kChangedText);
   adoptPath(job);
   slot.dirty = false;
-  if (ownsPlacements(job)) loadPlacementsLater(slot.document.get());
+  if (session.placementDocument == slot.document.get()) loadPlacementsLater(slot.document.get());
   // Writing has read all of it.
   noteDocumentRead(job.pane);
   drawAll(slot.document.get());
@@ -219,7 +200,6 @@ bool SaveDocumentTo(int pane, const std::u16string& path) {
   const DocumentSlot& slot = slotOf(job);
   job.readFrom = slot.loadedFrom.path.empty() ? slot.path : slot.loadedFrom.path;
   const bool own = samePath(slot.path, path) || samePath(slot.loadedFrom.path, path);
-  writePlacements(job);
   return own ? replaceOwnFile(job) : writeOtherFile(job);
 }
 

@@ -42,16 +42,6 @@ bool belongsOnShelf(int pane) {
   return keepsShelf() && documentOf(pane) != nullptr && openedFromLoadedBinder(pane);
 }
 
-// Writes the document with its placements, which stay pending if that fails.
-bool writeWithPlacements(FPDF_DOCUMENT document, const std::u16string& path) {
-  const AddedAnnotations stamps = WritePendingStamps(document);
-  const AddedAnnotations texts = WritePendingTextDrops(document);
-  if (WriteDocumentCopy(document, path)) return true;
-  takeBackAnnotations(document, texts);
-  takeBackAnnotations(document, stamps);
-  return false;
-}
-
 // What is not known leaves the entry as it was.
 void setStamp(ShelfEntry& entry, const std::optional<platform::FileStamp>& stamp) {
   if (!stamp) return;
@@ -157,7 +147,7 @@ bool shelveDocument(int pane) {
   const DocumentWork work;
   commitRotations(pane);
   const bool ownsPlacements = session.placementDocument == document && !session.placements.empty();
-  if (!writeWithPlacements(document, copy)) {
+  if (!writeWithPlacements(document, [&] { return WriteDocumentCopy(document, copy); })) {
     DeleteShelfFile(name);
     return false;
   }
