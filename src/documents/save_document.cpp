@@ -18,6 +18,7 @@
 #include "session/page_memory.h"
 #include "session/session.h"
 #include "store/shelf.h"
+#include "store/sibling_file.h"
 #include "store/write_document_copy.h"
 #include "ui/boxes.h"
 #include "view/render.h"
@@ -160,7 +161,7 @@ bool replaceOwnFile(const SaveJob& job) {
   platform::copyFileProperties(job.path, sibling);
   dropGesture();
   const ClosedDocument closed = closeToReopen(slot);
-  if (!platform::replaceFile(sibling, job.path)) return keepEditsOpen(job, sibling, closed);
+  if (!takePlace(sibling, job.path)) return keepEditsOpen(job, sibling, closed);
   return reopenSaved(job, closed);
 }
 

@@ -24,6 +24,7 @@
 #include "store/binder_library.h"
 #include "store/probe_path.h"
 #include "store/shelf.h"
+#include "store/sibling_file.h"
 #include "store/write_document_copy.h"
 #include "ui/boxes.h"
 #include "view/render.h"
@@ -111,7 +112,7 @@ const char16_t* putInPlace(const std::u16string& copy, const std::u16string& pat
   if (sibling.empty()) return kNotWritten;
   platform::copyAlternateStreams(path, sibling);
   platform::copyFileProperties(path, sibling);
-  if (platform::replaceFile(sibling, path)) return nullptr;
+  if (takePlace(sibling, path)) return nullptr;
   platform::deleteFile(sibling);
   return kNotReplaced;
 }

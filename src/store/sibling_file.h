@@ -23,4 +23,9 @@ SiblingFile startNamedSibling(const std::u16string& path, const std::u16string& 
 // Flushes and closes the file. False when the system cannot promise that it is whole.
 bool finishSibling(SiblingFile& sibling);
 
+// Puts a finished sibling in the place of the file at `path`, if there is one. Waits about a second
+// for a program that has one of them open, such as a virus scanner, but not for a file that must
+// not be written or that somebody writes to meanwhile. False on failure, with both unchanged.
+bool takePlace(const std::u16string& sibling, const std::u16string& path);
+
 }  // namespace quillmere
