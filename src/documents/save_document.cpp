@@ -103,10 +103,22 @@ Refuge findRefuge(const std::u16string& sibling, const std::u16string& readFrom)
   return refuge;
 }
 
+// The sibling has more edits than the one of an earlier save, until now perhaps the only file with
+// them, which it overwrites. Returns the path that it has afterwards.
+std::u16string overwriteOlderSibling(const std::u16string& sibling, const std::u16string& older,
+                                     const std::u16string& path) {
+  if (older.empty()) return sibling;
+  if (isNamedSibling(older, path) && platform::replaceFile(sibling, older)) return older;
+  platform::deleteFile(older);
+  return sibling;
+}
+
 // The sibling is the only file with the edits, so it stays and the window shows what it holds.
-bool keepEditsOpen(const SaveJob& job, const std::u16string& sibling,
+bool keepEditsOpen(const SaveJob& job, const std::u16string& written,
                    const ClosedDocument& closed) {
   DocumentSlot& slot = slotOf(job);
+  const std::u16string sibling =
+      overwriteOlderSibling(written, std::exchange(slot.keptSibling, {}), job.path);
   Refuge refuge = findRefuge(sibling, job.readFrom);
   const bool reloads = refuge.edited && refuge.document && closed.ownedPlacements;
   reopenDocument(slot, std::move(refuge.document), std::move(refuge.from), closed);
@@ -149,7 +161,7 @@ bool replaceOwnFile(const SaveJob& job) {
   DocumentSlot& slot = slotOf(job);
   std::u16string sibling;
   const bool written = writeWithPlacements(slot.document.get(), [&] {
-    sibling = writeDocumentBeside(slot.document.get(), job.path, slot.keptSibling);
+    sibling = writeDocumentBeside(slot.document.get(), job.path);
     return !sibling.empty() && !changedSinceLoad(slot.loadedFrom);
   });
   if (!written) {

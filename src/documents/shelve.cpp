@@ -108,7 +108,7 @@ bool reportUnsaved(const std::u16string& path, const char16_t* reason) {
 const char16_t* putInPlace(const std::u16string& copy, const std::u16string& path) {
   const DocumentHandle document = loadDocumentFile(copy);
   if (!document) return kCopyUnreadable;
-  const std::u16string sibling = writeDocumentBeside(document.get(), path, {});
+  const std::u16string sibling = writeDocumentBeside(document.get(), path);
   if (sibling.empty()) return kNotWritten;
   platform::copyAlternateStreams(path, sibling);
   platform::copyFileProperties(path, sibling);

@@ -15,6 +15,8 @@ namespace {
 // is wrong.
 constexpr int kMostNamesTried = 100;
 
+constexpr const char16_t* kSuffix = u".tmp";
+
 // Milliseconds between tries to replace a file, about a second together.
 constexpr std::uint32_t kPauses[] = {10, 20, 40, 80, 150, 300, 400};
 
@@ -37,12 +39,15 @@ SiblingFile startSibling(const std::u16string& path) {
   return sibling;
 }
 
-SiblingFile startNamedSibling(const std::u16string& path, const std::u16string& own) {
+SiblingFile startNamedSibling(const std::u16string& path) {
   SiblingFile sibling;
-  sibling.path = path + u".tmp";
-  if (!own.empty() && platform::equalIgnoringCase(own, sibling.path)) platform::deleteFile(own);
+  sibling.path = path + kSuffix;
   sibling.file.reset(platform::startNewFile(sibling.path));
   return sibling.file ? std::move(sibling) : startSibling(path);
+}
+
+bool isNamedSibling(const std::u16string& sibling, const std::u16string& path) {
+  return platform::equalIgnoringCase(sibling, path + kSuffix);
 }
 
 bool finishSibling(SiblingFile& sibling) {

@@ -16,9 +16,11 @@ struct SiblingFile {
 SiblingFile startSibling(const std::u16string& path);
 
 // The same for a document, whose user may come to see the file: it is named after the document,
-// with ".tmp" at the end, unless that name is too long or taken. `own` is a sibling that
-// the document wrote before, empty for none; such a file is overwritten.
-SiblingFile startNamedSibling(const std::u16string& path, const std::u16string& own);
+// with ".tmp" at the end, unless that name is too long or taken.
+SiblingFile startNamedSibling(const std::u16string& path);
+
+// True when `sibling` has that name.
+bool isNamedSibling(const std::u16string& sibling, const std::u16string& path);
 
 // Flushes and closes the file. False when the system cannot promise that it is whole.
 bool finishSibling(SiblingFile& sibling);

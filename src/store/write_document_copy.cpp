@@ -101,9 +101,8 @@ bool WriteDocumentCopy(FPDF_DOCUMENT document, const std::u16string& path,
   return false;
 }
 
-std::u16string writeDocumentBeside(FPDF_DOCUMENT document, const std::u16string& path,
-                                   const std::u16string& own) {
-  SiblingFile sibling = startNamedSibling(path, own);
+std::u16string writeDocumentBeside(FPDF_DOCUMENT document, const std::u16string& path) {
+  SiblingFile sibling = startNamedSibling(path);
   return writeSibling(document, sibling) ? sibling.path : std::u16string();
 }
 
