@@ -192,6 +192,14 @@ AddedAnnotations writePending(FPDF_DOCUMENT document, PlacementKind kind, Object
   return added;
 }
 
+// The last one first: those below it keep their indexes.
+void takeBack(FPDF_DOCUMENT document, const AddedAnnotations& added) {
+  for (auto last = added.rbegin(); last != added.rend(); ++last) {
+    const ReachedPage page(document, last->page);
+    FPDFPage_RemoveAnnot(page.get(), last->index);
+  }
+}
+
 }  // namespace
 
 AddedAnnotations WritePendingStamps(FPDF_DOCUMENT document) {
@@ -202,11 +210,13 @@ AddedAnnotations WritePendingTextDrops(FPDF_DOCUMENT document) {
   return writePending(document, PlacementKind::TextDrop, textObject);
 }
 
-void takeBackAnnotations(FPDF_DOCUMENT document, const AddedAnnotations& added) {
-  for (auto last = added.rbegin(); last != added.rend(); ++last) {
-    const ReachedPage page(document, last->page);
-    FPDFPage_RemoveAnnot(page.get(), last->index);
-  }
+bool writeWithPlacements(FPDF_DOCUMENT document, const std::function<bool()>& write) {
+  const AddedAnnotations stamps = WritePendingStamps(document);
+  const AddedAnnotations texts = WritePendingTextDrops(document);
+  if (write()) return true;
+  takeBack(document, texts);
+  takeBack(document, stamps);
+  return false;
 }
 
 }  // namespace quillmere

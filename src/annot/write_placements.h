@@ -3,6 +3,7 @@
 #include <fpdfview.h>
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 // Pending placements become annotations when their document is written. The session's placements
@@ -21,8 +22,9 @@ using AddedAnnotations = std::vector<AddedAnnotation>;
 AddedAnnotations WritePendingStamps(FPDF_DOCUMENT document);
 AddedAnnotations WritePendingTextDrops(FPDF_DOCUMENT document);
 
-// Removes them again after the file could not be written, so that the next try does not add them a
-// second time. Give what was added last first.
-void takeBackAnnotations(FPDF_DOCUMENT document, const AddedAnnotations& added);
+// Adds them all, calls `write` and returns its answer. If that is false, the annotations are removed
+// again, so that the next try does not add them a second time, and the placements are still
+// pending.
+bool writeWithPlacements(FPDF_DOCUMENT document, const std::function<bool()>& write);
 
 }  // namespace quillmere

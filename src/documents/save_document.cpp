@@ -18,6 +18,7 @@
 #include "session/loaded_file.h"
 #include "session/page_memory.h"
 #include "session/session.h"
+#include "store/sibling_file.h"
 #include "store/write_document_copy.h"
 #include "ui/boxes.h"
 #include "view/render.h"
@@ -35,8 +36,6 @@ struct SaveJob {
   int pane = 0;
   std::u16string path;
   std::u16string readFrom;  // the file that has the document as it was
-  AddedAnnotations stamps;  // made of pending placements for this save
-  AddedAnnotations texts;
 };
 
 DocumentSlot& slotOf(const SaveJob& job) {
@@ -62,27 +61,6 @@ bool mayBegin(const SaveJob& job) {
   }
   if (targetInUse(job.path, job.pane)) return fail(kFailedText);
   return !changedMeanwhile(job) || fail(kChangedText);
-}
-
-bool ownsPlacements(const SaveJob& job) {
-  return session.placementDocument == slotOf(job).document.get();
-}
-
-void writePlacements(SaveJob& job) {
-  if (!ownsPlacements(job) || session.placements.empty()) return;
-  job.stamps = WritePendingStamps(slotOf(job).document.get());
-  job.texts = WritePendingTextDrops(slotOf(job).document.get());
-}
-
-// Without this the next save would write them a second time.
-void takeBackPlacements(const SaveJob& job) {
-  takeBackAnnotations(slotOf(job).document.get(), job.texts);
-  takeBackAnnotations(slotOf(job).document.get(), job.stamps);
-}
-
-bool failUnwritten(const SaveJob& job, const std::u16string& text) {
-  takeBackPlacements(job);
-  return fail(text);
 }
 
 // The document shows what it showed before; its page may look different where it is a shorter one.
@@ -132,10 +110,22 @@ Refuge findRefuge(const std::u16string& sibling, const std::u16string& readFrom)
   return refuge;
 }
 
+// The sibling has more edits than the one of an earlier save, until now perhaps the only file with
+// them, which it overwrites. Returns the path that it has afterwards.
+std::u16string overwriteOlderSibling(const std::u16string& sibling, const std::u16string& older,
+                                     const std::u16string& path) {
+  if (older.empty()) return sibling;
+  if (isNamedSibling(older, path) && platform::replaceFile(sibling, older)) return older;
+  platform::deleteFile(older);
+  return sibling;
+}
+
 // The sibling is the only file with the edits, so it stays and the window shows what it holds.
-bool keepEditsOpen(const SaveJob& job, const std::u16string& sibling,
+bool keepEditsOpen(const SaveJob& job, const std::u16string& written,
                    const ClosedDocument& closed) {
   DocumentSlot& slot = slotOf(job);
+  const std::u16string sibling =
+      overwriteOlderSibling(written, std::exchange(slot.keptSibling, {}), job.path);
   Refuge refuge = findRefuge(sibling, job.readFrom);
   const bool reloads = refuge.edited && refuge.document && closed.ownedPlacements;
   reopenDocument(slot, std::move(refuge.document), std::move(refuge.from), closed);
@@ -174,20 +164,23 @@ bool reopenSaved(const SaveJob& job, const ClosedDocument& closed) {
 
 // PDFium holds the file open that it reads, and a failed write must leave it whole: the new bytes
 // take its place once they are all there and the document is closed.
-bool replaceOwnFile(SaveJob& job) {
+bool replaceOwnFile(const SaveJob& job) {
   DocumentSlot& slot = slotOf(job);
-  const std::u16string sibling =
-      writeDocumentBeside(slot.document.get(), job.path, slot.keptSibling);
-  if (sibling.empty()) return failUnwritten(job, u"Could not write temporary file.");
-  if (changedMeanwhile(job)) {
+  std::u16string sibling;
+  const bool written = writeWithPlacements(slot.document.get(), [&] {
+    sibling = writeDocumentBeside(slot.document.get(), job.path);
+    return !sibling.empty() && !changedMeanwhile(job);
+  });
+  if (!written) {
+    if (sibling.empty()) return fail(u"Could not write temporary file.");
     platform::deleteFile(sibling);
-    return failUnwritten(job, kChangedText);
+    return fail(kChangedText);
   }
   platform::copyAlternateStreams(job.path, sibling);
   platform::copyFileProperties(job.path, sibling);
   dropGesture();
   const ClosedDocument closed = closeToReopen(slot);
-  if (!platform::replaceFile(sibling, job.path)) return keepEditsOpen(job, sibling, closed);
+  if (!takePlace(sibling, job.path)) return keepEditsOpen(job, sibling, closed);
   return reopenSaved(job, closed);
 }
 
@@ -198,15 +191,16 @@ void drawAll(FPDF_DOCUMENT document) {
 }
 
 // The document stays open as it is and goes on reading its old file.
-bool writeOtherFile(SaveJob& job) {
+bool writeOtherFile(const SaveJob& job) {
   DocumentSlot& slot = slotOf(job);
   const auto unchanged = [&slot] { return !changedSinceLoad(slot.loadedFrom); };
-  if (!WriteDocumentCopy(slot.document.get(), job.path, unchanged)) {
-    return failUnwritten(job, unchanged() ? kFailedText : kChangedText);
-  }
+  const bool written = writeWithPlacements(slot.document.get(), [&] {
+    return WriteDocumentCopy(slot.document.get(), job.path, unchanged);
+  });
+  if (!written) return fail(unchanged() ? kFailedText : kChangedText);
   adoptPath(job);
   slot.dirty = false;
-  if (ownsPlacements(job)) loadPlacementsLater(slot.document.get());
+  if (session.placementDocument == slot.document.get()) loadPlacementsLater(slot.document.get());
   // Writing has read all of it.
   noteDocumentRead(job.pane);
   drawAll(slot.document.get());
@@ -226,7 +220,6 @@ bool SaveDocumentTo(int pane, const std::u16string& path) {
   const DocumentSlot& slot = slotOf(job);
   job.readFrom = slot.loadedFrom.path.empty() ? slot.path : slot.loadedFrom.path;
   const bool own = samePath(slot.path, path) || samePath(slot.loadedFrom.path, path);
-  writePlacements(job);
   return own ? replaceOwnFile(job) : writeOtherFile(job);
 }
 

@@ -25,6 +25,7 @@
 #include "store/binder_library.h"
 #include "store/probe_path.h"
 #include "store/shelf.h"
+#include "store/sibling_file.h"
 #include "store/write_document_copy.h"
 #include "ui/boxes.h"
 #include "view/render.h"
@@ -46,16 +47,6 @@ bool openedFromLoadedBinder(int pane) {
 bool belongsOnShelf(int pane) {
   return keepsShelf() && !session.leaving && documentOf(pane) != nullptr &&
          openedFromLoadedBinder(pane);
-}
-
-// Writes the document with its placements, which stay pending if that fails.
-bool writeWithPlacements(FPDF_DOCUMENT document, const std::u16string& path) {
-  const AddedAnnotations stamps = WritePendingStamps(document);
-  const AddedAnnotations texts = WritePendingTextDrops(document);
-  if (WriteDocumentCopy(document, path)) return true;
-  takeBackAnnotations(document, texts);
-  takeBackAnnotations(document, stamps);
-  return false;
 }
 
 // What is not known leaves the entry as it was.
@@ -125,14 +116,14 @@ const char16_t* putInPlace(const ShelfEntry& entry, const std::u16string& path) 
   if (changedOnDisk(entry, path)) return kModified;
   const DocumentHandle document = loadDocumentFile(ShelfFilePath(entry.shelfName));
   if (!document) return kCopyUnreadable;
-  const std::u16string sibling = writeDocumentBeside(document.get(), path, {});
+  const std::u16string sibling = writeDocumentBeside(document.get(), path);
   if (sibling.empty()) return kNotWritten;
   platform::copyAlternateStreams(path, sibling);
   platform::copyFileProperties(path, sibling);
   const char16_t* reason = kNotReplaced;
   if (changedOnDisk(entry, path)) {
     reason = kModified;  // while the copy was written
-  } else if (platform::replaceFile(sibling, path)) {
+  } else if (takePlace(sibling, path)) {
     return nullptr;
   }
   platform::deleteFile(sibling);
@@ -170,7 +161,7 @@ bool shelveDocument(int pane) {
   dropGesture();
   commitRotations(pane);
   const bool ownsPlacements = session.placementDocument == document && !session.placements.empty();
-  if (!writeWithPlacements(document, copy)) {
+  if (!writeWithPlacements(document, [&] { return WriteDocumentCopy(document, copy); })) {
     DeleteShelfFile(name);
     return false;
   }

@@ -11,7 +11,7 @@ Replacement replaceWholeFile(const std::u16string& path,
   if (!sibling.file) return Replacement::NoSibling;
   const bool written = write(*sibling.file);
   const bool finished = finishSibling(sibling);
-  if (written && finished && platform::replaceFile(sibling.path, path)) return Replacement::Done;
+  if (written && finished && takePlace(sibling.path, path)) return Replacement::Done;
   platform::deleteFile(sibling.path);
   return Replacement::Failed;
 }

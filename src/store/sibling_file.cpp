@@ -1,7 +1,10 @@
 #include "store/sibling_file.h"
 
+#include <optional>
+
 #include "base/text_format.h"
 #include "platform/files.h"
+#include "platform/process.h"
 #include "platform/text.h"
 
 namespace quillmere {
@@ -11,6 +14,17 @@ namespace {
 // Processes that ended while writing leave names behind; if there are more of them, something else
 // is wrong.
 constexpr int kMostNamesTried = 100;
+
+constexpr const char16_t* kSuffix = u".tmp";
+
+// Milliseconds between tries to replace a file, about a second together.
+constexpr std::uint32_t kPauses[] = {10, 20, 40, 80, 150, 300, 400};
+
+bool canBeReplaced(const std::u16string& path) {
+  const platform::AttributeQuery query = platform::queryAttributes(path);
+  constexpr std::uint32_t kForbidding = platform::kAttributeReadOnly | platform::kAttributeFolder;
+  return query.attributes == platform::kInvalidAttributes || (query.attributes & kForbidding) == 0;
+}
 
 }  // namespace
 
@@ -25,17 +39,31 @@ SiblingFile startSibling(const std::u16string& path) {
   return sibling;
 }
 
-SiblingFile startNamedSibling(const std::u16string& path, const std::u16string& own) {
+SiblingFile startNamedSibling(const std::u16string& path) {
   SiblingFile sibling;
-  sibling.path = path + u".tmp";
-  if (!own.empty() && platform::equalIgnoringCase(own, sibling.path)) platform::deleteFile(own);
+  sibling.path = path + kSuffix;
   sibling.file.reset(platform::startNewFile(sibling.path));
   return sibling.file ? std::move(sibling) : startSibling(path);
+}
+
+bool isNamedSibling(const std::u16string& sibling, const std::u16string& path) {
+  return platform::equalIgnoringCase(sibling, path + kSuffix);
 }
 
 bool finishSibling(SiblingFile& sibling) {
   const bool flushed = platform::flushFile(*sibling.file);
   return platform::closeFile(sibling.file.release()) && flushed;
+}
+
+bool takePlace(const std::u16string& sibling, const std::u16string& path) {
+  const std::optional<platform::FileStamp> before = platform::fileStamp(path);
+  for (const std::uint32_t pause : kPauses) {
+    if (platform::replaceFile(sibling, path)) return true;
+    if (!canBeReplaced(path) || !platform::fileStamp(sibling)) return false;
+    platform::sleepMilliseconds(pause);
+    if (platform::fileStamp(path) != before) return false;
+  }
+  return platform::replaceFile(sibling, path);
 }
 
 }  // namespace quillmere

@@ -96,14 +96,13 @@ bool WriteDocumentCopy(FPDF_DOCUMENT document, const std::u16string& path,
   if (!writeSibling(document, sibling)) return false;
   // Alternate streams describe the old contents; who may read the file does not.
   platform::copyFileProperties(path, sibling.path);
-  if ((!confirm || confirm()) && platform::replaceFile(sibling.path, path)) return true;
+  if ((!confirm || confirm()) && takePlace(sibling.path, path)) return true;
   platform::deleteFile(sibling.path);
   return false;
 }
 
-std::u16string writeDocumentBeside(FPDF_DOCUMENT document, const std::u16string& path,
-                                   const std::u16string& own) {
-  SiblingFile sibling = startNamedSibling(path, own);
+std::u16string writeDocumentBeside(FPDF_DOCUMENT document, const std::u16string& path) {
+  SiblingFile sibling = startNamedSibling(path);
   return writeSibling(document, sibling) ? sibling.path : std::u16string();
 }
 

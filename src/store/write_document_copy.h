@@ -15,7 +15,6 @@ bool WriteDocumentCopy(FPDF_DOCUMENT document, const std::u16string& path,
 
 // Writes the whole document to a new file beside `path`, named by `startNamedSibling`. Returns its
 // path; empty on failure, with no file left.
-std::u16string writeDocumentBeside(FPDF_DOCUMENT document, const std::u16string& path,
-                                   const std::u16string& own);
+std::u16string writeDocumentBeside(FPDF_DOCUMENT document, const std::u16string& path);
 
 }  // namespace quillmere

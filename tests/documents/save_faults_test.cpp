@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "annot/placements.h"
@@ -428,6 +429,57 @@ TEST_F(SaveFaultsTest, AttributesCreationTimeAccessListAndStreamsStay) {
   EXPECT_EQ(platform::propertiesOf(path), properties);
   EXPECT_EQ(fileBytes(path + u":Zone.Identifier"), "[ZoneTransfer]");
   EXPECT_EQ(fileBytes(path + u":notes"), "more");
+}
+
+// The file with the edits of a failed save goes only when another one has them.
+TEST_F(SaveFaultsTest, ThroughoutTheNextSaveSomeFileHasTheEditsOfAFailedOne) {
+  for (const bool fails : {true, false}) {
+    begin();
+    platform::setReadOnly(path, true);
+    EXPECT_FALSE(save());
+    platform::setReadOnly(path, fails);
+    mark(0);
+    standIn().refuseFileCall = [&](FileCall call) {
+      if (call == FileCall::OpenInLibrary) return false;
+      const auto all = names();
+      const bool there = std::any_of(all.begin(), all.end(), [&](const std::u16string& name) {
+        return marksIn(u"C:\\docs\\" + name) >= 1;
+      });
+      EXPECT_TRUE(there) << static_cast<int>(call);
+      return false;
+    };
+    EXPECT_EQ(save(), !fails);
+    standIn().refuseFileCall = {};
+    platform::setReadOnly(path, false);
+    EXPECT_EQ(marksIn(fails ? u"C:\\docs\\a.pdf.tmp" : path), 2);
+    EXPECT_THAT(names(), SizeIs(fails ? 2u : 1u));
+  }
+}
+
+TEST_F(SaveFaultsTest, ANextSaveThatRunsOutOfDiskKeepsTheFileOfTheFailedOne) {
+  platform::setReadOnly(path, true);
+  EXPECT_FALSE(save());
+  mark(0);
+  standIn().diskFree = 300;
+  EXPECT_FALSE(save());
+  EXPECT_TRUE(fileIsNew(u"C:\\docs\\a.pdf.tmp"));
+  EXPECT_EQ(marksOf(0), 2);
+  EXPECT_THAT(names(), ElementsAre(u"a.pdf", u"a.pdf.tmp"));
+  platform::setReadOnly(path, false);
+}
+
+TEST_F(SaveFaultsTest, AnotherFailedSaveElsewhereLeavesOneTemporaryFile) {
+  platform::setReadOnly(path, true);
+  EXPECT_FALSE(save());
+  const std::u16string other = u"C:\\docs\\b.pdf";
+  ASSERT_TRUE(SaveDocumentTo(0, other));
+  platform::setReadOnly(other, true);
+  mark(0);
+  EXPECT_FALSE(save());
+  EXPECT_THAT(names(), ElementsAre(u"a.pdf", u"b.pdf", u"b.pdf.tmp"));
+  EXPECT_EQ(marksIn(u"C:\\docs\\b.pdf.tmp"), 2);
+  platform::setReadOnly(path, false);
+  platform::setReadOnly(other, false);
 }
 
 TEST_F(SaveFaultsTest, AHiddenTemporaryFileIsOverwrittenByTheNextSave) {

@@ -310,7 +310,7 @@ TEST_F(ShelveTest, AnIndexThatCannotBeWrittenKeepsTheCopyThatItNames) {
   mark();
   int replaced = 0;
   standIn().refuseFileCall = [&replaced](FileCall call) {
-    return call == FileCall::Replace && ++replaced == 2;  // first the copy, then the index
+    return call == FileCall::Replace && ++replaced >= 2;  // first the copy, then the index
   };
   EXPECT_TRUE(ShelveCurrentDocument());
   EXPECT_EQ(index(), before);
