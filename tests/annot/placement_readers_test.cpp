@@ -183,10 +183,10 @@ TEST_F(PlacementReadersTest, StampsAtOddAnglesLieInTheFileWhereTheyWereShown) {
 // A small error of the angle moves the ends of a long picture most.
 TEST_F(PlacementReadersTest, StampsAsLongAsThePageLieInTheFileWhereTheyWereShown) {
   for (const int rotate : {0, 90, 180, 270}) {
-    for (const int degrees : {3, 17, 33, 101, 303}) {
+    for (const int degrees : {3, 17, 33, 215}) {
       SCOPED_TRACE(testing::Message() << rotate << ", " << degrees);
       openTurned(rotate);
-      add(0, stampOf(quarters(512), 10, 80, 180, 20.5, degrees * std::numbers::pi / 180));
+      add(0, stampOf(quarters(512), 10, 72, 180, 20.5, degrees * std::numbers::pi / 180));
       compareStamps("long-" + std::to_string(degrees) + "-" + std::to_string(rotate));
     }
   }
