@@ -205,6 +205,7 @@ TEST_F(Shelf, CloseAsksAboutTheDocumentInPlaceOfShelvingIt) {
   PostMessageW(window, WM_COMMAND, 105, 0);
   Box box = waitForBox(program);
   EXPECT_EQ(box.text, L"Document \"first.pdf\" has unsaved changes.\n\nSave them before closing?");
+  ASSERT_TRUE(inputIsHandled(box.window));
   picture("Shelf.Close");
   ASSERT_TRUE(answerBox(box, VK_ESCAPE));
   EXPECT_TRUE(marked(true));
@@ -222,6 +223,7 @@ TEST_F(Shelf, ChangesAreDiscardedByCommand) {
   PostMessageW(window, WM_COMMAND, 707, 0);
   const Box box = waitForBox(program);
   EXPECT_EQ(box.title, L"Discard Changes");
+  ASSERT_TRUE(inputIsHandled(box.window));
   picture("Shelf.Discard");
   ASSERT_TRUE(answerBox(box, VK_RETURN));
   EXPECT_TRUE(marked(false));

@@ -192,8 +192,8 @@ bool changedUnderCopy(int pane) {
 }
 
 void noteDocumentChanged(int pane) {
-  if (!belongsOnShelf(pane)) return;
   keepEdits(pane);
+  if (!belongsOnShelf(pane)) return;
   const std::u16string& path = pathOf(pane);
   const ShelfEntry* known = shelfEntryOf(path);
   // A copy of an entry without changes is not what the document was read from.

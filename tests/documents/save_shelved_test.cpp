@@ -60,6 +60,9 @@ TEST_F(SaveShelvedTest, NothingToDoIsASuccess) {
   EXPECT_TRUE(SaveShelved(1, 2));
   EXPECT_FALSE(SaveShelved(1, 3));
   EXPECT_FALSE(SaveShelved(7, 0));
+  shelfEntryOf(kA)->dirty = false;
+  EXPECT_TRUE(SaveShelved(1, 0));
+  EXPECT_EQ(marksIn(kA), 0);
   session.viewerRole = true;
   EXPECT_FALSE(SaveShelved(1, 0));
   EXPECT_THAT(standIn().boxes, IsEmpty());

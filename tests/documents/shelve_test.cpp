@@ -446,6 +446,20 @@ TEST_F(ShelveTest, NoCountsForNothingWhenTheDocumentStays) {
   EXPECT_EQ(marksIn(copyOf(kA)), 3);
 }
 
+TEST_F(ShelveTest, AnEditAfterNoKeepsTheEarlierCopyOfADocumentThatNoBinderLists) {
+  openTwo();
+  openFile(1, 2);
+  mark(1);
+  ASSERT_TRUE(ShelveCurrentDocument());
+  CloseBinder(1);
+  mark(1);
+  standIn().boxAnswers = {BoxAnswer::No, BoxAnswer::Ok};
+  EXPECT_FALSE(openRequested(putPdf(kFour, garbageFile()), 1, kWorkingDocsToHead, true));
+  mark(1);
+  setViewMode(ViewMode::SinglePage);
+  EXPECT_EQ(marksIn(copyOf(kC)), 1);
+}
+
 TEST_F(ShelveTest, NoForTheOtherPaneDropsItsEntryToo) {
   openTwo();
   mark(0);
