@@ -68,8 +68,8 @@ StepResult decideReplacement(OpenJob& job) {
   return StepResult::Next;
 }
 
-// Writes pending placements into the pane's document before the session forgets them. Its panes draw
-// them as part of the page from then on.
+// Writes pending placements into the pane's document before the session forgets them. Its panes
+// draw them as part of the page from then on.
 void keepPendingPlacements(int pane) {
   const FPDF_DOCUMENT document = documentOf(pane);
   if (!placementsPending(document)) return;
