@@ -4,16 +4,19 @@
 
 #include <stddef.h>
 
-#include <algorithm>
 #include <memory>
 #include <optional>
+#include <set>
 #include <sstream>
 #include <utility>
 #include <vector>
 
 #include "constants/annotation_flags.h"
 #include "core/fpdfapi/edit/cpdf_contentstream_write_utils.h"
+#include "core/fpdfapi/page/cpdf_allstates.h"
+#include "core/fpdfapi/page/cpdf_contentparser.h"
 #include "core/fpdfapi/page/cpdf_page.h"
+#include "core/fpdfapi/page/cpdf_streamcontentparser.h"
 #include "core/fpdfapi/parser/cpdf_array.h"
 #include "core/fpdfapi/parser/cpdf_dictionary.h"
 #include "core/fpdfapi/parser/cpdf_document.h"
@@ -29,8 +32,18 @@
 #include "fpdf_flatten.h"
 #include "fpdfsdk/cpdfsdk_helpers.h"
 #include "quillmere_engine.h"
+#include "reach.h"
 
 namespace {
+
+struct ParserOf {
+  friend constexpr auto Reached(ParserOf);
+};
+struct SavedStatesOf {
+  friend constexpr auto Reached(SavedStatesOf);
+};
+template struct Reach<ParserOf, &CPDF_ContentParser::parser_>;
+template struct Reach<SavedStatesOf, &CPDF_StreamContentParser::state_stack_>;
 
 // An annotation's appearance and where it stands on the page.
 struct Drawing {
@@ -130,6 +143,15 @@ void AppendStream(CPDF_Document& document, CPDF_Array& contents, fxcrt::ostrings
   contents.AppendNew<CPDF_Reference>(&document, stream->GetObjNum());
 }
 
+// How many graphics states the page's content saves and does not restore.
+size_t OpenStates(CPDF_Page& page) {
+  CPDF_ContentParser content(&page);
+  while (content.Continue(nullptr)) {
+  }
+  const auto& parser = content.*Reached(ParserOf());
+  return parser ? ((*parser).*Reached(SavedStatesOf())).size() : 0;
+}
+
 // The streams that the page had, which other pages may use too, between new ones.
 void WrapContents(CPDF_Page& page, fxcrt::ostringstream& drawn) {
   CPDF_Document& document = *page.GetDocument();
@@ -149,30 +171,35 @@ void WrapContents(CPDF_Page& page, fxcrt::ostringstream& drawn) {
   dictionary->SetFor("Contents", std::move(contents));
 }
 
-bool IsAmong(const std::vector<Drawing>& drawings, const CPDF_Dictionary* annotation) {
-  return annotation && std::ranges::any_of(drawings, [annotation](const Drawing& drawing) {
-           return drawing.annotation == annotation;
-         });
-}
-
-// Whether |annotation| goes: it is drawn, or the pop-up of one that is.
-bool Goes(const std::vector<Drawing>& drawings, const CPDF_Dictionary& annotation) {
-  if (annotation.GetNameFor("Subtype") != "Popup") {
-    return IsAmong(drawings, &annotation);
+// The annotations of |page| that go: those that are drawn, and their pop-ups.
+std::set<const CPDF_Dictionary*> GoingFrom(const CPDF_Dictionary& page, const std::vector<Drawing>& drawings) {
+  std::set<const CPDF_Dictionary*> going;
+  std::set<const CPDF_Dictionary*> named;
+  for (const Drawing& drawing : drawings) {
+    going.insert(drawing.annotation.Get());
+    if (RetainPtr<const CPDF_Dictionary> popup = drawing.annotation->GetDictFor("Popup")) {
+      named.insert(popup.Get());
+    }
   }
-  return IsAmong(drawings, annotation.GetDictFor("Parent").Get()) ||
-         std::ranges::any_of(drawings, [&annotation](const Drawing& drawing) {
-           return drawing.annotation->GetDictFor("Popup") == &annotation;
-         });
+  RetainPtr<const CPDF_Array> annotations = page.GetArrayFor("Annots");
+  for (size_t i = 0; i < annotations->size(); ++i) {
+    RetainPtr<const CPDF_Dictionary> popup = annotations->GetDictAt(i);
+    if (popup && popup->GetNameFor("Subtype") == "Popup" &&
+        (named.contains(popup.Get()) || going.contains(popup->GetDictFor("Parent").Get()))) {
+      going.insert(popup.Get());
+    }
+  }
+  return going;
 }
 
 // The array may serve other pages too, so the page gets a new one.
 void KeepOtherAnnotations(CPDF_Dictionary& page, const std::vector<Drawing>& drawings) {
+  const std::set<const CPDF_Dictionary*> going = GoingFrom(page, drawings);
   auto kept = pdfium::MakeRetain<CPDF_Array>();
   RetainPtr<const CPDF_Array> before = page.GetArrayFor("Annots");
   for (size_t i = 0; i < before->size(); ++i) {
     RetainPtr<const CPDF_Dictionary> annotation = before->GetDictAt(i);
-    if (annotation && !Goes(drawings, *annotation)) {
+    if (annotation && !going.contains(annotation.Get())) {
       kept->Append(before->GetObjectAt(i)->Clone());
     }
   }
@@ -201,7 +228,10 @@ FPDF_EXPORT int FPDF_CALLCONV QuillmereEngine_FlattenPage(FPDF_DOCUMENT document
   }
   RetainPtr<CPDF_Dictionary> forms = OwnForms(*page);
   fxcrt::ostringstream drawn;
-  drawn << "\nQ\n";
+  drawn << '\n';
+  for (size_t open = OpenStates(*page) + 1; open > 0; --open) {
+    drawn << "Q\n";
+  }
   for (const Drawing& drawing : drawings) {
     drawn << "q ";
     WriteMatrix(drawn, drawing.matrix) << " cm /" << AddForm(*pdf, *forms, drawing.form) << " Do Q\n";

@@ -31,6 +31,7 @@ constexpr uint8_t kFree = 0;
 constexpr uint8_t kOnItsOwn = 1;
 constexpr uint8_t kPacked = 2;
 constexpr size_t kIndexBytes = 2;
+constexpr uint32_t kNeverUsedAgain = 0xFFFF;  // in place of the index, for free objects
 constexpr uint8_t kUpPredictor = 2;
 
 // An archive in memory.
@@ -76,13 +77,20 @@ class Rows {
 
   size_t value_bytes() const { return value_bytes_; }
   size_t row_bytes() const { return 1 + value_bytes_ + kIndexBytes; }
-  const std::vector<std::pair<uint32_t, uint32_t>>& ranges() const { return ranges_; }
 
+  // The row of object |number|, which is higher than those before; numbers left out are free.
   void Add(uint32_t number, uint8_t type, uint64_t value, uint32_t index) {
-    if (ranges_.empty() || ranges_.back().first + ranges_.back().second != number) {
-      ranges_.emplace_back(number, 0);
+    while (next_ < number) {
+      AddNext(kFree, 0, kNeverUsedAgain);
     }
-    ++ranges_.back().second;
+    AddNext(type, value, index);
+  }
+
+  DataVector<uint8_t> Compressed() const { return FlateModule::Encode(BytesOf(bytes_)); }
+
+ private:
+  void AddNext(uint8_t type, uint64_t value, uint32_t index) {
+    ++next_;
     std::string row(1, static_cast<char>(type));
     AppendBigEndian(row, value, value_bytes_);
     AppendBigEndian(row, index, kIndexBytes);
@@ -94,9 +102,6 @@ class Rows {
     before_ = row;
   }
 
-  DataVector<uint8_t> Compressed() const { return FlateModule::Encode(BytesOf(bytes_)); }
-
- private:
   static void AppendBigEndian(std::string& row, uint64_t value, size_t bytes) {
     for (size_t i = bytes; i > 0; --i) {
       row += static_cast<char>(value >> (8 * (i - 1)));
@@ -104,7 +109,7 @@ class Rows {
   }
 
   size_t value_bytes_ = 1;
-  std::vector<std::pair<uint32_t, uint32_t>> ranges_;  // first number and count
+  uint32_t next_ = 0;
   std::string before_;
   std::string bytes_;
 };
@@ -222,7 +227,7 @@ bool ObjectPacker::WriteCrossReferences(IFX_ArchiveStream& archive,
   }
 
   Rows rows(std::max<uint64_t>(static_cast<uint64_t>(start), number));
-  rows.Add(0, kFree, 0, 0xFFFF);
+  rows.Add(0, kFree, 0, kNeverUsedAgain);
   auto next_packed = packed.begin();
   auto next_own = on_their_own.upper_bound(0);
   while (next_packed != packed.end() || next_own != on_their_own.end()) {
@@ -237,13 +242,9 @@ bool ObjectPacker::WriteCrossReferences(IFX_ArchiveStream& archive,
   }
 
   const DataVector<uint8_t> data = rows.Compressed();
-  std::string index;
-  for (const auto& [first, count] : rows.ranges()) {
-    index += std::to_string(first) + " " + std::to_string(count) + " ";
-  }
   const std::string head = std::to_string(number) + " 0 obj\r\n<</Type/XRef/Size " + std::to_string(number + 1) +
                            "/W[1 " + std::to_string(rows.value_bytes()) + " " + std::to_string(kIndexBytes) +
-                           "]/Index[" + index + "]/Filter/FlateDecode/DecodeParms<</Predictor 12/Columns " +
+                           "]/Filter/FlateDecode/DecodeParms<</Predictor 12/Columns " +
                            std::to_string(rows.row_bytes()) + ">>/Length " + std::to_string(data.size());
   return Write(archive, head + TrailerEntries(encryption, identifier) + ">>stream\r\n") && archive.WriteBlock(data) &&
          Write(archive, "\r\nendstream\r\nendobj\r\nstartxref\r\n" + std::to_string(start) + "\r\n%%EOF\r\n");

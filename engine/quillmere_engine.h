@@ -201,12 +201,14 @@ FPDF_EXPORT int FPDF_CALLCONV QuillmereEngine_FlattenPage(FPDF_DOCUMENT document
 //          document    -   Handle to a document. May be NULL.
 // Return value:
 //          True if no two indexes share a page object or a node of the page tree
-//          now. False, with nothing changed, if the tree leads back into itself.
+//          now. False, with nothing changed, if the tree leads back into itself or
+//          shares too much to be copied.
 // Comments:
 //          Call it before pages come, go or turn, with none of them loaded: an edit
 //          of a shared page changes all its indexes. The first index keeps the
-//          object, to which bookmarks and links lead. Most documents share none,
-//          and nothing is changed.
+//          object, to which bookmarks and links lead. Nodes that state a wrong number
+//          of pages get the right one: FPDFPage_Delete() would delete another page.
+//          Most documents are sound, and nothing is changed.
 FPDF_EXPORT FPDF_BOOL FPDF_CALLCONV QuillmereEngine_SeparatePages(FPDF_DOCUMENT document);
 
 // Function: QuillmereEngine_ReleaseParsedObjects

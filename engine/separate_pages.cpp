@@ -12,6 +12,8 @@
 #include "core/fpdfapi/parser/cpdf_array.h"
 #include "core/fpdfapi/parser/cpdf_dictionary.h"
 #include "core/fpdfapi/parser/cpdf_document.h"
+#include "core/fpdfapi/parser/cpdf_name.h"
+#include "core/fpdfapi/parser/cpdf_number.h"
 #include "core/fpdfapi/parser/cpdf_reference.h"
 #include "core/fxcrt/retain_ptr.h"
 #include "fpdfsdk/cpdfsdk_helpers.h"
@@ -35,23 +37,37 @@ struct Level {
   RetainPtr<CPDF_Dictionary> node;
   RetainPtr<CPDF_Array> kids;
   size_t next = 0;
+  int pages = 0;  // so far
 };
+
+// Copies and the entries of their annotations: hostile trees name a page a million times.
+constexpr size_t kMostCopied = 200'000;
 
 class PageSeparator {
  public:
   explicit PageSeparator(CPDF_Document& document) : document_(document) {}
 
-  // Whether anything is named twice; nothing about a tree that leads back into itself or does not
-  // come to an end.
+  // Whether anything is named twice; nothing about a tree that leads back into itself, does not come
+  // to an end or names too much.
   enum class Tree { kSeparate, kShared, kEndless };
   Tree Look() {
     Walk(false);
     return endless_ ? Tree::kEndless : shared_ ? Tree::kShared : Tree::kSeparate;
   }
 
+  // PDFium finds a page by what is below the nodes, and the place to insert or delete one by their
+  // counts and types. Not to be used for endless trees.
+  void CorrectNodes() {
+    for (auto& [node, pages] : wrong_counts_) {
+      node->SetNewFor<CPDF_Number>("Count", pages);
+    }
+    for (auto& kid : wrong_types_) {
+      kid->SetNewFor<CPDF_Name>("Type", kid->KeyExist("Kids") ? "Pages" : "Page");
+    }
+  }
+
   // Replaces what is named again by copies. Not to be used for endless trees.
   void Separate() {
-    seen_.clear();
     Walk(true);
     auto& pages = document_.*Reached(PageListOf());
     std::fill(pages.begin(), pages.end(), 0);
@@ -74,7 +90,7 @@ class PageSeparator {
     while (!path.empty() && !endless_) {
       Level& level = path.back();
       if (!level.kids || level.next >= level.kids->size()) {
-        path.pop_back();
+        Leave(path);
       } else if (--steps_left < 0) {
         endless_ = true;
       } else {
@@ -95,11 +111,27 @@ class PageSeparator {
     path.push_back({std::move(node), std::move(kids)});
   }
 
+  void Leave(std::vector<Level>& path) {
+    const Level done = std::move(path.back());
+    path.pop_back();
+    if (path.empty()) {
+      return;
+    }
+    path.back().pages += done.pages;
+    if (done.kids && done.node->GetIntegerFor("Count") != done.pages) {
+      wrong_counts_.emplace_back(done.node, done.pages);
+    }
+  }
+
   void Visit(std::vector<Level>& path, bool separate) {
     Level& level = path.back();
     const size_t place = level.next++;
     RetainPtr<CPDF_Dictionary> kid = level.kids->GetMutableDictAt(place);
-    if (!kid || kid == level.node) {
+    if (!kid) {
+      ++level.pages;  // what is no page takes an index as well
+      return;
+    }
+    if (kid == level.node) {
       return;
     }
     const bool on_path =
@@ -110,14 +142,27 @@ class PageSeparator {
     }
     if (!seen_.insert(kid.Get()).second) {
       shared_ = true;
+      NoteCopy(*kid);
       if (separate) {
         kid = CopyAt(level, place, *kid);
         seen_.insert(kid.Get());
       }
     }
-    if (kid->KeyExist("Kids")) {
-      Enter(path, std::move(kid), separate);
+    const bool is_node = kid->KeyExist("Kids");
+    if (kid->GetNameFor("Type") == (is_node ? "Page" : "Pages")) {
+      wrong_types_.push_back(kid);
     }
+    if (is_node) {
+      Enter(path, std::move(kid), separate);
+    } else {
+      ++level.pages;
+    }
+  }
+
+  void NoteCopy(const CPDF_Dictionary& kid) {
+    RetainPtr<const CPDF_Array> annotations = kid.GetArrayFor("Annots");
+    copied_ += 1 + (annotations ? annotations->size() : 0);
+    endless_ = endless_ || copied_ > kMostCopied;
   }
 
   // A copy of |kid| takes its place. A page keeps what it inherits where it was first.
@@ -152,6 +197,9 @@ class PageSeparator {
 
   CPDF_Document& document_;
   std::set<const CPDF_Object*> seen_;
+  std::vector<std::pair<RetainPtr<CPDF_Dictionary>, int>> wrong_counts_;
+  std::vector<RetainPtr<CPDF_Dictionary>> wrong_types_;
+  size_t copied_ = 0;
   bool shared_ = false;
   bool endless_ = false;
 };
@@ -163,9 +211,14 @@ FPDF_EXPORT FPDF_BOOL FPDF_CALLCONV QuillmereEngine_SeparatePages(FPDF_DOCUMENT 
   if (!pdf) {
     return false;
   }
-  const PageSeparator::Tree tree = PageSeparator(*pdf).Look();
+  PageSeparator look(*pdf);
+  const PageSeparator::Tree tree = look.Look();
+  if (tree == PageSeparator::Tree::kEndless) {
+    return false;
+  }
+  look.CorrectNodes();
   if (tree == PageSeparator::Tree::kShared) {
     PageSeparator(*pdf).Separate();
   }
-  return tree != PageSeparator::Tree::kEndless;
+  return true;
 }

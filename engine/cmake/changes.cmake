@@ -163,6 +163,42 @@ change_source(${creator}.cpp ADD_AFTER "      security_changed_ = true;\n    }"
       id_array_.Reset();
     }")
 
+# The table of a whole file has one section without gaps. Poppler takes a file with gaps for damaged
+# when it comes upon a long string.
+change_source(${creator}.cpp REPLACE "      while (i <= dwLastObjNum && !pdfium::Contains(object_offsets_, i)) {
+        i++;
+      }
+
+      if (i > dwLastObjNum) {
+        break;
+      }
+
+      j = i;
+      while (j <= dwLastObjNum && pdfium::Contains(object_offsets_, j)) {
+        j++;
+      }
+" "      j = dwLastObjNum + 1;
+")
+change_source(${creator}.cpp REPLACE
+  "        str = ByteString::Format(\"%010d 00000 n\\r\\n\", object_offsets_[i++]);"
+  "        const auto place = object_offsets_.find(i++);
+        str = place == object_offsets_.end()
+                  ? ByteString(\"0000000000 65535 f\\r\\n\")
+                  : ByteString::Format(\"%010d 00000 n\\r\\n\", place->second);")
+change_source(${creator}.cpp REPLACE "        str = pdfium::Contains(object_offsets_, 1)
+                  ? \"xref\\r\\n\"
+                  : \"xref\\r\\n0 1\\r\\n0000000000 65535 f\\r\\n\";"
+  "        str = \"xref\\r\\n\";")
+
+# An array of an inserted page keeps its other entries when one leads nowhere.
+set(organizer core/fpdfapi/edit/cpdf_pageorganizer.cpp)
+change_source(${organizer} ADD_AFTER "#include \"core/fpdfapi/parser/cpdf_name.h\""
+  "#include \"core/fpdfapi/parser/cpdf_null.h\"")
+change_source(${organizer} REPLACE "        if (!UpdateReference(array->GetMutableObjectAt(i))) {"
+  "        if (array->GetObjectAt(i)->IsReference() && !array->GetDirectObjectAt(i)) {
+          array->SetNewAt<CPDF_Null>(i);
+        } else if (!UpdateReference(array->GetMutableObjectAt(i))) {")
+
 # Objects stay packed; see object_packer.h.
 change_source(${creator}.h ADD_BEFORE "class CPDF_Array;" "#include \"object_packer.h\"\n")
 change_source(${creator}.h ADD_AFTER "  bool subset_new_fonts_ = false;"

@@ -196,6 +196,84 @@ void TestFlattenLeavesOtherPagesAndBoxes() {
   Check(FPDFPage_GetRotation(page.get()) == 1, "the page is turned as before");
 }
 
+void TestFlattenOpenStates() {
+  const std::string stamp = "<< /Type /Annot /Subtype /Stamp /Rect [20 20 120 80] /AP << /N 5 0 R >> >>";
+  for (const char* content : {"q 0.5 0 0 0.5 0 0 cm 1 0 0 rg 20 20 100 100 re f",
+                              "q q 10 10 30 30 re W n q 2 0 0 2 0 0 cm 1 0 0 rg 0 0 100 100 re f Q"}) {
+    const std::string pdf = MakePdf({kCatalog, "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
+                                     Page("/Contents 4 0 R /Annots [" + stamp + "]"), Stream(content),
+                                     FormOf("0 0 1 rg 0 0 50 30 re f")});
+    ScopedFPDFDocument document = Load(pdf);
+    const std::string before = PixelsOf(document.get(), 0);
+    Check(QuillmereEngine_FlattenPage(document.get(), 0) == FLATTEN_SUCCESS, "content that ends early");
+    Check(Difference(before, PixelsOf(document.get(), 0)) <= kMostDifference,
+          std::string("the same picture after ") + content);
+  }
+}
+
+void TestFlattenManyAnnotations() {
+  std::string annotations;
+  for (int i = 0; i < 60'000; ++i) {
+    annotations += "5 0 R 6 0 R ";
+  }
+  const std::string pdf =
+      Annotated(annotations, {"<< /Type /Annot /Subtype /Link /Rect [0 0 9 9] >>",
+                              "<< /Type /Annot /Subtype /Square /C [1 0 0] /Rect [20 20 40 40] >>"});
+  ScopedFPDFDocument document = Load(pdf);
+  Check(QuillmereEngine_FlattenPage(document.get(), 0) == FLATTEN_SUCCESS, "a page with many annotations");
+  Check(SubtypesOn(document.get(), 0).size() == 60'000, "its links stay");
+}
+
+void TestInsertedReferences() {
+  const std::string source_pdf = MakePdf(
+      {kCatalog, "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
+       Page("/Contents [99 0 R 4 0 R 98 0 R] /Annots [97 0 R 5 0 R]"), Stream("1 0 0 rg 10 10 50 50 re f"),
+       "<< /Type /Annot /Subtype /Stamp /Rect [60 60 160 90] /AP << /N 6 0 R >> >>",
+       FormOf("0 0 1 rg 0 0 50 30 re f")});
+  const std::string target_pdf = MakePdf({kCatalog, "<< /Type /Pages /Kids [3 0 R] /Count 1 >>", Page("")});
+  ScopedFPDFDocument source = Load(source_pdf);
+  ScopedFPDFDocument target = Load(target_pdf);
+  Check(FPDF_ImportPages(target.get(), source.get(), nullptr, 1), "inserting a page with references to nothing");
+  Check(PixelsOf(target.get(), 1) == PixelsOf(source.get(), 0), "it keeps content and annotations");
+}
+
+void TestWrongNodes() {
+  // Nodes that count too few or too many pages, and one that calls itself a page.
+  const auto leaf = [](int parent, int width) {
+    return "<< /Type /Page /Parent " + std::to_string(parent) + " 0 R /MediaBox [0 0 " + std::to_string(width) +
+           " 50] >>";
+  };
+  const auto widths = [](FPDF_DOCUMENT document) {
+    std::vector<int> found;
+    for (int i = 0; i < FPDF_GetPageCount(document); ++i) {
+      ScopedFPDFPage page(FPDF_LoadPage(document, i));
+      found.push_back(static_cast<int>(FPDF_GetPageWidthF(page.get())));
+    }
+    return found;
+  };
+  for (const auto& [first, second] : {std::pair("/Type /Pages /Count 1", "/Type /Pages /Count 9"),
+                                      std::pair("/Type /Pages /Count 7", "/Type /Page"),
+                                      std::pair("/Count -2", "/Type /Page /Count 2")}) {
+    const std::string pdf = MakePdf(
+        {kCatalog, "<< /Type /Pages /Kids [3 0 R 4 0 R 9 0 R] /Count 5 >>",
+         std::string("<< ") + first + " /Parent 2 0 R /Kids [5 0 R 6 0 R] >>",
+         std::string("<< ") + second + " /Parent 2 0 R /Kids [7 0 R 8 0 R] >>", leaf(3, 10), leaf(3, 20), leaf(4, 30),
+         leaf(4, 40), leaf(2, 50)});
+    for (int index = 0; index < 5; ++index) {
+      ScopedFPDFDocument document = Load(pdf);
+      std::vector<int> expected = widths(document.get());
+      Check(expected == std::vector<int>({10, 20, 30, 40, 50}), std::string("pages below ") + first + ", " + second);
+      Check(QuillmereEngine_SeparatePages(document.get()), "a tree with wrong nodes");
+      FPDFPage_Delete(document.get(), index);
+      expected.erase(expected.begin() + index);
+      const std::string saved = Save(document.get());
+      ScopedFPDFDocument again = Load(saved);
+      Check(widths(document.get()) == expected && widths(again.get()) == expected,
+            "another page was deleted below " + std::string(first) + ", " + second);
+    }
+  }
+}
+
 void TestSharedPages() {
   const auto make = [](const std::string& kids, int count) {
     return MakePdf({kCatalog, "<< /Type /Pages /Kids [" + kids + "] /Count " + std::to_string(count) + " >>",
@@ -241,4 +319,20 @@ void TestSharedPages() {
   ScopedFPDFDocument cyclic = Load(cyclic_pdf);
   Check(!QuillmereEngine_SeparatePages(cyclic.get()), "a tree that leads back into itself");
   Check(!QuillmereEngine_SeparatePages(nullptr), "no document");
+
+  // A page with many annotations that twelve levels of doubled nodes name 4,096 times.
+  std::vector<std::string> objects = {kCatalog};
+  for (int i = 2; i < 14; ++i) {
+    const std::string next = std::to_string(i + 1) + " 0 R ";
+    objects.push_back("<< /Type /Pages /Count " + std::to_string(8192 >> (i - 1)) + " /Kids [" + next + next + "] >>");
+  }
+  std::string annotations;
+  for (int i = 0; i < 1000; ++i) {
+    annotations += "<< /Subtype /Link >> ";
+  }
+  objects.push_back(Page("/Annots [" + annotations + "]"));
+  const std::string doubled_pdf = MakePdf(objects);
+  ScopedFPDFDocument doubled = Load(doubled_pdf);
+  Check(FPDF_GetPageCount(doubled.get()) == 4096 && !QuillmereEngine_SeparatePages(doubled.get()),
+        "too much to be copied");
 }

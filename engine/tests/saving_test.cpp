@@ -175,6 +175,23 @@ void TestUnpackedStaysUnpacked() {
   Check(Seen(Saved(repaired)) == Seen(repaired), "a repaired document looks as before");
 }
 
+// A table with gaps is for files with updates; Poppler repairs what has them without.
+void TestTablesWithoutGaps() {
+  std::vector<std::string> objects = TextObjects();
+  for (int i = 0; i < 3; ++i) {
+    objects.push_back("(nothing refers to this)");
+  }
+  objects[0].insert(3, "/Kept 9 0 R ");
+  objects.push_back("(" + std::string(500, 'x') + ")");
+  const std::string plain = Saved(MakePdf(objects));
+  Check(Holds(plain, "xref\r\n0 10\r\n0000000000 65535 f\r\n"), "one section of all objects");
+  Check(Holds(plain, "0000000000 65535 f\r\n0000000000 65535 f\r\n"), "what is left out is free");
+  Check(TextIn(plain) == "Low water" && TextIn(Saved(plain)) == "Low water", "a table without gaps");
+  const std::string packed = Saved(MakePackedPdf(objects));
+  Check(IsPacked(packed) && !Holds(packed, "/Index"), "a cross-reference stream of all objects");
+  Check(TextIn(packed) == "Low water" && TextIn(Saved(packed)) == "Low water", "a stream without gaps");
+}
+
 void TestManyPackedObjects() {
   // More than one object stream takes, strings of any bytes, and a signature.
   std::vector<std::string> objects = VariedObjects();

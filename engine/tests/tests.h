@@ -33,12 +33,17 @@ void TestFlattenAppearances();
 void TestFlattenKeepsWhatIsNotDrawn();
 void TestFlattenFields();
 void TestFlattenLeavesOtherPagesAndBoxes();
+void TestFlattenOpenStates();
+void TestFlattenManyAnnotations();
+void TestInsertedReferences();
+void TestWrongNodes();
 void TestSharedPages();
 
 void TestSavedEncryption();
 void TestSavedMetadata();
 void TestPackedStaysPacked();
 void TestUnpackedStaysUnpacked();
+void TestTablesWithoutGaps();
 void TestManyPackedObjects();
 
 void TestPopupsAreNotMade();
