@@ -152,6 +152,25 @@ TEST_F(SaveTest, APathThatDiffersInLetterCaseAloneIsTheSameFile) {
   EXPECT_FALSE(session.active.altered) << "the file was opened again";
 }
 
+TEST_F(SaveTest, AShortNameIsTheSameFile) {
+  standIn().shortNames = {{u"reallo~1.pdf", u"Really long name.pdf"}};
+  const std::u16string path = opened(u"docs\\Really long name.pdf");
+  mark(0);
+  ASSERT_TRUE(SaveDocumentTo(0, u"C:\\docs\\REALLO~1.PDF"));
+  EXPECT_EQ(marksIn(path), 1);
+  EXPECT_EQ(session.active.path, path);
+  EXPECT_FALSE(session.active.altered) << "the file was opened again";
+}
+
+TEST_F(SaveTest, AShortNameOfAFileInTheOtherPaneIsNoTarget) {
+  standIn().shortNames = {{u"righ~1.pdf", u"right.pdf"}};
+  openTwo();
+  mark(0);
+  expectNotices(1);
+  EXPECT_FALSE(SaveDocumentTo(0, u"C:\\RIGH~1.PDF"));
+  EXPECT_EQ(marksIn(right_), 0);
+}
+
 TEST_F(SaveTest, AViewPastTheLastPageLandsOnTheLastPage) {
   opened(u"a.pdf", 5);
   goToPage(0, 4, false);

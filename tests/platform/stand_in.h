@@ -182,6 +182,8 @@ struct StandIn {
   std::optional<std::u16string> clipboard;
   bool clipboardBusy = false;
 
+  // Long names by the short ones, in lower case, that the system has for them everywhere.
+  std::map<std::u16string, std::u16string> shortNames;
   std::u16string workingFolder = u"C:\\Users\\User";  // what names without a folder count from
   std::u16string executable = u"C:\\Program Files\\Quillmere\\quillmere.exe";
   std::vector<StartedProcess> processes;
