@@ -143,12 +143,13 @@ bool shelveDocument(int pane) {
   const FPDF_DOCUMENT document = slot.document.get();
   const std::u16string name = NewShelfName();
   const std::u16string copy = ShelfFilePath(name);
-  // What PDFium still reads from a file that another program has written to makes no sound copy.
-  if (copy.empty() || changedSinceLoad(slot.loadedFrom)) return false;
+  // What PDFium reads now does not fit what it has read before.
+  const auto sound = [&slot] { return sourceState(slot.loadedFrom) == SourceState::Sound; };
+  if (copy.empty() || !sound()) return false;
   const DocumentWork work;
   commitRotations(pane);
   const bool ownsPlacements = session.placementDocument == document && !session.placements.empty();
-  if (!writeWithPlacements(document, [&] { return WriteDocumentCopy(document, copy); })) {
+  if (!writeWithPlacements(document, [&] { return WriteDocumentCopy(document, copy, sound); })) {
     DeleteShelfFile(name);
     return false;
   }

@@ -361,6 +361,22 @@ TEST_F(SaveTest, SaveAsOntoTheOwnFileLeavesTheShelfAlone) {
   EXPECT_THAT(session.shelfIndex, SizeIs(1));
 }
 
+TEST_F(SaveTest, TurnsThatSaveAsLeavesOutAreNotedForTheNewPath) {
+  BinderFile working;
+  working.path = u"C:\\WorkingDocs.lst";
+  working.isWorkingDocuments = true;
+  session.binderLibrary = {working};
+  opened(u"a.pdf");
+  rotateDocument(0);
+  standIn().saveDialogAnswers = {u"C:\\b.pdf"};
+  standIn().boxAnswers = {BoxAnswer::No};
+  SaveAsCommand();
+  EXPECT_TRUE(hasUnsavedChanges());
+  ASSERT_EQ(session.shelfIndex.size(), 1u);
+  EXPECT_EQ(session.shelfIndex.begin()->path, u"c:\\b.pdf");
+  EXPECT_TRUE(session.shelfIndex.begin()->dirty);
+}
+
 TEST_F(SaveTest, ADocumentFromAShelfCopyIsWrittenToItsOwnFile) {
   const std::u16string path = putPdf(u"a.pdf", simplePdf(2));
   const std::u16string copy = putPdf(u"Shelve\\copy.pdf", simplePdf(3));

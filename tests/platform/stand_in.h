@@ -113,6 +113,7 @@ enum class FileCall {
   CopyProperties,
   CopyStreams,
   Guard,
+  KeepOpen,
   Stamp,
   ReadWhole,
   OpenInLibrary,
@@ -291,6 +292,9 @@ void setOtherUse(const std::u16string& path, OtherUse use);
 bool isHeld(const std::u16string& path);
 // Whether the logic guards it against writers.
 bool isGuarded(const std::u16string& path);
+
+// Whoever has the file open can read it no more, as if its drive had been unplugged for a moment.
+void cutOff(const std::u16string& path);
 
 // What a file has besides its bytes, its times and kAttributeReadOnly.
 struct FileProperties {
