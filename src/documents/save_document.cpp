@@ -144,6 +144,7 @@ void dropWrittenPlacements() {
 bool keepEditsOpen(const SaveJob& job, const std::u16string& written, const ClosedDocument& closed,
                    const std::optional<platform::FileStamp>& known) {
   DocumentSlot& slot = slotOf(job);
+  noteSaveFailed(job.path);
   const std::u16string sibling =
       overwriteOlderSibling(written, std::exchange(slot.keptSibling, {}), job.path);
   Refuge refuge = findRefuge(sibling, job.readFrom);
@@ -203,6 +204,7 @@ bool replaceOwnFile(const SaveJob& job) {
   platform::copyFileProperties(job.path, sibling);
   // Nobody keeps others from writing to it while the document is closed, or in memory.
   const auto known = platform::fileStamp(slot.path);
+  noteSaveBegins(job.path, sibling);
   const ClosedDocument closed = closeToReopen(slot);
   if (!takePlace(sibling, job.path)) return keepEditsOpen(job, sibling, closed, known);
   return reopenSaved(job, closed);

@@ -65,6 +65,7 @@ void enterCopy(const DocumentSlot& slot, const std::u16string& name) {
   ShelfEntry& entry = session.shelfIndex[shelfKeyOf(slot.path)];
   stampEntry(entry, slot);
   entry.dirty = true;
+  forgetSave(entry);
   const std::u16string before = std::exchange(entry.shelfName, name);
   if (SaveShelfIndex()) DeleteShelfFile(before);
 }
@@ -85,6 +86,12 @@ void showAsShelved(int pane, bool ownedPlacements) {
 bool changedOnDisk(const ShelfEntry& entry, const std::u16string& path) {
   const auto stamp = platform::fileStamp(path);
   return stamp && stampDiffers(entry, *stamp);
+}
+
+// A save of an earlier session got through without coming to drop the copy.
+bool alreadySaved(const ShelfEntry& entry, const std::u16string& path) {
+  const auto stamp = platform::fileStamp(path);
+  return stamp && caughtUp(entry, *stamp);
 }
 
 // Reasons why the changes on the shelf did not reach the document's file.
@@ -112,7 +119,9 @@ const char16_t* putInPlace(const std::u16string& copy, const std::u16string& pat
   if (sibling.empty()) return kNotWritten;
   platform::copyAlternateStreams(path, sibling);
   platform::copyFileProperties(path, sibling);
+  noteSaveBegins(path, sibling);
   if (takePlace(sibling, path)) return nullptr;
+  noteSaveFailed(path);
   platform::deleteFile(sibling);
   return kNotReplaced;
 }
@@ -129,6 +138,7 @@ bool saveClosedDocument(const std::u16string& path) {
   if (copy.empty()) return reportUnsaved(path, kNoCopy);
   if (!platform::fileExists(copy)) return reportUnsaved(path, kCopyMissing);
   if (onGoneShare(path)) return reportUnsaved(path, kNotWritten);
+  if (alreadySaved(*entry, path)) return true;
   if (changedOnDisk(*entry, path)) return reportUnsaved(path, kModified);
   if (const char16_t* reason = putInPlace(copy, path)) return reportUnsaved(path, reason);
   DropShelfCopy(path);
