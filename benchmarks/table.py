@@ -39,7 +39,7 @@ RATIOS = [
     Row("mode-renders", "renders of a mode change / renders needed", "", 1.0),
     Row("mode-loads", "page loads of a mode change / page loads needed", "", 1.0),
     Row("pan-repaint", "one move of a drag pan, painted / one copy of the client area", "ms", 4.0),
-    Row("mark", "making a mark / PDFium render", "ms", 1.2),
+    Row("mark", "making a mark / PDFium render of the page with it", "ms", 1.2),
     Row("mark-painted", "making a mark to painted / the same", "ms", None),
     Row("open-stamped", "open with 100 stamps to first painted page / PDFium load + 100 pages", "ms",
         1.5),

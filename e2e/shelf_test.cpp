@@ -186,12 +186,45 @@ TEST_F(Shelf, NoInTheConflictOpensTheNewerFile) {
   EXPECT_TRUE(marked(false));
 }
 
+TEST_F(Shelf, LoggingOffKeepsWhatIsOpen) {
+  startWithDocuments();
+  const std::string before = readFile(first);
+  ASSERT_TRUE(openAndMark(L"first"));
+  EXPECT_TRUE(SendMessageW(window, WM_QUERYENDSESSION, 0, 0));
+  SendMessageW(window, WM_ENDSESSION, TRUE, 0);
+  kill();
+  EXPECT_EQ(readFile(first), before);
+  start();
+  ASSERT_TRUE(open(L"first"));
+  EXPECT_TRUE(marked(true));
+}
+
+TEST_F(Shelf, CloseAsksAboutTheDocumentInPlaceOfShelvingIt) {
+  startWithDocuments();
+  ASSERT_TRUE(openAndMark(L"first"));
+  PostMessageW(window, WM_COMMAND, 105, 0);
+  Box box = waitForBox(program);
+  EXPECT_EQ(box.text, L"Document \"first.pdf\" has unsaved changes.\n\nSave them before closing?");
+  ASSERT_TRUE(inputIsHandled(box.window));
+  picture("Shelf.Close");
+  ASSERT_TRUE(answerBox(box, VK_ESCAPE));
+  EXPECT_TRUE(marked(true));
+  PostMessageW(window, WM_COMMAND, 105, 0);
+  box = waitForBox(program);
+  ASSERT_TRUE(answerBox(box, 'N'));
+  EXPECT_TRUE(titleBecomes(L"Quillmere"));
+  ASSERT_TRUE(open(L"first"));
+  EXPECT_TRUE(marked(false));
+}
+
 TEST_F(Shelf, ChangesAreDiscardedByCommand) {
   startWithDocuments();
   ASSERT_TRUE(openAndMark(L"first"));
   PostMessageW(window, WM_COMMAND, 707, 0);
   const Box box = waitForBox(program);
   EXPECT_EQ(box.title, L"Discard Changes");
+  ASSERT_TRUE(inputIsHandled(box.window));
+  picture("Shelf.Discard");
   ASSERT_TRUE(answerBox(box, VK_RETURN));
   EXPECT_TRUE(marked(false));
   EXPECT_EQ(title(), L"Quillmere - first.pdf");

@@ -409,6 +409,48 @@ TEST_F(Stamps, StampsOfTheFileAreMovedAndDeleted) {
   EXPECT_TRUE(shown(kOrange, false));
 }
 
+TEST_F(Stamps, AStampIsEditableAgainAfterSavingAndOpening) {
+  startWithStamp();
+  placeOrange(onScreen(dip(400), dip(300)));
+  const RECT placed = extentOf(kOrange);
+  const std::wstring path = scenarioFolder() + L"\\one.pdf";
+  const auto stampsInFile = [&] { return readFile(path).find("/QMR") != std::string::npos; };
+  const auto lieThere = [&] {
+    const RECT now = extentOf(kOrange);
+    return std::abs(now.left - placed.left) <= 1 && std::abs(now.top - placed.top) <= 1 &&
+           std::abs(now.right - placed.right) <= 1 && std::abs(now.bottom - placed.bottom) <= 1;
+  };
+  // A file that somebody reads cannot be replaced, so it is read only afterwards.
+  const auto save = [&] {
+    const FILETIME before = lastWrite(path);
+    press('S', kCtrl);
+    return eventually([&] {
+      const FILETIME now = lastWrite(path);
+      return CompareFileTime(&now, &before) != 0;
+    });
+  };
+  EXPECT_FALSE(stampsInFile());
+  toFront();
+  ASSERT_TRUE(save());
+  EXPECT_TRUE(stampsInFile());
+  EXPECT_TRUE(eventually(lieThere)) << "saving moves nothing";
+  picture("Stamps.Saved");
+
+  press('W', kCtrl);
+  ASSERT_TRUE(shown(kOrange, false));
+  sendPath(window, path);
+  press('A');
+  EXPECT_TRUE(eventually(lieThere));
+  const POINT centre = middle(placed);
+  click(onScreen(centre.x, centre.y));
+  ASSERT_TRUE(eventually([&] { return pixelsOf(kRotationHandle) > 20; }));
+  picture("Stamps.OpenedAgain");
+  press(VK_DELETE);
+  ASSERT_TRUE(shown(kOrange, false));
+  ASSERT_TRUE(save());
+  EXPECT_FALSE(stampsInFile());
+}
+
 TEST_F(Stamps, OddPicturesAreImportedOrRefusedInSilence) {
   makeLibrary({});
   startWithPanel(whitePage());

@@ -3,6 +3,7 @@
 #include <stddef.h>
 #include <stdint.h>
 
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -167,11 +168,17 @@ class AnnotationFinder {
     KeepObjects();
   }
 
-  // What is in memory now stays there.
+  // What is in memory now stays there: whoever read it, as the outline does, will want it again.
   void KeepObjects() {
     known_objects_.clear();
     for (const auto& [number, object] : document_) {
       known_objects_.insert(number);
+    }
+    known_streams_.clear();
+    if (CPDF_Parser* parser = document_.GetParser()) {
+      for (const auto& [number, stream] : parser->*Reached(ObjectStreamsOf())) {
+        known_streams_.insert(number);
+      }
     }
   }
 
@@ -210,7 +217,8 @@ class AnnotationFinder {
       document_.DeleteIndirectObject(number);
     }
     if (CPDF_Parser* parser = document_.GetParser()) {
-      (parser->*Reached(ObjectStreamsOf())).clear();
+      std::erase_if(parser->*Reached(ObjectStreamsOf()),
+                    [this](const auto& entry) { return !known_streams_.contains(entry.first); });
     }
   }
 
@@ -255,8 +263,9 @@ class AnnotationFinder {
 
   CPDF_Document& document_;
   const Subtypes subtypes_;
-  // Numbers of the objects that KeepObjects() found.
+  // Numbers of the objects and object streams that KeepObjects() found.
   std::unordered_set<uint32_t> known_objects_;
+  std::unordered_set<uint32_t> known_streams_;
   int pages_read_ = 0;
   // Numbers of page objects, and how often the tree named each.
   std::unordered_map<uint32_t, int> mentions_;

@@ -199,6 +199,12 @@ change_source(${creator}.cpp ADD_AFTER "  uint32_t dwLastObjNum = last_obj_num_;
 change_source(${creator}.cpp ADD_AFTER "  subset_new_fonts_ = !!(flags & CreateFlags::kSubsetNewFonts);"
   "  packer_ = is_incremental_ ? nullptr : ObjectPacker::For(*document_);")
 
+# Pictures at odd angles lie where their matrix puts them; see turned_images.h.
+set(transformer core/fxge/dib/cfx_imagetransformer.cpp)
+change_source(${transformer} ADD_BEFORE "namespace {" "#include \"turned_images.h\"\n")
+change_source(${transformer} REPLACE "  CFX_BilinearMatrix matrix_fix(calc_data.matrix);"
+  "  const TurnedImage matrix_fix(calc_data.matrix, clip_rect.Width(), clip_rect.Height());")
+
 # The changed copies lie under CHANGED_DIR by the names of PDFium's files.
 set(CHANGED_DIR ${CMAKE_CURRENT_BINARY_DIR}/changed)
 foreach(file IN LISTS changed_files)

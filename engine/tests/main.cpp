@@ -57,7 +57,10 @@ constexpr Test kTests[] = {
     TEST_ROW(TestMarkAppearances),
     TEST_ROW(TestMarkEntries),
     TEST_ROW(TestPopupIndexes),
-    TEST_ROW(TestSharedImages)};
+    TEST_ROW(TestSharedImages),
+    TEST_ROW(TestTurnedImages),
+    TEST_ROW(TestThinTurnedImages),
+    TEST_ROW(TestTurnedImagesThatTouch)};
 
 }  // namespace
 

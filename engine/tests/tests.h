@@ -48,6 +48,10 @@ void TestMarkEntries();
 void TestPopupIndexes();
 void TestSharedImages();
 
+void TestTurnedImages();
+void TestThinTurnedImages();
+void TestTurnedImagesThatTouch();
+
 // These leave files in |folder| for compare_readers.py.
 void WriteFieldsToCompare(const std::string& folder);
 void WriteMarksToCompare(const std::string& folder);

@@ -28,11 +28,9 @@ namespace quillmere {
 namespace {
 
 // What the user wants saved is saved; the rest is discarded later. False when the window stays.
-bool settleUnsavedFiles() {
-  std::vector<UnsavedFile> files = BuildUnsavedList();
+bool settleUnsavedFiles(std::vector<UnsavedFile>& files) {
   if (files.empty()) return true;
   if (ShowUnsavedDialog(files, u"Save Changes Before Closing") == UnsavedAnswer::Cancel) {
-    session.closeWaits = false;  // the answer to a request that came meanwhile, too
     return false;
   }
   if (saveChosenFiles(files)) return true;
@@ -41,6 +39,15 @@ bool settleUnsavedFiles() {
       u"still marked unsaved.",
       BoxIcon::Warning);
   return false;
+}
+
+// A file that was handed over meanwhile keeps the window. True when it stays.
+bool staysForWaitingFile(const std::vector<UnsavedFile>& settled) {
+  if (session.waitingOpens.empty()) return false;
+  for (const UnsavedFile& file : settled) {
+    if (file.save) DropShelfEntry(file.path);
+  }
+  return true;
 }
 
 void forgetWorkingDocuments() {
@@ -60,7 +67,11 @@ void offerToCloseViewers() {
 
 bool settleBeforeClose() {
   if (session.viewerRole) return true;
-  if (!settleUnsavedFiles() || !session.waitingOpens.empty()) return false;
+  std::vector<UnsavedFile> files = BuildUnsavedList();
+  if (!settleUnsavedFiles(files) || staysForWaitingFile(files)) {
+    session.closeWaits = false;  // a request that came meanwhile has its answer, too
+    return false;
+  }
   session.leaving = true;
   ClearShelf();
   forgetWorkingDocuments();
@@ -78,6 +89,7 @@ void tearDown() {
   }
   session.waitingOpens.clear();
   SaveSettings();
+  if (session.settings.restoreOpenDocs) SaveWorkingDocuments();
   SaveCurrentViews();
   closeAllDocuments();
   session.stampLibrary.clear();
@@ -85,9 +97,12 @@ void tearDown() {
 }
 
 void settleForLogoff() {
-  // The system may end the process at any moment: unsaved work first.
+  // The system may end the process at any moment: unsaved work first. An earlier change of the
+  // index may not have reached its file.
   shelveChangedDocuments();
+  if (!session.shelfIndex.empty()) SaveShelfIndex();
   SaveSettings();
+  SaveWorkingDocuments();
   SaveCurrentViews();
 }
 

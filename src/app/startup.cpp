@@ -51,6 +51,19 @@ platform::WindowId waitForMainWindow() {
   return 0;
 }
 
+platform::MutexClaim claimName() {
+  const platform::MutexClaim claim = platform::claimPrimaryMutex(kPrimaryMutexName);
+  session.ownsPrimaryName = claim == platform::MutexClaim::Owned;
+  return claim;
+}
+
+// The other instance may have been closing, and has gone meanwhile. A window without the name has
+// no shelf.
+void claimNameAgain() {
+  platform::closePrimaryMutex();
+  claimName();
+}
+
 }  // namespace
 
 std::optional<std::u16string> handedOverPath(std::uintptr_t tag, const void* data,
@@ -105,11 +118,12 @@ std::optional<int> confirmDefaultHandler(const LaunchArguments& arguments) {
 
 std::optional<int> handOverToRunningInstance(const LaunchArguments& arguments) {
   if (arguments.viewerRole) return std::nullopt;
-  const platform::MutexClaim claim = platform::claimPrimaryMutex(kPrimaryMutexName);
-  session.ownsPrimaryName = claim == platform::MutexClaim::Owned;
-  if (claim != platform::MutexClaim::AlreadyExists) return std::nullopt;
+  if (claimName() != platform::MutexClaim::AlreadyExists) return std::nullopt;
   const platform::WindowId window = waitForMainWindow();
-  if (window == 0) return std::nullopt;
+  if (window == 0) {
+    claimNameAgain();
+    return std::nullopt;
+  }
   platform::raiseWindow(window);
   if (!arguments.filePath.empty()) {
     platform::sendPathToWindow(window, kOpenFileTag, arguments.filePath);

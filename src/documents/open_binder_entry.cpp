@@ -50,7 +50,9 @@ bool alreadyShown(const std::u16string& path, bool otherPaneCounts) {
 // A missing document can still be opened from its unsaved changes on the shelf.
 bool canBeOpened(const std::u16string& path, ProbeResult probe, bool shown) {
   if (probe == ProbeResult::Available) return true;
-  return probe == ProbeResult::Missing && !shown && !liveShelfCopy(path).empty();
+  if (probe != ProbeResult::Missing || shown) return false;
+  shelfIndexKnown();
+  return !liveShelfCopy(path).empty();
 }
 
 }  // namespace

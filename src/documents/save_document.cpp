@@ -19,7 +19,6 @@
 #include "session/loaded_file.h"
 #include "session/page_memory.h"
 #include "session/session.h"
-#include "store/shelf.h"
 #include "store/sibling_file.h"
 #include "store/write_document_copy.h"
 #include "ui/boxes.h"

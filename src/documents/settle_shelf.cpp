@@ -19,6 +19,7 @@ constexpr const char16_t* kConflictText =
 ShelfDecision settleShelfCopy(const std::u16string& path) {
   ShelfDecision decision;
   decision.loadPath = path;
+  shelfIndexKnown();
   const ShelfEntry* entry = shelfEntryOf(path);
   if (entry == nullptr || !entry->dirty || entry->shelfName.empty()) return decision;
 

@@ -17,6 +17,7 @@
 #include "platform/text.h"
 #include "session/changes.h"
 #include "session/document_slots.h"
+#include "session/gesture.h"
 #include "session/loaded_file.h"
 #include "session/page_memory.h"
 #include "session/session.h"
@@ -34,13 +35,18 @@ namespace quillmere {
 
 namespace {
 
+// The binder must still list it, or another one: the list at the end has nothing else.
 bool openedFromLoadedBinder(int pane) {
-  const auto opened = session.documentBinders.find(platform::toLower(pathOf(pane)));
-  return opened != session.documentBinders.end() && FindBinder(opened->second) != kNoBinder;
+  const std::u16string& path = pathOf(pane);
+  const auto opened = session.documentBinders.find(platform::toLower(path));
+  return opened != session.documentBinders.end() && FindBinder(opened->second) != kNoBinder &&
+         IsFileInOtherBinder(path, kNoBinder);
 }
 
+// Once the window closes for good, the user has decided about all of it.
 bool belongsOnShelf(int pane) {
-  return keepsShelf() && documentOf(pane) != nullptr && openedFromLoadedBinder(pane);
+  return keepsShelf() && !session.leaving && documentOf(pane) != nullptr &&
+         openedFromLoadedBinder(pane);
 }
 
 // What is not known leaves the entry as it was.
@@ -111,19 +117,26 @@ bool reportUnsaved(const std::u16string& path, const char16_t* reason) {
   return false;
 }
 
-// Null when the copy now stands in the place of the file; otherwise the reason why it does not.
-const char16_t* putInPlace(const std::u16string& copy, const std::u16string& path) {
-  const DocumentHandle document = loadDocumentFile(copy);
+// Null when the copy of `entry` now stands in the place of the file; otherwise the reason why it
+// does not.
+const char16_t* putInPlace(const ShelfEntry& entry, const std::u16string& path) {
+  if (changedOnDisk(entry, path)) return kModified;
+  const DocumentHandle document = loadDocumentFile(ShelfFilePath(entry.shelfName));
   if (!document) return kCopyUnreadable;
   const std::u16string sibling = writeDocumentBeside(document.get(), path);
   if (sibling.empty()) return kNotWritten;
   platform::copyAlternateStreams(path, sibling);
   platform::copyFileProperties(path, sibling);
+  const char16_t* reason = kNotReplaced;
   noteSaveBegins(path, sibling);
-  if (takePlace(sibling, path)) return nullptr;
+  if (changedOnDisk(entry, path)) {
+    reason = kModified;  // while the copy was written
+  } else if (takePlace(sibling, path)) {
+    return nullptr;
+  }
   noteSaveFailed(path);
   platform::deleteFile(sibling);
-  return kNotReplaced;
+  return reason;
 }
 
 bool saveOpenDocument(int pane) {
@@ -138,9 +151,8 @@ bool saveClosedDocument(const std::u16string& path) {
   if (copy.empty()) return reportUnsaved(path, kNoCopy);
   if (!platform::fileExists(copy)) return reportUnsaved(path, kCopyMissing);
   if (onGoneShare(path)) return reportUnsaved(path, kNotWritten);
-  if (alreadySaved(*entry, path)) return true;
-  if (changedOnDisk(*entry, path)) return reportUnsaved(path, kModified);
-  if (const char16_t* reason = putInPlace(copy, path)) return reportUnsaved(path, reason);
+  const char16_t* reason = alreadySaved(*entry, path) ? nullptr : putInPlace(*entry, path);
+  if (reason != nullptr) return reportUnsaved(path, reason);
   DropShelfCopy(path);
   return true;
 }
@@ -157,6 +169,7 @@ bool shelveDocument(int pane) {
   const auto sound = [&slot] { return sourceState(slot.loadedFrom) == SourceState::Sound; };
   if (copy.empty() || !sound()) return false;
   const DocumentWork work;
+  dropGesture();
   commitRotations(pane);
   const bool ownsPlacements = session.placementDocument == document && !session.placements.empty();
   if (!writeWithPlacements(document, [&] { return WriteDocumentCopy(document, copy, sound); })) {
@@ -179,15 +192,18 @@ void shelveChangedDocuments() {
 }
 
 void noteDocumentChanged(int pane) {
-  if (session.leaving || !belongsOnShelf(pane)) return;
   keepEdits(pane);
+  if (!belongsOnShelf(pane)) return;
   const std::u16string& path = pathOf(pane);
   const ShelfEntry* known = shelfEntryOf(path);
-  const bool hasCopy = known != nullptr && !known->shelfName.empty();
+  // A copy of an entry without changes is not what the document was read from.
+  const bool hasCopy = known != nullptr && known->dirty && !known->shelfName.empty();
   const bool dirty = hasCopy || hasUnsavedChanges(pane);
   if (dirty == (known != nullptr && known->dirty)) return;
   if (!dirty) return DropShelfEntry(path);
-  session.shelfIndex[shelfKeyOf(path)].dirty = true;
+  ShelfEntry& entry = session.shelfIndex[shelfKeyOf(path)];
+  entry.dirty = true;
+  if (!hasCopy) entry.shelfName.clear();
   SaveShelfIndex();
 }
 

@@ -123,6 +123,13 @@ bool isOpen(const std::u16string& path) {
   return paneWithPath(path) >= 0;
 }
 
+// A copy that cannot be looked at for any other reason may come back.
+bool hasGone(const std::u16string& copy) {
+  const platform::AttributeQuery query = platform::queryAttributes(copy);
+  if (query.attributes != platform::kInvalidAttributes) return false;
+  return query.error == platform::kErrorFileNotFound || query.error == platform::kErrorPathNotFound;
+}
+
 }  // namespace
 
 bool keepsShelf() {
@@ -229,7 +236,7 @@ bool ActiveIsShelved() {
 std::u16string liveShelfCopy(const std::u16string& path) {
   if (!IsShelved(path)) return {};
   const std::u16string copy = ShelfFilePath(shelfEntryOf(path)->shelfName);
-  return !copy.empty() && platform::fileExists(copy) ? copy : std::u16string();
+  return !copy.empty() && !hasGone(copy) ? copy : std::u16string();
 }
 
 void DropShelfEntry(const std::u16string& path) {

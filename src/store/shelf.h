@@ -69,7 +69,7 @@ bool caughtUp(const ShelfEntry& entry, const platform::FileStamp& stamp);
 bool IsShelved(const std::u16string& path);
 bool ActiveIsShelved();
 
-// The copy that holds such changes, if it is there; empty otherwise.
+// The copy that holds such changes; empty when there is none or it has gone.
 std::u16string liveShelfCopy(const std::u16string& path);
 
 // Forgets a document's entry and deletes its copy.

@@ -75,12 +75,22 @@ void AddToWorkingDocuments(const std::vector<std::u16string>& paths, WorkingDocs
     if (list(binder.files, full)) listed = true;
   }
   if (!listed) return;
-  WriteBinderFile(binder);
+  binder.dirty = true;
+  if (platform::mainWindowExists()) {
+    platform::doAfterPainting(SaveWorkingDocuments);  // the document is to be seen first
+  } else {
+    SaveWorkingDocuments();
+  }
   platform::postBinderTreeRebuild();
 }
 
 void AddToWorkingDocuments(const std::u16string& path, WorkingDocsMode how) {
   AddToWorkingDocuments(std::vector<std::u16string>{path}, how);
+}
+
+void SaveWorkingDocuments() {
+  const int index = WorkingDocumentsIndex();
+  if (index != kNoBinder && binderAt(index).dirty) WriteBinderFile(binderAt(index));
 }
 
 void LoadWorkingDocuments() {

@@ -15,9 +15,12 @@ enum WorkingDocsMode : int {
 };
 
 // Lists documents among those in use, one after the other. The tree follows once the present
-// message is done.
+// message is done, the file once the window is painted.
 void AddToWorkingDocuments(const std::vector<std::u16string>& paths, WorkingDocsMode how);
 void AddToWorkingDocuments(const std::u16string& path, WorkingDocsMode how);
+
+// Writes the list to its file unless the file has it already; says nothing when that fails.
+void SaveWorkingDocuments();
 
 // Makes the built-in binder unless it is there, with what it held last time where that is restored;
 // where it is not, its file is deleted. Without a data folder there is no such binder.

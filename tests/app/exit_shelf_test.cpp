@@ -93,6 +93,27 @@ TEST_F(ExitShelfTest, AFailedSaveDropsNothingNotEvenWhatWasSaved) {
   EXPECT_EQ(session.active.path, kB);
 }
 
+TEST_F(ExitShelfTest, AfterAFailedSaveTheWindowIsNotAskedToCloseOnceMore) {
+  shelveFile(1, 0);
+  openFile(1, 1);
+  platform::setReadOnly(kA, true);
+  answerDialog({u"a.pdf  -  Work"});
+  standIn().boxAnswers = {BoxAnswer::Ok, BoxAnswer::Ok};
+  session.closeWaits = true;
+  EXPECT_FALSE(settleBeforeClose());
+  EXPECT_FALSE(session.closeWaits);
+}
+
+TEST_F(ExitShelfTest, AnOpenDocumentIsSavedWithItsLiveEdits) {
+  shelveFile(1, 0);
+  mark();
+  answerDialog({u"a.pdf  -  Work"});
+  EXPECT_TRUE(settleBeforeClose());
+  leave();
+  EXPECT_EQ(marksIn(kA), 2);
+  EXPECT_THAT(shelfFiles(), IsEmpty());
+}
+
 TEST_F(ExitShelfTest, AFileThatNoLoadedBinderListsIsLostWithoutAQuestion) {
   shelveFile(1, 0);
   CloseBinder(1);
@@ -152,6 +173,25 @@ TEST_F(ExitShelfTest, AFileHandedOverWhileTheDialogIsUpIsOpenedAndTheWindowStays
   EXPECT_EQ(session.active.path, late);
 }
 
+TEST_F(ExitShelfTest, WhatWasSavedBeforeTheWindowStayedIsNotListedAgain) {
+  openFile(1, 0);
+  mark();
+  shelveFile(1, 1);
+  const std::u16string late = putPdf(u"C:\\late.pdf", simplePdf(1));
+  unsavedDialogScript().answer = [&](std::vector<UnsavedFile>& files) {
+    const DocumentWork work;
+    openHandedOver(late);
+    session.closeWaits = true;
+    files[0].save = false;
+    return UnsavedAnswer::GoAhead;
+  };
+  EXPECT_FALSE(settleBeforeClose());
+  EXPECT_EQ(marksIn(kB), 1);
+  EXPECT_FALSE(IsShelved(kB));
+  EXPECT_TRUE(IsShelved(kA));
+  EXPECT_FALSE(session.closeWaits);
+}
+
 TEST_F(ExitShelfTest, AFileHandedOverOnceTheShelfIsClearedIsForAFreshProcess) {
   viewerRuns();
   openFile(1, 0);
@@ -200,6 +240,46 @@ TEST_F(ExitShelfTest, AViewerAndAWindowBesideAnotherLeaveTheShelfAlone) {
 }
 
 // Logging off.
+
+TEST_F(ExitShelfTest, LoggingOffWhileViewersAreAskedAboutBringsNothingBack) {
+  viewerRuns();
+  openFile(1, 0);
+  mark();
+  answerDialog({});  // discards it
+  standIn().boxAnswers = {BoxAnswer::No};
+  standIn().onBox = [](const platform::ShownBox&) { settleForLogoff(); };
+  EXPECT_TRUE(settleBeforeClose());
+  EXPECT_THAT(shelfFiles(), IsEmpty());
+  EXPECT_EQ(index(), "none");
+}
+
+TEST_F(ExitShelfTest, LoggingOffWhileTheDialogIsUpShelvesEverything) {
+  openFile(1, 0);
+  mark();
+  unsavedDialogScript().answer = [](std::vector<UnsavedFile>&) {
+    settleForLogoff();
+    return UnsavedAnswer::Cancel;
+  };
+  EXPECT_FALSE(settleBeforeClose());
+  restart();
+  openFile(1, 0);
+  EXPECT_EQ(marks(), 1);
+}
+
+TEST_F(ExitShelfTest, LoggingOffWritesAnIndexThatCouldNotBeWrittenBefore) {
+  openFile(1, 0);
+  mark();
+  int replaced = 0;
+  standIn().refuseFileCall = [&replaced](platform::FileCall call) {
+    return call == platform::FileCall::Replace && ++replaced == 2;  // first the copy
+  };
+  ASSERT_TRUE(ShelveCurrentDocument());
+  standIn().refuseFileCall = {};
+  settleForLogoff();
+  restart();
+  openFile(1, 0);
+  EXPECT_EQ(marks(), 1);
+}
 
 TEST_F(ExitShelfTest, LoggingOffShelvesBothDocumentsBeforeTheSettingsAreSaved) {
   setViewMode(ViewMode::TwoDocuments);

@@ -6,6 +6,7 @@
 
 #include "app/startup.h"
 #include "documents/open_requests.h"
+#include "session/document_slots.h"
 #include "store/working_documents.h"
 #include "support/pdf_builder.h"
 #include "support/session_test.h"
@@ -104,6 +105,25 @@ TEST_F(ExitTest, TheViewOfTheOpenDocumentIsKeptAndBringsNoUnwantedListBack) {
     EXPECT_EQ(list.find("a.pdf\tpage=2\t") != std::string::npos, restored) << list;
     EXPECT_EQ(platform::fileExists(WorkingDocsPath()), restored);
   }
+}
+
+TEST_F(ExitTest, AListThatStillHadToBeWrittenIsNotLost) {
+  standIn().window.paintsLater = true;
+  openRequested(putPdf(u"a.pdf", simplePdf(3)), 0, kWorkingDocsToHead, true);
+  clearDocument(session.active);
+  ASSERT_FALSE(platform::fileExists(WorkingDocsPath()));
+  EXPECT_TRUE(settleBeforeClose());
+  tearDown();
+  FPDF_InitLibrary();
+  EXPECT_NE(platform::fileBytes(WorkingDocsPath()).value_or("").find("a.pdf"), std::string::npos);
+}
+
+TEST_F(ExitTest, AListThatStillHadToBeWrittenIsNotLostByLoggingOff) {
+  standIn().window.paintsLater = true;
+  openRequested(putPdf(u"a.pdf", simplePdf(3)), 0, kWorkingDocsToHead, true);
+  clearDocument(session.active);
+  settleForLogoff();
+  EXPECT_NE(platform::fileBytes(WorkingDocsPath()).value_or("").find("a.pdf"), std::string::npos);
 }
 
 TEST_F(ExitTest, ASecondMainWindowLeavesTheListOfDocumentsInUseAlone) {

@@ -209,6 +209,17 @@ TEST_F(HandOverTest, AfterFiftyRoundsTheProgramBecomesASecondMainWindow) {
   EXPECT_EQ(standIn().sleeps, std::vector<std::uint32_t>(50, 50));
   EXPECT_THAT(standIn().sentPaths, IsEmpty());
   EXPECT_THAT(standIn().boxes, IsEmpty());
+  EXPECT_FALSE(session.ownsPrimaryName);
+}
+
+TEST_F(HandOverTest, AnInstanceThatHasGoneMeanwhileLeavesTheNameAndTheShelfToThisOne) {
+  anotherInstanceRuns();
+  standIn().onSleep = [] {
+    if (standIn().sleeps.size() == 7) standIn().mutexClaim = MutexClaim::Owned;
+  };
+  EXPECT_EQ(handOverToRunningInstance(launch(u"C:\\a.pdf")), std::nullopt);
+  EXPECT_EQ(standIn().mutexCloses, 1);
+  EXPECT_TRUE(session.ownsPrimaryName);
 }
 
 TEST_F(HandOverTest, AWindowThatComesAfterTheLastRoundIsTooLate) {

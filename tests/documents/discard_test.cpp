@@ -138,6 +138,30 @@ TEST_F(DiscardTest, AFileThatCannotBeReadKeepsItsEntryAndItsBinder) {
   EXPECT_EQ(session.documentBinders[u"c:\\a.pdf"], u"C:\\Work.lst");
 }
 
+TEST_F(DiscardTest, WithItsFileGoneTheCopyStays) {
+  shelveFile(1, 0);
+  restart();
+  platform::deleteFile(kA);
+  openFile(1, 0);
+  ASSERT_EQ(marks(), 1);
+  standIn().boxAnswers = {BoxAnswer::Ok, BoxAnswer::Ok};
+  DiscardActive();
+  EXPECT_TRUE(IsShelved(kA));
+  EXPECT_EQ(marksIn(copyOf(kA)), 1);
+}
+
+TEST_F(DiscardTest, ABinderThatIsNotLoadedAnyMoreLeavesItsNoteAndNoView) {
+  openFile(1, 0);
+  mark();
+  goToPage(0, 2, false);
+  CloseBinder(1);
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  DiscardActive();
+  EXPECT_EQ(marks(), 0);
+  EXPECT_EQ(session.panes[0].currentPage, 0);
+  EXPECT_EQ(session.documentBinders[u"c:\\a.pdf"], u"C:\\Work.lst");
+}
+
 TEST_F(DiscardTest, ADocumentOfNoBinderCanBeDiscardedToo) {
   const std::u16string path = putPdf(u"C:\\four.pdf", simplePdf(4));
   ASSERT_TRUE(openDocument(&path, 0, kWorkingDocsLeaveAlone, false, nullptr));
@@ -255,6 +279,20 @@ TEST_F(DiscardTest, BothPanesAreRevertedTogether) {
   EXPECT_EQ(marks(0), 0);
   EXPECT_EQ(marks(1), 0);
   EXPECT_EQ(session.viewMode, ViewMode::TwoDocuments);
+  EXPECT_TRUE(session.shelfIndex.empty());
+}
+
+TEST_F(DiscardTest, ADocumentThatBothPanesShowIsRevertedOnce) {
+  openFile(1, 0);
+  setViewMode(ViewMode::IndependentPages);
+  setActivePane(1);
+  mark();
+  rotatePage(1);
+  standIn().boxAnswers = {BoxAnswer::Yes};
+  DiscardAll();
+  EXPECT_EQ(session.viewMode, ViewMode::IndependentPages);
+  EXPECT_EQ(marks(), 0);
+  EXPECT_FALSE(hasUnsavedChanges());
   EXPECT_TRUE(session.shelfIndex.empty());
 }
 

@@ -11,6 +11,7 @@
 #include "documents/open_requests.h"
 #include "documents/save.h"
 #include "session/changes.h"
+#include "session/gesture.h"
 #include "store/binder_library.h"
 #include "store/shelf.h"
 #include "support/pdf_builder.h"
@@ -88,6 +89,38 @@ TEST_F(ShelveTest, ADocumentOfNoLoadedBinderIsAskedAbout) {
   session.documentBinders.clear();
   EXPECT_FALSE(ShelveCurrentDocument());
   EXPECT_TRUE(session.active.dirty);
+}
+
+TEST_F(ShelveTest, ADocumentThatNoBinderListsAnyMoreIsAskedAbout) {
+  openFile(1, 0);
+  platform::putFile(u"C:\\Work.lst", "C:\\b.pdf\r\n");
+  RefreshBinder(1);
+  mark();
+  EXPECT_FALSE(ShelveCurrentDocument());
+  EXPECT_TRUE(session.shelfIndex.empty());
+  AddFilesToBinder(2, {kA});
+  EXPECT_TRUE(ShelveCurrentDocument());
+}
+
+TEST_F(ShelveTest, ADragEndsBeforeItsDocumentIsShelved) {
+  openFile(1, 0);
+  mark();
+  beginGesture(Gesture::Placement, 10, 10);
+  ASSERT_TRUE(ShelveCurrentDocument());
+  EXPECT_EQ(session.gesture.kind, Gesture::None);
+  EXPECT_FALSE(standIn().window.mouseCaptured);
+}
+
+TEST_F(ShelveTest, PlacementsThatAreStillToBeReadStaySo) {
+  openFile(1, 0);
+  addPendingText(0);
+  SaveCommand();
+  loadPlacementsLater(documentOf(0));
+  mark();
+  ASSERT_TRUE(ShelveCurrentDocument());
+  EXPECT_EQ(marksIn(copyOf(kA)), 2);
+  readWaitingPlacements();
+  EXPECT_THAT(session.placements[0], SizeIs(1));
 }
 
 TEST_F(ShelveTest, OpeningAShelvedDocumentAndLeavingItUnchangedKeepsItsEntry) {
@@ -413,6 +446,20 @@ TEST_F(ShelveTest, NoCountsForNothingWhenTheDocumentStays) {
   EXPECT_EQ(marksIn(copyOf(kA)), 3);
 }
 
+TEST_F(ShelveTest, AnEditAfterNoKeepsTheEarlierCopyOfADocumentThatNoBinderLists) {
+  openTwo();
+  openFile(1, 2);
+  mark(1);
+  ASSERT_TRUE(ShelveCurrentDocument());
+  CloseBinder(1);
+  mark(1);
+  standIn().boxAnswers = {BoxAnswer::No, BoxAnswer::Ok};
+  EXPECT_FALSE(openRequested(putPdf(kFour, garbageFile()), 1, kWorkingDocsToHead, true));
+  mark(1);
+  setViewMode(ViewMode::SinglePage);
+  EXPECT_EQ(marksIn(copyOf(kC)), 1);
+}
+
 TEST_F(ShelveTest, NoForTheOtherPaneDropsItsEntryToo) {
   openTwo();
   mark(0);
@@ -470,99 +517,6 @@ TEST_F(ShelveTest, AViewerAndAWindowBesideAnotherShelveNothing) {
     EXPECT_TRUE(session.shelfIndex.empty());
   }
   EXPECT_EQ(index(), "none");
-}
-
-// Saving what is shelved.
-
-class SaveShelvedTest : public ShelfFlowTest {
- protected:
-  SaveShelvedTest() {
-    shelveFile(1, 0);
-    openFile(1, 1);
-  }
-  static void expectReport(const std::u16string& reason) {
-    ASSERT_THAT(standIn().boxes, SizeIs(1));
-    EXPECT_EQ(standIn().boxes[0].text, u"Could not save 'a.pdf':\n" + reason +
-                                           u"\n\nThe unsaved changes are still on its shelf.");
-    EXPECT_EQ(standIn().boxes[0].title, u"Quillmere");
-    EXPECT_EQ(standIn().boxes[0].icon, platform::BoxIcon::Error);
-  }
-  // Fails with this reason and leaves the file and the copy as they were.
-  static void expectFailure(const std::u16string& reason) {
-    standIn().boxAnswers = {BoxAnswer::Ok};
-    EXPECT_FALSE(SaveShelved(1, 0));
-    expectReport(reason);
-    EXPECT_EQ(marksIn(kA), 0);
-    EXPECT_TRUE(IsShelved(kA));
-    EXPECT_FALSE(platform::fileExists(std::u16string(kA) + u".tmp"));
-  }
-};
-
-TEST_F(SaveShelvedTest, TheCopyTakesThePlaceOfTheFileAndGoes) {
-  EXPECT_TRUE(SaveShelved(1, 0));
-  EXPECT_EQ(marksIn(kA), 1);
-  EXPECT_THAT(standIn().boxes, IsEmpty());
-  EXPECT_THAT(shelfFiles(), IsEmpty());
-  EXPECT_FALSE(platform::fileExists(std::u16string(kA) + u".tmp"));
-}
-
-TEST_F(SaveShelvedTest, AFileThatHasGoneIsMadeAgain) {
-  platform::deleteFile(kA);
-  EXPECT_TRUE(SaveShelved(1, 0));
-  EXPECT_EQ(marksIn(kA), 1);
-}
-
-TEST_F(SaveShelvedTest, NothingToDoIsASuccess) {
-  EXPECT_TRUE(SaveShelved(1, 2));
-  EXPECT_FALSE(SaveShelved(1, 3));
-  EXPECT_FALSE(SaveShelved(7, 0));
-  session.viewerRole = true;
-  EXPECT_FALSE(SaveShelved(1, 0));
-  EXPECT_THAT(standIn().boxes, IsEmpty());
-}
-
-TEST_F(SaveShelvedTest, AnEntryWithoutACopyIsReported) {
-  session.shelfIndex.begin()->shelfName.clear();
-  standIn().boxAnswers = {BoxAnswer::Ok};
-  EXPECT_FALSE(SaveShelved(1, 0));
-  expectReport(u"No shelf copy of the changes exists.");
-}
-
-TEST_F(SaveShelvedTest, AMissingCopyIsReported) {
-  platform::deleteFile(copyOf(kA));
-  expectFailure(u"The shelf copy of the changes is missing.");
-}
-
-TEST_F(SaveShelvedTest, AnUnreadableCopyIsReported) {
-  platform::putFile(copyOf(kA), "no document");
-  expectFailure(u"The shelf copy could not be opened.");
-}
-
-TEST_F(SaveShelvedTest, AChangedFileIsReportedAndStays) {
-  platform::setWriteTime(kA, 132'000'000'000'000'000u);
-  expectFailure(u"The file on disk has been modified since.");
-}
-
-TEST_F(SaveShelvedTest, EachWayOfNotWritingIsReported) {
-  for (const FileCall call : {FileCall::Start, FileCall::Write, FileCall::Flush, FileCall::Close}) {
-    standIn().boxes.clear();
-    standIn().refuseFileCall = [call](FileCall asked) { return asked == call; };
-    expectFailure(u"Writing the file failed.");
-  }
-}
-
-TEST_F(SaveShelvedTest, ALockedFileIsReported) {
-  platform::setOtherUse(kA, platform::OtherUse::Exclusive);
-  standIn().boxAnswers = {BoxAnswer::Ok};
-  EXPECT_FALSE(SaveShelved(1, 0));
-  expectReport(u"The file could not be replaced (it may be locked or read-only).");
-  EXPECT_FALSE(platform::fileExists(std::u16string(kA) + u".tmp"));
-  EXPECT_EQ(marksIn(copyOf(kA)), 1);
-}
-
-TEST_F(SaveShelvedTest, AReadOnlyFileIsReported) {
-  platform::setReadOnly(kA, true);
-  expectFailure(u"The file could not be replaced (it may be locked or read-only).");
 }
 
 }  // namespace

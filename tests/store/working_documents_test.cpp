@@ -134,6 +134,22 @@ TEST_F(WorkingDocumentsTest, ADocumentJoinsAtTheHeadAndIsWritten) {
   EXPECT_EQ(standIn().window.binderTreeRebuildsPosted, 2);
 }
 
+TEST_F(WorkingDocumentsTest, AnOpenedDocumentIsSeenBeforeTheListIsWritten) {
+  standIn().window.paintsLater = true;
+  AddToWorkingDocuments(u"C:\\a.pdf", kWorkingDocsToHead);
+  AddToWorkingDocuments(u"C:\\b.pdf", kWorkingDocsToHead);
+  EXPECT_EQ(listOnDisk(), std::nullopt);
+  standIn().window.paintNow();
+  EXPECT_EQ(listOnDisk(), kBoldHead + "C:\\b.pdf\r\nC:\\a.pdf\r\n");
+}
+
+TEST_F(WorkingDocumentsTest, AListThatIsInItsFileIsNotWrittenAgain) {
+  AddToWorkingDocuments(u"C:\\a.pdf", kWorkingDocsToHead);
+  putList("by hand");
+  SaveWorkingDocuments();
+  EXPECT_EQ(listOnDisk(), "by hand");
+}
+
 TEST_F(WorkingDocumentsTest, TheBinderIsMadeWhenItIsMissing) {
   putList("C:\\a.pdf\r\n");
   AddToWorkingDocuments(u"C:\\b.pdf", kWorkingDocsToHead);

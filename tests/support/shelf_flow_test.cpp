@@ -21,9 +21,7 @@ namespace quillmere::test {
 
 ShelfFlowTest::ShelfFlowTest() {
   unsavedDialogScript() = {};
-  for (const char16_t* path : {kA, kB, kC}) putPdf(path, simplePdf(3));
-  platform::putFile(u"C:\\Work.lst", "C:\\a.pdf\r\nC:\\b.pdf\r\nC:\\c.pdf\r\n");
-  platform::putFile(u"C:\\Other.lst", "c:\\B.PDF\r\n");
+  putDocuments(simplePdf(3));
   start();
 }
 
@@ -39,8 +37,25 @@ void ShelfFlowTest::start() {
   LoadBinder(u"C:\\Other.lst");
 }
 
+void ShelfFlowTest::putDocuments(const std::string& bytes) {
+  for (const char16_t* path : {kA, kB, kC}) putPdf(path, bytes);
+  platform::putFile(u"C:\\Work.lst", "C:\\a.pdf\r\nC:\\b.pdf\r\nC:\\c.pdf\r\n");
+  platform::putFile(u"C:\\Other.lst", "c:\\B.PDF\r\n");
+}
+
 void ShelfFlowTest::restart() {
   resetSession();
+  start();
+}
+
+void ShelfFlowTest::startOver(const std::string& bytes) {
+  const std::u16string shelf = session.shelveFolder;
+  resetSession();
+  for (const std::u16string& name : platform::namesIn(shelf)) platform::deleteFile(shelf + name);
+  for (const std::u16string& name : platform::namesIn(u"C:\\")) {
+    if (name.ends_with(u".tmp")) platform::deleteFile(u"C:\\" + name);
+  }
+  putDocuments(bytes);
   start();
 }
 

@@ -30,6 +30,8 @@ class ShelfFlowTest : public SessionTest {
 
   // Forgets everything that a process forgets that ends without a word, and starts again.
   void restart();
+  // The same with these bytes in each document, an empty shelf and no temporary files.
+  void startOver(const std::string& bytes);
 
   static std::string index();
   static std::vector<std::u16string> shelfFiles();  // the copies
@@ -44,6 +46,7 @@ class ShelfFlowTest : public SessionTest {
 
  private:
   static void start();
+  static void putDocuments(const std::string& bytes);
 };
 
 }  // namespace quillmere::test
