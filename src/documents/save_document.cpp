@@ -237,6 +237,15 @@ bool writeOtherFile(const SaveJob& job) {
   return true;
 }
 
+// A file that is replaced gets the name by which it is replaced: not another letter case, and no
+// short name.
+std::u16string spellingKept(const DocumentSlot& slot, const std::u16string& path) {
+  if (samePath(slot.path, path)) return slot.path;
+  if (samePath(slot.loadedFrom.path, path)) return slot.loadedFrom.path;
+  const std::u16string full = platform::absolutePath(path);
+  return full.size() < kPathBufferUnits ? full : path;
+}
+
 }  // namespace
 
 bool SaveDocumentTo(int pane, const std::u16string& path) {
@@ -244,8 +253,8 @@ bool SaveDocumentTo(int pane, const std::u16string& path) {
   const DocumentWork work;
   SaveJob job;
   job.pane = pane;
-  job.path = path;
   DocumentSlot& slot = slotOf(job);
+  job.path = spellingKept(slot, path);
   job.readFrom = slot.loadedFrom.path.empty() ? slot.path : slot.loadedFrom.path;
   job.replacesOwn = samePath(slot.path, path) || samePath(slot.loadedFrom.path, path);
   // The user gives that file another purpose.

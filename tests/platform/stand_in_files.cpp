@@ -415,7 +415,11 @@ bool replaceFile(const std::u16string& source, const std::u16string& target) {
   if (from.real == to.real) return true;
   if (to.folder || isReadOnly(to.real)) return false;
   if (otherUseOf(to.real) == OtherUse::Exclusive) return false;
-  return moveWithStreams(from.real, to.real);
+  // The new name is the one that was asked for, whatever name led to the old file.
+  const std::u16string name = target.substr(target.find_last_of(u"\\/") + 1);
+  const fs::path named = to.real.parent_path() / nativeName(name);
+  if (named != to.real) removeWithStreams(to.real);
+  return moveWithStreams(from.real, named);
 }
 
 bool renameFile(const std::u16string& source, const std::u16string& target) {
