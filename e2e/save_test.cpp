@@ -1,3 +1,5 @@
+#include <thread>
+
 #include "driver/scenario.h"
 
 namespace quillmere::e2e {
@@ -121,6 +123,22 @@ TEST_F(Save, AFileThatAnotherProgramHoldsStaysUntilItLetsGo) {
   CloseHandle(holder);
   EXPECT_TRUE(becomesMarked(file(L"one.pdf"), pressSave));
   EXPECT_TRUE(markShown());
+}
+
+TEST_F(Save, AFileThatIsHeldForAMomentIsSavedAllTheSame) {
+  startWithText();
+  markWord();
+  HANDLE holder = CreateFileW(file(L"one.pdf").c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                              OPEN_EXISTING, 0, nullptr);
+  ASSERT_NE(holder, INVALID_HANDLE_VALUE);
+  std::thread scanner([holder] {
+    Sleep(300);
+    CloseHandle(holder);
+  });
+  EXPECT_TRUE(becomesMarked(file(L"one.pdf"), pressSave));
+  scanner.join();
+  EXPECT_EQ(boxNow(program).window, nullptr);
+  EXPECT_FALSE(exists(file(L"one.pdf.tmp")));
 }
 
 TEST_F(Save, WithoutADocumentBothCommandsSaySo) {

@@ -22,8 +22,8 @@ using AddedAnnotations = std::vector<AddedAnnotation>;
 AddedAnnotations WritePendingStamps(FPDF_DOCUMENT document);
 AddedAnnotations WritePendingTextDrops(FPDF_DOCUMENT document);
 
-// Adds them all, calls `write` and returns its answer. If that is false, the annotations are removed
-// again, so that the next try does not add them a second time, and the placements are still
+// Adds them all, calls `write` and returns its answer. If that is false, the annotations are
+// removed again, so that the next try does not add them a second time, and the placements are still
 // pending.
 bool writeWithPlacements(FPDF_DOCUMENT document, const std::function<bool()>& write);
 

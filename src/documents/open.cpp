@@ -246,7 +246,7 @@ StepResult openForBothPanes(OpenJob& job) {
   DocumentHandle document = loadDocumentFile(job.loadPath);
   if (!document) return reportLoadFailure(FPDF_GetLastError());
   adoptSharedDocument(std::move(document), job.displayPath);
-  session.active.loadedFrom = std::move(from);
+  noteLoaded(session.active, std::move(from));
   showFirstPages();
   loadPlacementsLater(session.active.document.get());
   showPageThenOutline();
@@ -275,7 +275,7 @@ StepResult openIntoPane(OpenJob& job) {
   DocumentHandle document = loadDocumentFile(job.loadPath);
   if (!document) return reportLoadFailure(FPDF_GetLastError());
   adoptPaneDocument(job.pane, std::move(document), job.displayPath);
-  session.panes[job.pane].loadedFrom = std::move(from);
+  noteLoaded(session.panes[job.pane], std::move(from));
   loadPlacementsLater(session.panes[job.pane].document.get());
   goToPage(job.pane, 0, false);
   if (job.pane == session.activePane) showPageThenOutline();

@@ -1,5 +1,6 @@
 #include "documents/save_document.h"
 
+#include <optional>
 #include <utility>
 
 #include "annot/placements.h"
@@ -30,12 +31,14 @@ namespace {
 constexpr const char16_t* kChangedText =
     u"The file was changed by another program, so it cannot be saved.";
 constexpr const char16_t* kFailedText = u"Failed to save PDF.";
+constexpr const char16_t* kNoSiblingText = u"Could not write temporary file.";
 
 // One save as it passes through the steps.
 struct SaveJob {
   int pane = 0;
   std::u16string path;
-  std::u16string readFrom;  // the file that has the document as it was
+  std::u16string readFrom;   // the file that has the document as it was
+  bool replacesOwn = false;  // the file that the document is shown under or read from
 };
 
 DocumentSlot& slotOf(const SaveJob& job) {
@@ -47,11 +50,18 @@ bool fail(const std::u16string& text, BoxIcon icon = BoxIcon::Error) {
   return false;
 }
 
-// What another program has written must not be lost, nor mixed with what is in memory.
-bool changedMeanwhile(const SaveJob& job) {
-  const DocumentSlot& slot = slotOf(job);
-  return changedSinceLoad(slot.loadedFrom) ||
-         (samePath(slot.path, job.path) && changedUnderCopy(job.pane));
+// Why nothing may take the place of the file, from the first byte to the last; null for no reason.
+const char16_t* obstacle(const SaveJob& job) {
+  switch (sourceState(slotOf(job).loadedFrom)) {
+    case SourceState::Changed:
+      return kChangedText;
+    case SourceState::Lost:
+      return job.replacesOwn ? kNoSiblingText : kFailedText;
+    case SourceState::Sound:
+      break;
+  }
+  const bool replaced = samePath(slotOf(job).path, job.path) && ownFileReplaced(slotOf(job));
+  return replaced ? kChangedText : nullptr;
 }
 
 bool mayBegin(const SaveJob& job) {
@@ -60,7 +70,8 @@ bool mayBegin(const SaveJob& job) {
     return fail(u"The destination path is too long.");
   }
   if (targetInUse(job.path, job.pane)) return fail(kFailedText);
-  return !changedMeanwhile(job) || fail(kChangedText);
+  const char16_t* reason = obstacle(job);
+  return reason == nullptr || fail(reason);
 }
 
 // The document shows what it showed before; its page may look different where it is a shorter one.
@@ -120,10 +131,19 @@ std::u16string overwriteOlderSibling(const std::u16string& sibling, const std::u
   return sibling;
 }
 
+// Those that are annotations may have other indexes in a file without the edits.
+void dropWrittenPlacements() {
+  ClearPlacementSelection();
+  for (auto& [page, list] : session.placements) {
+    std::erase_if(list, [](const Placement& placement) { return !placement.pending(); });
+  }
+}
+
 // The sibling is the only file with the edits, so it stays and the window shows what it holds.
-bool keepEditsOpen(const SaveJob& job, const std::u16string& written,
-                   const ClosedDocument& closed) {
+bool keepEditsOpen(const SaveJob& job, const std::u16string& written, const ClosedDocument& closed,
+                   const std::optional<platform::FileStamp>& known) {
   DocumentSlot& slot = slotOf(job);
+  noteSaveFailed(job.path);
   const std::u16string sibling =
       overwriteOlderSibling(written, std::exchange(slot.keptSibling, {}), job.path);
   Refuge refuge = findRefuge(sibling, job.readFrom);
@@ -132,7 +152,9 @@ bool keepEditsOpen(const SaveJob& job, const std::u16string& written,
   if (refuge.edited) slot.keptSibling = sibling;
   slot.dirty = slot.document != nullptr;
   slot.altered = slot.dirty;
+  slot.knownFile = known;
   if (reloads) loadPlacementsLater(slot.document.get());
+  if (!refuge.edited && closed.ownedPlacements) dropWrittenPlacements();
   if (!slot.document && closed.ownedPlacements) ClearPlacements();
   showReopened(job, closed);
   return fail(u"Saved to temporary file but could not replace original.");
@@ -167,20 +189,23 @@ bool reopenSaved(const SaveJob& job, const ClosedDocument& closed) {
 bool replaceOwnFile(const SaveJob& job) {
   DocumentSlot& slot = slotOf(job);
   std::u16string sibling;
+  const char16_t* reason = kNoSiblingText;
   const bool written = writeWithPlacements(slot.document.get(), [&] {
     sibling = writeDocumentBeside(slot.document.get(), job.path);
-    return !sibling.empty() && !changedMeanwhile(job);
+    if (!sibling.empty()) reason = obstacle(job);
+    return reason == nullptr;
   });
   if (!written) {
-    if (sibling.empty()) return fail(u"Could not write temporary file.");
-    platform::deleteFile(sibling);
-    return fail(kChangedText);
+    if (!sibling.empty()) platform::deleteFile(sibling);
+    return fail(reason);
   }
   platform::copyAlternateStreams(job.path, sibling);
   platform::copyFileProperties(job.path, sibling);
-  dropGesture();
+  // Nobody keeps others from writing to it while the document is closed, or in memory.
+  const auto known = platform::fileStamp(slot.path);
+  noteSaveBegins(job.path, sibling);
   const ClosedDocument closed = closeToReopen(slot);
-  if (!takePlace(sibling, job.path)) return keepEditsOpen(job, sibling, closed);
+  if (!takePlace(sibling, job.path)) return keepEditsOpen(job, sibling, closed, known);
   return reopenSaved(job, closed);
 }
 
@@ -193,19 +218,32 @@ void drawAll(FPDF_DOCUMENT document) {
 // The document stays open as it is and goes on reading its old file.
 bool writeOtherFile(const SaveJob& job) {
   DocumentSlot& slot = slotOf(job);
-  const auto unchanged = [&slot] { return !changedSinceLoad(slot.loadedFrom); };
+  const char16_t* reason = nullptr;
+  const auto mayTakePlace = [&] { return (reason = obstacle(job)) == nullptr; };
   const bool written = writeWithPlacements(slot.document.get(), [&] {
-    return WriteDocumentCopy(slot.document.get(), job.path, unchanged);
+    return WriteDocumentCopy(slot.document.get(), job.path, mayTakePlace);
   });
-  if (!written) return fail(unchanged() ? kFailedText : kChangedText);
+  if (!written) return fail(reason != nullptr ? reason : kFailedText);
   adoptPath(job);
+  slot.knownFile = platform::fileStamp(job.path);
   slot.dirty = false;
   if (session.placementDocument == slot.document.get()) loadPlacementsLater(slot.document.get());
   // Writing has read all of it.
   noteDocumentRead(job.pane);
   drawAll(slot.document.get());
+  // Turns that were left out are unsaved changes of the new path.
+  if (hasUnsavedChanges(job.pane)) noteDocumentChanged(job.pane);
   documentsChanged();
   return true;
+}
+
+// A file that is replaced gets the name by which it is replaced: not another letter case, and no
+// short name.
+std::u16string spellingKept(const DocumentSlot& slot, const std::u16string& path) {
+  if (samePath(slot.path, path)) return slot.path;
+  if (samePath(slot.loadedFrom.path, path)) return slot.loadedFrom.path;
+  const std::u16string full = platform::absolutePath(path);
+  return full.size() < kPathBufferUnits ? full : path;
 }
 
 }  // namespace
@@ -215,12 +253,17 @@ bool SaveDocumentTo(int pane, const std::u16string& path) {
   const DocumentWork work;
   SaveJob job;
   job.pane = pane;
-  job.path = path;
-  if (!mayBegin(job)) return false;
-  const DocumentSlot& slot = slotOf(job);
+  DocumentSlot& slot = slotOf(job);
+  job.path = spellingKept(slot, path);
   job.readFrom = slot.loadedFrom.path.empty() ? slot.path : slot.loadedFrom.path;
-  const bool own = samePath(slot.path, path) || samePath(slot.loadedFrom.path, path);
-  return own ? replaceOwnFile(job) : writeOtherFile(job);
+  job.replacesOwn = samePath(slot.path, path) || samePath(slot.loadedFrom.path, path);
+  // The user gives that file another purpose.
+  if (samePath(slot.keptSibling, path)) slot.keptSibling.clear();
+  // A document without edits is read until the end, too.
+  guardLoadedFile(slot.loadedFrom);
+  if (!mayBegin(job)) return false;
+  dropGesture();
+  return job.replacesOwn ? replaceOwnFile(job) : writeOtherFile(job);
 }
 
 }  // namespace quillmere

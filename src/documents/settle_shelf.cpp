@@ -30,6 +30,10 @@ ShelfDecision settleShelfCopy(const std::u16string& path) {
   }
   // A document that cannot be queried counts as unchanged.
   const auto stamp = platform::fileStamp(path);
+  if (stamp && caughtUp(*entry, *stamp)) {
+    DropShelfEntry(path);
+    return decision;
+  }
   if (stamp && stampDiffers(*entry, *stamp)) {
     const BoxAnswer answer =
         showBox(kConflictText, u"Conflicting Versions", BoxButtons::YesNoCancel, BoxIcon::Warning);

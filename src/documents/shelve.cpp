@@ -71,6 +71,7 @@ void enterCopy(const DocumentSlot& slot, const std::u16string& name) {
   ShelfEntry& entry = session.shelfIndex[shelfKeyOf(slot.path)];
   stampEntry(entry, slot);
   entry.dirty = true;
+  forgetSave(entry);
   const std::u16string before = std::exchange(entry.shelfName, name);
   if (SaveShelfIndex()) DeleteShelfFile(before);
 }
@@ -91,6 +92,12 @@ void showAsShelved(int pane, bool ownedPlacements) {
 bool changedOnDisk(const ShelfEntry& entry, const std::u16string& path) {
   const auto stamp = platform::fileStamp(path);
   return stamp && stampDiffers(entry, *stamp);
+}
+
+// A save of an earlier session got through without coming to drop the copy.
+bool alreadySaved(const ShelfEntry& entry, const std::u16string& path) {
+  const auto stamp = platform::fileStamp(path);
+  return stamp && caughtUp(entry, *stamp);
 }
 
 // Reasons why the changes on the shelf did not reach the document's file.
@@ -121,11 +128,13 @@ const char16_t* putInPlace(const ShelfEntry& entry, const std::u16string& path) 
   platform::copyAlternateStreams(path, sibling);
   platform::copyFileProperties(path, sibling);
   const char16_t* reason = kNotReplaced;
+  noteSaveBegins(path, sibling);
   if (changedOnDisk(entry, path)) {
     reason = kModified;  // while the copy was written
   } else if (takePlace(sibling, path)) {
     return nullptr;
   }
+  noteSaveFailed(path);
   platform::deleteFile(sibling);
   return reason;
 }
@@ -142,7 +151,8 @@ bool saveClosedDocument(const std::u16string& path) {
   if (copy.empty()) return reportUnsaved(path, kNoCopy);
   if (!platform::fileExists(copy)) return reportUnsaved(path, kCopyMissing);
   if (onGoneShare(path)) return reportUnsaved(path, kNotWritten);
-  if (const char16_t* reason = putInPlace(*entry, path)) return reportUnsaved(path, reason);
+  const char16_t* reason = alreadySaved(*entry, path) ? nullptr : putInPlace(*entry, path);
+  if (reason != nullptr) return reportUnsaved(path, reason);
   DropShelfCopy(path);
   return true;
 }
@@ -155,13 +165,14 @@ bool shelveDocument(int pane) {
   const FPDF_DOCUMENT document = slot.document.get();
   const std::u16string name = NewShelfName();
   const std::u16string copy = ShelfFilePath(name);
-  // What PDFium still reads from a file that another program has written to makes no sound copy.
-  if (copy.empty() || changedSinceLoad(slot.loadedFrom)) return false;
+  // What PDFium reads now does not fit what it has read before.
+  const auto sound = [&slot] { return sourceState(slot.loadedFrom) == SourceState::Sound; };
+  if (copy.empty() || !sound()) return false;
   const DocumentWork work;
   dropGesture();
   commitRotations(pane);
   const bool ownsPlacements = session.placementDocument == document && !session.placements.empty();
-  if (!writeWithPlacements(document, [&] { return WriteDocumentCopy(document, copy); })) {
+  if (!writeWithPlacements(document, [&] { return WriteDocumentCopy(document, copy, sound); })) {
     DeleteShelfFile(name);
     return false;
   }
@@ -178,17 +189,6 @@ void shelveChangedDocuments() {
   for (int pane = 0; pane < 2; ++pane) {
     if (hasUnsavedChanges(pane)) shelveDocument(pane);
   }
-}
-
-bool changedUnderCopy(int pane) {
-  const DocumentSlot& slot = documentSlotOf(pane);
-  const std::u16string& shelf = session.shelveFolder;
-  const std::u16string& from = slot.loadedFrom.path;
-  if (shelf.empty() || !platform::equalIgnoringCase(from.substr(0, shelf.size()), shelf)) {
-    return false;
-  }
-  const ShelfEntry* entry = shelfEntryOf(slot.path);
-  return entry != nullptr && !entry->shelfName.empty() && changedOnDisk(*entry, slot.path);
 }
 
 void noteDocumentChanged(int pane) {

@@ -17,10 +17,6 @@ bool ShelveCurrentDocument();
 // The same, without a question, for every open document with unsaved changes.
 void shelveChangedDocuments();
 
-// True when the pane's document was read from its copy and its own file, which nothing keeps other
-// programs from writing to, is not the one that the copy's changes were made to any more.
-bool changedUnderCopy(int pane);
-
 // Updates the shelf's record of the pane's document after an edit: it has unsaved changes, or has
 // them no longer. A record with a copy always counts as changed. No copy is made.
 void noteDocumentChanged(int pane);

@@ -33,8 +33,9 @@ struct FileStamp {
 
 // The full path that `path` stands for in this process: a name is relative to the process's current
 // folder, "\\name" to that folder's drive, "X:name" to the folder last current on that drive. Full
-// paths come back in the system's own spelling, without "." and "..". Empty stays empty, and what
-// the system cannot complete stays as it is. The result can have any length.
+// paths come back in the system's own spelling, without "." and "..", and without short names such
+// as "LONGNA~1.PDF" unless they lie on a share or would be longer than 259 units. Empty stays
+// empty, and what the system cannot complete stays as it is. The result can have any length.
 std::u16string absolutePath(const std::u16string& path);
 
 // Attributes of a file or folder, or the error that says why there are none.

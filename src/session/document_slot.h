@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/files.h"
+#include "platform/open_file.h"
 #include "platform/write_guard.h"
 #include "session/pdfium_handles.h"
 
@@ -15,6 +16,9 @@ struct LoadedFile {
   std::u16string path;  // empty when it was loaded from memory
   // Taken just before it was loaded; nullopt when the system did not tell.
   std::optional<platform::FileStamp> stamp;
+  // Opened just before PDFium opened it: what cuts off one of them cuts off both. Null in a viewer
+  // and when it could not be opened.
+  platform::OpenFileHandle opened;
   // Held from the first edit on, unless another program writes to the file or has done so since it
   // was loaded.
   platform::WriteGuardHandle guard;
@@ -35,6 +39,9 @@ struct DocumentSlot {
   // `dirty` but never this: what PDFium holds still differs from the file that it reads.
   bool altered = false;
   LoadedFile loadedFrom;
+  // The file at `path` as the user knows it, where the document is read from another one; nullopt
+  // where it is not, or when there was no such file.
+  std::optional<platform::FileStamp> knownFile;
   // The file beside its own that a save wrote and could not put in place; the next save overwrites
   // it. Empty for none.
   std::u16string keptSibling;

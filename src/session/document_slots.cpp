@@ -1,5 +1,6 @@
 #include "session/document_slots.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "session/loaded_file.h"
@@ -35,7 +36,8 @@ void noteEditsGivenUp(const DocumentSlot& slot) {
 void openUnderItsNumber(int pane, std::int32_t page) {
   const std::int32_t shown = session.panes[pane].currentPage;
   loadPane(pane, page);
-  if (shown != page) session.panes[pane].currentPage = shown;
+  const std::int32_t last = std::max(pageCountOf(pane) - 1, 0);
+  if (shown != page) session.panes[pane].currentPage = std::min(shown, last);
 }
 
 // The bytes of a document that was loaded from memory go with it.
@@ -45,6 +47,7 @@ void closeDocument(DocumentSlot& slot) {
   slot.document.reset();
   session.documentKeptBuffer.erase(document);
   slot.loadedFrom = {};
+  slot.knownFile.reset();
 }
 
 }  // namespace
@@ -57,6 +60,7 @@ void moveDocument(DocumentSlot& from, DocumentSlot& to) {
   to.dirty = std::exchange(from.dirty, false);
   to.altered = std::exchange(from.altered, false);
   to.loadedFrom = std::exchange(from.loadedFrom, {});
+  to.knownFile = std::exchange(from.knownFile, {});
   to.keptSibling = std::exchange(from.keptSibling, {});
 }
 
@@ -92,7 +96,7 @@ void reopenDocument(DocumentSlot& slot, DocumentHandle fresh, LoadedFile from,
   slot.pageCount = slot.document ? FPDF_GetPageCount(slot.document.get()) : 0;
   slot.dirty = false;
   slot.altered = false;
-  slot.loadedFrom = std::move(from);
+  if (slot.document) slot.loadedFrom = std::move(from);
   if (closed.ownedPlacements) session.placementDocument = slot.document.get();
   if (closed.waited) session.waitingPlacements = slot.document.get();
   for (int pane = 0; pane < 2; ++pane) {

@@ -1,5 +1,10 @@
 #include "session/loaded_file.h"
 
+#include <utility>
+
+#include "platform/text.h"
+#include "session/session.h"
+
 namespace quillmere {
 
 namespace {
@@ -14,6 +19,8 @@ LoadedFile loadedFileNow(const std::u16string& path) {
   LoadedFile file;
   file.path = path;
   file.stamp = platform::fileStamp(path);
+  // A viewer reads the file into memory, and others may replace it.
+  if (!session.viewerRole) file.opened.reset(platform::keepOpen(path));
   return file;
 }
 
@@ -24,8 +31,24 @@ void guardLoadedFile(LoadedFile& file) {
   if (file.guard && stampDiffers(file)) file.guard.reset();
 }
 
-bool changedSinceLoad(const LoadedFile& file) {
-  return !file.path.empty() && !file.guard && stampDiffers(file);
+void noteLoaded(DocumentSlot& slot, LoadedFile from) {
+  slot.loadedFrom = std::move(from);
+  slot.knownFile.reset();
+  const std::u16string own = platform::absolutePath(slot.path);
+  const std::u16string source = platform::absolutePath(slot.loadedFrom.path);
+  if (!platform::equalIgnoringCase(own, source)) slot.knownFile = platform::fileStamp(slot.path);
+}
+
+bool ownFileReplaced(const DocumentSlot& slot) {
+  if (!slot.knownFile) return false;
+  const auto now = platform::fileStamp(slot.path);
+  return now && now != slot.knownFile;
+}
+
+SourceState sourceState(const LoadedFile& file) {
+  if (file.path.empty()) return SourceState::Sound;
+  if (file.opened && !platform::canStillRead(*file.opened)) return SourceState::Lost;
+  return !file.guard && stampDiffers(file) ? SourceState::Changed : SourceState::Sound;
 }
 
 }  // namespace quillmere

@@ -23,17 +23,18 @@ constexpr std::size_t kLongestLine = 2046;         // units, not counting the li
 constexpr std::uint64_t kLargestIndex = 64 << 20;  // bytes
 constexpr std::u16string_view kNoName = u"-";
 
-enum Field : std::size_t { kName, kDirty, kSize, kTime, kPath, kFields };
+// The last two are there only while a save replaces the document.
+enum Field : std::size_t { kName, kDirty, kSize, kTime, kPath, kSavedSize, kSavedTime, kFields };
 using Tokens = std::array<std::u16string_view, kFields>;
 
-// Runs of tabs are one separator. False when there are fewer tokens than fields.
+// Runs of tabs are one separator. False when there is no path.
 bool splitLine(std::u16string_view line, Tokens& tokens) {
   for (std::u16string_view& token : tokens) {
     line.remove_prefix(std::min(line.find_first_not_of(u'\t'), line.size()));
     token = line.substr(0, line.find(u'\t'));
     line.remove_prefix(token.size());
   }
-  return !tokens.back().empty();
+  return !tokens[kPath].empty();
 }
 
 // The digits at the start of the text, at most the largest number; 0 without any.
@@ -63,6 +64,8 @@ void readLine(std::u16string_view line, ShelfIndex& index) {
   entry.dirty = !tokens[kDirty].starts_with(u'0');
   entry.sourceSize = countOf(tokens[kSize]);
   entry.sourceTime = countOf(tokens[kTime]);
+  entry.savedSize = countOf(tokens[kSavedSize]);
+  entry.savedTime = countOf(tokens[kSavedTime]);
   if (holdsAnything(entry)) index[entry.path] = entry;
 }
 
@@ -72,8 +75,11 @@ std::u16string digitsOf(std::uint64_t count) {
 
 std::u16string lineOf(const ShelfEntry& entry) {
   const std::u16string name = entry.shelfName.empty() ? std::u16string(kNoName) : entry.shelfName;
+  const std::u16string saved =
+      entry.savedTime == 0 ? std::u16string()
+                           : u"\t" + digitsOf(entry.savedSize) + u"\t" + digitsOf(entry.savedTime);
   return name + u"\t" + (entry.dirty ? u"1" : u"0") + u"\t" + digitsOf(entry.sourceSize) + u"\t" +
-         digitsOf(entry.sourceTime) + u"\t" + entry.path + u"\r\n";
+         digitsOf(entry.sourceTime) + u"\t" + entry.path + saved + u"\r\n";
 }
 
 std::optional<std::string> indexBytes(const std::u16string& path) {
@@ -192,6 +198,31 @@ bool stampDiffers(const ShelfEntry& entry, const platform::FileStamp& stamp) {
          (entry.sourceTime != 0 && entry.sourceTime != stamp.writeTime);
 }
 
+void noteSaveBegins(const std::u16string& path, const std::u16string& finished) {
+  ShelfEntry* entry = shelfEntryOf(path);
+  const auto stamp = platform::fileStamp(finished);
+  if (entry == nullptr || entry->shelfName.empty() || !stamp) return;
+  entry->savedSize = stamp->size;
+  entry->savedTime = stamp->writeTime;
+  SaveShelfIndex();
+}
+
+void noteSaveFailed(const std::u16string& path) {
+  ShelfEntry* entry = shelfEntryOf(path);
+  if (entry == nullptr || entry->savedTime == 0) return;
+  forgetSave(*entry);
+  SaveShelfIndex();
+}
+
+bool caughtUp(const ShelfEntry& entry, const platform::FileStamp& stamp) {
+  return entry.savedTime != 0 && stamp == platform::FileStamp{entry.savedSize, entry.savedTime};
+}
+
+void forgetSave(ShelfEntry& entry) {
+  entry.savedSize = 0;
+  entry.savedTime = 0;
+}
+
 bool IsShelved(const std::u16string& path) {
   const ShelfEntry* entry = shelfEntryOf(path);
   return entry != nullptr && entry->dirty && (!entry->shelfName.empty() || isOpen(path));
@@ -221,6 +252,7 @@ void DropShelfCopy(const std::u16string& path) {
   ShelfEntry* entry = shelfEntryOf(path);
   if (entry == nullptr || entry->shelfName.empty()) return;
   const std::u16string name = std::exchange(entry->shelfName, {});
+  forgetSave(*entry);
   SaveShelfIndex();
   DeleteShelfFile(name);
 }

@@ -51,6 +51,19 @@ ShelfEntry* shelfEntryOf(const std::u16string& path);
 // stored 0 means that the value was not known.
 bool stampDiffers(const ShelfEntry& entry, const platform::FileStamp& stamp);
 
+// To be called before a finished file with everything that the document's copy has takes the
+// document's place: an entry whose copy goes afterwards. Should the process end in between, the
+// next start tells by it that the document has caught up. The other two take it back, the last one
+// in memory alone.
+void noteSaveBegins(const std::u16string& path, const std::u16string& finished);
+void noteSaveFailed(const std::u16string& path);
+
+void forgetSave(ShelfEntry& entry);
+
+// True when a file with this size and time is one that a save put in the document's place, so that
+// nothing on the shelf is missing from it.
+bool caughtUp(const ShelfEntry& entry, const platform::FileStamp& stamp);
+
 // True when the document has changes that its file lacks. An entry without a copy counts only while
 // the document is open, since its changes are nowhere else.
 bool IsShelved(const std::u16string& path);

@@ -376,6 +376,94 @@ TEST_F(SaveFaultsTest, AChangeDuringTheWriteFailsItToo) {
   EXPECT_TRUE(session.active.dirty);
 }
 
+// Its own file, where the document is read from another one.
+
+TEST_F(SaveFaultsTest, AFileThatAnotherProgramWroteAfterAFailedSaveIsNotReplaced) {
+  platform::setReadOnly(path, true);
+  EXPECT_FALSE(save());
+  platform::setReadOnly(path, false);
+  platform::putFile(path, "theirs");
+  EXPECT_FALSE(save());
+  EXPECT_THAT(boxTexts(), ElementsAre(kReplaceFailed, kChanged));
+  EXPECT_EQ(*fileBytes(path), "theirs");
+  EXPECT_TRUE(fileIsNew(u"C:\\docs\\a.pdf.tmp"));
+  expectEditsOpen();
+  EXPECT_TRUE(SaveDocumentTo(0, u"C:\\docs\\b.pdf")) << "the edits can be saved elsewhere";
+}
+
+TEST_F(SaveFaultsTest, WhatAnotherProgramWritesWhileTheReplaceIsTriedAgainStays) {
+  platform::setOtherUse(path, platform::OtherUse::Exclusive);
+  standIn().onSleep = [&] {
+    platform::setOtherUse(path, platform::OtherUse::Nobody);
+    platform::putFile(path, "theirs");
+  };
+  EXPECT_FALSE(save());
+  EXPECT_FALSE(save());
+  EXPECT_THAT(boxTexts(), ElementsAre(kReplaceFailed, kChanged));
+  EXPECT_EQ(*fileBytes(path), "theirs");
+  expectEditsOpen();
+}
+
+TEST_F(SaveFaultsTest, AFileThatAnotherProgramWroteAfterSaveAsIsNotReplaced) {
+  const std::u16string other = u"C:\\docs\\b.pdf";
+  ASSERT_TRUE(SaveDocumentTo(0, other));
+  setViewMode(ViewMode::TwoDocuments);  // what is known of the file moves along
+  platform::putFile(other, "theirs");
+  mark(0);
+  EXPECT_FALSE(save());
+  EXPECT_THAT(boxTexts(), ElementsAre(kChanged));
+  EXPECT_EQ(*fileBytes(other), "theirs");
+  platform::deleteFile(other);
+  EXPECT_TRUE(save()) << "a file that has gone is made again";
+  EXPECT_EQ(marksIn(other), 2);
+}
+
+TEST_F(SaveFaultsTest, AFileThatAnotherProgramWroteBehindAShelfCopyIsNotReplaced) {
+  closeAllDocuments();
+  const std::u16string copy = putPdf(u"Shelve\\copy.pdf", simplePdf(3));
+  session.shelveFolder = u"C:\\Shelve\\";
+  ASSERT_TRUE(open(copy, {.displayPath = path}));
+  platform::putFile(path, "theirs");
+  EXPECT_FALSE(save());
+  EXPECT_THAT(boxTexts(), ElementsAre(kChanged));
+  EXPECT_EQ(*fileBytes(path), "theirs");
+}
+
+// A share or a stick that comes back does not mend what was opened on it before: PDFium then leaves
+// out what it cannot read.
+TEST_F(SaveFaultsTest, ADocumentWhoseFileCannotBeReadAnyMoreIsNotSaved) {
+  platform::cutOff(path);
+  EXPECT_FALSE(save());
+  EXPECT_FALSE(SaveDocumentTo(0, u"C:\\docs\\b.pdf"));
+  EXPECT_THAT(boxTexts(), ElementsAre(u"Could not write temporary file.", u"Failed to save PDF."));
+  EXPECT_EQ(*fileBytes(path), old);
+  EXPECT_THAT(names(), ElementsAre(u"a.pdf"));
+  expectEditsOpen();
+}
+
+TEST_F(SaveFaultsTest, AFileThatIsLostDuringTheWriteFailsIt) {
+  for (const char16_t* target : {u"C:\\docs\\a.pdf", u"C:\\docs\\b.pdf"}) {
+    begin();
+    standIn().refuseFileCall = [&](FileCall call) {
+      if (call == FileCall::Flush) platform::cutOff(path);
+      return false;
+    };
+    EXPECT_FALSE(SaveDocumentTo(0, target));
+    EXPECT_THAT(boxTexts(), SizeIs(1));
+    EXPECT_EQ(*fileBytes(path), old);
+    EXPECT_THAT(names(), ElementsAre(u"a.pdf"));
+    expectEditsOpen();
+  }
+}
+
+TEST_F(SaveFaultsTest, ADocumentThatWasReadFromElsewhereNeedsThatFileToo) {
+  ASSERT_TRUE(SaveDocumentTo(0, u"C:\\docs\\b.pdf"));
+  mark(0);
+  platform::cutOff(path);
+  EXPECT_FALSE(save());
+  EXPECT_EQ(marksIn(u"C:\\docs\\b.pdf"), 1);
+}
+
 TEST_F(SaveFaultsTest, FromTheFirstEditOnNoOtherProgramWritesToTheFile) {
   closeAllDocuments();
   EXPECT_FALSE(platform::isGuarded(path));
@@ -480,6 +568,21 @@ TEST_F(SaveFaultsTest, AnotherFailedSaveElsewhereLeavesOneTemporaryFile) {
   EXPECT_EQ(marksIn(u"C:\\docs\\b.pdf.tmp"), 2);
   platform::setReadOnly(path, false);
   platform::setReadOnly(other, false);
+}
+
+TEST_F(SaveFaultsTest, ATemporaryFileThatTheUserMadeTheDocumentStays) {
+  const std::u16string chosen = u"C:\\docs\\a.pdf.tmp";
+  platform::setReadOnly(path, true);
+  EXPECT_FALSE(save());
+  ASSERT_TRUE(SaveDocumentTo(0, chosen));
+  mark(0);
+  platform::setReadOnly(chosen, true);
+  EXPECT_FALSE(save());
+  platform::setReadOnly(chosen, false);
+  EXPECT_TRUE(fileIsNew(chosen));
+  EXPECT_TRUE(save());
+  EXPECT_EQ(marksIn(chosen), 2);
+  platform::setReadOnly(path, false);
 }
 
 TEST_F(SaveFaultsTest, AHiddenTemporaryFileIsOverwrittenByTheNextSave) {

@@ -1,3 +1,5 @@
+#include <fpdf_edit.h>
+#include <fpdf_signature.h>
 #include <fpdf_text.h>
 #include <gmock/gmock.h>
 
@@ -7,10 +9,13 @@
 #include <utility>
 #include <vector>
 
+#include "annot/placements.h"
 #include "documents/close.h"
 #include "documents/save_test.h"
 #include "session/document_slots.h"
 #include "support/pdf_builder.h"
+#include "support/unusual_pdfs.h"
+#include "view/rotation.h"
 
 // Unusual documents, and processes that end in the middle.
 namespace quillmere::test {
@@ -20,7 +25,9 @@ using platform::fileBytes;
 using platform::FileCall;
 using platform::namesIn;
 using platform::standIn;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 const std::u16string kPath = u"C:\\docs\\a.pdf";
 
@@ -32,7 +39,7 @@ class SaveKindsTest : public SaveTest {
     const int count = std::max(FPDFText_CountChars(text.get()), 0);
     std::vector<unsigned short> units(static_cast<std::size_t>(count) + 1);
     FPDFText_GetText(text.get(), 0, count, units.data());
-    return std::string(units.begin(), units.end());
+    return std::string(units.begin(), units.begin() + count);
   }
 
   // What the window shows of the first and the last page.
@@ -40,7 +47,9 @@ class SaveKindsTest : public SaveTest {
     return {textOf(document, 0), textOf(document, FPDF_GetPageCount(document) - 1)};
   }
 
-  void expectWhole(const std::string& bytes) {
+  // A mark on the first page and two saves; `annotations` are there before.
+  void expectWhole(const std::string& bytes, int annotations = 0) {
+    closeAllDocuments();
     ASSERT_TRUE(open(bytes, 0, kPath));
     const int pages = session.active.pageCount;
     const auto before = texts(documentOf(0));
@@ -50,7 +59,7 @@ class SaveKindsTest : public SaveTest {
       EXPECT_THAT(boxTexts(), IsEmpty());
       EXPECT_EQ(session.active.pageCount, pages);
       EXPECT_EQ(texts(documentOf(0)), before);
-      EXPECT_EQ(marksOf(0), 1);
+      EXPECT_EQ(marksOf(0), annotations + 1);
       EXPECT_EQ(FPDF_GetPageCount(loadDocument(*fileBytes(kPath)).get()), pages);
     }
   }
@@ -60,14 +69,57 @@ TEST_F(SaveKindsTest, ADocumentWhoseTableWasRepairedIsSavedWhole) {
   expectWhole(wrongOffsetsPdf(4));
 }
 
+TEST_F(SaveKindsTest, ADocumentWithPackedObjectsIsSavedWhole) {
+  expectWhole(packedPdf());
+  EXPECT_THAT(*fileBytes(kPath), HasSubstr("/ObjStm")) << "still packed";
+}
+
+TEST_F(SaveKindsTest, AHybridDocumentIsSavedWhole) {
+  expectWhole(hybridPdf());
+}
+
+TEST_F(SaveKindsTest, ALinearisedDocumentIsSavedWholeAndNoLongerSaysThatItIs) {
+  const std::string bytes = linearisedPdf();
+  ASSERT_THAT(bytes, HasSubstr("/Linearized"));
+  expectWhole(bytes);
+  EXPECT_THAT(*fileBytes(kPath), Not(HasSubstr("/Linearized")));
+}
+
+TEST_F(SaveKindsTest, ADocumentThatNamesAPageTwiceIsSavedWhole) {
+  expectWhole(sharedPagePdf());
+  expectWhole(sharedNodePdf());
+  EXPECT_EQ(session.active.pageCount, 4);
+}
+
+TEST_F(SaveKindsTest, TheFieldOfASignatureStays) {
+  expectWhole(signedPdf(), 1);
+  EXPECT_EQ(FPDF_GetSignatureCount(documentOf(0)), 1);
+}
+
 TEST_F(SaveKindsTest, AnEncryptedDocumentStaysEncryptedAndOpensAsBefore) {
-  ASSERT_TRUE(open(encryptedPdf(), 0, kPath));
-  const int revision = FPDF_GetSecurityHandlerRevision(documentOf(0));
-  ASSERT_GT(revision, 0);
-  mark(0);
+  for (const std::string& bytes : {encryptedPdf(), aes128Pdf(), aes256Pdf()}) {
+    const DocumentHandle source = loadDocument(bytes);
+    const int revision = FPDF_GetSecurityHandlerRevision(source.get());
+    ASSERT_GT(revision, 0);
+    EXPECT_EQ(textOf(source.get(), 0), "Quill and page");
+    SCOPED_TRACE(revision);
+    expectWhole(bytes);
+    EXPECT_EQ(FPDF_GetSecurityHandlerRevision(documentOf(0)), revision);
+    EXPECT_THAT(*fileBytes(kPath), Not(HasSubstr("Quill")));
+  }
+}
+
+TEST_F(SaveKindsTest, ATurnedPageOfAnEncryptedDocumentAndATextOnItStay) {
+  ASSERT_TRUE(open(aes256Pdf(), 0, kPath));
+  placeText(0);
+  rotatePage(0);
+  commitRotations(0);
   ASSERT_TRUE(save());
-  EXPECT_EQ(FPDF_GetSecurityHandlerRevision(documentOf(0)), revision);
-  EXPECT_EQ(marksOf(0), 1);
+  const PageHandle page(FPDF_LoadPage(documentOf(0), 0));
+  EXPECT_EQ(FPDFPage_GetRotation(page.get()), 1);
+  readWaitingPlacements();
+  ASSERT_EQ(session.placements[0].size(), 1u);
+  EXPECT_EQ(session.placements[0][0].text, u"Paid");
 }
 
 TEST_F(SaveKindsTest, TenThousandPagesAreSavedWhole) {

@@ -147,9 +147,29 @@ TEST_F(SaveTest, APathThatDiffersInLetterCaseAloneIsTheSameFile) {
   mark(0);
   ASSERT_TRUE(SaveDocumentTo(0, u"C:\\DOCS\\A.PDF"));
   EXPECT_EQ(marksIn(path), 1);
-  EXPECT_EQ(namesIn(u"C:\\docs").size(), 1u);
+  EXPECT_THAT(namesIn(u"C:\\docs"), ElementsAre(u"a.pdf"));
   EXPECT_EQ(session.active.path, path);
   EXPECT_FALSE(session.active.altered) << "the file was opened again";
+}
+
+TEST_F(SaveTest, AShortNameIsTheSameFile) {
+  standIn().shortNames = {{u"reallo~1.pdf", u"Really long name.pdf"}};
+  const std::u16string path = opened(u"docs\\Really long name.pdf");
+  mark(0);
+  ASSERT_TRUE(SaveDocumentTo(0, u"C:\\docs\\REALLO~1.PDF"));
+  EXPECT_EQ(marksIn(path), 1);
+  EXPECT_THAT(namesIn(u"C:\\docs"), ElementsAre(u"Really long name.pdf"));
+  EXPECT_EQ(session.active.path, path);
+  EXPECT_FALSE(session.active.altered) << "the file was opened again";
+}
+
+TEST_F(SaveTest, AShortNameOfAFileInTheOtherPaneIsNoTarget) {
+  standIn().shortNames = {{u"righ~1.pdf", u"right.pdf"}};
+  openTwo();
+  mark(0);
+  expectNotices(1);
+  EXPECT_FALSE(SaveDocumentTo(0, u"C:\\RIGH~1.PDF"));
+  EXPECT_EQ(marksIn(right_), 0);
 }
 
 TEST_F(SaveTest, AViewPastTheLastPageLandsOnTheLastPage) {
@@ -340,6 +360,22 @@ TEST_F(SaveTest, SaveAsOntoTheOwnFileLeavesTheShelfAlone) {
   EXPECT_EQ(marksIn(path), 1);
   EXPECT_FALSE(session.active.altered) << "the file was opened again";
   EXPECT_THAT(session.shelfIndex, SizeIs(1));
+}
+
+TEST_F(SaveTest, TurnsThatSaveAsLeavesOutAreNotedForTheNewPath) {
+  BinderFile working;
+  working.path = u"C:\\WorkingDocs.lst";
+  working.isWorkingDocuments = true;
+  session.binderLibrary = {working};
+  opened(u"a.pdf");
+  rotateDocument(0);
+  standIn().saveDialogAnswers = {u"C:\\b.pdf"};
+  standIn().boxAnswers = {BoxAnswer::No};
+  SaveAsCommand();
+  EXPECT_TRUE(hasUnsavedChanges());
+  ASSERT_EQ(session.shelfIndex.size(), 1u);
+  EXPECT_EQ(session.shelfIndex.begin()->path, u"c:\\b.pdf");
+  EXPECT_TRUE(session.shelfIndex.begin()->dirty);
 }
 
 TEST_F(SaveTest, ADocumentFromAShelfCopyIsWrittenToItsOwnFile) {

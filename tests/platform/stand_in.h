@@ -113,6 +113,7 @@ enum class FileCall {
   CopyProperties,
   CopyStreams,
   Guard,
+  KeepOpen,
   Stamp,
   ReadWhole,
   OpenInLibrary,
@@ -182,6 +183,8 @@ struct StandIn {
   std::optional<std::u16string> clipboard;
   bool clipboardBusy = false;
 
+  // Long names by the short ones, in lower case, that the system has for them everywhere.
+  std::map<std::u16string, std::u16string> shortNames;
   std::u16string workingFolder = u"C:\\Users\\User";  // what names without a folder count from
   std::u16string executable = u"C:\\Program Files\\Quillmere\\quillmere.exe";
   std::vector<StartedProcess> processes;
@@ -289,6 +292,9 @@ void setOtherUse(const std::u16string& path, OtherUse use);
 bool isHeld(const std::u16string& path);
 // Whether the logic guards it against writers.
 bool isGuarded(const std::u16string& path);
+
+// Whoever has the file open can read it no more, as if its drive had been unplugged for a moment.
+void cutOff(const std::u16string& path);
 
 // What a file has besides its bytes, its times and kAttributeReadOnly.
 struct FileProperties {

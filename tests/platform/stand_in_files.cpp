@@ -9,6 +9,7 @@
 #include "platform/file_in_writing.h"
 #include "platform/file_properties.h"
 #include "platform/files.h"
+#include "platform/open_file.h"
 #include "platform/text.h"
 #include "platform/write_guard.h"
 #include "stand_in.h"
@@ -18,6 +19,12 @@
 namespace fs = std::filesystem;
 
 namespace quillmere::platform {
+
+struct OpenFile {
+  fs::path path;
+  bool cutOff = false;
+};
+
 namespace {
 
 constexpr std::uint32_t kAttributeArchive = 0x20;
@@ -39,6 +46,7 @@ struct FileBooks {
   std::map<fs::path, RecordedTime> times;
   std::map<fs::path, FileProperties> properties;
   std::multiset<fs::path> guarded;
+  std::set<OpenFile*> keptOpen;
   std::map<std::u16string, std::uint32_t> attributeErrors;  // by path in lower case
   std::uint64_t lastTicks = 0;
 };
@@ -140,8 +148,14 @@ bool openInLibrary(const fs::path& path) {
 #endif
 }
 
+bool keptOpen(const fs::path& path) {
+  const std::lock_guard lock(books().mutex);
+  return std::any_of(books().keptOpen.begin(), books().keptOpen.end(),
+                     [&path](const OpenFile* file) { return file->path == path; });
+}
+
 bool held(const fs::path& path) {
-  return guarded(path) || openInLibrary(path);
+  return guarded(path) || keptOpen(path) || openInLibrary(path);
 }
 
 struct CloseFile {
@@ -401,7 +415,11 @@ bool replaceFile(const std::u16string& source, const std::u16string& target) {
   if (from.real == to.real) return true;
   if (to.folder || isReadOnly(to.real)) return false;
   if (otherUseOf(to.real) == OtherUse::Exclusive) return false;
-  return moveWithStreams(from.real, to.real);
+  // The new name is the one that was asked for, whatever name led to the old file.
+  const std::u16string name = target.substr(target.find_last_of(u"\\/") + 1);
+  const fs::path named = to.real.parent_path() / nativeName(name);
+  if (named != to.real) removeWithStreams(to.real);
+  return moveWithStreams(from.real, named);
 }
 
 bool renameFile(const std::u16string& source, const std::u16string& target) {
@@ -484,6 +502,34 @@ void allowWriters(WriteGuard* guard) {
     if (entry != books().guarded.end()) books().guarded.erase(entry);
   }
   delete guard;
+}
+
+OpenFile* keepOpen(const std::u16string& path) {
+  const FoundPath found = findLongPath(path);
+  if (refused(FileCall::KeepOpen) || !found.exists || found.folder) return nullptr;
+  if (otherUseOf(found.real) == OtherUse::Exclusive) return nullptr;
+  auto* file = new OpenFile{found.real};
+  const std::lock_guard lock(books().mutex);
+  books().keptOpen.insert(file);
+  return file;
+}
+
+void letGo(OpenFile* file) {
+  {
+    const std::lock_guard lock(books().mutex);
+    books().keptOpen.erase(file);
+  }
+  delete file;
+}
+
+bool canStillRead(OpenFile& file) {
+  return !file.cutOff;
+}
+
+void cutOff(const std::u16string& path) {
+  const fs::path real = realPath(path);
+  const std::lock_guard lock(books().mutex);
+  for (OpenFile* file : books().keptOpen) file->cutOff |= file->path == real;
 }
 
 bool copyFileProperties(const std::u16string& from, const std::u16string& to) {

@@ -118,6 +118,13 @@ void trimLastComponent(std::vector<std::u16string>& parts) {
   if (last.empty()) parts.pop_back();
 }
 
+void expandShortNames(std::vector<std::u16string>& parts) {
+  for (std::u16string& part : parts) {
+    const auto known = standIn().shortNames.find(toLower(part));
+    if (known != standIn().shortNames.end()) part = known->second;
+  }
+}
+
 fs::path volumeFolder(const std::u16string& volume) {
   if (volume.size() == 2 && volume[1] == u':') {
     return rootFolder() / nativeName(volume.substr(0, 1));
@@ -229,6 +236,7 @@ std::u16string absolutePath(const std::u16string& path) {
   parts.erase(parts.begin(), parts.begin() + static_cast<std::ptrdiff_t>(root));
   dropDotComponents(parts);
   trimLastComponent(parts);
+  if (!network) expandShortNames(parts);
   for (const std::u16string& part : parts) result += u"\\" + part;
   return parts.empty() && !network ? result + u"\\" : result;
 }
@@ -248,6 +256,7 @@ ParsedPath parsePath(const std::u16string& path) {
     }
   }
   trimLastComponent(parsed.components);
+  expandShortNames(parsed.components);
   for (const std::u16string& component : parsed.components) {
     if (!isValidName(component) || component.size() > kNameLimit) parsed.error = kErrorInvalidName;
   }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "documents/modes.h"
+#include "session/loaded_file.h"
 #include "session/session.h"
 #include "support/engine.h"
 #include "support/pdf_builder.h"
@@ -139,6 +140,24 @@ TEST_F(DocumentSlotsTest, AReopeningKeepsANumberThatDiffersFromTheOpenPage) {
   reopen(session.active, freshDocument(4));
   EXPECT_EQ(session.panes[0].currentPage, 2);
   EXPECT_EQ(session.panes[0].openPage, 3);
+}
+
+TEST_F(DocumentSlotsTest, ANumberPastTheEndOfAShorterDocumentBecomesItsLast) {
+  openInActive(simplePdf(6));
+  loadPane(0, 4);
+  session.panes[0].currentPage = 5;
+  reopen(session.active, freshDocument(3));
+  EXPECT_EQ(session.panes[0].currentPage, 2);
+  EXPECT_EQ(session.panes[0].openPage, 2);
+}
+
+TEST_F(DocumentSlotsTest, AReopeningThatFailsHoldsNoFile) {
+  const std::u16string path = putPdf(u"a.pdf", simplePdf(1));
+  openInActive(simplePdf(1), path);
+  const ClosedDocument closed = closeToReopen(session.active);
+  reopenDocument(session.active, nullptr, loadedFileNow(path), closed);
+  EXPECT_FALSE(platform::isHeld(path));
+  EXPECT_EQ(session.active.loadedFrom.path, u"");
 }
 
 TEST_F(DocumentSlotsTest, PlacementsGoOverToTheReopenedDocument) {

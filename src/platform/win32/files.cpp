@@ -82,6 +82,31 @@ bool endsIgnoringCase(std::u16string_view name, std::u16string_view end) {
 
 }  // namespace
 
+namespace {
+
+std::u16string longNameOf(const std::u16string& path) {
+  std::u16string name(kUsualPathUnits, u'\0');
+  const DWORD length = GetLongPathNameW(wide(path), wideBuffer(name), kUsualPathUnits);
+  name.resize(length < kUsualPathUnits ? length : 0);
+  return name;
+}
+
+// Short names such as "LONGNA~1.PDF" stand for longer ones; a file that does not exist yet has
+// none, but its folder may. A share may keep whoever asks it waiting.
+std::u16string withLongNames(const std::u16string& full) {
+  if (full.size() >= MAX_PATH || isNetworkPath(full)) return full;
+  std::size_t end = full.size();
+  while (end != std::u16string::npos && full.rfind(u'~', end - 1) < end) {
+    const std::u16string start = longNameOf(full.substr(0, end));
+    const std::size_t length = start.size() + full.size() - end;
+    if (!start.empty()) return length < MAX_PATH ? start + full.substr(end) : full;
+    end = full.rfind(u'\\', end - 1);
+  }
+  return full;
+}
+
+}  // namespace
+
 std::u16string absolutePath(const std::u16string& path) {
   if (path.empty()) return path;
   std::u16string full(kUsualPathUnits, u'\0');
@@ -92,7 +117,7 @@ std::u16string absolutePath(const std::u16string& path) {
   }
   if (length == 0 || length >= full.size()) return path;
   full.resize(length);
-  return full;
+  return withLongNames(full);
 }
 
 AttributeQuery queryAttributes(const std::u16string& path) {
