@@ -1,4 +1,5 @@
-// Times a whole Save of a document with one new mark, and compares the size of its file.
+// Times a whole Save of a document with one new mark, and shelving it, and compares the size of its
+// file.
 //
 // Usage: bench_save DOCUMENT
 
@@ -10,7 +11,9 @@
 #include <string>
 
 #include "documents/close.h"
+#include "documents/join_working_documents.h"
 #include "documents/save_document.h"
+#include "documents/shelve.h"
 #include "plain_pdfium.h"
 #include "platform/files.h"
 #include "platform/text.h"
@@ -75,6 +78,16 @@ int measureDocument(const std::string& source) {
     reportPair("save", name, ours, theirs);
   }
   reportPair("save-size", name, kilobytes(path), sizeBefore);
+  joinWorkingDocuments(path, kWorkingDocsToHead);
+  for (int i = 0; i < kSaves; ++i) {
+    markFirstPage();
+    const double theirs = timePlainCopy(source);
+    bool shelved = false;
+    const double ours = timed([&] { shelved = ShelveCurrentDocument(); });
+    if (!shelved) return 1;
+    reportPair("shelve", name, ours, theirs);
+  }
+  DropActiveShelfEntry();
   closeAllDocuments();
   platform::deleteFile(path);
   return 0;

@@ -59,6 +59,9 @@ RATIOS = [
     Row("binder-tree", "rows of 50 binders of 1,000 files / plain rows", "ms", 1.5),
     Row("binder-load-level", "loading a file of 50 binders of 1,000 / of 5", "us", 1.5),
     Row("save", "a whole save / PDFium's copy into nothing", "ms", 1.4),
+    Row("shelve", "shelving / PDFium's copy into nothing", "ms", 1.4),
+    Row("page-delete", "deleting a page to painted / PDFium delete + page + render", "ms", 1.2),
+    Row("page-insert", "inserting a page to painted / PDFium import + page + render", "ms", 1.2),
     Row("save-size", "size of a saved document / of its source", "KiB", 1.05),
     Row("memory", "peak working set after open / plain PDFium window", "MiB", 1.3),
     Row("turning-memory", "working set after 500 pages there and back / after 100", "MiB", 1.1),
@@ -252,6 +255,8 @@ def measure_saves(samples, documents):
     for document in documents:
         progress(f"Saving {document.name}")
         samples.take(wine("bench_save", windows_path(document)))
+        progress(f"Pages of {document.name}")
+        samples.take(wine("bench_pages", windows_path(document)))
 
 
 def measure_outlines(samples, made):
@@ -277,7 +282,7 @@ def measure_peers(samples, document, repetitions):
                     (milliseconds(ours), milliseconds(theirs)))
 
 
-def measure_saves(samples, document, repetitions):
+def measure_writing(samples, document, repetitions):
     progress(f"Writing {document.name}")
     ours = [str(NATIVE / "bench_engine"), "--save", str(document)]
     with tempfile.TemporaryDirectory() as folder:
@@ -381,7 +386,7 @@ def main():
     measure_engine(samples, documents, repetitions)
     measure_peers(samples, documents[0], repetitions)
     for document in manuals:
-        measure_saves(samples, document, repetitions)
+        measure_writing(samples, document, repetitions)
     text = table([
         *ratio_lines(RATIOS, samples),
         *ratio_lines([Row(title, title, "ms", limit) for _, title, _, limit in FIND_PEERS],

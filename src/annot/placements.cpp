@@ -40,6 +40,11 @@ std::vector<Placement> placementsOn(FPDF_DOCUMENT document, std::int32_t pageInd
   return list;
 }
 
+void readPage(FPDF_DOCUMENT document, std::int32_t page) {
+  std::vector<Placement> list = placementsOn(document, page);
+  if (!list.empty()) session.placements[page] = std::move(list);
+}
+
 // A stamp needs its picture before the annotation that has it goes.
 bool takePicture(FPDF_DOCUMENT document, std::int32_t pageIndex, Placement& placement) {
   if (placement.kind != PlacementKind::Stamp || placement.image) return true;
@@ -55,13 +60,21 @@ void LoadPlacements(FPDF_DOCUMENT document) {
   ClearPlacements();
   session.placementDocument = document;
   int read = 0;
-  for (const int page : pagesWithAnnotations(document, kSubtypes)) {
-    std::vector<Placement> list = placementsOn(document, page);
-    if (!list.empty()) session.placements[page] = std::move(list);
+  for (const int page : stampedPages(document)) {
+    readPage(document, page);
     if (++read % kPagesReadBetweenReleases != 0) continue;
     const std::vector<int> panes = panesHolding(document);
     if (!panes.empty()) noteDocumentRead(panes.front());
   }
+}
+
+std::vector<int> stampedPages(FPDF_DOCUMENT document) {
+  return pagesWithAnnotations(document, kSubtypes);
+}
+
+void addPlacementsOf(FPDF_DOCUMENT document, const std::vector<int>& newPages) {
+  if (document == nullptr || session.placementDocument != document) return;
+  for (const int page : newPages) readPage(document, page);
 }
 
 bool hasPlacements(FPDF_DOCUMENT document) {
@@ -69,7 +82,7 @@ bool hasPlacements(FPDF_DOCUMENT document) {
     return std::any_of(session.placements.begin(), session.placements.end(),
                        [](const auto& onPage) { return !onPage.second.empty(); });
   }
-  const std::vector<int> pages = pagesWithAnnotations(document, kSubtypes);
+  const std::vector<int> pages = stampedPages(document);
   return std::any_of(pages.begin(), pages.end(),
                      [&](int page) { return !placementsOn(document, page).empty(); });
 }

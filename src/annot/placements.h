@@ -3,6 +3,7 @@
 #include <fpdfview.h>
 
 #include <cstdint>
+#include <vector>
 
 #include "session/placement.h"
 
@@ -21,6 +22,13 @@ void loadPlacementsLater(FPDF_DOCUMENT document);
 // Reads the placements that loadPlacementsLater() left, if any. Called while the program is idle,
 // and by whatever looks for placements earlier.
 void readWaitingPlacements();
+
+// Zero-based pages of the document that may have written placements.
+std::vector<int> stampedPages(FPDF_DOCUMENT document);
+
+// Adds the written placements of pages that came into the document, if the session holds its
+// placements.
+void addPlacementsOf(FPDF_DOCUMENT document, const std::vector<int>& newPages);
 
 // True when the document has placements, pending or written, whether or not the session holds them.
 bool hasPlacements(FPDF_DOCUMENT document);

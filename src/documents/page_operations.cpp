@@ -10,6 +10,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "annot/placements.h"
 #include "annot/write_placements.h"
@@ -47,7 +48,12 @@ std::int32_t pageSeen(int pane) {
   return slot.page ? slot.openPage : slot.currentPage;
 }
 
-// The zero-based pages seen in the panes; -1 for a pane that holds another document.
+bool inBook() {
+  return session.viewMode == ViewMode::Book;
+}
+
+// The zero-based pages seen in the panes; -1 for a pane that holds another document, and for the
+// empty one beside a book's only page.
 using PagesSeen = std::array<std::int32_t, 2>;
 
 // Closes the pages of a document, which must not be open while pages come or go. A page that stands
@@ -55,15 +61,12 @@ using PagesSeen = std::array<std::int32_t, 2>;
 PagesSeen closePages(FPDF_DOCUMENT document) {
   PagesSeen seen = {-1, -1};
   for (const int pane : panesHolding(document)) {
-    seen[static_cast<std::size_t>(pane)] = pageSeen(pane);
+    const bool empty = paneShown(pane) && !session.panes[pane].page;
+    if (!empty || !inBook()) seen[static_cast<std::size_t>(pane)] = pageSeen(pane);
     dropPaneView(pane);
   }
   QuillmereEngine_SeparatePages(document);
   return seen;
-}
-
-bool inBook() {
-  return session.viewMode == ViewMode::Book;
 }
 
 void showBookFrom(std::int32_t left) {
@@ -86,10 +89,11 @@ void showSamePage(int pane, std::int32_t page) {
 }
 
 void showSamePages(const PagesSeen& seen) {
-  if (inBook()) return showBookFrom(session.panes[0].currentPage);
   for (int pane = 0; pane < 2; ++pane) {
+    const std::int32_t number = session.panes[pane].currentPage;
     const std::int32_t page = seen[static_cast<std::size_t>(pane)];
     if (page >= 0) showSamePage(pane, page);
+    session.panes[pane].currentPage = number;
   }
 }
 
@@ -113,27 +117,6 @@ void showAfterInsertion(const PagesSeen& seen, const PageShift& shift) {
   showPageIn(active, shift.first);
   const std::int32_t page = seen[static_cast<std::size_t>(1 - active)];
   if (page >= 0) showSamePage(1 - active, *shiftedPage(page, shift));
-}
-
-// Closes a page of the document, deletes it, and shows what is there now.
-void deletePage(std::int32_t page) {
-  const int pane = session.activePane;
-  const FPDF_DOCUMENT document = documentOf(pane);
-  const PagesSeen seen = closePages(document);
-  FPDFPage_Delete(document, page);
-  const int count = FPDF_GetPageCount(document);
-  if (count >= pageCountOf(pane)) {
-    showSamePages(seen);
-    showNotice(u"The page could not be deleted.", BoxIcon::Error);
-    return;
-  }
-  documentsLeaving();
-  pageCountOf(pane) = count;
-  const PageShift shift{page, -1};
-  shiftPages(pane, shift);
-  markEdited(documentSlotOf(pane));
-  showAfterDeletion(seen, shift);
-  pagesChanged(document);
 }
 
 // A document whose pages the user wants to insert; null when there is none to be had.
@@ -162,30 +145,6 @@ int importPages(FPDF_DOCUMENT document, FPDF_DOCUMENT source, int before) {
   if (imported && added == FPDF_GetPageCount(source)) return added;
   for (int page = before + added - 1; page >= before; --page) FPDFPage_Delete(document, page);
   return 0;
-}
-
-void insertPages(DocumentHandle source, std::int32_t before) {
-  const int pane = session.activePane;
-  const FPDF_DOCUMENT document = documentOf(pane);
-  const PagesSeen seen = closePages(document);
-  const PageShift shift{before, importPages(document, source.get(), before)};
-  source.reset();
-  // What was copied stays in memory even after a failure.
-  documentSlotOf(pane).altered = true;
-  if (shift.added == 0) {
-    showSamePages(seen);
-    showNotice(
-        u"The document could not be inserted.\n\nThe file may be corrupt, encrypted, or use "
-        u"features this reader can't import.",
-        BoxIcon::Error);
-    return;
-  }
-  documentsLeaving();
-  pageCountOf(pane) = FPDF_GetPageCount(document);
-  shiftPages(pane, shift);
-  markEdited(documentSlotOf(pane));
-  showAfterInsertion(seen, shift);
-  pagesChanged(document);
 }
 
 // Pending placements become annotations first, so that they are drawn like all others.
@@ -226,6 +185,53 @@ void showWithoutAnnotations(FPDF_DOCUMENT document) {
 }
 
 }  // namespace
+
+void deletePage(std::int32_t page) {
+  const int pane = session.activePane;
+  const FPDF_DOCUMENT document = documentOf(pane);
+  const PagesSeen seen = closePages(document);
+  FPDFPage_Delete(document, page);
+  const int count = FPDF_GetPageCount(document);
+  if (count >= pageCountOf(pane)) {
+    showSamePages(seen);
+    showNotice(u"The page could not be deleted.", BoxIcon::Error);
+    return;
+  }
+  documentsLeaving();
+  pageCountOf(pane) = count;
+  const PageShift shift{page, -1};
+  shiftPages(pane, shift);
+  markEdited(documentSlotOf(pane));
+  showAfterDeletion(seen, shift);
+  pagesChanged(document);
+}
+
+void insertPages(DocumentHandle source, std::int32_t before) {
+  const int pane = session.activePane;
+  const FPDF_DOCUMENT document = documentOf(pane);
+  const PagesSeen seen = closePages(document);
+  std::vector<int> stamped = stampedPages(source.get());
+  const PageShift shift{before, importPages(document, source.get(), before)};
+  source.reset();
+  // What was copied stays in memory even after a failure.
+  documentSlotOf(pane).altered = true;
+  if (shift.added == 0) {
+    showSamePages(seen);
+    showNotice(
+        u"The document could not be inserted.\n\nThe file may be corrupt, encrypted, or use "
+        u"features this reader can't import.",
+        BoxIcon::Error);
+    return;
+  }
+  documentsLeaving();
+  pageCountOf(pane) = FPDF_GetPageCount(document);
+  shiftPages(pane, shift);
+  for (int& page : stamped) page += before;
+  addPlacementsOf(document, stamped);
+  markEdited(documentSlotOf(pane));
+  showAfterInsertion(seen, shift);
+  pagesChanged(document);
+}
 
 void DeleteCurrentPage() {
   const DocumentWork work;

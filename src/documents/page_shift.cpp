@@ -31,6 +31,14 @@ void shiftPlacements(FPDF_DOCUMENT document, const PageShift& shift) {
   shiftKeys(session.placements, shift);
 }
 
+// Turns stay where they are when the mode changes: those that the document got in other modes than
+// the present one come back with these.
+void shiftTurns(int pane, const PageShift& shift) {
+  shiftKeys(pageRotationsOf(pane), shift);
+  if (!inTwoDocuments()) shiftKeys(session.panes[0].pageRotations, shift);
+  if (inTwoDocuments() && pane == 0) shiftKeys(session.active.pageRotations, shift);
+}
+
 void shiftJumps(std::vector<JumpRecord>& jumps, const PageShift& shift) {
   std::vector<JumpRecord> kept;
   for (JumpRecord jump : jumps) {
@@ -53,7 +61,7 @@ std::optional<std::int32_t> shiftedPage(std::int32_t page, const PageShift& shif
 void shiftPages(int pane, const PageShift& shift) {
   const FPDF_DOCUMENT document = documentOf(pane);
   shiftPlacements(document, shift);
-  shiftKeys(pageRotationsOf(pane), shift);
+  shiftTurns(pane, shift);
   for (const int each : panesHolding(document)) {
     shiftJumps(session.panes[each].backHistory, shift);
     shiftJumps(session.panes[each].forwardHistory, shift);
