@@ -46,7 +46,8 @@ class PageNumbersTest : public OpeningTest {
     PdfPage page;
     page.annotations = {
         linkAnnotation(0, 0, 50, 50, webAction("https://example.org")),
-        "<< /Type /Annot /Subtype /Stamp /Rect [100 100 200 150] /QMR (QMR1;S;0;100;100;100;50;) >>",
+        "<< /Type /Annot /Subtype /Stamp /Rect [100 100 200 150] /QMR (QMR1;S;0;100;100;100;50;) "
+        ">>",
         "<< /Type /Annot /Subtype /Stamp /Rect [100 100 200 150] /QMR (QMR1;S;0) >>"};
     return page;
   }
@@ -158,10 +159,10 @@ TEST_F(PageNumbersTest, NodesThatCountWronglyDoNotDivertADeletion) {
   const auto pages = [&file](int parent, std::vector<int> wide) {
     std::string kids;
     for (const int width : wide) {
-      kids += PdfFile::reference(file.add(
-                  "<< /Type /Page /Parent " + PdfFile::reference(parent) + " /MediaBox [0 0 " +
-                  std::to_string(width) + " 400] >>")) +
-              " ";
+      kids +=
+          PdfFile::reference(file.add("<< /Type /Page /Parent " + PdfFile::reference(parent) +
+                                      " /MediaBox [0 0 " + std::to_string(width) + " 400] >>")) +
+          " ";
     }
     return "/Kids [" + kids + "] >>";
   };
