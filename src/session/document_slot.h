@@ -34,6 +34,8 @@ struct DocumentSlot {
   // It was edited in memory since it was loaded. Saving to another file or to the shelf clears
   // `dirty` but never this: what PDFium holds still differs from the file that it reads.
   bool altered = false;
+  // No two of its page numbers share a page object; written by separatePages().
+  bool pagesSeparate = false;
   LoadedFile loadedFrom;
   // The file beside its own that a save wrote and could not put in place; the next save overwrites
   // it. Empty for none.

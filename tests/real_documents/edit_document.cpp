@@ -136,9 +136,8 @@ PagePixels smallPicture(FPDF_DOCUMENT document, int index) {
   const float ratio = FPDF_GetPageHeightF(page.get()) / FPDF_GetPageWidthF(page.get());
   PagePixels picture{kSmallWidth, std::clamp(static_cast<int>(kSmallWidth * ratio), 1, 2000), {}};
   picture.pixels.resize(static_cast<std::size_t>(picture.width * picture.height), 0xFFFFFF);
-  const FPDF_BITMAP bitmap =
-      FPDFBitmap_CreateEx(picture.width, picture.height, FPDFBitmap_BGRx, picture.pixels.data(),
-                          picture.width * 4);
+  const FPDF_BITMAP bitmap = FPDFBitmap_CreateEx(picture.width, picture.height, FPDFBitmap_BGRx,
+                                                 picture.pixels.data(), picture.width * 4);
   FPDF_RenderPageBitmap(bitmap, page.get(), 0, 0, picture.width, picture.height, 0, FPDF_ANNOT);
   FPDFBitmap_Destroy(bitmap);
   return picture;
@@ -267,8 +266,8 @@ std::vector<PixelRect> placementsIn(std::int32_t page) {
   std::vector<PixelRect> rects;
   for (const Placement& placement : session.placements[page]) {
     const PixelRect rect = PlacementScreenBounds(kPane, placement);
-    rects.push_back({rect.left - dx - 2, rect.top - dy - 2, rect.right - dx + 2,
-                     rect.bottom - dy + 2});
+    rects.push_back(
+        {rect.left - dx - 2, rect.top - dy - 2, rect.right - dx + 2, rect.bottom - dy + 2});
   }
   return rects;
 }
@@ -321,8 +320,7 @@ class Edited {
     check(picturesAlike(marked, markedSaved, placements),
           "the marked page looks different when saved");
     if (!sameEditedPage()) {
-      check(picturesAlike(turned, turnedSaved),
-            "the turned page looks different when saved");
+      check(picturesAlike(turned, turnedSaved), "the turned page looks different when saved");
     }
     keepPicture("marked", markedSaved);
     keepPicture("turned", turnedSaved);
@@ -331,9 +329,9 @@ class Edited {
   void inspect() {
     const FPDF_DOCUMENT saved = session.active.document.get();
     check(FPDF_GetPageCount(saved) == pagesAfter(), "another number of pages was saved");
-    check(FPDF_GetSecurityHandlerRevision(saved) ==
-              FPDF_GetSecurityHandlerRevision(original_.get()),
-          "it is encrypted in another way");
+    check(
+        FPDF_GetSecurityHandlerRevision(saved) == FPDF_GetSecurityHandlerRevision(original_.get()),
+        "it is encrypted in another way");
     check(highlightsOn(saved, markedAfter()) == marksBefore_, "the mark was not saved");
     readWaitingPlacements();
     const auto& placements = session.placements[markedAfter()];
@@ -341,7 +339,7 @@ class Edited {
           "stamp and text were not saved");
     for (const int page : comparedPages()) {
       check(picturesAlike(smallPicture(original_.get(), page),
-                   smallPicture(saved, numberAfter(plan_, page))),
+                          smallPicture(saved, numberAfter(plan_, page))),
             "page " + std::to_string(page + 1) + " looks different when saved");
     }
   }
@@ -362,12 +360,11 @@ class Edited {
 
   void keep() {
     writeFile(folder_ / "saved.pdf", platform::fileBytes(kPath).value_or(std::string()));
-    writeFile(folder_ / "pages.txt", "pages " + std::to_string(pagesAfter()) + "\nmarked " +
-                                         std::to_string(plan_.marked + 1) + " " +
-                                         std::to_string(markedAfter() + 1) + "\nturned " +
-                                         std::to_string(plan_.turned + 1) + " " +
-                                         std::to_string(turnedAfter() + 1) + "\ntext" +
-                                         sidesOf(text_) + "\n");
+    writeFile(folder_ / "pages.txt",
+              "pages " + std::to_string(pagesAfter()) + "\nmarked " +
+                  std::to_string(plan_.marked + 1) + " " + std::to_string(markedAfter() + 1) +
+                  "\nturned " + std::to_string(plan_.turned + 1) + " " +
+                  std::to_string(turnedAfter() + 1) + "\ntext" + sidesOf(text_) + "\n");
   }
 
  private:
