@@ -56,16 +56,17 @@ bool inBook() {
 // empty one beside a book's only page.
 using PagesSeen = std::array<std::int32_t, 2>;
 
-// Closes the pages of a document, which must not be open while pages come or go. A page that stands
-// at several places of the document becomes several.
-PagesSeen closePages(FPDF_DOCUMENT document) {
+// Closes the pages of the active document, which must not be open while pages come or go. A page
+// that stands at several places of the document becomes several.
+PagesSeen closePages() {
+  const FPDF_DOCUMENT document = documentOf(session.activePane);
   PagesSeen seen = {-1, -1};
   for (const int pane : panesHolding(document)) {
     const bool empty = paneShown(pane) && !session.panes[pane].page;
     if (!empty || !inBook()) seen[static_cast<std::size_t>(pane)] = pageSeen(pane);
     dropPaneView(pane);
   }
-  QuillmereEngine_SeparatePages(document);
+  separatePages(documentSlotOf(session.activePane));
   return seen;
 }
 
@@ -189,7 +190,7 @@ void showWithoutAnnotations(FPDF_DOCUMENT document) {
 void deletePage(std::int32_t page) {
   const int pane = session.activePane;
   const FPDF_DOCUMENT document = documentOf(pane);
-  const PagesSeen seen = closePages(document);
+  const PagesSeen seen = closePages();
   FPDFPage_Delete(document, page);
   const int count = FPDF_GetPageCount(document);
   if (count >= pageCountOf(pane)) {
@@ -209,7 +210,7 @@ void deletePage(std::int32_t page) {
 void insertPages(DocumentHandle source, std::int32_t before) {
   const int pane = session.activePane;
   const FPDF_DOCUMENT document = documentOf(pane);
-  const PagesSeen seen = closePages(document);
+  const PagesSeen seen = closePages();
   std::vector<int> stamped = stampedPages(source.get());
   const PageShift shift{before, importPages(document, source.get(), before)};
   source.reset();

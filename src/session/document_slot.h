@@ -38,6 +38,8 @@ struct DocumentSlot {
   // It was edited in memory since it was loaded. Saving to another file or to the shelf clears
   // `dirty` but never this: what PDFium holds still differs from the file that it reads.
   bool altered = false;
+  // No two of its page numbers share a page object; written by separatePages().
+  bool pagesSeparate = false;
   LoadedFile loadedFrom;
   // The file at `path` as the user knows it, where the document is read from another one; nullopt
   // where it is not, or when there was no such file.

@@ -1,5 +1,7 @@
 #include "session/document_slots.h"
 
+#include <quillmere_engine.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -48,6 +50,7 @@ void closeDocument(DocumentSlot& slot) {
   session.documentKeptBuffer.erase(document);
   slot.loadedFrom = {};
   slot.knownFile.reset();
+  slot.pagesSeparate = false;
 }
 
 }  // namespace
@@ -59,6 +62,7 @@ void moveDocument(DocumentSlot& from, DocumentSlot& to) {
   to.path = std::exchange(from.path, {});
   to.dirty = std::exchange(from.dirty, false);
   to.altered = std::exchange(from.altered, false);
+  to.pagesSeparate = std::exchange(from.pagesSeparate, false);
   to.loadedFrom = std::exchange(from.loadedFrom, {});
   to.knownFile = std::exchange(from.knownFile, {});
   to.keptSibling = std::exchange(from.keptSibling, {});
@@ -116,6 +120,11 @@ void markEdited(DocumentSlot& slot) {
 void markAltered(DocumentSlot& slot) {
   if (!slot.altered) guardLoadedFile(slot.loadedFrom);
   slot.altered = true;
+}
+
+void separatePages(DocumentSlot& slot) {
+  if (slot.pagesSeparate) return;
+  slot.pagesSeparate = QuillmereEngine_SeparatePages(slot.document.get()) != 0;
 }
 
 std::vector<int> panesHolding(FPDF_DOCUMENT document) {

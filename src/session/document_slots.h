@@ -40,6 +40,11 @@ void markEdited(DocumentSlot& slot);
 // Records the edit alone, for one that no save has to write.
 void markAltered(DocumentSlot& slot);
 
+// Gives each page number of the document a page of its own, with none of its pages open: an edit of
+// a page that stands at several places would change all of them. Fast from the second call on,
+// since pages that come later are new ones.
+void separatePages(DocumentSlot& slot);
+
 // The panes, hidden ones included, that hold this document; empty for null.
 std::vector<int> panesHolding(FPDF_DOCUMENT document);
 // Those of them that have this zero-based page open, whatever page number they show.

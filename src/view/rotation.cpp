@@ -1,7 +1,6 @@
 #include "view/rotation.h"
 
 #include <fpdf_edit.h>
-#include <quillmere_engine.h>
 
 #include <algorithm>
 
@@ -46,7 +45,7 @@ void turnPageInDocument(FPDF_DOCUMENT document, int index, std::uint32_t turns) 
 bool writeTurns(int pane) {
   const FPDF_DOCUMENT document = documentOf(pane);
   if (document == nullptr) return false;
-  QuillmereEngine_SeparatePages(document);
+  separatePages(documentSlotOf(pane));
   bool any = false;
   const std::int32_t pageCount = pageCountOf(pane);
   for (std::int32_t index = 0; index < pageCount; ++index) {

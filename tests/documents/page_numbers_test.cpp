@@ -12,6 +12,7 @@
 #include "support/pdf_builder.h"
 #include "support/session_invariants.h"
 #include "view/navigation.h"
+#include "view/rotation.h"
 #include "view/view_test.h"
 
 namespace quillmere::test {
@@ -178,6 +179,35 @@ TEST_F(PageNumbersTest, NodesThatCountWronglyDoNotDivertADeletion) {
   ASSERT_THAT(widths(documentOf(0)), ElementsAre(100, 200, 300, 400));
   deletePage(1);
   EXPECT_THAT(widths(documentOf(0)), ElementsAre(100, 300, 400));
+}
+
+// A page that stands twice, and another one.
+TEST_F(PageNumbersTest, ADocumentThatIsOpenedAgainIsSeparatedAgain) {
+  PdfFile file;
+  const int catalog = file.reserve();
+  const int tree = file.reserve();
+  const std::string root = PdfFile::reference(tree);
+  const auto page = [&](int width) {
+    return PdfFile::reference(file.add("<< /Type /Page /Parent " + root + " /MediaBox [0 0 " +
+                                       std::to_string(width) + " 400] >>"));
+  };
+  const std::string twice = page(100);
+  const std::string once = page(200);
+  file.set(catalog, "<< /Type /Catalog /Pages " + root + " >>");
+  file.set(tree, "<< /Type /Pages /Count 3 /Kids [" + twice + " " + twice + " " + once + "] >>");
+  for (int round = 0; round < 2; ++round) {
+    ASSERT_TRUE(open(file.finish(catalog)));
+    EXPECT_FALSE(session.active.pagesSeparate);
+    goToPage(0, 1, false);
+    rotatePage(0);
+    commitRotations(0);
+    EXPECT_EQ(ownRotationOf(documentOf(0), 0), 0);
+    EXPECT_EQ(ownRotationOf(documentOf(0), 1), 1);
+    setViewMode(round == 0 ? ViewMode::TwoDocuments : ViewMode::SinglePage);
+    EXPECT_TRUE(documentSlotOf(0).pagesSeparate);
+    deletePage(0);
+    EXPECT_THAT(widths(documentOf(0)), ElementsAre(400, 200));
+  }
 }
 
 }  // namespace
