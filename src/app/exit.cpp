@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/product.h"
+#include "base/text_format.h"
 #include "documents/close.h"
 #include "documents/shelve.h"
 #include "documents/unsaved_dialog.h"
@@ -111,7 +112,7 @@ void handOnWaitingFiles() {
   if (session.pathsToHandOn.empty() || program.empty()) return;
   platform::closePrimaryMutex();
   for (const std::u16string& path : std::exchange(session.pathsToHandOn, {})) {
-    platform::startProcess(program, u"\"" + program + u"\" \"" + path + u"\"");
+    platform::startProcess(program, formatText(u"\"%s\" \"%s\"", {program, path}));
   }
 }
 
