@@ -411,14 +411,21 @@ TEST_F(Stamps, StampsOfTheFileAreMovedAndDeleted) {
 
 TEST_F(Stamps, AStampIsEditableAgainAfterSavingAndOpening) {
   startWithStamp();
-  placeOrange(onScreen(dip(400), dip(300)));
+  // What hangs over the page's edge is seen only until it is in the file.
+  const POINT place = middle(page());
+  placeOrange(onScreen(place.x, place.y));
+  // The outline of a selected stamp hides its edge.
+  click(onScreen(place.x, place.y + dip(120)));
+  ASSERT_TRUE(eventually([&] { return pixelsOf(kRotationHandle) == 0; }));
   const RECT placed = extentOf(kOrange);
   const std::wstring path = scenarioFolder() + L"\\one.pdf";
   const auto stampsInFile = [&] { return readFile(path).find("/QMR") != std::string::npos; };
-  const auto lieThere = [&] {
+  // The page may come to lie a pixel further, and the picture's edge is smoothed.
+  const auto liesThere = [&] {
     const RECT now = extentOf(kOrange);
-    return std::abs(now.left - placed.left) <= 1 && std::abs(now.top - placed.top) <= 1 &&
-           std::abs(now.right - placed.right) <= 1 && std::abs(now.bottom - placed.bottom) <= 1;
+    const auto alike = [](LONG left, LONG right) { return std::abs(left - right) <= 2; };
+    return alike(now.left, placed.left) && alike(now.top, placed.top) &&
+           alike(now.right, placed.right) && alike(now.bottom, placed.bottom);
   };
   // A file that somebody reads cannot be replaced, so it is read only afterwards.
   const auto save = [&] {
@@ -433,14 +440,14 @@ TEST_F(Stamps, AStampIsEditableAgainAfterSavingAndOpening) {
   toFront();
   ASSERT_TRUE(save());
   EXPECT_TRUE(stampsInFile());
-  EXPECT_TRUE(eventually(lieThere)) << "saving moves nothing";
+  EXPECT_TRUE(eventually(liesThere)) << "saving moves nothing";
   picture("Stamps.Saved");
 
   press('W', kCtrl);
   ASSERT_TRUE(shown(kOrange, false));
   sendPath(window, path);
   press('A');
-  EXPECT_TRUE(eventually(lieThere));
+  EXPECT_TRUE(eventually(liesThere));
   const POINT centre = middle(placed);
   click(onScreen(centre.x, centre.y));
   ASSERT_TRUE(eventually([&] { return pixelsOf(kRotationHandle) > 20; }));
