@@ -14,6 +14,7 @@
 #include "documents/save_target.h"
 #include "platform/file_properties.h"
 #include "platform/files.h"
+#include "platform/main_window.h"
 #include "platform/text.h"
 #include "session/changes.h"
 #include "session/document_slots.h"
@@ -87,6 +88,20 @@ void showAsShelved(int pane, bool ownedPlacements) {
   }
   pictureChanged();
   binderFilesChanged();
+}
+
+void writeIndex() {
+  if (!session.leaving) SaveShelfIndex();
+}
+
+// For entries without a copy, which count for nothing once the program has ended: the page is to be
+// seen first.
+void writeIndexLater() {
+  if (platform::mainWindowExists()) {
+    platform::doAfterPainting(writeIndex);
+  } else {
+    writeIndex();
+  }
 }
 
 bool changedOnDisk(const ShelfEntry& entry, const std::u16string& path) {
@@ -200,11 +215,14 @@ void noteDocumentChanged(int pane) {
   const bool hasCopy = known != nullptr && known->dirty && !known->shelfName.empty();
   const bool dirty = hasCopy || hasUnsavedChanges(pane);
   if (dirty == (known != nullptr && known->dirty)) return;
-  if (!dirty) return DropShelfEntry(path);
-  ShelfEntry& entry = session.shelfIndex[shelfKeyOf(path)];
-  entry.dirty = true;
-  if (!hasCopy) entry.shelfName.clear();
-  SaveShelfIndex();
+  if (!dirty) {
+    session.shelfIndex.erase(session.shelfIndex.find(shelfKeyOf(path)));
+  } else {
+    ShelfEntry& entry = session.shelfIndex[shelfKeyOf(path)];
+    entry.dirty = true;
+    if (!hasCopy) entry.shelfName.clear();
+  }
+  writeIndexLater();
 }
 
 void giveUpEdits(int pane) {
