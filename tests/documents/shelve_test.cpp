@@ -365,6 +365,16 @@ TEST_F(ShelveTest, AnEditIsNotedAtOnceAndNoCopyIsMade) {
   EXPECT_THAT(shelfFiles(), IsEmpty());
 }
 
+TEST_F(ShelveTest, AnEditIsSeenBeforeTheIndexIsWritten) {
+  openFile(1, 0);
+  platform::standIn().window.paintsLater = true;
+  mark();
+  EXPECT_TRUE(IsShelved(kA));
+  EXPECT_FALSE(platform::fileExists(ShelfIndexPath()));
+  platform::standIn().window.paintNow();
+  EXPECT_THAT(index(), HasSubstr("-\t1\t0\t0\tc:\\a.pdf\r\n"));
+}
+
 TEST_F(ShelveTest, ARecordOfEditsThatWereLostIsForgottenWhenTheDocumentOpensAgain) {
   openFile(1, 0);
   mark();
