@@ -92,9 +92,11 @@ std::u16string longNameOf(const std::u16string& path) {
 }
 
 // Short names such as "LONGNA~1.PDF" stand for longer ones; a file that does not exist yet has
-// none, but its folder may. A share may keep whoever asks it waiting.
+// none, but its folder may. A share may keep whoever asks it waiting, and asking what kind a drive
+// is takes as long as drawing a page does.
 std::u16string withLongNames(const std::u16string& full) {
-  if (full.size() >= MAX_PATH || isNetworkPath(full)) return full;
+  const bool canBeShort = full.find(u'~') != std::u16string::npos && full.size() < MAX_PATH;
+  if (!canBeShort || isNetworkPath(full)) return full;
   std::size_t end = full.size();
   while (end != std::u16string::npos && full.rfind(u'~', end - 1) < end) {
     const std::u16string start = longNameOf(full.substr(0, end));
