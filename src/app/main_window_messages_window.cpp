@@ -38,6 +38,7 @@
 #include "session/session.h"
 #include "session/waiting_opens.h"
 #include "store/data_folder.h"
+#include "store/probe_path.h"
 #include "store/settings.h"
 #include "store/shelf.h"
 #include "ui/menu_work.h"
@@ -157,6 +158,11 @@ Result onFocus(WPARAM, LPARAM) {
 Result onEndSession(WPARAM ending, LPARAM) {
   if (ending) settleForLogoff();
   return 0;
+}
+
+Result onDeviceChange(WPARAM, LPARAM) {
+  forgetDrives();
+  return std::nullopt;
 }
 
 Result onSize(WPARAM kind, LPARAM) {
@@ -450,6 +456,7 @@ constexpr MessageHandler kHandlers[] = {
     {WM_SETFOCUS, onFocus},
     {WM_SYSCOMMAND, onSystemCommand},
     {WM_ENDSESSION, onEndSession},
+    {WM_DEVICECHANGE, onDeviceChange},
     {WM_SIZE, onSize},
     {WM_DPICHANGED, onDpiChanged},
     {WM_ERASEBKGND, onEraseBackground},

@@ -1,7 +1,6 @@
 #include "documents/network_notice.h"
 
 #include "base/text_format.h"
-#include "platform/files.h"
 #include "session/session.h"
 #include "store/probe_path.h"
 #include "ui/boxes.h"
@@ -20,7 +19,7 @@ void showNetworkUnavailable() {
 }
 
 bool networkAnswers(const std::u16string& path) {
-  if (!platform::isNetworkPath(path)) return true;
+  if (!onNetwork(path)) return true;
   if (probeWithinOpenTimeout(path) != ProbeResult::Unavailable) return true;
   showNetworkUnavailable();
   return false;

@@ -10,6 +10,7 @@
 #include "session/session.h"
 #include "store/binder_file.h"
 #include "store/binder_library.h"
+#include "store/probe_path.h"
 
 namespace quillmere {
 
@@ -112,7 +113,7 @@ ShownBinder* shownHead(std::int32_t value, std::size_t& index) {
 
 bool isMissing(const std::u16string& path) {
   if (session.unavailableFiles.contains(platform::toLower(path))) return true;
-  return !platform::isNetworkPath(path) && !platform::fileExists(path);
+  return !onNetwork(path) && !platform::fileExists(path);
 }
 
 // Changes what the binder's file keeps.

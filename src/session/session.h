@@ -178,6 +178,7 @@ struct SessionState {
   // When a share last kept the program waiting in vain, in milliseconds of the monotonic clock; by
   // its lower-cased name.
   std::unordered_map<std::u16string, std::uint64_t, Fnv1aTextHash> deafShares;
+  std::uint32_t localDrives = 0;  // letters that are known to stand for no share, a bit each
   ShelfIndex shelfIndex;
   bool shelfIndexUnread = false;  // its file is there and could not be read
   // Copies of no entry that were still open when they should have been deleted.

@@ -107,7 +107,7 @@ struct ListedBinder {
 
 // A local file has gone only where its drive answers and says so.
 ProbeResult judgeBinderFile(const std::u16string& path, ProbeResult probe) {
-  if (probe != ProbeResult::Missing || platform::isNetworkPath(path)) return probe;
+  if (probe != ProbeResult::Missing || onNetwork(path)) return probe;
   const std::uint32_t error = platform::queryAttributes(path).error;
   const bool notFound =
       error == platform::kErrorFileNotFound || error == platform::kErrorPathNotFound;

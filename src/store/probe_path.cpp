@@ -68,7 +68,7 @@ Probe startNetworkProbe(const std::u16string& path) {
 }
 
 Probe startProbe(const std::u16string& path) {
-  if (platform::isNetworkPath(path)) return startNetworkProbe(path);
+  if (onNetwork(path)) return startNetworkProbe(path);
   return {nullptr, platform::fileExists(path) ? ProbeResult::Available : ProbeResult::Missing};
 }
 
@@ -107,10 +107,29 @@ bool keptUsWaiting(const std::u16string& path) {
          platform::monotonicMilliseconds() - deaf->second < kShareRest;
 }
 
+// A bit for each drive letter; 0 for a path without one.
+std::uint32_t bitOfDrive(const std::u16string& path) {
+  if (path.size() < 2 || path[1] != u':') return 0;
+  const char16_t letter = platform::toLower(path.substr(0, 1)).front();
+  return letter >= u'a' && letter <= u'z' ? 1U << (letter - u'a') : 0;
+}
+
 }  // namespace
 
+bool onNetwork(const std::u16string& path) {
+  const std::uint32_t drive = bitOfDrive(path);
+  if ((session.localDrives & drive) != 0) return false;
+  if (platform::isNetworkPath(path)) return true;
+  session.localDrives |= drive;
+  return false;
+}
+
+void forgetDrives() {
+  session.localDrives = 0;
+}
+
 ProbeResult probePath(const std::u16string& path, std::uint32_t timeoutMilliseconds) {
-  if (!platform::isNetworkPath(path)) return startProbe(path).result;
+  if (!onNetwork(path)) return startProbe(path).result;
   const std::uint64_t start = platform::monotonicMilliseconds();
   const ProbeResult result = finishProbe(startNetworkProbe(path), timeoutMilliseconds);
   noteAnswer(path, result, start);
@@ -139,7 +158,7 @@ ProbeResult probeWithinOpenTimeout(const std::u16string& path) {
 }
 
 bool onGoneShare(const std::u16string& path) {
-  if (!platform::isNetworkPath(path)) return false;
+  if (!onNetwork(path)) return false;
   return keptUsWaiting(path) || probeWithinOpenTimeout(path) == ProbeResult::Unavailable;
 }
 

@@ -20,6 +20,14 @@ std::vector<ProbeResult> probePaths(const std::vector<std::u16string>& paths,
 std::uint32_t openTimeoutMilliseconds();
 ProbeResult probeWithinOpenTimeout(const std::u16string& path);
 
+// True for a path on a share, by its name or on a drive mapped to one. Does not access the disk.
+// Asking the system about a drive may take as long as drawing a small page, so a letter that stood
+// for no share is taken to stand for none until forgetDrives().
+bool onNetwork(const std::u16string& path);
+
+// To be called when the system reports that drives came or went.
+void forgetDrives();
+
 // True for a file on a share that does not answer, or that kept the program waiting in vain a few
 // seconds ago. Anything else done with such a file would block the window for long.
 bool onGoneShare(const std::u16string& path);

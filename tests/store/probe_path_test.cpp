@@ -32,6 +32,23 @@ TEST_F(ProbePathTest, ALocalFileIsThereOrMissing) {
   EXPECT_EQ(probePath(u"C:\\no folder\\b.pdf", 1000), ProbeResult::Missing);
 }
 
+TEST_F(ProbePathTest, ALetterThatIsMappedLaterCountsOnceDrivesAreForgotten) {
+  EXPECT_FALSE(onNetwork(u"Z:\\a.pdf"));
+  EXPECT_FALSE(onNetwork(u"\\\\"));
+  standIn().mappedDrives = u"zy";
+  EXPECT_FALSE(onNetwork(u"z:\\b.pdf"));
+  EXPECT_TRUE(onNetwork(u"Y:\\a.pdf")) << "another letter";
+  forgetDrives();
+  EXPECT_TRUE(onNetwork(u"z:\\b.pdf"));
+}
+
+TEST_F(ProbePathTest, ADriveThatIsNoLongerMappedIsLocalAtOnce) {
+  standIn().mappedDrives = u"z";
+  EXPECT_TRUE(onNetwork(u"Z:\\a.pdf"));
+  standIn().mappedDrives.clear();
+  EXPECT_FALSE(onNetwork(u"Z:\\a.pdf"));
+}
+
 TEST_F(ProbePathTest, AFolderIsThereToo) {
   platform::putFolder(u"C:\\folder");
   EXPECT_EQ(probePath(u"C:\\folder", 1000), ProbeResult::Available);
