@@ -12,6 +12,7 @@
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
 #include "session/session.h"
+#include "ui/menu_work.h"
 #include "view/geometry.h"
 
 namespace quillmere {
@@ -43,6 +44,7 @@ HICON smallIcon() {
 LRESULT CALLBACK mainWindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   // Messages that arrive while the window is being created already ask for its handle.
   if (message == WM_NCCREATE) windowHandles.main = window;
+  noteMenuMessage(window, message);
   const std::span<const MessageHandler> handlers = mainWindowHandlers();
   const auto found = std::find_if(handlers.begin(), handlers.end(), [&](const MessageHandler& row) {
     return row.message == message;

@@ -41,7 +41,6 @@
 #include "store/probe_path.h"
 #include "store/settings.h"
 #include "store/shelf.h"
-#include "ui/menu_work.h"
 #include "view/geometry.h"
 #include "view/panes.h"
 #include "view/status.h"
@@ -102,7 +101,6 @@ Result onCreate(WPARAM, LPARAM) {
   createChildWindows();
   acceptFiles();
   installMenuBar();
-  holdOpensWhileMenuIsUp(windowHandles.main);
   layoutChildWindows();
   startAutomaticUpdateCheck();
   return 0;

@@ -94,16 +94,6 @@ void writeIndex() {
   if (!session.leaving) SaveShelfIndex();
 }
 
-// For entries without a copy, which count for nothing once the program has ended: the page is to be
-// seen first.
-void writeIndexLater() {
-  if (platform::mainWindowExists()) {
-    platform::doAfterPainting(writeIndex);
-  } else {
-    writeIndex();
-  }
-}
-
 bool changedOnDisk(const ShelfEntry& entry, const std::u16string& path) {
   const auto stamp = platform::fileStamp(path);
   return stamp && stampDiffers(entry, *stamp);
@@ -222,7 +212,8 @@ void noteDocumentChanged(int pane) {
     entry.dirty = true;
     if (!hasCopy) entry.shelfName.clear();
   }
-  writeIndexLater();
+  // Entries without a copy count for nothing once the program has ended: the page is seen first.
+  platform::doAfterPainting(writeIndex);
 }
 
 void giveUpEdits(int pane) {

@@ -71,7 +71,8 @@ void postBinderTreeRebuild();
 void postWaitingWork();
 
 // Calls `work` once the current message is done and invalid pages are painted; once, however often
-// it was asked for until then. For what takes longer than the change that it follows.
+// it was asked for until then; at once where there is no main window. For what takes longer than
+// the change that it follows.
 void doAfterPainting(void (*work)());
 // Whether anything asked for by doAfterPainting() has not been done yet.
 bool anyWorkAfterPainting();

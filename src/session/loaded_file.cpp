@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/main_window.h"
 #include "platform/text.h"
 #include "session/session.h"
 
@@ -13,14 +14,23 @@ bool stampDiffers(const LoadedFile& file) {
   return file.stamp && platform::fileStamp(file.path) != file.stamp;
 }
 
+void keepSourceOpen(LoadedFile& file) {
+  if (!file.path.empty() && !file.opened) file.opened.reset(platform::keepOpen(file.path));
+}
+
+// A viewer reads its file into memory, and others may replace it.
+void keepSourcesOpen() {
+  if (session.viewerRole) return;
+  keepSourceOpen(session.active.loadedFrom);
+  for (PaneSlot& pane : session.panes) keepSourceOpen(pane.loadedFrom);
+}
+
 }  // namespace
 
 LoadedFile loadedFileNow(const std::u16string& path) {
   LoadedFile file;
   file.path = path;
   file.stamp = platform::fileStamp(path);
-  // A viewer reads the file into memory, and others may replace it.
-  if (!session.viewerRole) file.opened.reset(platform::keepOpen(path));
   return file;
 }
 
@@ -33,6 +43,7 @@ void guardLoadedFile(LoadedFile& file) {
 
 void noteLoaded(DocumentSlot& slot, LoadedFile from) {
   slot.loadedFrom = std::move(from);
+  platform::doAfterPainting(keepSourcesOpen);
   slot.knownFile.reset();
   const std::u16string own = platform::absolutePath(slot.path);
   const std::u16string source = platform::absolutePath(slot.loadedFrom.path);

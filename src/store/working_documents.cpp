@@ -76,11 +76,7 @@ void AddToWorkingDocuments(const std::vector<std::u16string>& paths, WorkingDocs
   }
   if (!listed) return;
   binder.dirty = true;
-  if (platform::mainWindowExists()) {
-    platform::doAfterPainting(SaveWorkingDocuments);  // the document is to be seen first
-  } else {
-    SaveWorkingDocuments();
-  }
+  platform::doAfterPainting(SaveWorkingDocuments);  // the document is to be seen first
   platform::postBinderTreeRebuild();
 }
 

@@ -9,4 +9,8 @@ namespace quillmere {
 // what is open now. They wait until the command that was chosen has been sent off too.
 void holdOpensWhileMenuIsUp(HWND__* window);
 
+// The same for a window of ours: its procedure passes every message here first. Subclassing costs
+// several questions to the system at each message, which the main window's painting cannot spare.
+void noteMenuMessage(HWND__* window, unsigned message);
+
 }  // namespace quillmere

@@ -42,6 +42,13 @@ LRESULT CALLBACK menuProcedure(HWND window, UINT message, WPARAM wParam, LPARAM 
     const DocumentWork work;
     return DefSubclassProc(window, message, wParam, lParam);
   }
+  noteMenuMessage(window, message);
+  return DefSubclassProc(window, message, wParam, lParam);
+}
+
+}  // namespace
+
+void noteMenuMessage(HWND window, UINT message) {
   if (message == WM_ENTERMENULOOP) begin(window);
   if (message == WM_EXITMENULOOP) endLater(window);
   if (message == menuGoneMessage() && menuWindow == nullptr) menuWork.reset();
@@ -49,10 +56,7 @@ LRESULT CALLBACK menuProcedure(HWND window, UINT message, WPARAM wParam, LPARAM 
     menuWindow = nullptr;
     menuWork.reset();
   }
-  return DefSubclassProc(window, message, wParam, lParam);
 }
-
-}  // namespace
 
 void holdOpensWhileMenuIsUp(HWND window) {
   SetWindowSubclass(window, menuProcedure, kSubclass, 0);

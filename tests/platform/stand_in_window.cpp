@@ -136,7 +136,7 @@ void postWaitingWork() {
 }
 
 void doAfterPainting(void (*work)()) {
-  if (!mainWindow()) return;
+  if (!mainWindow()) return work();
   std::vector<void (*)()>& waiting = mainWindow()->afterPainting;
   if (std::find(waiting.begin(), waiting.end(), work) == waiting.end()) waiting.push_back(work);
   if (!mainWindow()->paintsLater) mainWindow()->paintNow();

@@ -270,7 +270,7 @@ void postWaitingWork() {
 }
 
 void doAfterPainting(void (*work)()) {
-  if (mainWindow() == nullptr) return;
+  if (mainWindow() == nullptr) return work();
   std::vector<void (*)()>& waiting = windowHandles.afterPainting;
   if (std::find(waiting.begin(), waiting.end(), work) != waiting.end()) return;
   waiting.push_back(work);
