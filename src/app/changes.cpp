@@ -19,6 +19,7 @@
 #include "panels/stamp_panel.h"
 #include "platform/main_window.h"
 #include "session/document_slots.h"
+#include "session/loaded_file.h"
 #include "session/session.h"
 #include "view/selection.h"
 #include "view/status.h"
@@ -180,15 +181,16 @@ void documentsLeaving() {
   dropGesture();
   forgetPickedMarkup();
   forgetMarkupTip();
-  forgetSearch();
-  dropTextSelection();
-  repaint();
+  const bool searched = forgetSearch();
+  const bool selected = dropTextSelection();
+  if (searched || selected) repaint();
 }
 
 // Stamps and text are placed in SinglePage only.
 void documentsChanged() {
   const Report report;
   settleClosedDocuments();
+  platform::doAfterPainting(keepSourcesOpen);
   readAnnotationsWhenIdle();
   if (session.viewMode != ViewMode::SinglePage) {
     closeTextDialog();
@@ -204,6 +206,7 @@ void documentsChanged() {
 void documentReplaced(int pane) {
   const Report report;
   settleClosedDocuments();
+  platform::doAfterPainting(keepSourcesOpen);
   forgetPickedMarkup();
   forgetMarkupTip();
   const bool selected =

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "platform/main_window.h"
 #include "platform/text.h"
 #include "session/session.h"
 
@@ -18,13 +17,6 @@ void keepSourceOpen(LoadedFile& file) {
   if (!file.path.empty() && !file.opened) file.opened.reset(platform::keepOpen(file.path));
 }
 
-// A viewer reads its file into memory, and others may replace it.
-void keepSourcesOpen() {
-  if (session.viewerRole) return;
-  keepSourceOpen(session.active.loadedFrom);
-  for (PaneSlot& pane : session.panes) keepSourceOpen(pane.loadedFrom);
-}
-
 }  // namespace
 
 LoadedFile loadedFileNow(const std::u16string& path) {
@@ -32,6 +24,12 @@ LoadedFile loadedFileNow(const std::u16string& path) {
   file.path = path;
   file.stamp = platform::fileStamp(path);
   return file;
+}
+
+void keepSourcesOpen() {
+  if (session.viewerRole) return;
+  keepSourceOpen(session.active.loadedFrom);
+  for (PaneSlot& pane : session.panes) keepSourceOpen(pane.loadedFrom);
 }
 
 void guardLoadedFile(LoadedFile& file) {
@@ -43,7 +41,6 @@ void guardLoadedFile(LoadedFile& file) {
 
 void noteLoaded(DocumentSlot& slot, LoadedFile from) {
   slot.loadedFrom = std::move(from);
-  platform::doAfterPainting(keepSourcesOpen);
   slot.knownFile.reset();
   const std::u16string own = platform::absolutePath(slot.path);
   const std::u16string source = platform::absolutePath(slot.loadedFrom.path);

@@ -20,6 +20,10 @@ enum class SourceState {
 // The file as it is now, for a document that is about to be loaded from it.
 LoadedFile loadedFileNow(const std::u16string& path);
 
+// Opens the files of documents that were loaded since it was called last once more, to tell whether
+// they can still be read. A viewer reads its file into memory, and others may replace it.
+void keepSourcesOpen();
+
 // Keeps other programs from writing to the file of a document that is edited for the first time.
 // Does nothing when the file has changed already.
 void guardLoadedFile(LoadedFile& file);

@@ -35,6 +35,7 @@ std::u16string shownCount(int pane) {
 }
 
 void fillStatusBar() {
+  platform::enableZoomSlider(session.panes[session.activePane].page != nullptr);
   const auto edges = statusPartEdges(platform::mainWindowClientSize().width);
   platform::setStatusParts(edges.data(), kStatusPartCount);
   refreshVersionPart();
@@ -110,9 +111,7 @@ void refreshVersionPart() {
   platform::setStatusText(kVersionPart, versionText());
 }
 
-// Enable or disable the slider at once; the texts can wait until the window is painted.
 void refreshStatus() {
-  platform::enableZoomSlider(session.panes[session.activePane].page != nullptr);
   platform::fillStatusBarLater(fillStatusBar);
 }
 
