@@ -1,6 +1,7 @@
 #include "object_packer.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <string_view>
 #include <utility>
@@ -31,6 +32,7 @@ constexpr uint8_t kFree = 0;
 constexpr uint8_t kOnItsOwn = 1;
 constexpr uint8_t kPacked = 2;
 constexpr size_t kIndexBytes = 2;
+constexpr size_t kMostRowBytes = 1 + sizeof(uint64_t) + kIndexBytes;
 constexpr uint32_t kNeverUsedAgain = 0xFFFF;  // in place of the index, for free objects
 constexpr uint8_t kUpPredictor = 2;
 
@@ -56,14 +58,11 @@ bool Write(IFX_ArchiveStream& archive, const std::string& text) {
   return archive.WriteBlock(BytesOf(text));
 }
 
-bool IsPackedInSource(const CPDF_Parser& parser, uint32_t number) {
+// Whether an object was packed in the source, or is new.
+bool IsPackedOrNew(const CPDF_Parser& parser, uint32_t number) {
+  using Type = CPDF_CrossRefTable::ObjectType;
   const auto* place = parser.GetCrossRefTableForTesting()->GetObjectInfo(number);
-  return place && place->type == CPDF_CrossRefTable::ObjectType::kCompressed;
-}
-
-bool IsInSource(const CPDF_Parser& parser, uint32_t number) {
-  const auto* place = parser.GetCrossRefTableForTesting()->GetObjectInfo(number);
-  return place && place->type != CPDF_CrossRefTable::ObjectType::kFree;
+  return !place || place->type == Type::kCompressed || place->type == Type::kFree;
 }
 
 // The rows of a cross-reference stream.
@@ -91,26 +90,25 @@ class Rows {
  private:
   void AddNext(uint8_t type, uint64_t value, uint32_t index) {
     ++next_;
-    std::string row(1, static_cast<char>(type));
-    AppendBigEndian(row, value, value_bytes_);
-    AppendBigEndian(row, index, kIndexBytes);
-    before_.resize(row.size());
+    std::array<uint8_t, kMostRowBytes> row = {type};
+    PutBigEndian(row, 1, value, value_bytes_);
+    PutBigEndian(row, 1 + value_bytes_, index, kIndexBytes);
     bytes_ += static_cast<char>(kUpPredictor);
-    for (size_t i = 0; i < row.size(); ++i) {
+    for (size_t i = 0; i < row_bytes(); ++i) {
       bytes_ += static_cast<char>(row[i] - before_[i]);
     }
     before_ = row;
   }
 
-  static void AppendBigEndian(std::string& row, uint64_t value, size_t bytes) {
-    for (size_t i = bytes; i > 0; --i) {
-      row += static_cast<char>(value >> (8 * (i - 1)));
+  static void PutBigEndian(std::array<uint8_t, kMostRowBytes>& row, size_t start, uint64_t value, size_t bytes) {
+    for (size_t i = 0; i < bytes; ++i) {
+      row[start + i] = static_cast<uint8_t>(value >> (8 * (bytes - 1 - i)));
     }
   }
 
   size_t value_bytes_ = 1;
   uint32_t next_ = 0;
-  std::string before_;
+  std::array<uint8_t, kMostRowBytes> before_ = {};
   std::string bytes_;
 };
 
@@ -146,8 +144,7 @@ bool ObjectPacker::Takes(uint32_t number,
   if (encrypted && &object == document_.GetRoot()) {
     return false;
   }
-  const CPDF_Parser& parser = *document_.GetParser();
-  return IsPackedInSource(parser, number) || !IsInSource(parser, number);
+  return IsPackedOrNew(*document_.GetParser(), number);
 }
 
 bool ObjectPacker::Add(uint32_t number,
@@ -157,17 +154,21 @@ bool ObjectPacker::Add(uint32_t number,
   if (count_ == 0) {
     ++last_number_;
   }
-  heads_ += std::to_string(number) + " " + std::to_string(bodies_.size()) + " ";
+  heads_ += std::to_string(number);
+  heads_ += ' ';
+  heads_ += std::to_string(bodies_.size());
+  heads_ += ' ';
   TextArchive body(bodies_);
   if (!object.WriteTo(&body, nullptr)) {
     return false;
   }
   bodies_ += '\n';
-  packed_[number] = {last_number_, count_++};
+  packed_.push_back({number, last_number_, count_++});
   return (count_ < kMostObjects && bodies_.size() < kMostBytes) || WriteObjectStream(archive, cipher);
 }
 
 bool ObjectPacker::Finish(IFX_ArchiveStream& archive, const CPDF_CryptoHandler* cipher) {
+  std::ranges::sort(packed_, {}, &Packed::number);
   return count_ == 0 || WriteObjectStream(archive, cipher);
 }
 
@@ -218,26 +219,20 @@ bool ObjectPacker::WriteCrossReferences(IFX_ArchiveStream& archive,
                                         uint32_t encryption,
                                         const CPDF_Array* identifier) const {
   const FX_FILESIZE start = archive.CurrentOffset();
-  std::map<uint32_t, FX_FILESIZE> on_their_own = offsets;
-  on_their_own.insert(streams_.begin(), streams_.end());
-  on_their_own[number] = start;
-  std::map<uint32_t, Place> packed(packed_.begin(), packed_.end());
-  for (const auto& [object, place] : packed) {
-    on_their_own.erase(object);
-  }
+  std::map<uint32_t, FX_FILESIZE> places = offsets;
+  places.insert(streams_.begin(), streams_.end());
+  places[number] = start;
 
   Rows rows(std::max<uint64_t>(static_cast<uint64_t>(start), number));
   rows.Add(0, kFree, 0, kNeverUsedAgain);
-  auto next_packed = packed.begin();
-  auto next_own = on_their_own.upper_bound(0);
-  while (next_packed != packed.end() || next_own != on_their_own.end()) {
-    if (next_own == on_their_own.end() ||
-        (next_packed != packed.end() && next_packed->first < next_own->first)) {
-      rows.Add(next_packed->first, kPacked, next_packed->second.stream, next_packed->second.index);
-      ++next_packed;
+  auto packed = packed_.begin();
+  for (auto place = places.upper_bound(0); place != places.end(); ++place) {
+    // PDFium notes an offset for every object, those that were packed included.
+    if (packed != packed_.end() && packed->number == place->first) {
+      rows.Add(packed->number, kPacked, packed->stream, packed->index);
+      ++packed;
     } else {
-      rows.Add(next_own->first, kOnItsOwn, static_cast<uint64_t>(next_own->second), 0);
-      ++next_own;
+      rows.Add(place->first, kOnItsOwn, static_cast<uint64_t>(place->second), 0);
     }
   }
 

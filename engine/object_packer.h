@@ -7,7 +7,7 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <unordered_map>
+#include <vector>
 
 #include "core/fxcrt/fx_types.h"
 
@@ -55,7 +55,8 @@ class ObjectPacker {
                             const CPDF_Array* identifier) const;
 
  private:
-  struct Place {
+  struct Packed {
+    uint32_t number = 0;
     uint32_t stream = 0;
     uint32_t index = 0;
   };
@@ -68,7 +69,7 @@ class ObjectPacker {
   std::string heads_;   // number and offset of each object in the present stream
   std::string bodies_;
   uint32_t count_ = 0;  // in the present stream
-  std::unordered_map<uint32_t, Place> packed_;
+  std::vector<Packed> packed_;  // by number once all have been added
   std::map<uint32_t, FX_FILESIZE> streams_;  // offsets of the object streams
 };
 

@@ -164,31 +164,20 @@ change_source(${creator}.cpp ADD_AFTER "      security_changed_ = true;\n    }"
     }")
 
 # The table of a whole file has one section without gaps. Poppler takes a file with gaps for damaged
-# when it comes upon a long string.
-change_source(${creator}.cpp REPLACE "      while (i <= dwLastObjNum && !pdfium::Contains(object_offsets_, i)) {
-        i++;
-      }
-
-      if (i > dwLastObjNum) {
-        break;
-      }
-
-      j = i;
-      while (j <= dwLastObjNum && pdfium::Contains(object_offsets_, j)) {
-        j++;
-      }
-" "      j = dwLastObjNum + 1;
-")
+# when it comes upon a long string. A few objects with large numbers are not worth millions of rows.
+change_source(${creator}.cpp REPLACE "      while (i <= dwLastObjNum && !pdfium::Contains(object_offsets_, i)) {"
+  "      while (sparse && i <= dwLastObjNum && !pdfium::Contains(object_offsets_, i)) {")
+change_source(${creator}.cpp REPLACE
+  "      while (j <= dwLastObjNum && pdfium::Contains(object_offsets_, j)) {"
+  "      while (j <= dwLastObjNum && (!sparse || pdfium::Contains(object_offsets_, j))) {")
 change_source(${creator}.cpp REPLACE
   "        str = ByteString::Format(\"%010d 00000 n\\r\\n\", object_offsets_[i++]);"
   "        const auto place = object_offsets_.find(i++);
         str = place == object_offsets_.end()
                   ? ByteString(\"0000000000 65535 f\\r\\n\")
                   : ByteString::Format(\"%010d 00000 n\\r\\n\", place->second);")
-change_source(${creator}.cpp REPLACE "        str = pdfium::Contains(object_offsets_, 1)
-                  ? \"xref\\r\\n\"
-                  : \"xref\\r\\n0 1\\r\\n0000000000 65535 f\\r\\n\";"
-  "        str = \"xref\\r\\n\";")
+change_source(${creator}.cpp REPLACE "        str = pdfium::Contains(object_offsets_, 1)"
+  "        str = !sparse || pdfium::Contains(object_offsets_, 1)")
 
 # An array of an inserted page keeps its other entries when one leads nowhere.
 set(organizer core/fpdfapi/edit/cpdf_pageorganizer.cpp)
@@ -231,7 +220,8 @@ change_source(${creator}.cpp ADD_AFTER "  uint32_t dwLastObjNum = last_obj_num_;
     }
     stage_ = Stage::kComplete100;
     return stage_;
-  }")
+  }
+  const bool sparse = dwLastObjNum / 8 > object_offsets_.size();")
 change_source(${creator}.cpp ADD_AFTER "  subset_new_fonts_ = !!(flags & CreateFlags::kSubsetNewFonts);"
   "  packer_ = is_incremental_ ? nullptr : ObjectPacker::For(*document_);")
 

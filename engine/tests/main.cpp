@@ -56,6 +56,7 @@ constexpr Test kTests[] = {
     TEST_ROW(TestPackedStaysPacked),
     TEST_ROW(TestUnpackedStaysUnpacked),
     TEST_ROW(TestTablesWithoutGaps),
+    TEST_ROW(TestTablesOfSparseNumbers),
     TEST_ROW(TestManyPackedObjects),
     TEST_ROW(TestPopupsAreNotMade),
     TEST_ROW(TestForeignQuads),

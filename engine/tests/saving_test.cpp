@@ -192,6 +192,24 @@ void TestTablesWithoutGaps() {
   Check(TextIn(packed) == "Low water" && TextIn(Saved(packed)) == "Low water", "a stream without gaps");
 }
 
+// Numbers may be far apart without need.
+void TestTablesOfSparseNumbers() {
+  std::vector<std::string> objects = TextObjects();
+  objects.push_back("(far away)");
+  const std::string last = std::to_string(objects.size());
+  objects[0].insert(3, "/Kept " + last + " 0 R ");
+  std::string pdf = MakePdf(objects);
+  pdf.resize(pdf.rfind("xref\n", pdf.rfind("trailer")));
+  for (const char* use : {" 0 R ", " 0 obj"}) {
+    pdf.replace(pdf.find(last + use), last.size(), "900000");
+  }
+  pdf += "trailer << /Root 1 0 R /Size 900001 >>\n";
+  const std::string saved = Saved(pdf);
+  Check(Holds(saved, "900000 0 obj") && Holds(saved, "\n900000 1\r\n"), "a table with gaps");
+  Check(saved.size() < 10000, "no rows for numbers that nothing has");
+  Check(TextIn(saved) == "Low water" && Saved(saved).size() == saved.size(), "sparse numbers are read again");
+}
+
 void TestManyPackedObjects() {
   // More than one object stream takes, strings of any bytes, and a signature.
   std::vector<std::string> objects = VariedObjects();

@@ -44,6 +44,7 @@ void TestSavedMetadata();
 void TestPackedStaysPacked();
 void TestUnpackedStaysUnpacked();
 void TestTablesWithoutGaps();
+void TestTablesOfSparseNumbers();
 void TestManyPackedObjects();
 
 void TestPopupsAreNotMade();

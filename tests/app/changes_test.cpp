@@ -12,6 +12,7 @@
 #include "documents/modes.h"
 #include "documents/open.h"
 #include "documents/save_document.h"
+#include "nav/find.h"
 #include "nav/find_bar.h"
 #include "support/opening_test.h"
 #include "support/pdf_builder.h"
@@ -27,6 +28,7 @@ namespace {
 
 using platform::standIn;
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 class ChangesTest : public OpeningTest {
  protected:
@@ -89,10 +91,22 @@ TEST_F(ChangesTest, HitsAreToldBeforeTheyArePainted) {
   EXPECT_THAT(shown(), ElementsAre("find status", "repaint"));
 }
 
+TEST_F(ChangesTest, ASearchEndsVisiblyWithItsDocument) {
+  OpenFindBar();
+  standIn().findBar.field = u"Page";
+  FindInDocument();
+  ASSERT_FALSE(session.find.results.empty());
+  forget();
+  documentsLeaving();
+  EXPECT_THAT(shown(), ElementsAre("find status", "repaint"));
+  forget();
+  documentsLeaving();
+  EXPECT_THAT(shown(), IsEmpty());
+}
+
 TEST_F(ChangesTest, AModeChangeEndsWithMenusTitleStatusAndAFullRepaint) {
   setViewMode(ViewMode::Book);
-  EXPECT_THAT(shown(),
-              ElementsAre("repaint", "menus", "title", "status bar", "repaint with erasing"));
+  EXPECT_THAT(shown(), ElementsAre("menus", "title", "status bar", "repaint with erasing"));
 }
 
 TEST_F(ChangesTest, AnOpenPaintsThePageBeforeItReadsTheOutline) {
@@ -133,13 +147,13 @@ TEST_F(ChangesTest, AFailedOpenShowsTheEmptyStateBeforeItsBox) {
   standIn().boxAnswers = {platform::BoxAnswer::Ok};
   standIn().onBox = [&](const platform::ShownBox&) { before = shown(); };
   EXPECT_FALSE(open(path));
-  EXPECT_THAT(before, ElementsAre("repaint", "navigation tree", "menus", "title", "status bar",
+  EXPECT_THAT(before, ElementsAre("navigation tree", "menus", "title", "status bar",
                                   "repaint with erasing"));
 }
 
 TEST_F(ChangesTest, ACloseEmptiesTheTreeBeforeItTellsThatNothingIsOpen) {
   closeAllDocuments();
-  EXPECT_THAT(shown(), ElementsAre("repaint", "navigation tree", "menus", "title", "status bar",
+  EXPECT_THAT(shown(), ElementsAre("navigation tree", "menus", "title", "status bar",
                                    "repaint with erasing"));
 }
 
