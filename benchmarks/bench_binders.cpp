@@ -130,13 +130,6 @@ void insertPlainRows(const std::vector<std::vector<std::u16string>>& texts) {
   sendToTree(WM_SETREDRAW, TRUE, 0);
 }
 
-template <typename Work>
-double timed(Work work) {
-  const Stopwatch watch;
-  work();
-  return watch.milliseconds();
-}
-
 void measureTree() {
   std::vector<std::vector<std::u16string>> texts;
   for (const BinderFile& binder : session.binderLibrary) {
@@ -184,10 +177,8 @@ bool measureOpens(const std::string& path) {
   return true;
 }
 
-int run(const std::string& path) {
-  prepareSettings();
-  if (!showReader()) return 1;
-  if (!session.binderPanelVisible || !measureLoads()) return 1;
+bool measureBinders(const std::string& path) {
+  if (!session.binderPanelVisible || !measureLoads()) return false;
   measureTree();
   std::erase_if(session.binderLibrary,
                 [](const BinderFile& binder) { return !binder.isWorkingDocuments; });
@@ -195,14 +186,13 @@ int run(const std::string& path) {
   const bool opened = measureOpens(path);
   listBinders(0);
   for (int i = 0; i < kManyBinders; ++i) platform::deleteFile(binderPath(i));
-  closeAllDocuments();
-  closeReader();
-  return opened ? 0 : 1;
+  return opened;
 }
 
 }  // namespace
 }  // namespace quillmere::bench
 
 int main(int argc, char** argv) {
-  return argc == 2 ? quillmere::bench::run(argv[1]) : 2;
+  using namespace quillmere::bench;
+  return argc == 2 ? runInReader([&] { return measureBinders(argv[1]); }) : 2;
 }

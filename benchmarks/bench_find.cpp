@@ -43,13 +43,6 @@ struct Kind {
 };
 constexpr Kind kKinds[] = {{"find-literal", false, kWord}, {"find-regex", true, kPattern}};
 
-template <typename Work>
-double timed(Work work) {
-  const Stopwatch watch;
-  work();
-  return watch.milliseconds();
-}
-
 void setField(const std::u16string& text) {
   platform::setFindFieldText(text);
   handleMessages();
@@ -115,17 +108,14 @@ void compareKeystrokes(const std::string& path) {
   }
 }
 
-int measureReader(const std::string& path) {
-  prepareSettings();
-  if (!showReader() || !openAndPaint(path)) return 1;
+bool measureReader(const std::string& path) {
+  if (!openAndPaint(path)) return false;
   OpenFindBar();
   handleMessages();
   measureMemory(path);
   compareSearches(path);
   compareKeystrokes(path);
-  closeAllDocuments();
-  closeReader();
-  return 0;
+  return true;
 }
 
 // True when the search ended as it should.
@@ -140,17 +130,14 @@ bool timeExplosion(const std::string& document) {
   return findStatus() == u"Bad pattern";
 }
 
-int measureExplosion(const std::string& path) {
-  prepareSettings();
-  if (!showReader() || !openAndPaint(path)) return 1;
+bool measureExplosion(const std::string& path) {
+  if (!openAndPaint(path)) return false;
   OpenFindBar();
   chooseFindMode(true);
   for (int i = 0; i < kExplosions; ++i) {
-    if (!timeExplosion(documentName(path))) return 1;
+    if (!timeExplosion(documentName(path))) return false;
   }
-  closeAllDocuments();
-  closeReader();
-  return 0;
+  return true;
 }
 
 int measurePlain(const std::string& path) {
@@ -170,6 +157,8 @@ int measurePlain(const std::string& path) {
 int main(int argc, char** argv) {
   using namespace quillmere::bench;
   if (argc == 3 && std::strcmp(argv[1], "--plain") == 0) return measurePlain(argv[2]);
-  if (argc == 3 && std::strcmp(argv[1], "--bad-pattern") == 0) return measureExplosion(argv[2]);
-  return argc == 2 ? measureReader(argv[1]) : 2;
+  if (argc == 3 && std::strcmp(argv[1], "--bad-pattern") == 0) {
+    return runInReader([&] { return measureExplosion(argv[2]); });
+  }
+  return argc == 2 ? runInReader([&] { return measureReader(argv[1]); }) : 2;
 }

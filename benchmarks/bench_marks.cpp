@@ -14,7 +14,6 @@
 #include "annot/markup_list.h"
 #include "annot/markup_summary.h"
 #include "annot/summary_text.h"
-#include "documents/close.h"
 #include "reader_window.h"
 #include "samples.h"
 #include "session/document_slots.h"
@@ -29,13 +28,6 @@ constexpr int kMarkedCharacters = 40;
 constexpr int kRepetitions = 6;
 constexpr int kSummaryLinesOnAPage = 50;
 constexpr const char16_t* kNote = u"A note of some words on what is marked here.";
-
-template <typename Work>
-double timed(Work work) {
-  const Stopwatch watch;
-  work();
-  return watch.milliseconds();
-}
 
 FS_QUADPOINTSF quadOf(const PageBox& box) {
   const auto left = static_cast<float>(box.left);
@@ -157,9 +149,8 @@ void compare(const std::string& row, const std::string& name, Ours ours, Theirs 
   }
 }
 
-int measure(const std::string& path) {
-  prepareSettings();
-  if (!showReader() || !openAndPaint(path)) return 1;
+bool measure(const std::string& path) {
+  if (!openAndPaint(path)) return false;
   const FPDF_DOCUMENT document = session.active.document.get();
   const std::vector<int> pages = addMarks(document, session.active.pageCount);
   const std::string name = documentName(path);
@@ -175,14 +166,13 @@ int measure(const std::string& path) {
         readPlain(document, pages);
         writePlain(lines);
       });
-  closeAllDocuments();
-  closeReader();
-  return list.size() > kMarks / 2 ? 0 : 1;
+  return list.size() > kMarks / 2;
 }
 
 }  // namespace
 }  // namespace quillmere::bench
 
 int main(int argc, char** argv) {
-  return argc == 2 ? quillmere::bench::measure(argv[1]) : 2;
+  using namespace quillmere::bench;
+  return argc == 2 ? runInReader([&] { return measure(argv[1]); }) : 2;
 }

@@ -36,23 +36,20 @@ bool timeFill(const std::string& document) {
   return !session.bookmarks.empty();
 }
 
-int run(const std::string& path) {
-  prepareSettings();
-  if (!showReader()) return 1;
+bool measureOutline(const std::string& path) {
   setViewMode(ViewMode::TwoDocuments);
   for (int i = 0; i < kFills; ++i) {
     closeAllDocuments();
     handleMessages();
-    if (!openAside(path) || !timeFill(documentName(path))) return 1;
+    if (!openAside(path) || !timeFill(documentName(path))) return false;
   }
-  closeAllDocuments();
-  closeReader();
-  return 0;
+  return true;
 }
 
 }  // namespace
 }  // namespace quillmere::bench
 
 int main(int argc, char** argv) {
-  return argc == 2 ? quillmere::bench::run(argv[1]) : 2;
+  using namespace quillmere::bench;
+  return argc == 2 ? runInReader([&] { return measureOutline(argv[1]); }) : 2;
 }

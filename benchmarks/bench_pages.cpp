@@ -5,12 +5,10 @@
 #include <fpdf_edit.h>
 #include <fpdf_ppo.h>
 
-#include <cstdio>
 #include <string>
 #include <utility>
 
 #include "annot/placements.h"
-#include "documents/close.h"
 #include "documents/page_operations.h"
 #include "plain_pdfium.h"
 #include "reader_window.h"
@@ -23,13 +21,6 @@ namespace {
 
 constexpr int kRounds = 20;
 constexpr int kPage = 3;  // zero-based
-
-template <typename Work>
-double timed(Work work) {
-  const Stopwatch watch;
-  work();
-  return watch.milliseconds();
-}
 
 void showPlain(PlainView& view) {
   const PaneSlot& slot = session.panes[0];
@@ -90,26 +81,21 @@ void measure(PlainView& view, const std::string& name) {
   }
 }
 
-int run(int argc, char** argv) {
-  prepareSettings();
+bool measureDocument(const std::string& path) {
   PlainView view;
-  if (argc != 2 || !showReader() || !openAndPaint(argv[1]) || !openPlain(view, argv[1])) {
-    std::fputs("The document could not be opened in the main window.\n", stderr);
-    return 1;
-  }
+  if (!openAndPaint(path) || !openPlain(view, path)) return false;
   readWaitingPlacements();
   handleMessages();
   showPlain(view);
-  measure(view, documentName(argv[1]));
+  measure(view, documentName(path));
   closePlain(view);
-  closeAllDocuments();
-  closeReader();
-  return 0;
+  return true;
 }
 
 }  // namespace
 }  // namespace quillmere::bench
 
 int main(int argc, char** argv) {
-  return quillmere::bench::run(argc, argv);
+  using namespace quillmere::bench;
+  return argc == 2 ? runInReader([&] { return measureDocument(argv[1]); }) : 2;
 }

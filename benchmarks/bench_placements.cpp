@@ -4,8 +4,6 @@
 // Usage: bench_placements DOCUMENT, or bench_placements --library
 
 #include <algorithm>
-#include <cstdio>
-#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
@@ -37,13 +35,6 @@ constexpr int kMoves = 200;
 constexpr int kLargePictures = 50;
 constexpr int kLargeSide = 4000;  // pixels
 constexpr int kLibraryRounds = 2;
-
-template <typename Work>
-double timed(Work work) {
-  const Stopwatch watch;
-  work();
-  return watch.milliseconds();
-}
 
 // A picture that compresses about as a photographed signature does.
 platform::SharedPicture signature(int side) {
@@ -157,15 +148,15 @@ void compareDragging(const std::string& name) {
   ClearPlacements();
 }
 
-int measureDocument(const std::string& path) {
+bool measureDocument(const std::string& path) {
   int pages = 0;
   const std::string copy = stampedCopy(path, pages);
-  if (copy.empty()) return 1;
+  if (copy.empty()) return false;
   compareOpening(copy, documentName(path), pages);
   compareDragging(documentName(path));
   closeAllDocuments();
   platform::deleteFile(platform::temporaryFolder() + u"stamped.pdf");
-  return 0;
+  return true;
 }
 
 std::u16string largePath(int number) {
@@ -173,9 +164,9 @@ std::u16string largePath(int number) {
   return session.stampsFolder + std::u16string(name.begin(), name.end());
 }
 
-int measureLibrary() {
-  if (session.stampsFolder.empty()) return 1;
-  if (!platform::savePng(*signature(kLargeSide), largePath(0))) return 1;
+bool measureLibrary() {
+  if (session.stampsFolder.empty()) return false;
+  if (!platform::savePng(*signature(kLargeSide), largePath(0))) return false;
   const auto bytes = platform::readFileShared(largePath(0), 1 << 30);
   for (int n = 1; bytes && n < kLargePictures; ++n) {
     platform::writeFile(largePath(n), bytes->data(), bytes->size());
@@ -191,25 +182,18 @@ int measureLibrary() {
     reportPair("stamp-library", "50 pictures", timed(refreshStampLibrary), theirs);
   }
   DeleteAllStamps();
-  return 0;
+  return true;
 }
 
-int run(int argc, char** argv) {
-  prepareSettings();
-  if (argc != 2 || !showReader()) {
-    std::fputs("The main window could not be made.\n", stderr);
-    return 1;
-  }
+bool measure(const std::string& argument) {
   startCountingEngineCalls();
-  const bool library = std::strcmp(argv[1], "--library") == 0;
-  const int result = library ? measureLibrary() : measureDocument(argv[1]);
-  closeReader();
-  return result;
+  return argument == "--library" ? measureLibrary() : measureDocument(argument);
 }
 
 }  // namespace
 }  // namespace quillmere::bench
 
 int main(int argc, char** argv) {
-  return quillmere::bench::run(argc, argv);
+  using namespace quillmere::bench;
+  return argc == 2 ? runInReader([&] { return measure(argv[1]); }) : 2;
 }

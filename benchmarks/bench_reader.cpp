@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdio>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -40,13 +39,6 @@ constexpr int kMarks = 20;
 constexpr int kMarkedCharacters = 60;
 constexpr int kPanMoves = 200;
 constexpr int kMiddlePage = 100;
-
-template <typename Work>
-double timed(Work work) {
-  const Stopwatch watch;
-  work();
-  return watch.milliseconds();
-}
 
 BitmapSize shownSize(int pane) {
   return {session.panes[pane].pageBitmapWidth, session.panes[pane].pageBitmapHeight};
@@ -319,21 +311,14 @@ void measure(const std::string& path) {
   closeAllDocuments();
 }
 
-int run(int argc, char** argv) {
-  prepareSettings();
-  if (!showReader()) {
-    std::fputs("The main window could not be made.\n", stderr);
-    return 1;
-  }
-  startCountingEngineCalls();
-  for (int i = 1; i < argc; ++i) measure(argv[i]);
-  closeReader();
-  return 0;
-}
-
 }  // namespace
 }  // namespace quillmere::bench
 
 int main(int argc, char** argv) {
-  return quillmere::bench::run(argc, argv);
+  using namespace quillmere::bench;
+  return runInReader([&] {
+    startCountingEngineCalls();
+    for (int i = 1; i < argc; ++i) measure(argv[i]);
+    return true;
+  });
 }

@@ -7,7 +7,6 @@
 #include <fpdf_save.h>
 
 #include <cstdint>
-#include <cstdio>
 #include <string>
 
 #include "documents/close.h"
@@ -28,13 +27,6 @@ namespace {
 constexpr int kSaves = 5;
 constexpr std::uint64_t kLargestDocument = 1u << 30;  // bytes
 constexpr double kKilobyte = 1024;
-
-template <typename Work>
-double timed(Work work) {
-  const Stopwatch watch;
-  work();
-  return watch.milliseconds();
-}
 
 int dropBlock(FPDF_FILEWRITE*, const void*, unsigned long) {
   return 1;
@@ -61,20 +53,20 @@ double kilobytes(const std::u16string& path) {
   return stamp ? static_cast<double>(stamp->size) / kKilobyte : 0;
 }
 
-int measureDocument(const std::string& source) {
+bool measureDocument(const std::string& source) {
   const std::string name = documentName(source);
   const auto bytes = platform::readFileShared(platform::fromUtf8(source), kLargestDocument);
   const std::u16string path = platform::temporaryFolder() + u"saved.pdf";
-  if (!bytes || !platform::writeFile(path, bytes->data(), bytes->size())) return 1;
+  if (!bytes || !platform::writeFile(path, bytes->data(), bytes->size())) return false;
   const std::string plainPath = platform::pathForLibraries(path);
-  if (!openAndPaint(plainPath)) return 1;
+  if (!openAndPaint(plainPath)) return false;
   const double sizeBefore = kilobytes(path);
   for (int i = 0; i < kSaves; ++i) {
     markFirstPage();
     const double theirs = timePlainCopy(source);
     bool saved = false;
     const double ours = timed([&] { saved = SaveDocumentTo(0, path); });
-    if (!saved) return 1;
+    if (!saved) return false;
     reportPair("save", name, ours, theirs);
   }
   reportPair("save-size", name, kilobytes(path), sizeBefore);
@@ -84,29 +76,19 @@ int measureDocument(const std::string& source) {
     const double theirs = timePlainCopy(source);
     bool shelved = false;
     const double ours = timed([&] { shelved = ShelveCurrentDocument(); });
-    if (!shelved) return 1;
+    if (!shelved) return false;
     reportPair("shelve", name, ours, theirs);
   }
   DropActiveShelfEntry();
   closeAllDocuments();
   platform::deleteFile(path);
-  return 0;
-}
-
-int run(int argc, char** argv) {
-  prepareSettings();
-  if (argc != 2 || !showReader()) {
-    std::fputs("The main window could not be made.\n", stderr);
-    return 1;
-  }
-  const int result = measureDocument(argv[1]);
-  closeReader();
-  return result;
+  return true;
 }
 
 }  // namespace
 }  // namespace quillmere::bench
 
 int main(int argc, char** argv) {
-  return quillmere::bench::run(argc, argv);
+  using namespace quillmere::bench;
+  return argc == 2 ? runInReader([&] { return measureDocument(argv[1]); }) : 2;
 }

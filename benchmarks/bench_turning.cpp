@@ -4,7 +4,6 @@
 //        bench_turning --plain DOCUMENT   with PDFium's calls only
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 #include <functional>
 #include <string>
@@ -55,16 +54,14 @@ void measure(const std::string& row, const std::string& name, int pageCount,
   report(row, name, first, currentState());
 }
 
-int measureReader(const std::string& path) {
-  prepareSettings();
-  if (!showReader() || !openAndPaint(path)) return 1;
+bool measureReader(const std::string& path) {
+  if (!openAndPaint(path)) return false;
   measure("turning", documentName(path), session.active.pageCount, [](int index) {
     goToPage(0, index, false);
     paintNow();
     handleMessages();
   });
-  closeReader();
-  return 0;
+  return true;
 }
 
 int measurePlain(const std::string& path) {
@@ -85,6 +82,5 @@ int measurePlain(const std::string& path) {
 int main(int argc, char** argv) {
   using namespace quillmere::bench;
   if (argc == 3 && std::strcmp(argv[1], "--plain") == 0) return measurePlain(argv[2]);
-  if (argc == 2) return measureReader(argv[1]);
-  return 2;
+  return argc == 2 ? runInReader([&] { return measureReader(argv[1]); }) : 2;
 }

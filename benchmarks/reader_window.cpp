@@ -2,7 +2,10 @@
 
 #include <gdiplus.h>
 
+#include <cstdio>
+
 #include "app/main_window.h"
+#include "documents/close.h"
 #include "documents/open_requests.h"
 #include "platform/main_window.h"
 #include "platform/profile.h"
@@ -60,13 +63,7 @@ LRESULT CALLBACK watchingProcedure(HWND window, UINT message, WPARAM wParam, LPA
   return result;
 }
 
-}  // namespace
-
-void prepareSettings() {
-  rememberDesktopShortcutPrompt();
-  platform::writeProfileText(u"Updates", u"CheckAuto", u"0", GetIniPath());
-}
-
+// False when Windows refuses the window.
 bool showReader() {
   if (!registerMainWindowClass() || !createMainWindow()) return false;
   readerProcedure = reinterpret_cast<WNDPROC>(SetWindowLongPtrW(
@@ -76,8 +73,11 @@ bool showReader() {
   return true;
 }
 
-void closeReader() {
-  DestroyWindow(windowHandles.main);
+}  // namespace
+
+void prepareSettings() {
+  rememberDesktopShortcutPrompt();
+  platform::writeProfileText(u"Updates", u"CheckAuto", u"0", GetIniPath());
 }
 
 void handleMessages() {
@@ -86,6 +86,19 @@ void handleMessages() {
     TranslateMessage(&message);
     DispatchMessageW(&message);
   }
+}
+
+int runInReader(const std::function<bool()>& measure) {
+  prepareSettings();
+  if (!showReader()) {
+    std::fputs("The main window could not be made.\n", stderr);
+    return 1;
+  }
+  const bool measured = measure();
+  closeAllDocuments();
+  DestroyWindow(windowHandles.main);
+  if (!measured) std::fputs("Something could not be measured.\n", stderr);
+  return measured ? 0 : 1;
 }
 
 bool openAndPaint(const std::string& path) {

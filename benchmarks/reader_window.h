@@ -11,9 +11,9 @@ namespace quillmere::bench {
 // Settings that keep questions and network traffic out of a measurement.
 void prepareSettings();
 
-// Makes and shows the main window. False when Windows refuses.
-bool showReader();
-void closeReader();
+// Shows the main window, runs `measure` in it and closes it. Returns the exit code of the program:
+// 1 when Windows refuses the window or `measure` fails.
+int runInReader(const std::function<bool()>& measure);
 
 // Handles all waiting messages.
 void handleMessages();

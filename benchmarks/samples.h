@@ -19,6 +19,14 @@ class Stopwatch {
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
+// Milliseconds that `work` takes.
+template <typename Work>
+double timed(Work work) {
+  const Stopwatch watch;
+  work();
+  return watch.milliseconds();
+}
+
 // One repetition of a row: our value and the one it is compared with, measured one right after the
 // other.
 void reportPair(const std::string& row, const std::string& document, double ours, double theirs);

@@ -57,14 +57,15 @@ bool inBook() {
 using PagesSeen = std::array<std::int32_t, 2>;
 
 // Closes the pages of the active document, which must not be open while pages come or go. A page
-// that stands at several places of the document becomes several.
+// that stands at several places of the document becomes several. A shown pane is drawn anew in the
+// memory of its picture: fresh memory would cost about as much as the drawing.
 PagesSeen closePages() {
   const FPDF_DOCUMENT document = documentOf(session.activePane);
   PagesSeen seen = {-1, -1};
   for (const int pane : panesHolding(document)) {
     const bool empty = paneShown(pane) && !session.panes[pane].page;
     if (!empty || !inBook()) seen[static_cast<std::size_t>(pane)] = pageSeen(pane);
-    dropPaneView(pane);
+    paneShown(pane) ? closePanePage(pane) : dropPaneView(pane);
   }
   separatePages(documentSlotOf(session.activePane));
   return seen;
