@@ -55,6 +55,16 @@ void readOrForget(BinderFile& binder, const std::u16string& path) {
   if (keepsBinderFile(binder)) platform::deleteFile(path);
 }
 
+bool saveWhenIdle() {
+  SaveWorkingDocuments();
+  return false;
+}
+
+// The document is to be seen first, and to be there for the next key.
+void saveLater() {
+  platform::mainWindowExists() ? platform::doWhenIdle(saveWhenIdle) : SaveWorkingDocuments();
+}
+
 int workingDocuments() {
   if (WorkingDocumentsIndex() == kNoBinder) LoadWorkingDocuments();
   return WorkingDocumentsIndex();
@@ -76,7 +86,7 @@ void AddToWorkingDocuments(const std::vector<std::u16string>& paths, WorkingDocs
   }
   if (!listed) return;
   binder.dirty = true;
-  platform::doAfterPainting(SaveWorkingDocuments);  // the document is to be seen first
+  saveLater();
   platform::postBinderTreeRebuild();
 }
 
