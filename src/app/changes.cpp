@@ -10,6 +10,7 @@
 #include "annot/placements.h"
 #include "annot/text_dialog.h"
 #include "app/commands.h"
+#include "app/repaint.h"
 #include "documents/shelve.h"
 #include "nav/bookmarks.h"
 #include "nav/find.h"
@@ -64,7 +65,7 @@ void pageShown(int pane) {
   forgetMarkupTip();
   if (session.findBarVisible) FindSyncToPage(pane);
   dropTextSelection();
-  repaint();
+  repaintPages();
   refreshTitle();
   refreshStatus();
 }

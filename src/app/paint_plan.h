@@ -27,6 +27,7 @@ inline constexpr Color kActiveFrameColor{80, 140, 220};
 struct FilledRect {
   PixelRect rect;
   Color color;
+  bool operator==(const FilledRect&) const = default;
 };
 
 // The lines and bars between panes and panels, in client pixels; empty if missing.
@@ -36,6 +37,7 @@ struct WindowPlan {
   FilledRect leftSplitter;
   FilledRect leftPanelBar;
   FilledRect stampSplitter;
+  bool operator==(const WindowPlan&) const = default;
 };
 WindowPlan planWindow();
 

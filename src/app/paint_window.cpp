@@ -10,6 +10,7 @@
 #include "app/paint.h"
 #include "app/paint_placements.h"
 #include "app/paint_plan.h"
+#include "app/repaint.h"
 #include "platform/win32/pixel_surface.h"
 #include "platform/win32/system_fonts.h"
 #include "platform/win32/wide.h"
@@ -195,9 +196,17 @@ void paintMainWindow() {
   const int width = std::max(client.width, 1);
   const int height = std::max(client.height, 1);
   const HDC buffer = backBufferFor(window, width, height);
+  const RECT& part = paint.rcPaint;
+  const int saved = SaveDC(buffer);
+  IntersectClipRect(buffer, part.left, part.top, part.right, part.bottom);
   paintInto(buffer, width, height);
-  if (buffer != window) BitBlt(window, 0, 0, width, height, buffer, 0, 0, SRCCOPY);
+  RestoreDC(buffer, saved);
+  if (buffer != window) {
+    BitBlt(window, part.left, part.top, part.right - part.left, part.bottom - part.top, buffer,
+           part.left, part.top, SRCCOPY);
+  }
   EndPaint(platform::windowHandles.main, &paint);
+  notePainted();
 }
 
 void releasePaintBuffers() {

@@ -27,6 +27,8 @@ void setMainWindowTitle(const std::u16string& title);
 
 // Repaints the whole client area, with or without erasing first.
 void invalidateMainWindow(bool erase);
+// Repaints part of the client area without erasing; right and bottom are exclusive.
+void invalidateMainWindowPart(int left, int top, int right, int bottom);
 // Repaints the stamp panel.
 void invalidateStampPanel();
 // Repaints everything invalid at once.

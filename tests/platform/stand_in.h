@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/pixel_rect.h"
 #include "platform/clipboard.h"
 #include "platform/file_dialog.h"
 #include "platform/files.h"
@@ -79,7 +80,8 @@ struct StandInWindow {
   std::optional<WindowPlacement> placement = WindowPlacement{{100, 100, 1200, 900}, false};
   std::vector<WindowPlacement> placementsSet;
 
-  int invalidations = 0;         // all of them
+  int invalidations = 0;  // all of them
+  std::vector<PixelRect> invalidParts;
   int erasingInvalidations = 0;  // those that erase
   int updates = 0;
   int layouts = 0;

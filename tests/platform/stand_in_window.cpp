@@ -49,6 +49,12 @@ void invalidateMainWindow(bool erase) {
   if (erase) ++mainWindow()->erasingInvalidations;
 }
 
+void invalidateMainWindowPart(int left, int top, int right, int bottom) {
+  if (!mainWindow()) return;
+  noteShown("partial repaint");
+  mainWindow()->invalidParts.push_back({left, top, right, bottom});
+}
+
 void invalidateStampPanel() {
   if (mainWindow()) noteShown("stamp panel");
 }

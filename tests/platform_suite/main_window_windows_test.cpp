@@ -354,6 +354,17 @@ TEST_F(MainWindowWindows, InvalidatingPaintsOnUpdateAlone) {
   EXPECT_EQ(windowMessages[WM_PAINT], 2);
 }
 
+TEST_F(MainWindowWindows, APartThatIsInvalidIsPaintedAlone) {
+  updateMainWindow();
+  invalidateMainWindowPart(10, 20, 40, 60);
+  RECT invalid{};
+  EXPECT_TRUE(GetUpdateRect(windowHandles.main, &invalid, FALSE));
+  EXPECT_EQ(invalid.left, 10);
+  EXPECT_EQ(invalid.top, 20);
+  EXPECT_EQ(invalid.right, 40);
+  EXPECT_EQ(invalid.bottom, 60);
+}
+
 TEST_F(MainWindowWindows, PagesArePaintedWithoutTheChildren) {
   setStatusText(0, u"x");
   invalidateMainWindow(false);

@@ -145,6 +145,11 @@ void updateMainWindow() {
   if (mainWindow() != nullptr) UpdateWindow(mainWindow());
 }
 
+void invalidateMainWindowPart(int left, int top, int right, int bottom) {
+  const RECT rect{left, top, right, bottom};
+  if (mainWindow() != nullptr) InvalidateRect(mainWindow(), &rect, FALSE);
+}
+
 void updatePages() {
   if (mainWindow() == nullptr) return;
   RedrawWindow(mainWindow(), nullptr, nullptr, RDW_UPDATENOW | RDW_NOCHILDREN);
