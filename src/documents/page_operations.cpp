@@ -152,8 +152,7 @@ int importPages(FPDF_DOCUMENT document, FPDF_DOCUMENT source, int before) {
 bool writeAndForgetPlacements(FPDF_DOCUMENT document) {
   if (session.placementDocument != document || !hasPlacements(document)) return false;
   ClearPlacementSelection();
-  WritePendingStamps(document);
-  WritePendingTextDrops(document);
+  writePendingPlacements(document);
   session.placements.clear();
   return true;
 }
