@@ -210,12 +210,17 @@ AddedAnnotations WritePendingTextDrops(FPDF_DOCUMENT document) {
   return writePending(document, PlacementKind::TextDrop, textObject);
 }
 
-bool writeWithPlacements(FPDF_DOCUMENT document, const std::function<bool()>& write) {
-  const AddedAnnotations stamps = WritePendingStamps(document);
+AddedAnnotations writePendingPlacements(FPDF_DOCUMENT document) {
+  AddedAnnotations added = WritePendingStamps(document);
   const AddedAnnotations texts = WritePendingTextDrops(document);
+  added.insert(added.end(), texts.begin(), texts.end());
+  return added;
+}
+
+bool writeWithPlacements(FPDF_DOCUMENT document, const std::function<bool()>& write) {
+  const AddedAnnotations added = writePendingPlacements(document);
   if (write()) return true;
-  takeBack(document, texts);
-  takeBack(document, stamps);
+  takeBack(document, added);
   return false;
 }
 

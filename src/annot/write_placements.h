@@ -21,6 +21,8 @@ using AddedAnnotations = std::vector<AddedAnnotation>;
 // a read-only process; a placement that cannot be written is left out.
 AddedAnnotations WritePendingStamps(FPDF_DOCUMENT document);
 AddedAnnotations WritePendingTextDrops(FPDF_DOCUMENT document);
+// Both, in that order.
+AddedAnnotations writePendingPlacements(FPDF_DOCUMENT document);
 
 // Adds them all, calls `write` and returns its answer. If that is false, the annotations are
 // removed again, so that the next try does not add them a second time, and the placements are still

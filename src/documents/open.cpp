@@ -73,8 +73,7 @@ StepResult decideReplacement(OpenJob& job) {
 void keepPendingPlacements(int pane) {
   const FPDF_DOCUMENT document = documentOf(pane);
   if (!placementsPending(document)) return;
-  WritePendingStamps(document);
-  WritePendingTextDrops(document);
+  writePendingPlacements(document);
   markEdited(documentSlotOf(pane));
   for (const int each : panesHolding(document)) redrawPicture(each);
   noteDocumentChanged(pane);

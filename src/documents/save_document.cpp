@@ -121,14 +121,23 @@ Refuge findRefuge(const std::u16string& sibling, const std::u16string& readFrom)
   return refuge;
 }
 
+// The user may have opened the sibling in the other pane, or changed it with another program.
+bool stillOurs(const KeptSibling& kept, int pane) {
+  return kept.stamp && platform::fileStamp(kept.path) == kept.stamp &&
+         !targetInUse(kept.path, pane);
+}
+
 // The sibling has more edits than the one of an earlier save, until now perhaps the only file with
-// them, which it overwrites. Returns the path that it has afterwards.
-std::u16string overwriteOlderSibling(const std::u16string& sibling, const std::u16string& older,
-                                     const std::u16string& path) {
-  if (older.empty()) return sibling;
-  if (isNamedSibling(older, path) && platform::replaceFile(sibling, older)) return older;
-  platform::deleteFile(older);
-  return sibling;
+// them, which it overwrites. Returns it with the path that it has afterwards.
+KeptSibling overwriteOlderSibling(KeptSibling written, const KeptSibling& older,
+                                  const SaveJob& job) {
+  if (older.path.empty() || !stillOurs(older, job.pane)) return written;
+  if (isNamedSibling(older.path, job.path) && platform::replaceFile(written.path, older.path)) {
+    written.path = older.path;
+  } else {
+    platform::deleteFile(older.path);
+  }
+  return written;
 }
 
 // Those that are annotations may have other indexes in a file without the edits.
@@ -140,16 +149,16 @@ void dropWrittenPlacements() {
 }
 
 // The sibling is the only file with the edits, so it stays and the window shows what it holds.
-bool keepEditsOpen(const SaveJob& job, const std::u16string& written, const ClosedDocument& closed,
+bool keepEditsOpen(const SaveJob& job, KeptSibling written, const ClosedDocument& closed,
                    const std::optional<platform::FileStamp>& known) {
   DocumentSlot& slot = slotOf(job);
   noteSaveFailed(job.path);
-  const std::u16string sibling =
-      overwriteOlderSibling(written, std::exchange(slot.keptSibling, {}), job.path);
-  Refuge refuge = findRefuge(sibling, job.readFrom);
+  KeptSibling sibling =
+      overwriteOlderSibling(std::move(written), std::exchange(slot.keptSibling, {}), job);
+  Refuge refuge = findRefuge(sibling.path, job.readFrom);
   const bool reloads = refuge.edited && refuge.document && closed.ownedPlacements;
   reopenDocument(slot, std::move(refuge.document), std::move(refuge.from), closed);
-  if (refuge.edited) slot.keptSibling = sibling;
+  if (refuge.edited) slot.keptSibling = std::move(sibling);
   slot.dirty = slot.document != nullptr;
   slot.altered = slot.dirty;
   slot.knownFile = known;
@@ -160,16 +169,16 @@ bool keepEditsOpen(const SaveJob& job, const std::u16string& written, const Clos
   return fail(u"Saved to temporary file but could not replace original.");
 }
 
-void dropOldSibling(DocumentSlot& slot) {
-  const std::u16string sibling = std::exchange(slot.keptSibling, {});
-  if (!sibling.empty()) platform::deleteFile(sibling);
+void dropOldSibling(const SaveJob& job) {
+  const KeptSibling kept = std::exchange(slotOf(job).keptSibling, {});
+  if (!kept.path.empty() && stillOurs(kept, job.pane)) platform::deleteFile(kept.path);
 }
 
 bool reopenSaved(const SaveJob& job, const ClosedDocument& closed) {
   DocumentSlot& slot = slotOf(job);
   LoadedFile from = loadedFileNow(job.path);
   reopenDocument(slot, loadDocumentFile(job.path), std::move(from), closed);
-  dropOldSibling(slot);
+  dropOldSibling(job);
   adoptPath(job);
   DropShelfCopy(job.path);
   if (slot.document && (!inTwoDocuments() || closed.ownedPlacements)) {
@@ -201,11 +210,12 @@ bool replaceOwnFile(const SaveJob& job) {
   }
   platform::copyAlternateStreams(job.path, sibling);
   platform::copyFileProperties(job.path, sibling);
+  KeptSibling asWritten{sibling, platform::fileStamp(sibling)};
   // Nobody keeps others from writing to it while the document is closed, or in memory.
   const auto known = platform::fileStamp(slot.path);
   noteSaveBegins(job.path, sibling);
   const ClosedDocument closed = closeToReopen(slot);
-  if (!takePlace(sibling, job.path)) return keepEditsOpen(job, sibling, closed, known);
+  if (!takePlace(sibling, job.path)) return keepEditsOpen(job, std::move(asWritten), closed, known);
   return reopenSaved(job, closed);
 }
 
@@ -258,7 +268,7 @@ bool SaveDocumentTo(int pane, const std::u16string& path) {
   job.readFrom = slot.loadedFrom.path.empty() ? slot.path : slot.loadedFrom.path;
   job.replacesOwn = samePath(slot.path, path) || samePath(slot.loadedFrom.path, path);
   // The user gives that file another purpose.
-  if (samePath(slot.keptSibling, path)) slot.keptSibling.clear();
+  if (samePath(slot.keptSibling.path, path)) slot.keptSibling = {};
   // A document without edits is read until the end, too.
   guardLoadedFile(slot.loadedFrom);
   if (!mayBegin(job)) return false;

@@ -24,6 +24,13 @@ struct LoadedFile {
   platform::WriteGuardHandle guard;
 };
 
+// The file beside a document's own that a save wrote and could not put in place.
+struct KeptSibling {
+  std::u16string path;  // empty for none
+  // As the save wrote it; nullopt when the system did not tell.
+  std::optional<platform::FileStamp> stamp;
+};
+
 // What belongs to one open document, wherever the mode keeps it. It has no copy or move of its own,
 // since pages must close before their document: use session/document_slots.h.
 struct DocumentSlot {
@@ -44,9 +51,8 @@ struct DocumentSlot {
   // The file at `path` as the user knows it, where the document is read from another one; nullopt
   // where it is not, or when there was no such file.
   std::optional<platform::FileStamp> knownFile;
-  // The file beside its own that a save wrote and could not put in place; the next save overwrites
-  // it. Empty for none.
-  std::u16string keptSibling;
+  // The next save overwrites it, unless somebody has made the file theirs meanwhile.
+  KeptSibling keptSibling;
 };
 
 }  // namespace quillmere

@@ -76,7 +76,7 @@ void clearDocument(DocumentSlot& slot) {
   slot.path.clear();
   slot.dirty = false;
   slot.altered = false;
-  slot.keptSibling.clear();
+  slot.keptSibling = {};
 }
 
 ClosedDocument closeToReopen(DocumentSlot& slot) {

@@ -111,8 +111,7 @@ class PlacementReadersTest : public PlacementTest {
   // The document is null when writing failed.
   WrittenFile writePending() {
     const FPDF_DOCUMENT document = session.placementDocument;
-    WritePendingStamps(document);
-    WritePendingTextDrops(document);
+    writePendingPlacements(document);
     WrittenFile written;
     written.bytes = writtenCopy(document);
     written.document = loadDocument(written.bytes);

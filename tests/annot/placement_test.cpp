@@ -66,8 +66,7 @@ Placement& PlacementTest::add(std::int32_t page, Placement placement) {
 }
 
 void PlacementTest::writeAll(FPDF_DOCUMENT document) {
-  WritePendingStamps(document);
-  WritePendingTextDrops(document);
+  writePendingPlacements(document);
   LoadPlacements(document);
 }
 

@@ -7,10 +7,8 @@
 
 #include "annot/placements.h"
 #include "documents/modes.h"
-#include "documents/page_operations.h"
-#include "support/opening_test.h"
+#include "support/page_edit_test.h"
 #include "support/pdf_builder.h"
-#include "support/session_invariants.h"
 #include "view/navigation.h"
 #include "view/rotation.h"
 #include "view/view_test.h"
@@ -25,22 +23,9 @@ using testing::IsEmpty;
 using testing::Pair;
 
 // Pages that come and go below what the session keeps by their numbers.
-class PageNumbersTest : public OpeningTest {
+class PageNumbersTest : public PageEditTest {
  protected:
-  ~PageNumbersTest() override { EXPECT_EQ(brokenInvariant(), ""); }
-
-  static PaneSlot& pane(int index) { return session.panes[index]; }
-
-  static void deletePage(std::int32_t page) {
-    goToPage(session.activePane, page, false);
-    standIn().boxAnswers = {BoxAnswer::Ok};
-    DeleteCurrentPage();
-  }
-
-  static void insertAbove(const std::string& bytes) {
-    standIn().openDialogAnswers = {{putPdf(u"source.pdf", bytes)}};
-    InsertDocument(false);
-  }
+  static void insertAbove(const std::string& bytes) { insert(false, bytes); }
 
   // A page with a link and two stamps of this program, the second one's record damaged.
   static PdfPage stampedPage() {

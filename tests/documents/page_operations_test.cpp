@@ -1,29 +1,23 @@
 #include "documents/page_operations.h"
 
-#include <fpdf_annot.h>
 #include <fpdf_edit.h>
 #include <fpdf_save.h>
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
 #include "annot/markup_list.h"
 #include "annot/placements.h"
-#include "annot/write_placements.h"
 #include "app/commands.h"
-#include "base/product.h"
 #include "documents/modes.h"
 #include "documents/open_requests.h"
 #include "nav/bookmarks.h"
 #include "nav/find_bar.h"
 #include "nav/jump_history.h"
-#include "support/opening_test.h"
+#include "support/page_edit_test.h"
 #include "support/pdf_builder.h"
-#include "support/session_invariants.h"
 #include "view/navigation.h"
 #include "view/panes.h"
 #include "view/rotation.h"
@@ -42,75 +36,13 @@ using testing::IsEmpty;
 using testing::Pair;
 using testing::SizeIs;
 
-std::string textOf(FPDF_DOCUMENT document, int index) {
-  const PageHandle page(FPDF_LoadPage(document, index));
-  const TextPageHandle text(FPDFText_LoadPage(page.get()));
-  std::vector<unsigned short> units(64);
-  const int count = FPDFText_GetText(text.get(), 0, 60, units.data());
-  return std::string(units.begin(), units.begin() + std::max(count - 1, 0));
-}
+using DeletePageTest = PageEditTest;
 
-std::vector<std::string> textsOf(FPDF_DOCUMENT document) {
-  std::vector<std::string> texts;
-  for (int i = 0; i < FPDF_GetPageCount(document); ++i) texts.push_back(textOf(document, i));
-  return texts;
-}
-
-int annotationsOn(FPDF_DOCUMENT document, int index) {
-  const PageHandle page(FPDF_LoadPage(document, index));
-  return FPDFPage_GetAnnotCount(page.get());
-}
-
-std::string stampAnnotation() {
-  return "<< /Type /Annot /Subtype /Stamp /Rect [100 100 200 200] /QMR (QMR1;S;0;100;100;100;100;) "
-         "/AP << /N 99 0 R >> >>";
-}
-
-std::string highlight() {
-  return "<< /Type /Annot /Subtype /Highlight /Rect [100 600 200 620] /C [1 1 0] "
-         "/QuadPoints [100 620 200 620 100 600 200 600] >>";
-}
-
-// A box is answered OK unless a test says otherwise.
-class PageOperationsTest : public OpeningTest {
+class InsertDocumentTest : public PageEditTest {
  protected:
-  ~PageOperationsTest() override { EXPECT_EQ(brokenInvariant(), ""); }
-
-  static FPDF_DOCUMENT document() { return documentOf(session.activePane); }
-  static PaneSlot& pane(int index) { return session.panes[index]; }
-
-  static void addText(std::int32_t page, const std::u16string& text = u"Text") {
-    readWaitingPlacements();
-    Placement placement;
-    placement.kind = PlacementKind::TextDrop;
-    placement.text = text;
-    placement.x = 100;
-    placement.y = 100;
-    placement.width = 100;
-    placement.height = 20;
-    session.placements[page].push_back(placement);
-  }
-  static std::vector<std::int32_t> pagesWithPlacements() {
-    std::vector<std::int32_t> pages;
-    for (const auto& [page, list] : session.placements) pages.push_back(page);
-    return pages;
-  }
-  static void deletePage() {
-    standIn().boxAnswers = {BoxAnswer::Ok};
-    DeleteCurrentPage();
-  }
   // Inserts a file whose pages read "Page 1" and so on.
-  static void insert(bool below, int pages, const std::u16string& name = u"C:\\source.pdf") {
-    standIn().openDialogAnswers = {{putPdf(name, simplePdf(pages, 300, 300))}};
-    InsertDocument(below);
-  }
-  static void flatten() {
-    standIn().boxAnswers = {BoxAnswer::Ok};
-    FlattenAnnotations();
-  }
-  static void removeAll() {
-    standIn().boxAnswers = {BoxAnswer::Ok};
-    RemoveAllAnnotations();
+  static void insert(bool below, int pages) {
+    PageEditTest::insert(below, simplePdf(pages, 300, 300));
   }
 };
 
@@ -153,11 +85,6 @@ DocumentHandle savedAndOpened(FPDF_DOCUMENT document, std::string& bytes) {
   FPDF_SaveAsCopy(document, &writer, FPDF_NO_INCREMENTAL);
   return DocumentHandle(FPDF_LoadMemDocument64(bytes.data(), bytes.size(), nullptr));
 }
-
-using DeletePageTest = PageOperationsTest;
-using InsertDocumentTest = PageOperationsTest;
-using FlattenTest = PageOperationsTest;
-using RemoveAllTest = PageOperationsTest;
 
 TEST_F(DeletePageTest, TheShownPageGoesAfterAQuestion) {
   opened(u"a.pdf", 3);
@@ -426,7 +353,7 @@ TEST_F(DeletePageTest, InTwoDocumentsTheOtherDocumentIsLeftAlone) {
 
 TEST_F(DeletePageTest, AnEncryptedDocumentLosesItsPage) {
   ASSERT_TRUE(open(encryptedPdf()));
-  insert(true, 2);
+  insert(true, simplePdf(2));
   ASSERT_THAT(textsOf(document()), ElementsAre("Quill and page", "Page 1", "Page 2"));
   goToPage(0, 1, false);
   deletePage();
@@ -624,175 +551,6 @@ TEST_F(InsertDocumentTest, SearchSelectionAndListOfMarksEnd) {
   insert(false, 2);
   EXPECT_FALSE(session.selection.active);
   EXPECT_EQ(markupsOf(document())[0].page, 2);
-}
-
-TEST_F(FlattenTest, WithoutPlacementsTheQuestionSaysSo) {
-  opened(u"a.pdf", 1);
-  standIn().boxAnswers = {BoxAnswer::Cancel};
-  FlattenAnnotations();
-  ASSERT_THAT(standIn().boxes, SizeIs(1));
-  EXPECT_EQ(standIn().boxes[0].title, u"Flatten Annotations");
-  EXPECT_EQ(standIn().boxes[0].buttons, BoxButtons::OkCancel);
-  EXPECT_EQ(standIn().boxes[0].text,
-            u"No stamps or text drops to flatten. The document may still contain annotations from "
-            u"other applications (form fields, comments, signatures); flattening will bake those "
-            u"into the page if any exist.\n\nContinue anyway?");
-}
-
-TEST_F(FlattenTest, WithPlacementsTheQuestionWarns) {
-  opened(u"a.pdf", 1);
-  addText(0);
-  standIn().boxAnswers = {BoxAnswer::Cancel};
-  FlattenAnnotations();
-  EXPECT_EQ(standIn().boxes[0].text,
-            u"Flatten will permanently merge all stamps and text drops into the document. They "
-            u"will no longer be selectable or deletable.\n\nAnnotations added by other "
-            u"applications (form fields, comments, signatures) will also be baked into the page "
-            u"content.\n\nContinue?");
-  EXPECT_THAT(pagesWithPlacements(), ElementsAre(0));
-}
-
-TEST_F(FlattenTest, InTwoDocumentsTheQuestionIsAboutTheActiveDocument) {
-  openTwo(1, 1);
-  setActivePane(1);
-  LoadPlacements(documentOf(0));
-  addText(0);
-  flatten();
-  EXPECT_TRUE(standIn().boxes[0].text.starts_with(u"No stamps"));
-  EXPECT_THAT(pagesWithPlacements(), ElementsAre(0));
-  EXPECT_FALSE(session.panes[1].dirty);
-}
-
-TEST_F(FlattenTest, PendingTextBecomesTextOfThePage) {
-  opened(u"a.pdf", 2);
-  addText(1, u"Drop");
-  selectPlacement(1, 0);
-  flatten();
-  EXPECT_THAT(session.placements, IsEmpty());
-  EXPECT_EQ(session.selectedPlacementPage, -1);
-  EXPECT_EQ(annotationsOn(document(), 1), 0);
-  EXPECT_NE(textOf(document(), 1).find("Drop"), std::string::npos);
-  EXPECT_TRUE(session.active.dirty);
-  EXPECT_FALSE(placementsPending(document()));
-}
-
-TEST_F(FlattenTest, MarksLeaveTheListAndTheShownPageIsReadAgain) {
-  PdfPage marked;
-  marked.annotations = {highlight()};
-  ASSERT_TRUE(open(buildPdf({marked})));
-  ASSERT_THAT(markupsOf(document()), SizeIs(1));
-  flatten();
-  EXPECT_THAT(markupsOf(document()), IsEmpty());
-  EXPECT_EQ(FPDFPage_GetAnnotCount(pane(0).page.get()), 0);
-  EXPECT_GT(FPDFPage_CountObjects(pane(0).page.get()), 0);
-  EXPECT_TRUE(pane(0).pageBitmap);
-}
-
-TEST_F(FlattenTest, ThePageLooksAsBeforeAndKeepsLinksAndBoxes) {
-  PdfPage page;
-  page.left = 30;
-  page.bottom = 40;
-  page.content = textContent("Word", 130, 640);
-  page.entries = "/CropBox [60 70 600 780]";
-  page.annotations = {highlight(), linkAnnotation(0, 0, 100, 100, pageDestination(1))};
-  ASSERT_TRUE(open(buildPdf({page})));
-  const auto picture = [] {
-    const std::uint8_t* pixels =
-        reinterpret_cast<const std::uint8_t*>(platform::pixelsOf(pane(0).pageBitmap.get()));
-    return std::vector<std::uint8_t>(
-        pixels, pixels + 4 * pane(0).pageBitmapWidth * pane(0).pageBitmapHeight);
-  };
-  const std::vector<std::uint8_t> before = picture();
-  const float width = FPDF_GetPageWidthF(pane(0).page.get());
-  flatten();
-  EXPECT_EQ(FPDF_GetPageWidthF(pane(0).page.get()), width);
-  const std::vector<std::uint8_t> after = picture();
-  ASSERT_EQ(after.size(), before.size());
-  int largest = 0;
-  for (std::size_t i = 0; i < before.size(); ++i) {
-    largest = std::max(largest, std::abs(before[i] - after[i]));
-  }
-  EXPECT_LE(largest, 2);
-  ASSERT_EQ(annotationsOn(document(), 0), 1);
-  const AnnotationHandle link(FPDFPage_GetAnnot(pane(0).page.get(), 0));
-  EXPECT_EQ(FPDFAnnot_GetSubtype(link.get()), FPDF_ANNOT_LINK);
-}
-
-TEST_F(FlattenTest, FormFieldsAndSignaturesBecomeContent) {
-  ASSERT_TRUE(open(filledFormPdf()));
-  flatten();
-  EXPECT_EQ(annotationsOn(document(), 0), 1);  // the hidden one
-  EXPECT_NE(textOf(document(), 0).find("HHHH"), std::string::npos);
-}
-
-TEST_F(FlattenTest, ADocumentWithNothingToFlattenIsNotEdited) {
-  opened(u"a.pdf", 2);
-  flatten();
-  EXPECT_FALSE(session.active.dirty);
-  EXPECT_FALSE(session.active.altered);
-}
-
-TEST_F(FlattenTest, SearchAndSelectionEnd) {
-  PdfPage marked;
-  marked.content = textContent("Word");
-  marked.annotations = {highlight()};
-  ASSERT_TRUE(open(buildPdf({marked})));
-  selectAll(0);
-  flatten();
-  EXPECT_FALSE(session.selection.active);
-}
-
-TEST_F(RemoveAllTest, TheQuestionNamesEverythingThatGoes) {
-  opened(u"a.pdf", 1);
-  standIn().boxAnswers = {BoxAnswer::Cancel};
-  RemoveAllAnnotations();
-  ASSERT_THAT(standIn().boxes, SizeIs(1));
-  EXPECT_EQ(standIn().boxes[0].title, u"Remove All Annotations");
-  EXPECT_EQ(standIn().boxes[0].text,
-            u"Remove every annotation from this document?\n\nThis permanently deletes all stamps "
-            u"and text drops, along with any annotations added by other applications (form fields, "
-            u"links, comments, signatures). This cannot be undone except by discarding all "
-            u"changes.\n\nContinue?");
-  EXPECT_FALSE(session.active.dirty);
-}
-
-TEST_F(RemoveAllTest, EveryAnnotationOfEveryPageGoes) {
-  PdfPage full;
-  full.annotations = {highlight(), stampAnnotation(),
-                      linkAnnotation(0, 0, 100, 100, pageDestination(1)), highlight()};
-  ASSERT_TRUE(open(buildPdf({full, PdfPage{}, full})));
-  ASSERT_THAT(markupsOf(document()), SizeIs(4));
-  addText(1);
-  selectPlacement(1, 0);
-  removeAll();
-  for (int page = 0; page < 3; ++page) EXPECT_EQ(annotationsOn(document(), page), 0);
-  EXPECT_EQ(FPDFPage_GetAnnotCount(pane(0).page.get()), 0);
-  EXPECT_THAT(session.placements, IsEmpty());
-  EXPECT_EQ(session.selectedPlacementPage, -1);
-  EXPECT_THAT(markupsOf(document()), IsEmpty());
-  EXPECT_TRUE(session.active.dirty);
-}
-
-TEST_F(RemoveAllTest, InTwoDocumentsPlacementsOfTheOtherDocumentStay) {
-  openTwo(2, 2);
-  setActivePane(1);
-  LoadPlacements(documentOf(0));
-  addText(1);
-  removeAll();
-  EXPECT_THAT(pagesWithPlacements(), ElementsAre(1));
-  EXPECT_TRUE(session.panes[1].dirty);
-  EXPECT_FALSE(session.panes[0].dirty);
-}
-
-TEST_F(RemoveAllTest, APageThatCannotBeLoadedIsSkipped) {
-  ASSERT_TRUE(open(pdfWithBrokenPage(3, 1)));
-  addText(2, u"Drop");
-  WritePendingTextDrops(document());
-  LoadPlacements(document());
-  ASSERT_EQ(annotationsOn(document(), 2), 1);
-  removeAll();
-  EXPECT_EQ(annotationsOn(document(), 2), 0);
-  EXPECT_THAT(standIn().boxes, SizeIs(1));
 }
 
 }  // namespace

@@ -149,6 +149,43 @@ TEST_F(SaveKindsTest, ADamagedPageTreeIsSavedWholeOrNotAtAll) {
   EXPECT_EQ(namesIn(u"C:\\docs").size(), 1u);
 }
 
+// The node of the second page lists the root of the tree, which lists it.
+std::string rootAmongKidsPdf(bool counted) {
+  PdfFile file;
+  const int catalog = file.reserve();
+  const int tree = file.reserve();
+  const int node = file.reserve();
+  const auto page = [&file](int parent, const std::string& text) {
+    const int content = file.addStream(textContent(text));
+    return file.add("<< /Type /Page /Parent " + PdfFile::reference(parent) +
+                    " /MediaBox [0 0 612 792] /Contents " + PdfFile::reference(content) +
+                    " /Resources << /Font << /F1 << /Type /Font /Subtype /Type1 /BaseFont "
+                    "/Helvetica >> >> >> >>");
+  };
+  const auto pages = [&](int number, const std::string& entries, int first, int second) {
+    file.set(number, "<< /Type /Pages " + entries + " /Kids [" + PdfFile::reference(first) + " " +
+                         PdfFile::reference(second) + "] >>");
+  };
+  file.set(catalog, "<< /Type /Catalog /Pages " + PdfFile::reference(tree) + " >>");
+  pages(tree, counted ? "/Count 2" : "", page(tree, "One"), node);
+  pages(node, "/Parent " + PdfFile::reference(tree) + (counted ? " /Count 1" : ""),
+        page(node, "Two"), tree);
+  return file.finish(catalog);
+}
+
+TEST_F(SaveKindsTest, ADocumentWhosePageTreeLeadsBackToItsRootIsSavedWhole) {
+  for (const bool counted : {true, false}) {
+    SCOPED_TRACE(counted);
+    expectWhole(rootAmongKidsPdf(counted));
+    EXPECT_EQ(textOf(documentOf(0), 0), "One");
+    EXPECT_EQ(textOf(documentOf(0), 1), "Two");
+    mark(0, 1);
+    ASSERT_TRUE(save());
+    EXPECT_EQ(marksIn(kPath, 1), 1);
+    EXPECT_EQ(marksIn(kPath, 0), 1);
+  }
+}
+
 // The process ends when the machine is asked to do something for the n-th time.
 class SaveInterruptedTest : public SaveTest {
  protected:
