@@ -57,6 +57,42 @@ TEST_F(Painting, FilledInFormFieldsAreSeenAndHiddenOnesAreNot) {
   EXPECT_EQ(shown.countAlike(page, kRed), 0);
 }
 
+// Only the pages are repainted after a turn.
+TEST_F(Painting, TurningPagesLeavesNothingOfThePageBefore) {
+  std::vector<test::PdfPage> pages;
+  for (const Size size : {Size{300, 400}, Size{600, 200}, Size{200, 500}, Size{200, 500}}) {
+    pages.push_back(coloredPage(static_cast<int>(pages.size()), size));
+  }
+  startWith(test::buildPdf(pages));
+  const auto pagesNow = [&] {
+    const RECT area = pageArea();
+    const POINT corner = onScreen(area.left, area.top);
+    return capture(
+        {corner.x, corner.y, corner.x + area.right - area.left, corner.y + area.bottom - area.top});
+  };
+  const auto matchesWholeRepaint = [&](int page) {
+    const RECT area = pageArea();
+    ASSERT_TRUE(
+        pixelBecomes((area.left + area.right) / 2, (area.top + area.bottom) / 2, pageColor(page)));
+    const Picture turned = pagesNow();
+    InvalidateRect(window, nullptr, FALSE);
+    ASSERT_TRUE(eventually([&] { return !GetUpdateRect(window, nullptr, FALSE); }));
+    EXPECT_TRUE(pagesNow() == turned) << "page " << page;
+  };
+  matchesWholeRepaint(0);
+  for (const int page : {1, 2, 3}) {
+    press(VK_NEXT);
+    matchesWholeRepaint(page);
+  }
+  for (const int page : {2, 1, 0}) {
+    press(VK_PRIOR);
+    matchesWholeRepaint(page);
+  }
+  press('A');
+  press(VK_END);
+  matchesWholeRepaint(3);
+}
+
 TEST_F(Painting, TheStatusBarsPartsFollowTheWindowsWidth) {
   start();
   for (const bool opened : {false, true}) {

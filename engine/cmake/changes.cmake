@@ -188,6 +188,18 @@ change_source(${organizer} REPLACE "        if (!UpdateReference(array->GetMutab
           array->SetNewAt<CPDF_Null>(i);
         } else if (!UpdateReference(array->GetMutableObjectAt(i))) {")
 
+# Nodes above a page of the source may lead back to themselves.
+change_source(${organizer} ADD_AFTER "#include \"core/fpdfapi/parser/cpdf_null.h\""
+  "#include \"page_tree_limits.h\"")
+change_source(${organizer} REPLACE "  while (pp) {"
+  "  for (size_t level = 0; pp && level < kDeepestPageTreeLevel; ++level) {")
+# An inserted page keeps its shape.
+set(exporter core/fpdfapi/edit/cpdf_pageexporter.cpp)
+change_source(${exporter} ADD_AFTER "#include \"core/fpdfapi/parser/cpdf_object.h\""
+  "#include \"page_shape.h\"")
+change_source(${exporter} ADD_AFTER "                    pdfium::page_object::kRotate);"
+  "    KeepOwnShape(*dest_page_dict);")
+
 # Objects stay packed; see object_packer.h.
 change_source(${creator}.h ADD_BEFORE "class CPDF_Array;" "#include \"object_packer.h\"\n")
 change_source(${creator}.h ADD_AFTER "  bool subset_new_fonts_ = false;"

@@ -49,6 +49,7 @@ constexpr Test kTests[] = {
     TEST_ROW(TestFlattenOpenStates),
     TEST_ROW(TestFlattenManyAnnotations),
     TEST_ROW(TestInsertedReferences),
+    TEST_ROW(TestInsertedShapes),
     TEST_ROW(TestWrongNodes),
     TEST_ROW(TestSharedPages),
     TEST_ROW(TestSavedEncryption),

@@ -36,6 +36,7 @@ void TestFlattenLeavesOtherPagesAndBoxes();
 void TestFlattenOpenStates();
 void TestFlattenManyAnnotations();
 void TestInsertedReferences();
+void TestInsertedShapes();
 void TestWrongNodes();
 void TestSharedPages();
 

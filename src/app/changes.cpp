@@ -148,7 +148,7 @@ void pagesChanged(FPDF_DOCUMENT document) {
   refreshMenus();
   refreshTitle();
   refreshStatus();
-  repaint();
+  repaintPages();
   platform::updatePages();
   RebuildNavigationTree();
 }

@@ -4,7 +4,6 @@
 #include <fpdf_edit.h>
 #include <fpdf_flatten.h>
 #include <fpdf_ppo.h>
-#include <fpdf_transformpage.h>
 #include <quillmere_engine.h>
 
 #include <algorithm>
@@ -139,56 +138,13 @@ DocumentHandle askForSource(bool below) {
   return source;
 }
 
-// Gives a copied page the crop box and the turn of its source, where it shows others. True if it
-// did.
-bool keepShape(FPDF_PAGE copy, FPDF_PAGE source) {
-  FS_RECTF box{};
-  FS_RECTF wanted{};
-  if (!FPDF_GetPageBoundingBox(copy, &box) || !FPDF_GetPageBoundingBox(source, &wanted)) {
-    return false;
-  }
-  const int turns = FPDFPage_GetRotation(source);
-  const bool turned = FPDFPage_GetRotation(copy) != turns;
-  const bool cropped = box.left != wanted.left || box.bottom != wanted.bottom ||
-                       box.right != wanted.right || box.top != wanted.top;
-  if (turned) FPDFPage_SetRotation(copy, turns);
-  if (cropped) {
-    FPDFPage_SetCropBox(copy, wanted.left, wanted.bottom, wanted.right, wanted.top);
-  }
-  return turned || cropped;
-}
-
-bool sameSize(FPDF_DOCUMENT left, int leftPage, FPDF_DOCUMENT right, int rightPage) {
-  FS_SIZEF one{};
-  FS_SIZEF other{};
-  FPDF_GetPageSizeByIndexF(left, leftPage, &one);
-  FPDF_GetPageSizeByIndexF(right, rightPage, &other);
-  return one.width == other.width && one.height == other.height;
-}
-
-// A page without a crop box or turn of its own takes those of the page tree's node that it comes
-// to. Loading a page takes long, so the first one and those of another size tell.
-void keepShapes(FPDF_DOCUMENT document, FPDF_DOCUMENT source, int first) {
-  bool all = true;
-  for (int page = 0; page < FPDF_GetPageCount(source); ++page) {
-    if (!all && sameSize(document, first + page, source, page)) continue;
-    const PageHandle copy(FPDF_LoadPage(document, first + page));
-    const PageHandle original(FPDF_LoadPage(source, page));
-    const bool changed = copy && original && keepShape(copy.get(), original.get());
-    if (page == 0) all = changed;
-  }
-}
-
 // Copies all pages of `source` in front of a page. Returns how many came; 0 with the document's
 // pages as they were when not all of them could be copied.
 int importPages(FPDF_DOCUMENT document, FPDF_DOCUMENT source, int before) {
   const int countBefore = FPDF_GetPageCount(document);
   const bool imported = FPDF_ImportPages(document, source, nullptr, before) != 0;
   const int added = FPDF_GetPageCount(document) - countBefore;
-  if (imported && added == FPDF_GetPageCount(source)) {
-    keepShapes(document, source, before);
-    return added;
-  }
+  if (imported && added == FPDF_GetPageCount(source)) return added;
   for (int page = before + added - 1; page >= before; --page) FPDFPage_Delete(document, page);
   return 0;
 }
