@@ -241,10 +241,11 @@ void TestInsertedShapes() {
   // A page without a crop box or turn comes among pages that take both from their node.
   const std::string target_pdf = MakePdf(
       {kCatalog, "<< /Type /Pages /Kids [3 0 R] /Count 1 /Rotate 90 /CropBox [10 20 110 170] >>", Page("")});
-  ScopedFPDFDocument source =
-      Load(MakePdf({kCatalog, "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
-                    "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 300 200] /Contents 4 0 R >>",
-                    Stream("1 0 0 rg 10 10 50 50 re f")}));
+  const std::string source_pdf =
+      MakePdf({kCatalog, "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
+               "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 300 200] /Contents 4 0 R >>",
+               Stream("1 0 0 rg 10 10 50 50 re f")});
+  ScopedFPDFDocument source = Load(source_pdf);
   ScopedFPDFDocument target = Load(target_pdf);
   Check(FPDF_ImportPages(target.get(), source.get(), nullptr, 1), "inserting a page among turned ones");
   Check(PixelsOf(target.get(), 1) == PixelsOf(source.get(), 0), "it is neither turned nor cropped");
@@ -252,9 +253,11 @@ void TestInsertedShapes() {
   Check(PixelsOf(target.get(), 0) == PixelsOf(before.get(), 0), "the others stay as they are");
 
   // The node above the page is its own parent.
-  ScopedFPDFDocument cyclic = Load(MakePdf(
-      {kCatalog, "<< /Type /Pages /Kids [3 0 R] /Count 1 /Parent 2 0 R >>", Page("")}));
-  ScopedFPDFDocument plain = Load(MakePdf({kCatalog, "<< /Type /Pages /Kids [3 0 R] /Count 1 >>", Page("")}));
+  const std::string cyclic_pdf =
+      MakePdf({kCatalog, "<< /Type /Pages /Kids [3 0 R] /Count 1 /Parent 2 0 R >>", Page("")});
+  const std::string plain_pdf = MakePdf({kCatalog, "<< /Type /Pages /Kids [3 0 R] /Count 1 >>", Page("")});
+  ScopedFPDFDocument cyclic = Load(cyclic_pdf);
+  ScopedFPDFDocument plain = Load(plain_pdf);
   FPDF_ImportPages(plain.get(), cyclic.get(), nullptr, 0);
   FPDF_ImportPages(cyclic.get(), source.get(), nullptr, 0);
   Check(FPDF_GetPageCount(plain.get()) == 2 && FPDF_GetPageCount(cyclic.get()) == 2, "pages below a cycle");
