@@ -71,6 +71,7 @@ void notePainted() {
 }
 
 void repaintPages() {
+  if (!lastPainted.pagesOnly) return platform::invalidateMainWindow(false);
   const auto area = changedArea(lastPainted, pictureNow());
   if (!area) return platform::invalidateMainWindow(false);
   platform::invalidateMainWindowPart(area->left, area->top, area->right, area->bottom);

@@ -215,7 +215,7 @@ void insertPages(DocumentHandle source, std::int32_t before) {
   const PageShift shift{before, importPages(document, source.get(), before)};
   source.reset();
   // What was copied stays in memory even after a failure.
-  documentSlotOf(pane).altered = true;
+  markAltered(documentSlotOf(pane));
   if (shift.added == 0) {
     showSamePages(seen);
     showNotice(

@@ -120,7 +120,8 @@ bool onNetwork(const std::u16string& path) {
   const std::uint32_t drive = bitOfDrive(path);
   if ((session.localDrives & drive) != 0) return false;
   if (platform::isNetworkPath(path)) return true;
-  session.localDrives |= drive;
+  // The drive may be one of a share that is not connected.
+  if (!platform::driveIsAbsent(path)) session.localDrives |= drive;
   return false;
 }
 

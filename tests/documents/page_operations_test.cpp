@@ -406,6 +406,13 @@ TEST_F(DeletePageTest, TheMenuFollowsTheNumberOfPages) {
   EXPECT_FALSE(standIn().window.menuItems[kCmdDeletePage].enabled);
 }
 
+TEST_F(InsertDocumentTest, OtherProgramsMayNotWriteToTheFileFromThenOn) {
+  opened(u"a.pdf", 2);
+  EXPECT_FALSE(documentSlotOf(0).loadedFrom.guard);
+  insert(true, 1);
+  EXPECT_TRUE(documentSlotOf(0).loadedFrom.guard);
+}
+
 TEST_F(InsertDocumentTest, AboveTheFirstInsertedPageTakesThePlaceOfTheShownOne) {
   opened(u"a.pdf", 3);
   goToPage(0, 1, false);

@@ -33,12 +33,20 @@ TEST_F(ProbePathTest, ALocalFileIsThereOrMissing) {
 }
 
 TEST_F(ProbePathTest, ALetterThatIsMappedLaterCountsOnceDrivesAreForgotten) {
+  setVolume(u"Z:", VolumeState::Present);
   EXPECT_FALSE(onNetwork(u"Z:\\a.pdf"));
   standIn().mappedDrives = u"zy";
   EXPECT_FALSE(onNetwork(u"z:\\b.pdf"));
   EXPECT_TRUE(onNetwork(u"Y:\\a.pdf")) << "another letter";
   forgetDrives();
   EXPECT_TRUE(onNetwork(u"z:\\b.pdf"));
+}
+
+TEST_F(ProbePathTest, ALetterWithoutADriveMayStandForAShareLater) {
+  setVolume(u"Z:", VolumeState::Failing, 3);
+  EXPECT_FALSE(onNetwork(u"Z:\\a.pdf"));
+  standIn().mappedDrives = u"z";
+  EXPECT_TRUE(onNetwork(u"Z:\\a.pdf"));
 }
 
 TEST_F(ProbePathTest, ADriveThatIsNoLongerMappedIsLocalAtOnce) {
