@@ -228,6 +228,9 @@ bool ObjectPacker::WriteCrossReferences(IFX_ArchiveStream& archive,
   auto packed = packed_.begin();
   for (auto place = places.upper_bound(0); place != places.end(); ++place) {
     // PDFium notes an offset for every object, those that were packed included.
+    while (packed != packed_.end() && packed->number < place->first) {
+      ++packed;
+    }
     if (packed != packed_.end() && packed->number == place->first) {
       rows.Add(packed->number, kPacked, packed->stream, packed->index);
       ++packed;

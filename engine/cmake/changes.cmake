@@ -164,7 +164,7 @@ change_source(${creator}.cpp ADD_AFTER "      security_changed_ = true;\n    }"
     }")
 
 # The table of a whole file has one section without gaps. Poppler takes a file with gaps for damaged
-# when it comes upon a long string. A few objects with large numbers are not worth millions of rows.
+# when it comes upon a long string. A few objects with large numbers are not worth a megabyte of rows.
 change_source(${creator}.cpp REPLACE "      while (i <= dwLastObjNum && !pdfium::Contains(object_offsets_, i)) {"
   "      while (sparse && i <= dwLastObjNum && !pdfium::Contains(object_offsets_, i)) {")
 change_source(${creator}.cpp REPLACE
@@ -178,6 +178,13 @@ change_source(${creator}.cpp REPLACE
                   : ByteString::Format(\"%010d 00000 n\\r\\n\", place->second);")
 change_source(${creator}.cpp REPLACE "        str = pdfium::Contains(object_offsets_, 1)"
   "        str = !sparse || pdfium::Contains(object_offsets_, 1)")
+
+# What was made and taken back since the document was loaded is not written: a signature that the
+# user deleted must not stay in the file.
+change_source(${creator}.cpp ADD_AFTER "      GetObjectsWithReferences(document_);"
+  "  std::erase_if(new_obj_num_array_, [&](uint32_t number) {
+    return !pdfium::Contains(objects_with_refs, number);
+  });")
 
 # An array of an inserted page keeps its other entries when one leads nowhere.
 set(organizer core/fpdfapi/edit/cpdf_pageorganizer.cpp)
@@ -193,6 +200,16 @@ change_source(${organizer} ADD_AFTER "#include \"core/fpdfapi/parser/cpdf_null.h
   "#include \"page_tree_limits.h\"")
 change_source(${organizer} REPLACE "  while (pp) {"
   "  for (size_t level = 0; pp && level < kDeepestPageTreeLevel; ++level) {")
+
+# A page that does not name its type is a page all the same.
+change_source(${organizer} REPLACE "  if (!dict->KeyExist(pdfium::page_object::kParent) ||
+      !dict->KeyExist(pdfium::page_object::kType)) {"
+  "  if (!dict->KeyExist(pdfium::page_object::kParent)) {")
+change_source(${organizer} REPLACE "      ToName(dict->GetObjectFor(pdfium::page_object::kType)->GetDirect());"
+  "      ToName(dict->GetDirectObjectFor(pdfium::page_object::kType));")
+change_source(${organizer} REPLACE "  if (!name || name->GetString() != \"Page\") {"
+  "  if (name && name->GetString() != \"Page\") {")
+
 # An inserted page keeps its shape.
 set(exporter core/fpdfapi/edit/cpdf_pageexporter.cpp)
 change_source(${exporter} ADD_AFTER "#include \"core/fpdfapi/parser/cpdf_object.h\""
@@ -233,7 +250,7 @@ change_source(${creator}.cpp ADD_AFTER "  uint32_t dwLastObjNum = last_obj_num_;
     stage_ = Stage::kComplete100;
     return stage_;
   }
-  const bool sparse = dwLastObjNum / 8 > object_offsets_.size();")
+  const bool sparse = dwLastObjNum > 50000 && dwLastObjNum / 8 > object_offsets_.size();")
 change_source(${creator}.cpp ADD_AFTER "  subset_new_fonts_ = !!(flags & CreateFlags::kSubsetNewFonts);"
   "  packer_ = is_incremental_ ? nullptr : ObjectPacker::For(*document_);")
 

@@ -252,6 +252,14 @@ void TestInsertedShapes() {
   ScopedFPDFDocument before = Load(target_pdf);
   Check(PixelsOf(target.get(), 0) == PixelsOf(before.get(), 0), "the others stay as they are");
 
+  // A page that does not say that it is one takes its paper from the node as well.
+  const std::string untyped_pdf =
+      MakePdf({kCatalog, "<< /Type /Pages /Kids [3 0 R] /Count 1 /MediaBox [0 0 150 90] >>", "<< /Parent 2 0 R >>"});
+  ScopedFPDFDocument untyped = Load(untyped_pdf);
+  Check(FPDF_ImportPages(target.get(), untyped.get(), nullptr, 0), "inserting a page without a type");
+  ScopedFPDFPage inserted(FPDF_LoadPage(target.get(), 0));
+  Check(FPDF_GetPageWidthF(inserted.get()) == 150 && FPDF_GetPageHeightF(inserted.get()) == 90, "it keeps its size");
+
   // The node above the page is its own parent.
   const std::string cyclic_pdf =
       MakePdf({kCatalog, "<< /Type /Pages /Kids [3 0 R] /Count 1 /Parent 2 0 R >>", Page("")});

@@ -64,6 +64,7 @@ constexpr Test kTests[] = {
     TEST_ROW(TestMarkAppearances),
     TEST_ROW(TestMarkEntries),
     TEST_ROW(TestPopupIndexes),
+    TEST_ROW(TestRemovedStampsAreNotWritten),
     TEST_ROW(TestSharedImages),
     TEST_ROW(TestTurnedImages),
     TEST_ROW(TestThinTurnedImages),

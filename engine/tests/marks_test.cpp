@@ -181,6 +181,41 @@ void TestPopupIndexes() {
         "no annotation, no pop-up");
 }
 
+// A signature that the user deleted again must not be read out of the file.
+void TestRemovedStampsAreNotWritten() {
+  const auto countOf = [](const std::string& text, const std::string& part) {
+    int count = 0;
+    for (size_t at = text.find(part); at != text.npos; at = text.find(part, at + 1)) {
+      ++count;
+    }
+    return count;
+  };
+  for (const std::string& pdf : {LinesPdf(""), MakePackedPdf(VariedObjects())}) {
+    ScopedFPDFDocument document = Load(pdf);
+    const std::string before = Save(document.get());
+    ScopedFPDFPage page(FPDF_LoadPage(document.get(), 0));
+    const int old = FPDFPage_GetAnnotCount(page.get());
+    for (const char* words : {"kept words", "gone words"}) {
+      ScopedFPDFBitmap bitmap(FPDFBitmap_Create(2, 2, 0));
+      FPDFBitmap_FillRect(bitmap.get(), 0, 0, 2, 1, *words == 'k' ? 0xFF406080 : 0xFF806040);
+      ScopedFPDFAnnotation stamp(FPDFPage_CreateAnnot(page.get(), FPDF_ANNOT_STAMP));
+      FPDF_PAGEOBJECT image = FPDFPageObj_NewImageObj(document.get());
+      Check(FPDFImageObj_SetBitmap(nullptr, 0, image, bitmap.get()), "a picture");
+      Check(FPDFAnnot_AppendObject(stamp.get(), image), "a picture on a stamp");
+      FPDFAnnot_SetStringValue(stamp.get(), "Words", Wide(words));
+    }
+    const std::string both = Save(document.get());
+    Check(countOf(both, "/Subtype/Image") == countOf(before, "/Subtype/Image") + 2, "two stamps are written");
+    Check(FPDFPage_RemoveAnnot(page.get(), old + 1), "taking a stamp away");
+    const std::string after = Save(document.get());
+    Check(countOf(after, "/Subtype/Image") == countOf(before, "/Subtype/Image") + 1, "its picture goes with it");
+    Check(after.find("gone words") == after.npos, "its words go with it");
+    ScopedFPDFDocument again = Load(after);
+    ScopedFPDFPage shown(FPDF_LoadPage(again.get(), 0));
+    Check(FPDFPage_GetAnnotCount(shown.get()) == old + 1 && Pixels(shown.get()) == Pixels(page.get()), "the other stays");
+  }
+}
+
 void TestSharedImages() {
   const int kSide = 128;
   ScopedFPDFBitmap bitmap(FPDFBitmap_Create(kSide, kSide, 1));

@@ -208,6 +208,10 @@ void TestTablesOfSparseNumbers() {
   Check(Holds(saved, "900000 0 obj") && Holds(saved, "\n900000 1\r\n"), "a table with gaps");
   Check(saved.size() < 10000, "no rows for numbers that nothing has");
   Check(TextIn(saved) == "Low water" && Saved(saved).size() == saved.size(), "sparse numbers are read again");
+  for (const std::string& number : {std::string(" 0 R "), std::string(" 0 obj")}) {
+    pdf.replace(pdf.find("900000" + number), 6, "000999");
+  }
+  Check(Holds(Saved(pdf), "xref\r\n0 1000\r\n"), "a table without gaps where they are cheap");
 }
 
 void TestManyPackedObjects() {

@@ -53,6 +53,7 @@ void TestForeignQuads();
 void TestMarkAppearances();
 void TestMarkEntries();
 void TestPopupIndexes();
+void TestRemovedStampsAreNotWritten();
 void TestSharedImages();
 
 void TestTurnedImages();
