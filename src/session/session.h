@@ -52,8 +52,9 @@ struct SessionState {
   bool viewerRole = false;      // set once at start: a read-only process
   bool ownsPrimaryName = true;  // false when another main window owns the shared files
 
-  // Open dialogs, and what waits until they are answered. Written by session/waiting_opens.cpp and
-  // by documents/open_requests.cpp, which opens what waits.
+  // Open dialogs, and what waits until they are answered. Written by session/waiting_opens.cpp, by
+  // documents/open_requests.cpp, which opens what waits, and by app/exit.cpp when the window closes
+  // for good.
   std::int32_t documentWork = 0;          // DocumentWork guards alive
   std::vector<WaitingOpen> waitingOpens;  // what arrived meanwhile
   bool closeWaits = false;                // the main window was asked to close meanwhile
@@ -62,7 +63,8 @@ struct SessionState {
   std::vector<std::u16string> pathsToHandOn;  // what arrived then, once the window has gone
 
   // Documents, panes and the mode. Written by documents/ and session/document_slots.cpp, the active
-  // pane by session/session.cpp, and what a pane shows by view/.
+  // pane by session/session.cpp too, what a pane shows by view/, and the binders of documents by
+  // store/binder_library.cpp too.
   ViewMode viewMode = ViewMode::SinglePage;
   std::int32_t activePane = 0;  // the pane that commands act on
   // Bytes of documents that were loaded from memory; PDFium reads them while the documents are
@@ -79,7 +81,7 @@ struct SessionState {
   std::int32_t paneDividerPosition = 0;  // client x of the divider; 0 means centred
   std::int32_t lastPaneWidth[2] = {-1, -1};
 
-  // The view before Book mode changed it. Written by view/panes.cpp and documents/modes.cpp.
+  // The view before Book mode changed it. Written by view/panes.cpp.
   bool bookOverrideActive = false;  // the panes' view was saved on entering Book
   float bookOverrideZoom[2] = {1, 1};
   float bookOverridePanX[2] = {0, 0};
@@ -100,13 +102,14 @@ struct SessionState {
   PixelRect placeholderRect[2];  // where a click opens the file dialog; empty when not shown
   std::int32_t dpi = 96;         // of the window's screen; written by session/density.cpp and app/
 
-  // Stamps and text on pages. Written by annot/, and by documents/close.cpp and
-  // session/document_slots.cpp when a document closes.
+  // Stamps and text on pages. Written by annot/; by documents/ and session/document_slots.cpp when
+  // a document closes, is saved, or gets other pages; the library by
+  // app/exit.cpp, and its thumbnails by panels/stamp_panel.cpp and session/density.cpp, too.
   std::map<std::int32_t, std::vector<Placement>> placements;  // by zero-based page
   FPDF_DOCUMENT placementDocument = nullptr;                  // their document; not owned
-  // A document whose placements are still to be read; not owned, null for none. Its
-  // readWaitingPlacements() comes before any use of them.
+  // A document whose placements are still to be read; not owned, null for none.
   FPDF_DOCUMENT waitingPlacements = nullptr;
+  std::set<std::int32_t> placementPagesRead;  // those of its pages that are read already
   std::int32_t selectedPlacementPage = -1;
   std::int32_t selectedPlacementIndex = -1;
   PlacementDrag placementDrag;
@@ -147,7 +150,8 @@ struct SessionState {
 
   BinderTree binderTree;  // written by panels/
 
-  // Written by view/selection.cpp, nav/find.cpp, session/gesture.cpp and view/navigation.cpp.
+  // Written by view/selection.cpp, nav/find.cpp, nav/find_bar.cpp, session/gesture.cpp and
+  // view/navigation.cpp.
   TextSelection selection;
   FindState find;
   GestureState gesture;
@@ -170,7 +174,8 @@ struct SessionState {
   std::u16string latestVersion;       // newer than this one; empty until a check finds one
   std::u16string latestInstallerUrl;  // of the manifest that installs it
 
-  // Binders and unsaved work. Written by store/ and documents/.
+  // Binders and unsaved work. Written by store/ and documents/; which binders are collapsed or
+  // bold, by panels/.
   std::vector<BinderFile> binderLibrary;    // the documents in use first, when there is such a list
   std::vector<AbsentBinder> absentBinders;  // in the order of the settings; they stay in there
   bool workingDocumentsUnread = false;      // their file is there and could not be opened

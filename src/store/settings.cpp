@@ -2,9 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/text_format.h"
 #include "platform/profile.h"
@@ -12,6 +14,7 @@
 #include "session/session.h"
 #include "store/binder_library.h"
 #include "store/data_folder.h"
+#include "store/profile_section.h"
 #include "store/settings_colors.h"
 #include "store/settings_lists.h"
 #include "store/settings_placement.h"
@@ -24,16 +27,34 @@ namespace {
 
 constexpr float kSplitUnits = 1000.0f;
 
+// The sections of a settings file, each read when it is first asked for.
+class SettingsFile {
+ public:
+  explicit SettingsFile(std::u16string path) : path_(std::move(path)) {}
+
+  const ProfileSection& section(std::u16string_view name) {
+    return sections_.try_emplace(name, std::u16string(name), path_).first->second;
+  }
+
+ private:
+  std::u16string path_;
+  std::map<std::u16string_view, ProfileSection> sections_;  // the names are the table's
+};
+
 void readNumbers(const std::u16string& path) {
+  SettingsFile file(path);
   for (const SettingRow& row : settingsTable()) {
-    const std::int32_t number =
-        platform::readProfileInteger(row.section, row.key, row.fallback, path);
+    const std::int32_t number = file.section(row.section).integer(row.key, row.fallback);
     row.set(session.settings, settingInRange(row, number));
   }
 }
 
 void writeRow(const SettingRow& row, const std::u16string& path) {
   platform::writeProfileText(row.section, row.key, decimal(row.get(session.settings)), path);
+}
+
+bool alreadyWritten(const SettingRow& row, SettingsFile& file) {
+  return file.section(row.section).holds(row.key, decimal(row.get(session.settings)));
 }
 
 bool visibleAtStart(std::uint32_t policy, bool lastTime) {
@@ -99,10 +120,11 @@ bool isStandIn(const SettingRow& row) {
 }
 
 void writeRows(std::span<const SettingRow> rows, bool placementKnown, const std::u16string& path) {
+  SettingsFile before(path);
   for (const SettingRow& row : rows) {
     if (row.save == SettingSave::OnItsOwn || isStandIn(row)) continue;
     if (!placementKnown && std::u16string_view(row.section) == kWindowSection) continue;
-    writeRow(row, path);
+    if (!alreadyWritten(row, before)) writeRow(row, path);
   }
 }
 

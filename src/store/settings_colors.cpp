@@ -5,6 +5,7 @@
 
 #include "platform/profile.h"
 #include "session/session.h"
+#include "store/profile_section.h"
 #include "store/settings_table.h"
 
 namespace quillmere {
@@ -51,13 +52,12 @@ std::u16string colorValueText(const ColorEntry& color) {
 
 void LoadColorTable(const std::u16string& iniPath, const std::u16string& section,
                     std::span<ColorEntry> table) {
+  const ProfileSection stored(section, iniPath);
   for (std::size_t index = 0; index < table.size(); ++index) {
     const std::u16string nameKey = colorNameKey(static_cast<std::int32_t>(index));
     const std::u16string valueKey = colorValueKey(static_cast<std::int32_t>(index));
-    const std::u16string name =
-        platform::readProfileText(section, nameKey, kNameBufferUnits, iniPath);
-    std::optional<ColorEntry> color =
-        parseColorValue(platform::readProfileText(section, valueKey, kValueBufferUnits, iniPath));
+    const std::u16string name = stored.text(nameKey, kNameBufferUnits);
+    std::optional<ColorEntry> color = parseColorValue(stored.text(valueKey, kValueBufferUnits));
     if (!name.empty() && color) {
       color->name = name.substr(0, kNameUnits);
       table[index] = *color;

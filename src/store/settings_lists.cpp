@@ -10,6 +10,7 @@
 #include "platform/text.h"
 #include "session/session.h"
 #include "store/data_folder.h"
+#include "store/profile_section.h"
 #include "store/settings.h"
 #include "store/working_documents.h"
 
@@ -80,12 +81,11 @@ std::vector<std::u16string> readBinderPaths(const std::u16string& iniPath) {
 }
 
 std::vector<std::u16string> readPathList(const PathListRow& list, const std::u16string& iniPath) {
-  const std::int32_t count = std::clamp(
-      platform::readProfileInteger(list.section, kCountKey, 0, iniPath), 0, list.maximumCount);
+  const ProfileSection stored(list.section, iniPath);
+  const std::int32_t count = std::clamp(stored.integer(kCountKey, 0), 0, list.maximumCount);
   std::vector<std::u16string> paths;
   for (std::int32_t index = 0; index < count; ++index) {
-    std::u16string path =
-        platform::readProfileText(list.section, pathKey(index), kPathBufferUnits, iniPath);
+    std::u16string path = stored.text(pathKey(index), kPathBufferUnits);
     if (!path.empty()) paths.push_back(std::move(path));
   }
   return paths;
@@ -93,12 +93,16 @@ std::vector<std::u16string> readPathList(const PathListRow& list, const std::u16
 
 void writePathList(const PathListRow& list, const std::vector<std::u16string>& paths,
                    const std::u16string& iniPath) {
+  const ProfileSection stored(list.section, iniPath);
+  const auto write = [&](const std::u16string& key, const std::u16string& value) {
+    if (!stored.holds(key, value)) platform::writeProfileText(list.section, key, value, iniPath);
+  };
   const auto count = static_cast<std::int32_t>(paths.size());
-  platform::writeProfileText(list.section, kCountKey, decimal(count), iniPath);
+  write(kCountKey, decimal(count));
   for (std::int32_t index = 0; index < std::max(kMinimumPathKeys, count); ++index) {
     const std::u16string path =
         index < count ? paths[static_cast<std::size_t>(index)] : std::u16string();
-    platform::writeProfileText(list.section, pathKey(index), path, iniPath);
+    write(pathKey(index), path);
   }
 }
 

@@ -162,6 +162,21 @@ std::u16string readProfileText(const std::u16string& section, const std::u16stri
   return size == 0 ? std::u16string() : readValue(section, key, path).substr(0, size - 1);
 }
 
+std::vector<ProfileEntry> readProfileSection(const std::u16string& section,
+                                             const std::u16string& path) {
+  const std::optional<ProfileFile> file = loadProfile(path);
+  const std::optional<SectionLines> lines = file ? findSection(*file, section) : std::nullopt;
+  std::vector<ProfileEntry> entries;
+  for (std::size_t n = lines ? lines->begin : 0; lines && n < lines->end; ++n) {
+    const std::u16string_view line = file->lines[n];
+    const std::u16string_view key = trimmed(line.substr(0, line.find(u'=')));
+    std::u16string_view value;
+    if (key.starts_with(u';') || trimmed(line).empty() || !takeValue(line, key, value)) continue;
+    entries.push_back({std::u16string(key), std::u16string(withoutQuotes(value))});
+  }
+  return entries;
+}
+
 bool writeProfileText(const std::u16string& section, const std::u16string& key,
                       const std::u16string& value, const std::u16string& path) {
   std::optional<ProfileFile> file = loadProfile(path);

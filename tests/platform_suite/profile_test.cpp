@@ -34,8 +34,17 @@ class ProfileSuite : public PlatformSuite {
   void put(const std::u16string& text) { putBytes(ini, utf16File(text)); }
   void putPlain(const std::string& text) { putBytes(ini, text); }
 
+  // Asks for the key alone and for the whole section, which must agree.
   std::u16string text(const std::u16string& section, const std::u16string& key) const {
-    return readProfileText(section, key, kSize, ini);
+    const std::u16string alone = readProfileText(section, key, kSize, ini);
+    EXPECT_EQ(textInSection(section, key), alone) << toUtf8(section + u" " + key);
+    return alone;
+  }
+  std::u16string textInSection(const std::u16string& section, const std::u16string& key) const {
+    for (const ProfileEntry& entry : readProfileSection(section, ini)) {
+      if (equalIgnoringCase(entry.key, key)) return entry.value.substr(0, kSize - 1);
+    }
+    return {};
   }
   std::int32_t integer(const std::u16string& section, const std::u16string& key) const {
     return readProfileInteger(section, key, -7, ini);
@@ -256,6 +265,29 @@ TEST_F(ProfileSuite, AFileInUseIsNotWritten) {
   put(u"[S]\r\nk=1\r\n");
   const FileLock lock(ini, LockKind::Exclusive);
   EXPECT_FALSE(write(u"S", u"k", u"2"));
+}
+
+TEST_F(ProfileSuite, ASectionIsReadInTheOrderOfTheFile) {
+  put(u"[T]\r\nother=1\r\n[S]\r\n  b  =  \" 2 \"  \r\n; "
+      u"a=0\r\n\r\na=1\r\nB=3\r\nbare\r\n[U]\r\na=4\r\n");
+  const std::vector<ProfileEntry> entries = readProfileSection(u"s", ini);
+  std::u16string seen;
+  for (const ProfileEntry& entry : entries) seen += entry.key + u"=" + entry.value + u"|";
+  EXPECT_EQ(seen, u"b= 2 |a=1|B=3|bare=|");
+  EXPECT_TRUE(readProfileSection(u"none", ini).empty());
+  EXPECT_TRUE(readProfileSection(u"S", in(u"none.ini")).empty());
+}
+
+TEST_F(ProfileSuite, ALongSectionIsReadWhole) {
+  std::u16string file = u"[S]\r\n";
+  for (int n = 0; n < 200; ++n) {
+    file += u"k" + fromUtf8(std::to_string(n)) + u"=" + std::u16string(200, u'v') + u"\r\n";
+  }
+  put(file);
+  const std::vector<ProfileEntry> entries = readProfileSection(u"S", ini);
+  ASSERT_EQ(entries.size(), 200u);
+  EXPECT_EQ(entries.back().key, u"k199");
+  EXPECT_EQ(entries.back().value.size(), 200u);
 }
 
 TEST_F(ProfileSuite, SomebodyElsesChangesAreSeen) {
