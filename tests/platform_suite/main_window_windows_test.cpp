@@ -232,6 +232,22 @@ TEST_F(MainWindowWindows, WorkForIdleTimesStopsAfterASliceForWhatTheUserDoes) {
   EXPECT_FALSE(KillTimer(windowHandles.main, kIdleTimer));
 }
 
+void countWork() {
+  ++worksDone;
+}
+
+TEST_F(MainWindowWindows, WorkForQuietTimesIsDoneOnceAtTheEndOfABurst) {
+  worksDone = 0;
+  const ULONGLONG start = GetTickCount64();
+  for (int i = 0; i < 3; ++i) doWhenQuiet(countWork);
+  EXPECT_EQ(worksDone, 0);
+  MSG message{};
+  while (worksDone == 0 && GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
+  EXPECT_EQ(worksDone, 1);
+  EXPECT_GE(GetTickCount64() - start, 400u);
+  EXPECT_FALSE(KillTimer(windowHandles.main, reinterpret_cast<UINT_PTR>(countWork)));
+}
+
 TEST_F(MainWindowWindows, TheStatusBarIsFilledWhenItIsPainted) {
   fillings = 0;
   fillStatusBarLater(fillWithZoom);

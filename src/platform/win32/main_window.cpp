@@ -328,6 +328,18 @@ void workWhenIdle() {
   if (windowHandles.whenIdle.empty()) KillTimer(mainWindow(), kIdleTimer);
 }
 
+void doWhenQuiet(void (*work)()) {
+  constexpr UINT kQuiet = 500;  // milliseconds
+  const auto tick = [](HWND window, UINT, UINT_PTR timer, DWORD) {
+    KillTimer(window, timer);
+    reinterpret_cast<void (*)()>(timer)();
+  };
+  // Work that is asked for again has the same number, so its time begins anew.
+  if (mainWindow() != nullptr) {
+    SetTimer(mainWindow(), reinterpret_cast<UINT_PTR>(work), kQuiet, tick);
+  }
+}
+
 SystemColor highlightColor() {
   const COLORREF color = GetSysColor(COLOR_HIGHLIGHT);
   return {GetRValue(color), GetGValue(color), GetBValue(color)};
