@@ -373,6 +373,31 @@ TEST_F(Stamps, AStampStandsUprightOnATurnedPageAndTurnsWithIt) {
   picture("Stamps.TurnedPageSized");
 }
 
+TEST_F(Stamps, TheButtonOfMarkUpShowsWhetherItsDialogIsOpen) {
+  constexpr wchar_t kMarkupDialog[] = L"QuillmereMarkupDlg";
+  constexpr std::uint32_t kUp = rgb(225, 225, 225);
+  constexpr std::uint32_t kDown = rgb(204, 220, 240);
+  startWithStamp();
+  // In the button, left of its label.
+  const POINT place = inPanel(dip(12), dip(10));
+  const auto buttonBecomes = [&](std::uint32_t color) {
+    return eventually([&] { return screenPixel(place) == color; });
+  };
+  const auto dialogShown = [&] {
+    const HWND markup = program.find(kMarkupDialog);
+    return markup != nullptr && IsWindowVisible(markup) && focusOf(markup) != window;
+  };
+  ASSERT_TRUE(buttonBecomes(kUp));
+  for (const WORD closing : {WORD{'M'}, WORD{VK_ESCAPE}}) {
+    press('M', kCtrl);
+    ASSERT_TRUE(eventually(dialogShown));
+    EXPECT_TRUE(buttonBecomes(kDown));
+    press(closing, closing == 'M' ? kCtrl : kNone);
+    ASSERT_TRUE(eventually([&] { return program.find(kMarkupDialog) == nullptr; }));
+    EXPECT_TRUE(buttonBecomes(kUp));
+  }
+}
+
 TEST_F(Stamps, TheWheelScrollsTheLibrary) {
   std::vector<std::uint32_t> colors(15, kOrange);
   colors.push_back(kTeal);
