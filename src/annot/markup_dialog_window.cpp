@@ -167,6 +167,7 @@ void openMarkupDialog(const MarkupDialogView& view) {
       kDesign, {scaled(kClientWidth), scaled(kClientHeight)}, session.dpi, corner);
   if (dialog == nullptr) return;
   const HWND first = addControls(dialog, view);
+  markupDialogOpened();
   platform::showModelessDialog(kDesign, session.dpi, first);
 }
 

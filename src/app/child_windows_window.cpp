@@ -165,8 +165,7 @@ void layoutLeftPanel() {
 void createChildWindows() {
   registerStampPanelClass();
   windowHandles.layoutChildren = layoutChildWindows;
-  if (session.viewerRole) session.stampPanelVisible = false;
-  if (session.stampPanelVisible) openStampPanel();
+  openStampPanelAtStart();
   windowHandles.stampPanel = createChild(L"QuillmereStampPanel", L"", WS_CHILD, kStampPanelId);
   createFindBar(kFindBarId);
   createStatusBar();

@@ -89,6 +89,21 @@ std::wstring statusText(WPARAM part) {
   return text;
 }
 
+TEST_F(MainWindowWindows, TheKeyboardGoesBackToTheStampPanelUnlessItIsHidden) {
+  const HWND panel = createChild(windowHandles.main, WC_STATICW, 0);
+  windowHandles.stampPanel = panel;
+  SetFocus(windowHandles.main);
+  EXPECT_EQ(keyboardHolder(), windowHandles.main);
+  SetFocus(panel);
+  EXPECT_EQ(keyboardHolder(), panel);
+  SetFocus(windowHandles.main);
+  giveKeyboardTo(panel);
+  EXPECT_EQ(GetFocus(), panel);
+  ShowWindow(panel, SW_HIDE);
+  giveKeyboardTo(panel);
+  EXPECT_EQ(GetFocus(), windowHandles.main);
+}
+
 TEST_F(MainWindowWindows, SizesAreThoseOfTheWindow) {
   RECT rect{};
   GetClientRect(windowHandles.main, &rect);

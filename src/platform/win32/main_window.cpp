@@ -78,8 +78,9 @@ RECT clientRect() {
 
 HWND keyboardHolder() {
   const HWND focus = GetFocus();
-  for (const HWND tree : {windowHandles.bookmarksTree, windowHandles.binderTree}) {
-    if (tree != nullptr && (focus == tree || IsChild(tree, focus))) return tree;
+  for (const HWND panel :
+       {windowHandles.bookmarksTree, windowHandles.binderTree, windowHandles.stampPanel}) {
+    if (panel != nullptr && (focus == panel || IsChild(panel, focus))) return panel;
   }
   const HWND bar = windowHandles.findBar;
   return bar != nullptr && IsChild(bar, focus) ? focus : mainWindow();
