@@ -194,8 +194,10 @@ void paintMainWindow() {
   const platform::PixelSize client = platform::mainWindowClientSize();
   const int width = std::max(client.width, 1);
   const int height = std::max(client.height, 1);
-  const HDC buffer = backBufferFor(window, width, height);
   const RECT& part = paint.rcPaint;
+  const WindowPicture picture = pictureNow();
+  const bool direct = showsPageOnly(picture, {part.left, part.top, part.right, part.bottom});
+  const HDC buffer = direct ? window : backBufferFor(window, width, height);
   const int saved = SaveDC(buffer);
   IntersectClipRect(buffer, part.left, part.top, part.right, part.bottom);
   paintInto(buffer, width, height);
@@ -205,7 +207,7 @@ void paintMainWindow() {
            part.left, part.top, SRCCOPY);
   }
   EndPaint(platform::windowHandles.main, &paint);
-  notePainted();
+  notePainted(picture);
 }
 
 void releasePaintBuffers() {

@@ -23,8 +23,12 @@ WindowPicture pictureNow();
 // pages themselves always count as different.
 std::optional<PixelRect> changedArea(const WindowPicture& before, const WindowPicture& now);
 
-// To be called at the end of each painting of the client area.
-void notePainted();
+// Whether a part of the client area lies within one pane and shows nothing but its page and what
+// surrounds that. It can be painted without a buffer, since nothing there is painted over.
+bool showsPageOnly(const WindowPicture& picture, const PixelRect& part);
+
+// To be called at the end of each painting of the client area, with what it showed.
+void notePainted(const WindowPicture& picture);
 
 // Makes the next pages appear: repaints what may have changed since the last painting if all of
 // that is pages.
