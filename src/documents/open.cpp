@@ -281,7 +281,13 @@ StepResult openIntoPane(OpenJob& job) {
   return StepResult::Next;
 }
 
+// The file may be missing for now, and come back as another one.
+void noteKnownFile(const OpenJob& job) {
+  if (job.shelf.known) documentSlotOf(job.pane).knownFile = job.shelf.known;
+}
+
 StepResult finishOpening(OpenJob& job) {
+  noteKnownFile(job);
   enterInLists(job);
   followShelfDecision(job.displayPath, job.shelf);
   documentsChanged();

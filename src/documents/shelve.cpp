@@ -57,14 +57,11 @@ void setStamp(ShelfEntry& entry, const std::optional<platform::FileStamp>& stamp
   entry.sourceTime = stamp->writeTime;
 }
 
-// The changes were made to the file as it was when it was loaded. A document that was loaded from
-// its copy keeps the stamps of its first shelving.
+// The changes were made to the file as the user knows it, which need not be the present one:
+// another program may have written to it since.
 void stampEntry(ShelfEntry& entry, const DocumentSlot& slot) {
-  if (samePath(slot.loadedFrom.path, slot.path)) {
-    setStamp(entry, slot.loadedFrom.stamp);
-  } else if (entry.shelfName.empty()) {
-    setStamp(entry, platform::fileStamp(slot.path));
-  }
+  const bool readFromOwn = samePath(slot.loadedFrom.path, slot.path);
+  setStamp(entry, readFromOwn ? slot.loadedFrom.stamp : slot.knownFile);
 }
 
 // The copy before it goes last: until the index names the new one, the index in the file needs it.

@@ -332,6 +332,50 @@ TEST_F(ShelveTest, AnEntryHasTheStampsOfTheLoad) {
   EXPECT_EQ(standIn().boxes[0].title, u"Conflicting Versions");
 }
 
+// The entry has the stamps of the file that the user knows, from wherever the document is read.
+
+TEST_F(ShelveTest, AFileThatChangedAfterSaveAsRaisesTheConflictQuestion) {
+  openFile(1, 0);
+  mark();
+  ASSERT_TRUE(SaveDocumentTo(0, kFour));
+  putPdf(kFour, simplePdf(5));
+  mark();
+  ASSERT_TRUE(ShelveCurrentDocument());
+  openFile(1, 1);
+  standIn().boxAnswers = {BoxAnswer::Cancel};
+  EXPECT_FALSE(openRequested(kFour, 0, kWorkingDocsToHead, true));
+  ASSERT_THAT(standIn().boxes, SizeIs(1));
+  EXPECT_EQ(standIn().boxes[0].title, u"Conflicting Versions");
+}
+
+TEST_F(ShelveTest, AFileThatChangedAfterAFailedSaveRaisesTheConflictQuestion) {
+  openFile(1, 0);
+  mark();
+  platform::setReadOnly(kA, true);
+  standIn().boxAnswers = {BoxAnswer::Ok, BoxAnswer::Cancel};
+  SaveCommand();
+  platform::setReadOnly(kA, false);
+  putPdf(kA, simplePdf(5));
+  ASSERT_TRUE(ShelveCurrentDocument());
+  openFile(1, 1);
+  openFile(1, 0);
+  ASSERT_THAT(standIn().boxes, SizeIs(2));
+  EXPECT_EQ(standIn().boxes[1].title, u"Conflicting Versions");
+}
+
+TEST_F(ShelveTest, AnEntryFromBeforeSaveAsToItsFileAsksNothingAboutThatSave) {
+  shelveFile(1, 1);
+  openFile(1, 0);
+  mark();
+  ASSERT_TRUE(SaveDocumentTo(0, kB));
+  mark();
+  ASSERT_TRUE(ShelveCurrentDocument());
+  openFile(1, 2);
+  openFile(1, 1);
+  EXPECT_EQ(marks(), 2);
+  EXPECT_THAT(standIn().boxes, IsEmpty());
+}
+
 TEST_F(ShelveTest, AFileThatChangedBeforeTheFirstEditLeavesTheDocumentToTheQuestion) {
   openFile(1, 0);
   platform::setWriteTime(kA, 132'000'000'000'000'000u);
