@@ -82,6 +82,12 @@ std::vector<UnsavedFile> filesToBeOrphaned(int index) {
   return files;
 }
 
+// A document that stays open still has the changes that were not to be saved.
+void keepThoseOfOpenDocuments(std::vector<UnsavedFile>& files) {
+  std::erase_if(files,
+                [](const UnsavedFile& file) { return !file.save && paneWithPath(file.path) >= 0; });
+}
+
 void dropEntries(const std::vector<UnsavedFile>& files) {
   for (const UnsavedFile& file : files) DropShelfEntry(file.path);
 }
@@ -179,6 +185,8 @@ bool RemoveAllFromBinder(int index) {
   const bool settled = saveChosenFiles(shelved) && followAnswers(*answers);
   if (settled) {
     for (const int pane : panes) closeDocumentByPath(pathOf(pane));
+  } else {
+    keepThoseOfOpenDocuments(shelved);
   }
   dropEntries(shelved);
   if (settled) RemoveAllFileRecords(index);
