@@ -500,6 +500,19 @@ TEST_F(ShelveTest, NoCountsForNothingWhenTheDocumentStays) {
   EXPECT_EQ(marksIn(copyOf(kA)), 3);
 }
 
+TEST_F(ShelveTest, NoCountsForNothingAfterSaveAs) {
+  setViewMode(ViewMode::TwoDocuments);
+  openFile(1, 0);
+  mark();
+  putPdf(kB, garbageFile());
+  standIn().failGuids = true;
+  standIn().boxAnswers = {BoxAnswer::No, BoxAnswer::Ok};
+  openFile(1, 1);
+  ASSERT_TRUE(editsGivenUp(kA));
+  ASSERT_TRUE(SaveDocumentTo(0, kFour));
+  EXPECT_FALSE(editsGivenUp(kFour));
+}
+
 TEST_F(ShelveTest, AnEditAfterNoKeepsTheEarlierCopyOfADocumentThatNoBinderLists) {
   openTwo();
   openFile(1, 2);
