@@ -37,7 +37,7 @@ int paneOpenedFrom(const std::u16string& path, int index) {
 
 // Asks as Close does, about a document that is made the active one first.
 bool mayClose(int pane) {
-  if (!hasUnsavedChanges(pane)) return true;
+  if (!changesWouldBeLost(pane)) return true;
   setActivePane(pane);
   return PromptSaveBeforeClose(fileNameOf(pathOf(pane))) != BoxAnswer::Cancel;
 }
@@ -120,7 +120,7 @@ std::optional<std::vector<CloseAnswer>> askAboutChanged(const std::vector<int>& 
                                                         const std::vector<UnsavedFile>& settled) {
   std::vector<CloseAnswer> answers;
   for (const int pane : panes) {
-    if (!hasUnsavedChanges(pane) || isAmong(settled, pathOf(pane))) continue;
+    if (isAmong(settled, pathOf(pane)) || !changesWouldBeLost(pane)) continue;
     setActivePane(pane);
     const BoxAnswer answer = AskSaveBeforeClose(fileNameOf(pathOf(pane)));
     if (answer != BoxAnswer::Yes && answer != BoxAnswer::No) return std::nullopt;

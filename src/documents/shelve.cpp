@@ -142,6 +142,7 @@ const char16_t* putInPlace(const ShelfEntry& entry, const std::u16string& path) 
 }
 
 bool saveOpenDocument(int pane) {
+  gatherTurns(pane);
   commitRotations(pane);
   return SaveDocumentTo(pane, std::u16string(pathOf(pane)));
 }
@@ -172,6 +173,7 @@ bool shelveDocument(int pane) {
   if (copy.empty() || !sound()) return false;
   const DocumentWork work;
   dropGesture();
+  gatherTurns(pane);
   commitRotations(pane);
   const bool ownsPlacements = session.placementDocument == document && !session.placements.empty();
   if (!writeWithPlacements(document, [&] { return WriteDocumentCopy(document, copy, sound); })) {
@@ -183,13 +185,18 @@ bool shelveDocument(int pane) {
   return true;
 }
 
+bool changesWouldBeLost(int pane) {
+  gatherTurns(pane);
+  return hasUnsavedChanges(pane);
+}
+
 bool ShelveCurrentDocument() {
   return shelveDocument(session.activePane);
 }
 
 void shelveChangedDocuments() {
   for (int pane = 0; pane < 2; ++pane) {
-    if (hasUnsavedChanges(pane)) shelveDocument(pane);
+    if (changesWouldBeLost(pane)) shelveDocument(pane);
   }
 }
 
@@ -200,7 +207,7 @@ void noteDocumentChanged(int pane) {
   const ShelfEntry* known = shelfEntryOf(path);
   // A copy of an entry without changes is not what the document was read from.
   const bool hasCopy = known != nullptr && known->dirty && !known->shelfName.empty();
-  const bool dirty = hasCopy || hasUnsavedChanges(pane);
+  const bool dirty = hasCopy || hasUnsavedChanges(pane) || turnsWait(pane);
   if (dirty == (known != nullptr && known->dirty)) return;
   if (!dirty) {
     session.shelfIndex.erase(session.shelfIndex.find(shelfKeyOf(path)));
