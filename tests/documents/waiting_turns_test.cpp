@@ -65,6 +65,7 @@ TEST_P(WaitingTurnsTest, TheyAreAskedAboutBeforeTheirDocumentCloses) {
 TEST_P(WaitingTurnsTest, SavingAsksAboutThem) {
   standIn().boxAnswers = {BoxAnswer::Yes};
   SaveCommand();
+  ASSERT_THAT(standIn().boxes, SizeIs(1));
   EXPECT_EQ(standIn().boxes[0].text, kTurnsText);
   EXPECT_EQ(turnsIn(kA), 1);
   EXPECT_FALSE(turnsWait(0));
