@@ -17,6 +17,7 @@
 #include "support/pdf_builder.h"
 #include "support/shelf_flow_test.h"
 #include "view/rotation.h"
+#include "view/view_test.h"
 
 namespace quillmere::test {
 namespace {
@@ -39,7 +40,7 @@ class ShelveTest : public ShelfFlowTest {
     setActivePane(1);
     openFile(1, 1);
   }
-  static void addPendingText(int pane) {
+  static void addPendingText(int pane, int page = 0) {
     LoadPlacements(documentOf(pane));
     Placement placement;
     placement.kind = PlacementKind::TextDrop;
@@ -48,7 +49,7 @@ class ShelveTest : public ShelfFlowTest {
     placement.y = 100;
     placement.width = 80;
     placement.height = 20;
-    session.placements[0].push_back(placement);
+    session.placements[page].push_back(placement);
   }
 };
 
@@ -247,6 +248,15 @@ TEST_F(ShelveTest, AFailedCopyLeavesPlacementsPendingAndAddsThemOnlyOnceLater) {
   standIn().refuseFileCall = {};
   EXPECT_TRUE(ShelveCurrentDocument());
   EXPECT_EQ(marksIn(copyOf(kA)), 1);
+}
+
+TEST_F(ShelveTest, ATextThatCannotBeWrittenLeavesTheDocumentToTheQuestion) {
+  putPdf(kA, pdfWithBrokenPage(3, 1));
+  openFile(1, 0);
+  addPendingText(0, 1);
+  EXPECT_FALSE(ShelveCurrentDocument());
+  EXPECT_TRUE(hasUnsavedChanges());
+  EXPECT_THAT(shelfFiles(), IsEmpty());
 }
 
 TEST_F(ShelveTest, WhereverWritingFailsTheEarlierCopyStays) {
