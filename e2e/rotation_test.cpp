@@ -9,11 +9,17 @@ constexpr std::uint32_t kRed = rgb(255, 0, 0);
 
 class Rotation : public Scenario {
  protected:
-  // Waits until the red square of the page's top left corner is where so many quarter turns put it.
+  static RECT placeOfPage(int turns, RECT pane) {
+    return fitPage(pane, turns % 2 == 0 ? kPage : kTurned);
+  }
+  // Waits until the page is where so many quarter turns put it.
   ::testing::AssertionResult turnedBy(int turns, RECT pane) const {
-    const RECT page = fitPage(pane, turns % 2 == 0 ? kPage : kTurned);
-    const ::testing::AssertionResult placed = pageBecomes(pane, page);
-    if (!placed) return placed;
+    const ::testing::AssertionResult placed = pageBecomes(pane, placeOfPage(turns, pane));
+    return placed ? squareTurnedBy(turns, pane) : placed;
+  }
+  // The same of the red square of its top left corner alone, as in a pane with a frame.
+  ::testing::AssertionResult squareTurnedBy(int turns, RECT pane) const {
+    const RECT page = placeOfPage(turns, pane);
     const bool right = turns == 1 || turns == 2;
     const bool bottom = turns == 2 || turns == 3;
     return pixelBecomes(right ? page.right - 5 : page.left + 5,
@@ -70,6 +76,23 @@ TEST_F(Rotation, ClosingATurnedDocumentAsksAndCancelKeepsIt) {
   EXPECT_THAT(box.buttons, ::testing::ElementsAre(L"Yes", L"No", L"Cancel"));
   EXPECT_TRUE(answerBox(box, VK_ESCAPE));
   EXPECT_TRUE(turnedBy(1, area));
+  press('W', kCtrl);
+  EXPECT_TRUE(answerBox(waitForBox(program), 'N'));
+  EXPECT_TRUE(titleBecomes(L"Quillmere"));
+}
+
+TEST_F(Rotation, ATurnOfAnotherModeIsShownAndAskedAboutBeforeItsDocumentCloses) {
+  startWith(markedPdf(1, kPage.width, kPage.height));
+  press('R', kCtrl);
+  ASSERT_TRUE(turnedBy(1, pageArea()));
+  press(VK_F8);
+  ASSERT_TRUE(squareTurnedBy(0, leftPane()));
+  press('W', kCtrl);
+  const Box box = waitForBox(program);
+  EXPECT_EQ(box.text, L"Document \"one.pdf\" has unsaved changes.\n\nSave them before closing?");
+  EXPECT_TRUE(answerBox(box, VK_ESCAPE));
+  EXPECT_TRUE(squareTurnedBy(1, leftPane()));
+  picture("asked about");
   press('W', kCtrl);
   EXPECT_TRUE(answerBox(waitForBox(program), 'N'));
   EXPECT_TRUE(titleBecomes(L"Quillmere"));

@@ -68,27 +68,36 @@ class Resources {
   // two that look alike and no code at all for a hard blank.
   PageObjectHandle text(const Placement& placement, const std::vector<std::uint32_t>& codes) {
     const FPDF_FONT font = fontOf(placement.fontIndex);
-    if (font == nullptr) return nullptr;
+    if (font == nullptr) return refuse();
     PageObjectHandle object(
         FPDFPageObj_CreateTextObj(document_, font, static_cast<float>(placement.fontSize)));
-    if (!object) return nullptr;
+    if (!object) return refuse();
     FPDFText_SetCharcodes(object.get(), codes.data(), codes.size());
     const std::uint32_t color = textColor(placement.colorIndex);
     FPDFPageObj_SetFillColor(object.get(), color >> 16, color >> 8 & 0xFF, color & 0xFF, 255);
     return object;
   }
 
+  // True when PDFium could not make an object that there is something to make of.
+  bool refused() const { return refused_; }
+
  private:
-  PageObjectHandle imageOf(FPDF_BITMAP bitmap) const {
+  PageObjectHandle refuse() {
+    refused_ = true;
+    return nullptr;
+  }
+
+  PageObjectHandle imageOf(FPDF_BITMAP bitmap) {
     const PdfBitmapHandle owner(bitmap);
     PageObjectHandle image(FPDFPageObj_NewImageObj(document_));
     if (!bitmap || !image || !FPDFImageObj_SetBitmap(nullptr, 0, image.get(), bitmap))
-      return nullptr;
+      return refuse();
     return image;
   }
 
-  static PageObjectHandle copyOf(const PageObjectHandle& image) {
-    return PageObjectHandle(image ? QuillmereEngine_ShareImage(image.get()) : nullptr);
+  PageObjectHandle copyOf(const PageObjectHandle& image) {
+    PageObjectHandle copy(image ? QuillmereEngine_ShareImage(image.get()) : nullptr);
+    return copy ? std::move(copy) : refuse();
   }
 
   FPDF_FONT fontOf(std::int32_t row) {
@@ -102,6 +111,7 @@ class Resources {
   std::map<std::int32_t, PageObjectHandle> library_;
   std::map<platform::SharedPicture, PageObjectHandle> pictures_;
   std::array<FontHandle, kPlacementFonts> fonts_;
+  bool refused_ = false;
 };
 
 // The appearance of a placement; null when it cannot be made.
@@ -119,7 +129,6 @@ PageObjectHandle stampObject(Resources& resources, Placement& placement) {
 
 // A standard font has no glyphs for other scripts, so such a text is written as its picture.
 PageObjectHandle textObject(Resources& resources, Placement& placement) {
-  if (isBlankText(placement.text)) return nullptr;
   const std::optional<std::vector<std::uint32_t>> codes = standardFontCodes(placement.text);
   if (!codes) return placed(resources.picture(placementPicture(placement)), placement);
   PageObjectHandle object = resources.text(placement, *codes);
@@ -157,25 +166,35 @@ bool addAnnotation(FPDF_PAGE page, PageObjectHandle object, const Placement& pla
   return true;
 }
 
+// A blank text is nothing to write.
 bool pendingOf(const Placement& placement, PlacementKind kind) {
-  return placement.pending() && placement.kind == kind;
+  const bool blank = kind == PlacementKind::TextDrop && isBlankText(placement.text);
+  return placement.pending() && placement.kind == kind && !blank;
 }
 
+struct WrittenPlacements {
+  AddedAnnotations added;
+  bool all = true;  // false when one stayed out that is not just without a picture
+};
+
 void writePage(FPDF_PAGE page, std::int32_t pageIndex, PlacementKind kind, ObjectMaker make,
-               Resources& resources, AddedAnnotations& added) {
+               Resources& resources, WrittenPlacements& written) {
   for (Placement& placement : session.placements[pageIndex]) {
     if (!pendingOf(placement, kind)) continue;
     PageObjectHandle object = make(resources, placement);
-    if (object && addAnnotation(page, std::move(object), placement)) {
-      added.push_back({pageIndex, FPDFPage_GetAnnotCount(page) - 1});
+    if (!object) continue;
+    if (addAnnotation(page, std::move(object), placement)) {
+      written.added.push_back({pageIndex, FPDFPage_GetAnnotCount(page) - 1});
+    } else {
+      written.all = false;
     }
   }
 }
 
-AddedAnnotations writePending(FPDF_DOCUMENT document, PlacementKind kind, ObjectMaker make) {
-  AddedAnnotations added;
+WrittenPlacements writePending(FPDF_DOCUMENT document, PlacementKind kind, ObjectMaker make) {
+  WrittenPlacements written;
   if (session.viewerRole || document == nullptr || document != session.placementDocument)
-    return added;
+    return written;
   Resources resources(document);
   for (const auto& [pageIndex, list] : session.placements) {
     const bool any = std::any_of(list.begin(), list.end(), [kind](const Placement& placement) {
@@ -183,13 +202,26 @@ AddedAnnotations writePending(FPDF_DOCUMENT document, PlacementKind kind, Object
     });
     if (!any) continue;
     const ReachedPage page(document, pageIndex);
-    if (page.get() != nullptr) writePage(page.get(), pageIndex, kind, make, resources, added);
+    if (page.get() == nullptr) {
+      written.all = false;
+      continue;
+    }
+    writePage(page.get(), pageIndex, kind, make, resources, written);
   }
+  if (resources.refused()) written.all = false;
   // The document in memory differs from its file now, even if it is never saved.
   for (const int pane : panesHolding(document)) {
-    if (!added.empty()) markAltered(documentSlotOf(pane));
+    if (!written.added.empty()) markAltered(documentSlotOf(pane));
   }
-  return added;
+  return written;
+}
+
+WrittenPlacements writeBothKinds(FPDF_DOCUMENT document) {
+  WrittenPlacements written = writePending(document, PlacementKind::Stamp, stampObject);
+  const WrittenPlacements texts = writePending(document, PlacementKind::TextDrop, textObject);
+  written.added.insert(written.added.end(), texts.added.begin(), texts.added.end());
+  written.all = written.all && texts.all;
+  return written;
 }
 
 // The last one first: those below it keep their indexes.
@@ -203,24 +235,21 @@ void takeBack(FPDF_DOCUMENT document, const AddedAnnotations& added) {
 }  // namespace
 
 AddedAnnotations WritePendingStamps(FPDF_DOCUMENT document) {
-  return writePending(document, PlacementKind::Stamp, stampObject);
+  return writePending(document, PlacementKind::Stamp, stampObject).added;
 }
 
 AddedAnnotations WritePendingTextDrops(FPDF_DOCUMENT document) {
-  return writePending(document, PlacementKind::TextDrop, textObject);
+  return writePending(document, PlacementKind::TextDrop, textObject).added;
 }
 
 AddedAnnotations writePendingPlacements(FPDF_DOCUMENT document) {
-  AddedAnnotations added = WritePendingStamps(document);
-  const AddedAnnotations texts = WritePendingTextDrops(document);
-  added.insert(added.end(), texts.begin(), texts.end());
-  return added;
+  return writeBothKinds(document).added;
 }
 
 bool writeWithPlacements(FPDF_DOCUMENT document, const std::function<bool()>& write) {
-  const AddedAnnotations added = writePendingPlacements(document);
-  if (write()) return true;
-  takeBack(document, added);
+  const WrittenPlacements written = writeBothKinds(document);
+  if (written.all && write()) return true;
+  takeBack(document, written.added);
   return false;
 }
 

@@ -24,7 +24,8 @@ AddedAnnotations WritePendingTextDrops(FPDF_DOCUMENT document);
 // Both, in that order.
 AddedAnnotations writePendingPlacements(FPDF_DOCUMENT document);
 
-// Adds them all, calls `write` and returns its answer. If that is false, the annotations are
+// Adds them all, calls `write` and returns its answer. False, without a call, when one cannot be
+// written though there is something to show of it. Whenever it is false, the annotations are
 // removed again, so that the next try does not add them a second time, and the placements are still
 // pending.
 bool writeWithPlacements(FPDF_DOCUMENT document, const std::function<bool()>& write);

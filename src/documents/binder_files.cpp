@@ -37,7 +37,7 @@ int paneOpenedFrom(const std::u16string& path, int index) {
 
 // Asks as Close does, about a document that is made the active one first.
 bool mayClose(int pane) {
-  if (!hasUnsavedChanges(pane)) return true;
+  if (!changesWouldBeLost(pane)) return true;
   setActivePane(pane);
   return PromptSaveBeforeClose(fileNameOf(pathOf(pane))) != BoxAnswer::Cancel;
 }
@@ -82,6 +82,12 @@ std::vector<UnsavedFile> filesToBeOrphaned(int index) {
   return files;
 }
 
+// A document that stays open still has the changes that were not to be saved.
+void keepThoseOfOpenDocuments(std::vector<UnsavedFile>& files) {
+  std::erase_if(files,
+                [](const UnsavedFile& file) { return !file.save && paneWithPath(file.path) >= 0; });
+}
+
 void dropEntries(const std::vector<UnsavedFile>& files) {
   for (const UnsavedFile& file : files) DropShelfEntry(file.path);
 }
@@ -114,7 +120,7 @@ std::optional<std::vector<CloseAnswer>> askAboutChanged(const std::vector<int>& 
                                                         const std::vector<UnsavedFile>& settled) {
   std::vector<CloseAnswer> answers;
   for (const int pane : panes) {
-    if (!hasUnsavedChanges(pane) || isAmong(settled, pathOf(pane))) continue;
+    if (isAmong(settled, pathOf(pane)) || !changesWouldBeLost(pane)) continue;
     setActivePane(pane);
     const BoxAnswer answer = AskSaveBeforeClose(fileNameOf(pathOf(pane)));
     if (answer != BoxAnswer::Yes && answer != BoxAnswer::No) return std::nullopt;
@@ -179,6 +185,8 @@ bool RemoveAllFromBinder(int index) {
   const bool settled = saveChosenFiles(shelved) && followAnswers(*answers);
   if (settled) {
     for (const int pane : panes) closeDocumentByPath(pathOf(pane));
+  } else {
+    keepThoseOfOpenDocuments(shelved);
   }
   dropEntries(shelved);
   if (settled) RemoveAllFileRecords(index);

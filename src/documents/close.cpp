@@ -9,6 +9,7 @@
 #include "session/session.h"
 #include "store/binder_library.h"
 #include "store/binder_views.h"
+#include "view/rotation.h"
 
 namespace quillmere {
 
@@ -22,6 +23,7 @@ void closePaneDocument(int pane) {
   slot.currentPage = 0;
   slot.documentRotation = 0;
   slot.pageRotations.clear();
+  forgetWaitingTurns(pane);
 }
 
 void closeSharedDocument() {

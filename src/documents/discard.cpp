@@ -92,7 +92,7 @@ void DiscardActive() {
     showNotice(u"No file is open.", BoxIcon::Information);
     return;
   }
-  if (!hasUnsavedChanges() && !ActiveIsShelved()) {
+  if (!changesWouldBeLost(session.activePane) && !ActiveIsShelved()) {
     showBox(u"No edits have been made. Nothing to discard.", kTitle, BoxButtons::Ok,
             BoxIcon::Information);
     return;

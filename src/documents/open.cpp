@@ -80,7 +80,7 @@ void keepPendingPlacements(int pane) {
 }
 
 StepResult askAboutInactivePane(const OpenJob& job) {
-  if (!hasUnsavedChanges(job.pane)) return StepResult::Next;
+  if (!changesWouldBeLost(job.pane)) return StepResult::Next;
   const std::u16string& path = session.panes[job.pane].path;
   const BoxAnswer answer =
       showBox(formatText(u"Document \"%s\" has unsaved changes.\n\nSave them before replacing it?",
@@ -146,6 +146,7 @@ void enterInLists(const OpenJob& job) {
 
 // Makes one pane's document the one that both panes show.
 void shareDocumentOfPane(int pane) {
+  gatherTurns(pane);
   PaneSlot& owner = session.panes[pane];
   moveDocument(owner, session.active);
   session.active.pageRotations = std::exchange(owner.pageRotations, {});
@@ -176,6 +177,7 @@ StepResult collapseOntoOtherPane(OpenJob& job) {
 // Moves the shown document to the other pane to make room for the new one.
 StepResult splitPanes(OpenJob& job) {
   if (!job.splits) return StepResult::Next;
+  gatherTurns(job.pane);
   dropPaneView(job.pane);
 
   PaneSlot& keeper = session.panes[1 - job.pane];
@@ -263,6 +265,7 @@ void adoptPaneDocument(int pane, DocumentHandle document, const std::u16string& 
   slot.currentPage = 0;
   slot.documentRotation = 0;
   slot.pageRotations.clear();
+  forgetWaitingTurns(pane);
   clearJumpHistories(pane);
   slot.path = path;
 }
@@ -281,7 +284,13 @@ StepResult openIntoPane(OpenJob& job) {
   return StepResult::Next;
 }
 
+// The file may be missing for now, and come back as another one.
+void noteKnownFile(const OpenJob& job) {
+  if (job.shelf.known) documentSlotOf(job.pane).knownFile = job.shelf.known;
+}
+
 StepResult finishOpening(OpenJob& job) {
+  noteKnownFile(job);
   enterInLists(job);
   followShelfDecision(job.displayPath, job.shelf);
   documentsChanged();

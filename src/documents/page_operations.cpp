@@ -149,11 +149,12 @@ int importPages(FPDF_DOCUMENT document, FPDF_DOCUMENT source, int before) {
   return 0;
 }
 
-// Pending placements become annotations first, so that they are drawn like all others.
+// Pending placements become annotations first, so that they are drawn like all others. False, with
+// all of them still pending, when one cannot be written.
 bool writeAndForgetPlacements(FPDF_DOCUMENT document) {
-  if (session.placementDocument != document || !hasPlacements(document)) return false;
+  if (session.placementDocument != document) return true;
+  if (!writeWithPlacements(document, [] { return true; })) return false;
   ClearPlacementSelection();
-  writePendingPlacements(document);
   session.placements.clear();
   return true;
 }
@@ -278,7 +279,12 @@ void FlattenAnnotations() {
             u"those into the page if any exist.\n\nContinue anyway?";
   if (!confirmed(u"Flatten Annotations", question)) return;
   documentsLeaving();
-  const bool hadPlacements = writeAndForgetPlacements(document);
+  const bool hadPlacements = session.placementDocument == document && hasPlacements(document);
+  if (!writeAndForgetPlacements(document)) {
+    showNotice(u"Not all stamps and text drops could be written, so nothing was flattened.",
+               BoxIcon::Error);
+    return;
+  }
   if (!flattenPages(document) && !hadPlacements) return;
   markEdited(documentSlotOf(session.activePane));
   showWithoutAnnotations(document);

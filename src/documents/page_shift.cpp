@@ -7,6 +7,7 @@
 #include "annot/placements.h"
 #include "session/document_slots.h"
 #include "session/session.h"
+#include "view/rotation.h"
 
 namespace quillmere {
 
@@ -31,12 +32,9 @@ void shiftPlacements(FPDF_DOCUMENT document, const PageShift& shift) {
   shiftKeys(session.placements, shift);
 }
 
-// Turns stay where they are when the mode changes: those that the document got in other modes than
-// the present one come back with these.
 void shiftTurns(int pane, const PageShift& shift) {
   shiftKeys(pageRotationsOf(pane), shift);
-  if (!inTwoDocuments()) shiftKeys(session.panes[0].pageRotations, shift);
-  if (inTwoDocuments() && pane == 0) shiftKeys(session.active.pageRotations, shift);
+  if (PageRotations* waiting = waitingTurnsOf(pane)) shiftKeys(*waiting, shift);
 }
 
 void shiftJumps(std::vector<JumpRecord>& jumps, const PageShift& shift) {

@@ -53,7 +53,7 @@ void SaveAsCommand() {
 }
 
 BoxAnswer PromptSaveBeforeClose(const std::u16string& fileName) {
-  if (!hasUnsavedChanges()) return BoxAnswer::No;
+  if (!changesWouldBeLost(session.activePane)) return BoxAnswer::No;
   return FollowCloseAnswer(AskSaveBeforeClose(fileName));
 }
 
@@ -78,7 +78,7 @@ BoxAnswer FollowCloseAnswer(BoxAnswer answer) {
 }
 
 BoxAnswer SaveOrShelveBeforeClose(const std::u16string& fileName) {
-  if (!hasUnsavedChanges() || ShelveCurrentDocument()) return BoxAnswer::No;
+  if (!changesWouldBeLost(session.activePane) || ShelveCurrentDocument()) return BoxAnswer::No;
   return PromptSaveBeforeClose(fileName);
 }
 

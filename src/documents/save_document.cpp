@@ -235,6 +235,7 @@ bool writeOtherFile(const SaveJob& job) {
   });
   if (!written) return fail(reason != nullptr ? reason : kFailedText);
   adoptPath(job);
+  keepEdits(job.pane);  // the user gave them up under the old path
   slot.knownFile = platform::fileStamp(job.path);
   slot.dirty = false;
   if (session.placementDocument == slot.document.get()) loadPlacementsLater(slot.document.get());

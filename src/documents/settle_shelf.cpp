@@ -14,6 +14,11 @@ constexpr const char16_t* kConflictText =
     u"  No       Use the on-disk version (discards your unsaved changes)\n"
     u"  Cancel  Don't open anything";
 
+std::optional<platform::FileStamp> knownStamp(const ShelfEntry& entry) {
+  if (entry.sourceSize == 0 || entry.sourceTime == 0) return std::nullopt;
+  return platform::FileStamp{entry.sourceSize, entry.sourceTime};
+}
+
 }  // namespace
 
 ShelfDecision settleShelfCopy(const std::u16string& path) {
@@ -42,6 +47,7 @@ ShelfDecision settleShelfCopy(const std::u16string& path) {
     if (answer != BoxAnswer::Yes) return decision;
     decision.overruled = stamp;
   }
+  decision.known = decision.overruled ? decision.overruled : knownStamp(*entry);
   decision.loadPath = copy;
   return decision;
 }

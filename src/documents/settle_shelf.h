@@ -12,6 +12,9 @@ struct ShelfDecision {
   bool opens = true;         // false when the user wants nothing opened
   std::u16string loadPath;   // the document itself, or the copy with its unsaved changes
   bool givesUpCopy = false;  // the user chose the document's file over the copy
+  // The state of the document's file that the changes in the copy belong to; nullopt when it is not
+  // known, or no copy is opened.
+  std::optional<platform::FileStamp> known;
   // The state of the document's file that the user chose the copy over; nullopt when there was no
   // conflict.
   std::optional<platform::FileStamp> overruled;

@@ -57,14 +57,11 @@ void setStamp(ShelfEntry& entry, const std::optional<platform::FileStamp>& stamp
   entry.sourceTime = stamp->writeTime;
 }
 
-// The changes were made to the file as it was when it was loaded. A document that was loaded from
-// its copy keeps the stamps of its first shelving.
+// The changes were made to the file as the user knows it, which need not be the present one:
+// another program may have written to it since.
 void stampEntry(ShelfEntry& entry, const DocumentSlot& slot) {
-  if (samePath(slot.loadedFrom.path, slot.path)) {
-    setStamp(entry, slot.loadedFrom.stamp);
-  } else if (entry.shelfName.empty()) {
-    setStamp(entry, platform::fileStamp(slot.path));
-  }
+  const bool readFromOwn = samePath(slot.loadedFrom.path, slot.path);
+  setStamp(entry, readFromOwn ? slot.loadedFrom.stamp : slot.knownFile);
 }
 
 // The copy before it goes last: until the index names the new one, the index in the file needs it.
@@ -145,6 +142,7 @@ const char16_t* putInPlace(const ShelfEntry& entry, const std::u16string& path) 
 }
 
 bool saveOpenDocument(int pane) {
+  gatherTurns(pane);
   commitRotations(pane);
   return SaveDocumentTo(pane, std::u16string(pathOf(pane)));
 }
@@ -175,6 +173,7 @@ bool shelveDocument(int pane) {
   if (copy.empty() || !sound()) return false;
   const DocumentWork work;
   dropGesture();
+  gatherTurns(pane);
   commitRotations(pane);
   const bool ownsPlacements = session.placementDocument == document && !session.placements.empty();
   if (!writeWithPlacements(document, [&] { return WriteDocumentCopy(document, copy, sound); })) {
@@ -186,13 +185,18 @@ bool shelveDocument(int pane) {
   return true;
 }
 
+bool changesWouldBeLost(int pane) {
+  gatherTurns(pane);
+  return hasUnsavedChanges(pane);
+}
+
 bool ShelveCurrentDocument() {
   return shelveDocument(session.activePane);
 }
 
 void shelveChangedDocuments() {
   for (int pane = 0; pane < 2; ++pane) {
-    if (hasUnsavedChanges(pane)) shelveDocument(pane);
+    if (changesWouldBeLost(pane)) shelveDocument(pane);
   }
 }
 
@@ -203,7 +207,7 @@ void noteDocumentChanged(int pane) {
   const ShelfEntry* known = shelfEntryOf(path);
   // A copy of an entry without changes is not what the document was read from.
   const bool hasCopy = known != nullptr && known->dirty && !known->shelfName.empty();
-  const bool dirty = hasCopy || hasUnsavedChanges(pane);
+  const bool dirty = hasCopy || hasUnsavedChanges(pane) || turnsWait(pane);
   if (dirty == (known != nullptr && known->dirty)) return;
   if (!dirty) {
     session.shelfIndex.erase(session.shelfIndex.find(shelfKeyOf(path)));

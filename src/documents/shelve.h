@@ -7,6 +7,10 @@
 // about when it is left.
 namespace quillmere {
 
+// True when the pane's document has changes that would go with it. Turns of pages that wait for
+// another mode are among them, and are shown from then on.
+bool changesWouldBeLost(int pane);
+
 // Moves the unsaved state of the pane's document, or of the active one, to the shelf: a copy with
 // its edits, placements and turns is written and found sound, and the entry says so. The document
 // stays open and counts as saved. False when it does not belong on the shelf or no copy could be

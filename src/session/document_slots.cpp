@@ -34,14 +34,6 @@ void noteEditsGivenUp(const DocumentSlot& slot) {
   }
 }
 
-// A page that was open under the number of another stays so.
-void openUnderItsNumber(int pane, std::int32_t page) {
-  const std::int32_t shown = session.panes[pane].currentPage;
-  loadPane(pane, page);
-  const std::int32_t last = std::max(pageCountOf(pane) - 1, 0);
-  if (shown != page) session.panes[pane].currentPage = std::min(shown, last);
-}
-
 // The bytes of a document that was loaded from memory go with it.
 void closeDocument(DocumentSlot& slot) {
   const FPDF_DOCUMENT document = slot.document.get();
@@ -106,6 +98,14 @@ void reopenDocument(DocumentSlot& slot, DocumentHandle fresh, LoadedFile from,
   for (int pane = 0; pane < 2; ++pane) {
     if (closed.openPage[pane] >= 0) openUnderItsNumber(pane, closed.openPage[pane]);
   }
+}
+
+// A page that was open under the number of another stays so.
+void openUnderItsNumber(int pane, std::int32_t page) {
+  const std::int32_t shown = session.panes[pane].currentPage;
+  loadPane(pane, page);
+  const std::int32_t last = std::max(pageCountOf(pane) - 1, 0);
+  if (shown != page) session.panes[pane].currentPage = std::min(shown, last);
 }
 
 void reopenPage(int pane) {

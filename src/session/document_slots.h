@@ -32,6 +32,8 @@ ClosedDocument closeToReopen(DocumentSlot& slot);
 void reopenDocument(DocumentSlot& slot, DocumentHandle fresh, LoadedFile from,
                     const ClosedDocument& closed);
 
+// Opens a zero-based page of the pane's document under the number that the pane shows now.
+void openUnderItsNumber(int pane, std::int32_t page);
 // Loads the page that a pane has open anew, if any; the number shown stays.
 void reopenPage(int pane);
 

@@ -3,6 +3,8 @@
 #include <fpdf_edit.h>
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 #include "base/text_format.h"
 #include "session/changes.h"
@@ -39,6 +41,38 @@ void turnPageInDocument(FPDF_DOCUMENT document, int index, std::uint32_t turns) 
   if (!page) return;
   const int own = FPDFPage_GetRotation(page.get());
   FPDFPage_SetRotation(page.get(), (own + static_cast<int>(turns)) % 4);
+}
+
+std::int64_t turnedPages(const PageRotations& rotations) {
+  return std::count_if(rotations.begin(), rotations.end(),
+                       [](const auto& entry) { return (entry.second & kQuarterTurnBits) != 0; });
+}
+
+void refreshPanes(int pane) {
+  for (int each = 0; each < 2; ++each) {
+    if (sameDocument(pane, each) && session.panes[each].page) refreshPicture(each);
+  }
+}
+
+// The zero-based pages that panes have open; -1 for none.
+using OpenPages = std::array<std::int32_t, 2>;
+
+// The document's pages must not be open while those that share an object become separate.
+OpenPages closePages(int pane) {
+  OpenPages open = {-1, -1};
+  for (const int each : {0, 1}) {
+    if (!sameDocument(pane, each)) continue;
+    open[static_cast<std::size_t>(each)] = session.panes[each].openPage;
+    closePanePage(each);
+  }
+  return open;
+}
+
+void reopenPages(const OpenPages& open) {
+  for (const int each : {0, 1}) {
+    const std::int32_t page = open[static_cast<std::size_t>(each)];
+    if (page >= 0) openUnderItsNumber(each, page);
+  }
 }
 
 // True when a page had turns to write, whether or not it could be loaded.
@@ -97,29 +131,48 @@ void rotatePage(int pane) {
   turnsChanged(pane);
 }
 
+PageRotations* waitingTurnsOf(int pane) {
+  if (!inTwoDocuments()) return &session.panes[0].pageRotations;
+  return pane == 0 ? &session.active.pageRotations : nullptr;
+}
+
+bool turnsWait(int pane) {
+  const PageRotations* waiting = waitingTurnsOf(pane);
+  return documentOf(pane) != nullptr && waiting != nullptr && turnedPages(*waiting) > 0;
+}
+
+void gatherTurns(int pane) {
+  if (session.viewerRole || !turnsWait(pane)) return;
+  PageRotations& turns = pageRotationsOf(pane);
+  for (const auto& [page, waiting] : std::exchange(*waitingTurnsOf(pane), {})) {
+    if (turnsOf(turns, page) == 0) turns[page] = waiting;
+  }
+  forgetJumps(pane);
+  refreshPanes(pane);
+  turnsChanged(pane);
+}
+
+void forgetWaitingTurns(int pane) {
+  if (PageRotations* waiting = waitingTurnsOf(pane)) waiting->clear();
+}
+
 void commitRotations(int pane) {
   const bool documentTurned = documentRotationPending(session.panes[pane]);
   if (session.viewerRole || (!documentTurned && !anyPageRotationPending(pane))) return;
+  const OpenPages open = closePages(pane);
   if (writeTurns(pane)) markEdited(documentSlotOf(pane));
   for (int each = 0; each < 2; ++each) {
     if (sameDocument(pane, each)) session.panes[each].documentRotation = 0;
   }
   pageRotationsOf(pane).clear();
-  for (int each = 0; each < 2; ++each) {
-    if (sameDocument(pane, each)) reopenPage(each);
-  }
-  for (int each = 0; each < 2; ++each) {
-    if (sameDocument(pane, each) && session.panes[each].page) refreshPicture(each);
-  }
+  reopenPages(open);
+  refreshPanes(pane);
   pictureChanged();
 }
 
 std::u16string rotationQuestion(int pane) {
   const std::uint32_t turns = session.panes[pane].documentRotation & kQuarterTurnBits;
-  const PageRotations& rotations = pageRotationsOf(pane);
-  const std::int64_t pages = std::count_if(rotations.begin(), rotations.end(), [](const auto& e) {
-    return (e.second & kQuarterTurnBits) != 0;
-  });
+  const std::int64_t pages = turnedPages(pageRotationsOf(pane));
   if (turns == 0 && pages == 0) return {};
   std::u16string view;
   if (turns != 0) view = formatText(u"  \u2022 View rotation: %s\n", {viewRotationName(turns)});
@@ -135,6 +188,7 @@ std::u16string rotationQuestion(int pane) {
 }
 
 BoxAnswer confirmRotationSave(int pane) {
+  gatherTurns(pane);
   const std::u16string question = rotationQuestion(pane);
   if (question.empty()) return BoxAnswer::Yes;
   const BoxAnswer answer =

@@ -171,6 +171,33 @@ TEST_F(WritePlacementsTest, WhatAFailedSaveAddedIsTakenBack) {
   EXPECT_EQ(annotationsOf(document, 0).size(), 4u) << "the next try adds them once";
 }
 
+TEST_F(WritePlacementsTest, APlacementOnAPageThatCannotBeReadFailsTheWrite) {
+  const FPDF_DOCUMENT document = openInActive(pdfWithBrokenPage(3, 1));
+  LoadPlacements(document);
+  const auto write = [&] {
+    bool asked = false;
+    const bool written = writeWithPlacements(document, [&] { return asked = true; });
+    EXPECT_EQ(written, asked);
+    return written;
+  };
+  add(0, textOf(u"Hi", 100, 200));
+  add(1, textOf(u" ", 100, 200));
+  EXPECT_TRUE(write()) << "nothing is to be seen of a blank text";
+  LoadPlacements(document);
+  ASSERT_EQ(annotationsOf(document, 0).size(), 1u);
+
+  for (const Placement& unwritable : {textOf(u"Hi", 100, 200), stampOf(quarters(), 1, 2, 3, 4)}) {
+    LoadPlacements(document);
+    add(0, stampOf(quarters(), 1, 2, 3, 4));
+    add(1, unwritable);
+    add(2, textOf(u"Hi", 100, 200));
+    EXPECT_FALSE(write());
+    EXPECT_EQ(annotationsOf(document, 0).size(), 1u);
+    EXPECT_THAT(annotationsOf(document, 2), IsEmpty());
+    EXPECT_TRUE(placement(1, 0).pending());
+  }
+}
+
 TEST_F(WritePlacementsTest, AnnotationsAreObjectsOfTheirOwn) {
   const FPDF_DOCUMENT document = openPlain();
   add(0, stampOf(quarters(), 1, 2, 3, 4));

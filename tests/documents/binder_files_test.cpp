@@ -7,12 +7,14 @@
 #include "documents/modes.h"
 #include "documents/open.h"
 #include "documents/open_binder_entry.h"
+#include "documents/unsaved_files.h"
 #include "platform/text.h"
 #include "store/binder_library.h"
 #include "store/shelf.h"
 #include "store/working_documents.h"
 #include "support/pdf_builder.h"
 #include "support/session_test.h"
+#include "support/shelf_flow_test.h"
 
 namespace quillmere::test {
 namespace {
@@ -322,6 +324,23 @@ TEST_F(BinderFilesTest, AFailedSaveKeepsItsChangesAndStopsTheRemoval) {
   EXPECT_FALSE(RemoveAllFromBinder(1));
   EXPECT_TRUE(IsShelved(u"C:\\a.pdf"));
   EXPECT_THAT(files(1), SizeIs(2));
+}
+
+// With the binders "Work" of a.pdf, b.pdf and c.pdf, and "Other" of b.pdf.
+class RemoveAllOpenTest : public ShelfFlowTest {};
+
+TEST_F(RemoveAllOpenTest, AFailedSaveKeepsTheRecordOfUncheckedEditsThatStayOpen) {
+  shelveFile(1, 2);
+  openFile(1, 0);
+  mark();
+  platform::setReadOnly(kC, true);
+  answerDialog({u"c.pdf  -  Work"});
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  EXPECT_FALSE(RemoveAllFromBinder(1));
+  EXPECT_EQ(marks(), 1);
+  std::vector<std::u16string> listed;
+  for (const UnsavedFile& file : BuildUnsavedList()) listed.push_back(file.path);
+  EXPECT_THAT(listed, ElementsAre(kC, kA));
 }
 
 // Whole binders.

@@ -203,6 +203,15 @@ TEST_F(CloseTest, ByPathOnlyTheMatchingPaneCloses) {
   }
 }
 
+TEST_F(CloseTest, TurnsThatWaitForAnotherModeGoWithTheirDocument) {
+  openTwo(5, 6);
+  session.active.pageRotations[1] = 1;
+  closeDocumentByPath(right_);
+  EXPECT_EQ(session.active.pageRotations.size(), 1u);
+  closeDocumentByPath(left_);
+  EXPECT_THAT(session.active.pageRotations, IsEmpty());
+}
+
 TEST_F(CloseTest, ByPathBothPanesCloseWhenBothShowIt) {
   openTwo(5, 6);
   session.panes[1].path = u"c:\\LEFT.pdf";

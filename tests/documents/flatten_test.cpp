@@ -192,6 +192,23 @@ TEST_F(RemoveAllTest, TheQuestionNamesEverythingThatGoes) {
   EXPECT_FALSE(session.active.dirty);
 }
 
+TEST_F(FlattenTest, APlacementThatCannotBeWrittenStopsIt) {
+  ASSERT_TRUE(open(pdfWithBrokenPage(3, 1)));
+  addText(0);
+  addText(1);
+  selectPlacement(0, 0);
+  standIn().boxAnswers = {BoxAnswer::Ok, BoxAnswer::Ok};
+  FlattenAnnotations();
+  ASSERT_THAT(standIn().boxes, SizeIs(2));
+  EXPECT_EQ(standIn().boxes[1].text,
+            u"Not all stamps and text drops could be written, so nothing was flattened.");
+  EXPECT_EQ(standIn().boxes[1].icon, platform::BoxIcon::Error);
+  EXPECT_THAT(pagesWithPlacements(), ElementsAre(0, 1));
+  EXPECT_TRUE(session.placements[0][0].pending());
+  EXPECT_EQ(annotationsOn(document(), 0), 0);
+  EXPECT_FALSE(session.active.dirty);
+}
+
 TEST_F(RemoveAllTest, EveryAnnotationOfEveryPageGoes) {
   PdfPage full;
   full.annotations = {highlight(), stampAnnotation(),

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 
+#include "documents/modes.h"
 #include "platform/pixels.h"
 #include "support/opening_test.h"
 #include "support/pdf_builder.h"
@@ -109,6 +110,19 @@ TEST_F(SplitTest, UnsavedChangesMoveWithTheOldDocumentAndNothingIsAsked) {
   EXPECT_THAT(session.panes[1].pageRotations, IsEmpty());
   EXPECT_EQ(session.panes[1].documentRotation, 0u);
   EXPECT_THAT(session.active.pageRotations, IsEmpty());
+}
+
+TEST_F(SplitTest, TurnsThatWaitForTwoDocumentsStayWithTheOldDocument) {
+  for (const int pane : {0, 1}) {
+    resetSession();
+    session.viewMode = ViewMode::IndependentPages;
+    ASSERT_TRUE(open(old_, {.pane = 0}));
+    session.panes[0].pageRotations = {{6, 1}, {7, 1}};
+    session.active.pageRotations = {{7, 2}};
+    ASSERT_TRUE(open(new_, {.pane = pane}));
+    EXPECT_THAT(session.panes[1 - pane].pageRotations, ElementsAre(Pair(6, 1u), Pair(7, 2u)));
+    EXPECT_THAT(session.panes[pane].pageRotations, IsEmpty());
+  }
 }
 
 TEST_F(SplitTest, TheOldDocumentKeepsItsBinder) {
@@ -251,6 +265,16 @@ TEST_F(TwoDocumentsOpenTest, OnlyTheGivenPaneChanges) {
   EXPECT_EQ(session.placementDocument, session.panes[1].document.get());
 }
 
+TEST_F(TwoDocumentsOpenTest, TurnsThatWaitForAnotherModeGoWithTheirDocument) {
+  session.active.pageRotations = {{1, 1}};
+  ASSERT_TRUE(open(new_, {.pane = 1}));
+  EXPECT_THAT(session.active.pageRotations, ElementsAre(Pair(1, 1u))) << "of the left document";
+  ASSERT_TRUE(open(right_, {.pane = 0}));
+  setViewMode(ViewMode::SinglePage);
+  EXPECT_THAT(session.active.pageRotations, IsEmpty());
+  EXPECT_FALSE(hasUnsavedChanges());
+}
+
 TEST_F(TwoDocumentsOpenTest, AFailedLoadLeavesThePaneAsItWas) {
   const FPDF_DOCUMENT right = session.panes[1].document.get();
   const FPDF_PAGE page = session.panes[1].page.get();
@@ -387,6 +411,19 @@ TEST_F(CollapseTest, TheFileOfTheOtherPaneIsNeverLoadedTwice) {
     EXPECT_EQ(session.placementDocument, kept);
     EXPECT_GT(standIn().window.erasingInvalidations, 0);
   }
+}
+
+TEST_F(CollapseTest, TurnsThatWaitForAnotherModeStayWithTheDocumentThatIsKept) {
+  session.active.pageRotations = {{1, 1}, {2, 1}};
+  session.panes[0].pageRotations = {{2, 3}};
+  ASSERT_TRUE(open(left_, {.pane = 1}));
+  EXPECT_THAT(session.active.pageRotations, ElementsAre(Pair(1, 1u), Pair(2, 3u)));
+}
+
+TEST_F(CollapseTest, TurnsThatWaitForAnotherModeGoWithTheDocumentThatIsNotKept) {
+  session.active.pageRotations = {{1, 1}};
+  ASSERT_TRUE(open(right_, {.pane = 0}));
+  EXPECT_THAT(session.active.pageRotations, IsEmpty());
 }
 
 TEST_F(CollapseTest, TheFileNeedNotBeReadableAnyMore) {

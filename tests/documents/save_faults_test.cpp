@@ -10,6 +10,7 @@
 #include "documents/save_test.h"
 #include "support/pdf_builder.h"
 #include "view/rotation.h"
+#include "view/view_test.h"
 
 // Whatever fails, the user is told what, the file is the old or the new one, and the edits are
 // either in it or still open.
@@ -311,6 +312,22 @@ TEST_F(SaveFaultsTest, SaveAsThatFailsLeavesTheDocumentAsItWas) {
     platform::deleteFile(target);
     expectNextSaveIsWhole();
   }
+}
+
+// It would be missing from the file, and after the save from the window too.
+TEST_F(SaveFaultsTest, APlacementThatCannotBeWrittenFailsTheSave) {
+  closeAllDocuments();
+  ASSERT_TRUE(open(pdfWithBrokenPage(3, 1), 0, path));
+  old = *fileBytes(path);
+  placeText(0, 0);
+  placeText(0, 1);
+  EXPECT_FALSE(save());
+  EXPECT_FALSE(SaveDocumentTo(0, u"C:\\docs\\b.pdf"));
+  EXPECT_THAT(boxTexts(), ElementsAre(u"Could not write temporary file.", u"Failed to save PDF."));
+  EXPECT_EQ(*fileBytes(path), old);
+  EXPECT_THAT(names(), ElementsAre(u"a.pdf"));
+  EXPECT_EQ(marksOf(0), 0);
+  EXPECT_TRUE(hasUnsavedChanges());
 }
 
 // Questions before closing.

@@ -231,5 +231,33 @@ TEST_F(SettleShelfTest, AFileThatChangedBelowItsCopyIsNotWrittenOver) {
   EXPECT_EQ(marksIn(kA), 1);
 }
 
+// As when its stick was unplugged at the start.
+TEST_F(SettleShelfTest, AFileThatComesBackChangedIsNotWrittenOver) {
+  platform::deleteFile(kA);
+  openFile(1, 0);
+  ASSERT_EQ(marks(), 1);
+  putPdf(kA, simplePdf(5));
+  const std::string theirs = *platform::fileBytes(kA);
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  SaveCommand();
+  ASSERT_THAT(standIn().boxes, SizeIs(1));
+  EXPECT_EQ(standIn().boxes[0].text,
+            u"The file was changed by another program, so it cannot be saved.");
+  EXPECT_EQ(*platform::fileBytes(kA), theirs);
+  EXPECT_EQ(marksIn(copyOf(kA)), 1);
+}
+
+TEST_F(SettleShelfTest, AFileThatComesBackAsItWasIsSaved) {
+  const std::string bytes = *platform::fileBytes(kA);
+  const platform::FileStamp stamp = *platform::fileStamp(kA);
+  platform::deleteFile(kA);
+  openFile(1, 0);
+  platform::putFile(kA, bytes);
+  platform::setWriteTime(kA, stamp.writeTime);
+  SaveCommand();
+  EXPECT_THAT(standIn().boxes, IsEmpty());
+  EXPECT_EQ(marksIn(kA), 1);
+}
+
 }  // namespace
 }  // namespace quillmere::test

@@ -17,6 +17,7 @@
 #include "support/pdf_builder.h"
 #include "support/shelf_flow_test.h"
 #include "view/rotation.h"
+#include "view/view_test.h"
 
 namespace quillmere::test {
 namespace {
@@ -39,7 +40,7 @@ class ShelveTest : public ShelfFlowTest {
     setActivePane(1);
     openFile(1, 1);
   }
-  static void addPendingText(int pane) {
+  static void addPendingText(int pane, int page = 0) {
     LoadPlacements(documentOf(pane));
     Placement placement;
     placement.kind = PlacementKind::TextDrop;
@@ -48,7 +49,7 @@ class ShelveTest : public ShelfFlowTest {
     placement.y = 100;
     placement.width = 80;
     placement.height = 20;
-    session.placements[0].push_back(placement);
+    session.placements[page].push_back(placement);
   }
 };
 
@@ -249,6 +250,15 @@ TEST_F(ShelveTest, AFailedCopyLeavesPlacementsPendingAndAddsThemOnlyOnceLater) {
   EXPECT_EQ(marksIn(copyOf(kA)), 1);
 }
 
+TEST_F(ShelveTest, ATextThatCannotBeWrittenLeavesTheDocumentToTheQuestion) {
+  putPdf(kA, pdfWithBrokenPage(3, 1));
+  openFile(1, 0);
+  addPendingText(0, 1);
+  EXPECT_FALSE(ShelveCurrentDocument());
+  EXPECT_TRUE(hasUnsavedChanges());
+  EXPECT_THAT(shelfFiles(), IsEmpty());
+}
+
 TEST_F(ShelveTest, WhereverWritingFailsTheEarlierCopyStays) {
   shelveFile(1, 0);
   const std::string before = index();
@@ -330,6 +340,50 @@ TEST_F(ShelveTest, AnEntryHasTheStampsOfTheLoad) {
   standIn().boxAnswers = {BoxAnswer::Cancel};
   openFile(1, 0);
   EXPECT_EQ(standIn().boxes[0].title, u"Conflicting Versions");
+}
+
+// The entry has the stamps of the file that the user knows, from wherever the document is read.
+
+TEST_F(ShelveTest, AFileThatChangedAfterSaveAsRaisesTheConflictQuestion) {
+  openFile(1, 0);
+  mark();
+  ASSERT_TRUE(SaveDocumentTo(0, kFour));
+  putPdf(kFour, simplePdf(5));
+  mark();
+  ASSERT_TRUE(ShelveCurrentDocument());
+  openFile(1, 1);
+  standIn().boxAnswers = {BoxAnswer::Cancel};
+  EXPECT_FALSE(openRequested(kFour, 0, kWorkingDocsToHead, true));
+  ASSERT_THAT(standIn().boxes, SizeIs(1));
+  EXPECT_EQ(standIn().boxes[0].title, u"Conflicting Versions");
+}
+
+TEST_F(ShelveTest, AFileThatChangedAfterAFailedSaveRaisesTheConflictQuestion) {
+  openFile(1, 0);
+  mark();
+  platform::setReadOnly(kA, true);
+  standIn().boxAnswers = {BoxAnswer::Ok, BoxAnswer::Cancel};
+  SaveCommand();
+  platform::setReadOnly(kA, false);
+  putPdf(kA, simplePdf(5));
+  ASSERT_TRUE(ShelveCurrentDocument());
+  openFile(1, 1);
+  openFile(1, 0);
+  ASSERT_THAT(standIn().boxes, SizeIs(2));
+  EXPECT_EQ(standIn().boxes[1].title, u"Conflicting Versions");
+}
+
+TEST_F(ShelveTest, AnEntryFromBeforeSaveAsToItsFileAsksNothingAboutThatSave) {
+  shelveFile(1, 1);
+  openFile(1, 0);
+  mark();
+  ASSERT_TRUE(SaveDocumentTo(0, kB));
+  mark();
+  ASSERT_TRUE(ShelveCurrentDocument());
+  openFile(1, 2);
+  openFile(1, 1);
+  EXPECT_EQ(marks(), 2);
+  EXPECT_THAT(standIn().boxes, IsEmpty());
 }
 
 TEST_F(ShelveTest, AFileThatChangedBeforeTheFirstEditLeavesTheDocumentToTheQuestion) {
@@ -454,6 +508,19 @@ TEST_F(ShelveTest, NoCountsForNothingWhenTheDocumentStays) {
   openFile(1, 2);
   EXPECT_TRUE(IsShelved(kA));
   EXPECT_EQ(marksIn(copyOf(kA)), 3);
+}
+
+TEST_F(ShelveTest, NoCountsForNothingAfterSaveAs) {
+  setViewMode(ViewMode::TwoDocuments);
+  openFile(1, 0);
+  mark();
+  putPdf(kB, garbageFile());
+  standIn().failGuids = true;
+  standIn().boxAnswers = {BoxAnswer::No, BoxAnswer::Ok};
+  openFile(1, 1);
+  ASSERT_TRUE(editsGivenUp(kA));
+  ASSERT_TRUE(SaveDocumentTo(0, kFour));
+  EXPECT_FALSE(editsGivenUp(kFour));
 }
 
 TEST_F(ShelveTest, AnEditAfterNoKeepsTheEarlierCopyOfADocumentThatNoBinderLists) {

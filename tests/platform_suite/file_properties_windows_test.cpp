@@ -5,6 +5,7 @@
 #include "platform/file_properties.h"
 #include "platform/files.h"
 #include "platform/win32/handles.h"
+#include "platform/win32/long_path.h"
 #include "platform/win32/wide.h"
 #include "platform_suite/suite_side.h"
 
@@ -60,6 +61,22 @@ TEST_F(FilePropertiesOnWindows, StreamsAreCopiedWhereTheSystemListsThem) {
   EXPECT_TRUE(copyAlternateStreams(path, in(u"a.tmp")));
   EXPECT_EQ(bytesOf(in(u"a.tmp:notes")), "more");
   EXPECT_EQ(bytesOf(in(u"a.tmp")), "new");
+}
+
+TEST_F(FilePropertiesOnWindows, StreamsAreCopiedWherePathAndNameTogetherAreLong) {
+  constexpr std::size_t kPathUnits = MAX_PATH - 5;
+  ASSERT_LT(folder.size(), kPathUnits);
+  const std::u16string path = in(std::u16string(kPathUnits - folder.size(), u'n'));
+  const std::u16string target = in(std::u16string(kPathUnits - folder.size(), u't'));
+  putBytes(path, "old");
+  putBytes(longPath(path + u":notes"), "more");
+  putBytes(target, "new");
+  WIN32_FIND_STREAM_DATA stream{};
+  const HANDLE first = FindFirstStreamW(wide(path), FindStreamInfoStandard, &stream, 0);
+  if (first == INVALID_HANDLE_VALUE) GTEST_SKIP() << "streams are not listed here";
+  FindClose(first);
+  EXPECT_TRUE(copyAlternateStreams(path, target));
+  EXPECT_EQ(bytesOf(longPath(target + u":notes")), "more");
 }
 
 }  // namespace

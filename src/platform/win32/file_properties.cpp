@@ -91,7 +91,6 @@ bool copyFileProperties(const std::u16string& from, const std::u16string& to) {
 
 bool copyAlternateStreams(const std::u16string& from, const std::u16string& to) {
   const std::u16string source = longPath(from);
-  const std::u16string target = longPath(to);
   WIN32_FIND_STREAM_DATA stream{};
   const HANDLE first = FindFirstStreamW(wide(source), FindStreamInfoStandard, &stream, 0);
   // A file system without streams cannot list them.
@@ -100,7 +99,8 @@ bool copyAlternateStreams(const std::u16string& from, const std::u16string& to) 
   bool all = true;
   do {
     const std::u16string name = fromWide(stream.cStreamName);
-    if (name != u"::$DATA") all = copyStream(source + name, target + name) && all;
+    // With the name of the stream, a path of usual length may be too long.
+    if (name != u"::$DATA") all = copyStream(longPath(from + name), longPath(to + name)) && all;
   } while (FindNextStreamW(search.get(), &stream));
   return all;
 }
