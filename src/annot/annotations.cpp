@@ -73,6 +73,15 @@ void forgetAnnotationSearch() {
   session.annotationSearch = {};
 }
 
+void separatePagesToAnnotate(FPDF_DOCUMENT document) {
+  const std::vector<int> panes = panesHolding(document);
+  if (panes.empty() || documentSlotOf(panes.front()).pagesSeparate) return;
+  DocumentSlot& slot = documentSlotOf(panes.front());
+  separatePages(slot);
+  if (!slot.pagesSeparate) return;
+  for (const int pane : panes) reopenPage(pane);
+}
+
 std::u16string ReadAnnotString(FPDF_ANNOTATION annotation, const char* key) {
   const unsigned long bytes = FPDFAnnot_GetStringValue(annotation, key, nullptr, 0);
   if (bytes <= sizeof(FPDF_WCHAR)) return {};

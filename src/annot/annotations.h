@@ -46,6 +46,12 @@ bool continueAnnotationSearch(FPDF_DOCUMENT document);
 // Ends that search. For when it is no longer needed, and when annotations have been added.
 void forgetAnnotationSearch();
 
+// Gives each page number of a document that panes hold a page of its own: an annotation that is
+// added to a page that stands at several places, or removed from it, would come or go at all of
+// them. The panes' pages are loaded anew. To be called before annotations are edited, with no other
+// page of the document open; does nothing from the second call on.
+void separatePagesToAnnotate(FPDF_DOCUMENT document);
+
 // The text of an entry such as "Contents"; empty without one, and for null.
 std::u16string ReadAnnotString(FPDF_ANNOTATION annotation, const char* key);
 

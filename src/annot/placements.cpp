@@ -1,6 +1,7 @@
 #include "annot/placements.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -24,25 +25,37 @@ namespace {
 constexpr FPDF_ANNOTATION_SUBTYPE kSubtypes[] = {FPDF_ANNOT_STAMP};
 constexpr int kPagesReadBetweenReleases = 400;
 
-void readPlacement(FPDF_ANNOTATION annotation, std::int32_t index, std::vector<Placement>& list) {
-  if (FPDFAnnot_GetSubtype(annotation) != FPDF_ANNOT_STAMP) return;
+// Nullopt for an annotation that this program did not write.
+std::optional<Placement> placementOf(FPDF_ANNOTATION annotation) {
+  if (FPDFAnnot_GetSubtype(annotation) != FPDF_ANNOT_STAMP) return std::nullopt;
   Placement placement;
-  if (!ParsePlacementRecord(ReadAnnotString(annotation, kPlacementKey), placement)) return;
-  placement.annotIndex = index;
-  list.push_back(std::move(placement));
+  if (!ParsePlacementRecord(ReadAnnotString(annotation, kPlacementKey), placement)) {
+    return std::nullopt;
+  }
+  return placement;
 }
 
 std::vector<Placement> placementsOn(FPDF_DOCUMENT document, std::int32_t pageIndex) {
   const ReachedPage page(document, pageIndex);
   std::vector<Placement> list;
   const int count = FPDFPage_GetAnnotCount(page.get());
-  for (int i = 0; i < count; ++i) readPlacement(annotationAt(page.get(), i).get(), i, list);
+  for (int i = 0; i < count; ++i) {
+    std::optional<Placement> placement = placementOf(annotationAt(page.get(), i).get());
+    if (!placement) continue;
+    placement->annotIndex = i;
+    list.push_back(*std::move(placement));
+  }
   return list;
 }
 
 void readPage(FPDF_DOCUMENT document, std::int32_t page) {
   std::vector<Placement> list = placementsOn(document, page);
   if (!list.empty()) session.placements[page] = std::move(list);
+}
+
+bool isPlacement(FPDF_DOCUMENT document, std::int32_t pageIndex, std::int32_t annotIndex) {
+  const ReachedPage page(document, pageIndex);
+  return placementOf(annotationAt(page.get(), annotIndex).get()).has_value();
 }
 
 // A stamp needs its picture before the annotation that has it goes.
@@ -153,6 +166,8 @@ void DetachPlacement() {
 
 bool removePlacementAnnotation(FPDF_DOCUMENT document, std::int32_t pageIndex,
                                std::int32_t annotIndex) {
+  if (!isPlacement(document, pageIndex, annotIndex)) return false;
+  separatePagesToAnnotate(document);
   {
     const ReachedPage page(document, pageIndex);
     if (!FPDFPage_RemoveAnnot(page.get(), annotIndex)) return false;

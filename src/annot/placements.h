@@ -51,7 +51,8 @@ void ClearPlacementSelection();
 void DetachPlacement();
 
 // Removes the annotation of a written placement from its page, and lowers the indexes of those
-// above it. False, with nothing changed, when PDFium refuses.
+// above it. False, with nothing removed, when the annotation is not that of a placement or PDFium
+// refuses.
 bool removePlacementAnnotation(FPDF_DOCUMENT document, std::int32_t page, std::int32_t annotIndex);
 
 // An annotation of the page was removed: placements refer to those above it by one less.

@@ -161,6 +161,17 @@ bool pendingOf(const Placement& placement, PlacementKind kind) {
   return placement.pending() && placement.kind == kind;
 }
 
+std::vector<std::int32_t> pagesWithPending(PlacementKind kind) {
+  std::vector<std::int32_t> pages;
+  for (const auto& [page, list] : session.placements) {
+    const bool any = std::any_of(list.begin(), list.end(), [kind](const Placement& placement) {
+      return pendingOf(placement, kind);
+    });
+    if (any) pages.push_back(page);
+  }
+  return pages;
+}
+
 void writePage(FPDF_PAGE page, std::int32_t pageIndex, PlacementKind kind, ObjectMaker make,
                Resources& resources, AddedAnnotations& added) {
   for (Placement& placement : session.placements[pageIndex]) {
@@ -176,12 +187,11 @@ AddedAnnotations writePending(FPDF_DOCUMENT document, PlacementKind kind, Object
   AddedAnnotations added;
   if (session.viewerRole || document == nullptr || document != session.placementDocument)
     return added;
+  const std::vector<std::int32_t> pages = pagesWithPending(kind);
+  if (pages.empty()) return added;
+  separatePagesToAnnotate(document);
   Resources resources(document);
-  for (const auto& [pageIndex, list] : session.placements) {
-    const bool any = std::any_of(list.begin(), list.end(), [kind](const Placement& placement) {
-      return pendingOf(placement, kind);
-    });
-    if (!any) continue;
+  for (const std::int32_t pageIndex : pages) {
     const ReachedPage page(document, pageIndex);
     if (page.get() != nullptr) writePage(page.get(), pageIndex, kind, make, resources, added);
   }

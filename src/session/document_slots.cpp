@@ -124,6 +124,8 @@ void markAltered(DocumentSlot& slot) {
 
 void separatePages(DocumentSlot& slot) {
   if (slot.pagesSeparate) return;
+  // It would go on in the page tree as it was.
+  if (session.annotationSearch.document == slot.document.get()) session.annotationSearch = {};
   slot.pagesSeparate = QuillmereEngine_SeparatePages(slot.document.get()) != 0;
 }
 
