@@ -195,6 +195,7 @@ AddedAnnotations writePending(FPDF_DOCUMENT document, PlacementKind kind, Object
     const ReachedPage page(document, pageIndex);
     if (page.get() != nullptr) writePage(page.get(), pageIndex, kind, make, resources, added);
   }
+  if (!added.empty()) forgetAnnotationSearch();
   // The document in memory differs from its file now, even if it is never saved.
   for (const int pane : panesHolding(document)) {
     if (!added.empty()) markAltered(documentSlotOf(pane));
@@ -208,6 +209,7 @@ void takeBack(FPDF_DOCUMENT document, const AddedAnnotations& added) {
     const ReachedPage page(document, last->page);
     FPDFPage_RemoveAnnot(page.get(), last->index);
   }
+  if (!added.empty()) forgetAnnotationSearch();
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <numbers>
 
 #include "annot/annotation_image.h"
+#include "annot/annotations.h"
 #include "annot/placement_box.h"
 #include "annot/placement_record.h"
 #include "annot/placement_test.h"
@@ -169,6 +170,21 @@ TEST_F(WritePlacementsTest, WhatAFailedSaveAddedIsTakenBack) {
   }
   EXPECT_TRUE(writeWithPlacements(document, [] { return true; }));
   EXPECT_EQ(annotationsOf(document, 0).size(), 4u) << "the next try adds them once";
+}
+
+// It may have passed the page.
+TEST_F(WritePlacementsTest, ASearchUnderWayBeginsAnewAfterAWrite) {
+  const FPDF_DOCUMENT document = openPlain();
+  continueAnnotationSearch(document);
+  writePendingPlacements(document);
+  EXPECT_EQ(session.annotationSearch.document, document) << "nothing was written";
+  add(0, textOf(u"Hi", 100, 200));
+  EXPECT_FALSE(writeWithPlacements(document, [&] {
+    EXPECT_EQ(session.annotationSearch.document, nullptr);
+    continueAnnotationSearch(document);
+    return false;
+  }));
+  EXPECT_EQ(session.annotationSearch.document, nullptr) << "nothing is there any more";
 }
 
 TEST_F(WritePlacementsTest, AnnotationsAreObjectsOfTheirOwn) {
