@@ -1,11 +1,14 @@
 #include <fpdf_annot.h>
 #include <gmock/gmock.h>
 
+#include <map>
+#include <random>
 #include <string>
 #include <vector>
 
 #include "annot/annotations.h"
 #include "annot/placement_editing.h"
+#include "annot/placement_record.h"
 #include "annot/placements.h"
 #include "annot/text_tool.h"
 #include "documents/close.h"
@@ -184,6 +187,42 @@ TEST_F(HalfReadPlacementsTest, ReadingAllAtOnceKeepsTheEdits) {
   EXPECT_THAT(unusualPages(), ElementsAre(3, 150));
 }
 
+// Edits in any order, with slices of reading between them or with all of it read before.
+TEST_F(HalfReadPlacementsTest, WhenThePagesAreReadMakesNoDifference) {
+  const auto edited = [](unsigned seed, bool readBefore) {
+    EXPECT_TRUE(open(stamped(kPages)));
+    if (readBefore) readWaitingPlacements();
+    std::minstd_rand random(seed);
+    for (int step = 0; step < 25; ++step) {
+      const auto page = static_cast<std::int32_t>(random() % kPages);
+      const unsigned action = random() % 12;
+      const bool pressed = action < 8 && press(page);
+      if (pressed) movePlacementDrag(pressX + static_cast<int>(action), pressY);
+      endPlacementDrag();
+      if (pressed && action < 3) deleteSelectedPlacement();
+      if (action == 8 || action == 9) place(page);
+      if (action == 10) deletePage(page);
+      if (action == 11) {
+        EXPECT_TRUE(SaveDocumentTo(0, pathOf(0)));
+        if (readBefore) readWaitingPlacements();
+      }
+      slices(static_cast<int>(random() % 3));
+    }
+    readRest();
+    std::map<std::int32_t, std::vector<std::u16string>> found;
+    for (const auto& [number, list] : session.placements) {
+      for (const Placement& each : list) {
+        found[number].push_back((each.pending() ? u"pending " : u"written ") +
+                                FormatPlacementRecord(each));
+      }
+    }
+    return found;
+  };
+  for (unsigned seed = 1; seed <= 8; ++seed) {
+    EXPECT_EQ(edited(seed, false), edited(seed, true)) << seed;
+  }
+}
+
 TEST_F(HalfReadPlacementsTest, ASearchThatBeginsAnewReadsNoPageTwice) {
   openHalfRead();
   forgetAnnotationSearch();
@@ -222,6 +261,18 @@ TEST_F(HalfReadPlacementsTest, ADeletedPageTakesItsOwnPlacementsAlone) {
   EXPECT_THAT(unusualPages(kPages - 1), ElementsAre(2, 179));
   EXPECT_THAT(session.placements[2], SizeIs(1));
   EXPECT_FALSE(session.placements.contains(kPages - 1));
+}
+
+TEST_F(HalfReadPlacementsTest, APageDeletedFromTheOtherDocumentReadsNothing) {
+  setViewMode(ViewMode::TwoDocuments);
+  ASSERT_TRUE(open(simplePdf(3)));
+  ASSERT_TRUE(open(putPdf(u"second.pdf", stamped(kPages)), {.pane = 1}));
+  slices(2);
+  setActivePane(0);
+  deletePage(0);
+  EXPECT_EQ(session.waitingPlacements, documentOf(1));
+  readRest();
+  EXPECT_THAT(unusualPages(), IsEmpty());
 }
 
 TEST_F(HalfReadPlacementsTest, InsertedPagesBringTheirs) {
