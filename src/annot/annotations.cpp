@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "session/document_slots.h"
+#include "session/page_memory.h"
 #include "session/session.h"
 
 namespace quillmere {
@@ -14,6 +15,7 @@ namespace {
 
 constexpr FPDF_ANNOTATION_SUBTYPE kSubtypesInUse[] = {FPDF_ANNOT_HIGHLIGHT, FPDF_ANNOT_STRIKEOUT,
                                                       FPDF_ANNOT_STAMP};
+constexpr std::size_t kPagesReadBetweenReleases = 400;
 constexpr int kStepsAtATime = 1 << 20;
 constexpr int kStepsWhileIdle = 64;  // of about 30 microseconds each
 
@@ -21,6 +23,11 @@ PageSearchHandle startSearch(FPDF_DOCUMENT document,
                              std::span<const FPDF_ANNOTATION_SUBTYPE> subtypes) {
   return PageSearchHandle(QuillmereEngine_StartPageSearch(document, subtypes.data(),
                                                           static_cast<int>(subtypes.size())));
+}
+
+void searchToTheEnd(const PageSearchHandle& search) {
+  while (QuillmereEngine_ContinuePageSearch(search.get(), kStepsAtATime)) {
+  }
 }
 
 std::vector<int> foundPages(const PageSearchHandle& search,
@@ -54,11 +61,14 @@ bool isMarkup(FPDF_ANNOTATION annotation) {
 
 std::vector<int> pagesWithAnnotations(FPDF_DOCUMENT document,
                                       std::span<const FPDF_ANNOTATION_SUBTYPE> subtypes) {
-  const AnnotationSearch& known = session.annotationSearch;
-  if (known.complete && known.document == document) return foundPages(known.search, subtypes);
-  const PageSearchHandle search = startSearch(document, subtypes);
-  while (QuillmereEngine_ContinuePageSearch(search.get(), kStepsAtATime)) {
+  AnnotationSearch& known = session.annotationSearch;
+  if (document != nullptr && known.document == document) {
+    searchToTheEnd(known.search);
+    known.complete = true;
+    return foundPages(known.search, subtypes);
   }
+  const PageSearchHandle search = startSearch(document, subtypes);
+  searchToTheEnd(search);
   return foundPages(search, subtypes);
 }
 
@@ -69,8 +79,30 @@ bool continueAnnotationSearch(FPDF_DOCUMENT document) {
   return !search.complete;
 }
 
+std::vector<int> pagesFoundSoFar(FPDF_DOCUMENT document,
+                                 std::span<const FPDF_ANNOTATION_SUBTYPE> subtypes) {
+  const AnnotationSearch& search = session.annotationSearch;
+  if (document == nullptr || search.document != document) return {};
+  return foundPages(search.search, subtypes);
+}
+
 void forgetAnnotationSearch() {
   session.annotationSearch = {};
+}
+
+void separatePagesToAnnotate(FPDF_DOCUMENT document) {
+  const std::vector<int> panes = panesHolding(document);
+  if (panes.empty() || documentSlotOf(panes.front()).pagesSeparate) return;
+  DocumentSlot& slot = documentSlotOf(panes.front());
+  separatePages(slot);
+  if (!slot.pagesSeparate) return;
+  for (const int pane : panes) reopenPage(pane);
+}
+
+void releasePagesRead(FPDF_DOCUMENT document, std::size_t count) {
+  const std::vector<int> panes = panesHolding(document);
+  const bool due = count != 0 && count % kPagesReadBetweenReleases == 0;
+  if (due && !panes.empty()) noteDocumentRead(panes.front());
 }
 
 std::u16string ReadAnnotString(FPDF_ANNOTATION annotation, const char* key) {

@@ -3,6 +3,7 @@
 #include <fpdf_annot.h>
 #include <fpdfview.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -43,8 +44,22 @@ std::vector<int> pagesWithAnnotations(FPDF_DOCUMENT document,
 // makes pagesWithAnnotations() fast until forgetAnnotationSearch().
 bool continueAnnotationSearch(FPDF_DOCUMENT document);
 
-// Ends that search. For when it is no longer needed, and when annotations have been added.
+// What that search has found so far, in order; empty when none of this document is under way.
+std::vector<int> pagesFoundSoFar(FPDF_DOCUMENT document,
+                                 std::span<const FPDF_ANNOTATION_SUBTYPE> subtypes);
+
+// Ends that search. For when it is no longer needed, and when annotations were added or removed.
 void forgetAnnotationSearch();
+
+// Gives each page number of a document that panes hold a page of its own: an annotation that is
+// added to a page that stands at several places, or removed from it, would come or go at all of
+// them. The panes' pages are loaded anew. To be called before annotations are edited, with no other
+// page of the document open; does nothing from the second call on.
+void separatePagesToAnnotate(FPDF_DOCUMENT document);
+
+// Gives back the memory of pages that were read, of a document that a pane holds, after every so
+// many of them. `count` is the number of pages read so far, or of those left.
+void releasePagesRead(FPDF_DOCUMENT document, std::size_t count);
 
 // The text of an entry such as "Contents"; empty without one, and for null.
 std::u16string ReadAnnotString(FPDF_ANNOTATION annotation, const char* key);

@@ -4,8 +4,11 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 #include <utility>
 
+#include "annot/annotations.h"
+#include "annot/idle_slice.h"
 #include "annot/read_markups.h"
 #include "base/text_format.h"
 #include "session/session.h"
@@ -41,10 +44,10 @@ void collectPage(FPDF_DOCUMENT document, int page, std::vector<MarkupEntry>& lis
   list.insert(place, std::make_move_iterator(fresh.begin()), std::make_move_iterator(fresh.end()));
 }
 
-void collectEditedPages(FPDF_DOCUMENT document, std::vector<MarkupEntry>& list) {
-  const auto edited = session.pagesToCollect.extract(document);
-  if (!edited) return;
-  for (const int page : edited.mapped()) collectPage(document, page, list);
+void collectMissingPages(FPDF_DOCUMENT document, std::vector<MarkupEntry>& list) {
+  const auto missing = session.pagesToCollect.extract(document);
+  if (!missing) return;
+  for (const int page : missing.mapped()) collectPage(document, page, list);
 }
 
 // Makes the list of `document` the present one; false for a document whose markups have not been
@@ -85,11 +88,30 @@ void InvalidateMarkupList() {
 
 const std::vector<MarkupEntry>& markupsOf(FPDF_DOCUMENT document) {
   if (takeCollectedList(document)) {
-    collectEditedPages(document, session.markupList);
+    collectMissingPages(document, session.markupList);
   } else {
     CollectMarkups(document, session.markupList);
   }
   return session.markupList;
+}
+
+bool collectSomeMarkups(FPDF_DOCUMENT document) {
+  if (!takeCollectedList(document)) {
+    session.markupList.clear();
+    const std::vector<int> marked = pagesWithMarkups(document);
+    session.pagesToCollect[document] = {marked.begin(), marked.end()};
+  }
+  const auto missing = session.pagesToCollect.find(document);
+  if (missing == session.pagesToCollect.end()) return false;
+  std::set<int>& pages = missing->second;
+  IdleSlice slice;
+  for (bool last = pages.empty(); !last;) {
+    collectPage(document, pages.extract(pages.begin()).value(), session.markupList);
+    releasePagesRead(document, pages.size());
+    last = slice.endsWithPage() || pages.empty();
+  }
+  if (pages.empty()) session.pagesToCollect.erase(missing);
+  return true;
 }
 
 bool markupsCollected(FPDF_DOCUMENT document) {

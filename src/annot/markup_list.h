@@ -20,7 +20,11 @@ void InvalidateMarkupList();
 // changes with the next call of these functions.
 const std::vector<MarkupEntry>& markupsOf(FPDF_DOCUMENT document);
 
-// Whether markupsOf() has them without reading the whole document.
+// Collects some of them, for a few milliseconds. False when nothing is left for markupsOf() to
+// collect.
+bool collectSomeMarkups(FPDF_DOCUMENT document);
+
+// Whether they have been collected, or begun to be: the pages with markups are known then.
 bool markupsCollected(FPDF_DOCUMENT document);
 
 // Makes markupsOf() collect one zero-based page again, after an annotation on it was edited. Does

@@ -188,7 +188,8 @@ MarkupStyle strikethroughStyle() {
 void CreateMarkup(FPDF_ANNOTATION_SUBTYPE subtype, unsigned red, unsigned green, unsigned blue,
                   unsigned alpha) {
   const int pane = session.selection.pane;
-  if (session.viewerRole || pane < 0 || pane > 1 || documentOf(pane) == nullptr) return;
+  if (session.viewerRole || pane < 0 || pane > 1 || !hasTextSelection(pane)) return;
+  separatePagesToAnnotate(documentOf(pane));
   const std::optional<TextRange> range = selectedRange(pane);
   const PaneSlot& slot = session.panes[pane];
   const FPDF_TEXTPAGE textPage = slot.textPage.get();
@@ -241,6 +242,7 @@ void RemoveMarkup() {
   const std::int32_t annot = std::exchange(session.markupMenuAnnot, -1);
   DocumentSlot& slot = documentSlotOf(session.activePane);
   if (!slot.document || annot < 0) return;
+  separatePagesToAnnotate(slot.document.get());
   if (removeWithPopup(slot.document.get(), page, annot)) noteMarkupEdit(slot, page);
 }
 

@@ -76,7 +76,9 @@ void EditMarkupNote() {
   if (!note || session.viewerRole || annot < 0 || *note == before) return;
   DocumentSlot& slot = documentSlotOf(session.activePane);
   const FPDF_DOCUMENT document = slot.document.get();
-  if (document == nullptr || !writeNote(document, page, annot, storedNote(*note))) return;
+  if (document == nullptr) return;
+  separatePagesToAnnotate(document);
+  if (!writeNote(document, page, annot, storedNote(*note))) return;
   markEdited(slot);
   markupsChanged(document, page);
 }

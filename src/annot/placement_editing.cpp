@@ -22,9 +22,13 @@ constexpr int kRotationHandle = 0;
 constexpr double kLeastHalfSide = 2.5;  // points
 constexpr double kHandleDegrees[kPlacementHandles] = {0, 270, 315, 0, 45, 90, 135, 180};
 
-bool editingPossible() {
+bool panelOpenAtPage() {
   return session.stampPanelVisible && session.viewMode == ViewMode::SinglePage &&
-         session.panes[kPane].page && documentOf(kPane) == session.placementDocument;
+         session.panes[kPane].page;
+}
+
+bool editingPossible() {
+  return panelOpenAtPage() && documentOf(kPane) == session.placementDocument;
 }
 
 // Placements of the page that is open; null when they cannot be edited, or there are none.
@@ -187,8 +191,9 @@ void eraseSelected(FPDF_DOCUMENT document) {
 }  // namespace
 
 bool pressPlacement(int x, int y) {
-  readWaitingPlacements();
-  if (paneUnder(x, y) != kPane || !editingPossible()) return false;
+  if (!panelOpenAtPage() || paneUnder(x, y) != kPane) return false;
+  readWaitingPlacementsOf(documentOf(kPane), session.panes[kPane].openPage);
+  if (!editingPossible()) return false;
   if (std::vector<Placement>* list = editablePlacements()) {
     for (std::size_t index = list->size(); index-- > 0;) {
       if ((*list)[index].selected && pressHandle(*list, index, x, y)) return true;

@@ -1,18 +1,21 @@
 #include "annot/placements.h"
 
 #include <algorithm>
+#include <iterator>
+#include <optional>
+#include <set>
 #include <utility>
 #include <vector>
 
 #include "annot/annotation_image.h"
 #include "annot/annotations.h"
+#include "annot/idle_slice.h"
 #include "annot/placement_record.h"
 #include "annot/placement_text.h"
 #include "annot/stamp_pictures.h"
 #include "base/product.h"
 #include "session/changes.h"
 #include "session/document_slots.h"
-#include "session/page_memory.h"
 #include "session/session.h"
 #include "ui/boxes.h"
 #include "view/render.h"
@@ -22,27 +25,63 @@ namespace quillmere {
 namespace {
 
 constexpr FPDF_ANNOTATION_SUBTYPE kSubtypes[] = {FPDF_ANNOT_STAMP};
-constexpr int kPagesReadBetweenReleases = 400;
 
-void readPlacement(FPDF_ANNOTATION annotation, std::int32_t index, std::vector<Placement>& list) {
-  if (FPDFAnnot_GetSubtype(annotation) != FPDF_ANNOT_STAMP) return;
+// Nullopt for an annotation that this program did not write.
+std::optional<Placement> placementOf(FPDF_ANNOTATION annotation) {
+  if (FPDFAnnot_GetSubtype(annotation) != FPDF_ANNOT_STAMP) return std::nullopt;
   Placement placement;
-  if (!ParsePlacementRecord(ReadAnnotString(annotation, kPlacementKey), placement)) return;
-  placement.annotIndex = index;
-  list.push_back(std::move(placement));
+  if (!ParsePlacementRecord(ReadAnnotString(annotation, kPlacementKey), placement)) {
+    return std::nullopt;
+  }
+  return placement;
 }
 
 std::vector<Placement> placementsOn(FPDF_DOCUMENT document, std::int32_t pageIndex) {
   const ReachedPage page(document, pageIndex);
   std::vector<Placement> list;
   const int count = FPDFPage_GetAnnotCount(page.get());
-  for (int i = 0; i < count; ++i) readPlacement(annotationAt(page.get(), i).get(), i, list);
+  for (int i = 0; i < count; ++i) {
+    std::optional<Placement> placement = placementOf(annotationAt(page.get(), i).get());
+    if (!placement) continue;
+    placement->annotIndex = i;
+    list.push_back(*std::move(placement));
+  }
   return list;
 }
 
+// Pending ones that the page has by now lie above those in the document.
 void readPage(FPDF_DOCUMENT document, std::int32_t page) {
-  std::vector<Placement> list = placementsOn(document, page);
-  if (!list.empty()) session.placements[page] = std::move(list);
+  std::vector<Placement> written = placementsOn(document, page);
+  if (written.empty()) return;
+  std::vector<Placement>& list = session.placements[page];
+  if (session.selectedPlacementPage == page) {
+    session.selectedPlacementIndex += static_cast<std::int32_t>(written.size());
+  }
+  list.insert(list.begin(), std::make_move_iterator(written.begin()),
+              std::make_move_iterator(written.end()));
+}
+
+// Reads a page of the document that waits, once.
+void readWaitingPage(std::int32_t page) {
+  const FPDF_DOCUMENT document = session.waitingPlacements;
+  session.placementDocument = document;
+  if (!session.placementPagesRead.insert(page).second) return;
+  readPage(document, page);
+  releasePagesRead(document, session.placementPagesRead.size());
+}
+
+// Both in order.
+std::vector<int> unreadOf(const std::vector<int>& pages) {
+  const std::set<std::int32_t>& read = session.placementPagesRead;
+  std::vector<int> unread;
+  std::set_difference(pages.begin(), pages.end(), read.begin(), read.end(),
+                      std::back_inserter(unread));
+  return unread;
+}
+
+bool isPlacement(FPDF_DOCUMENT document, std::int32_t pageIndex, std::int32_t annotIndex) {
+  const ReachedPage page(document, pageIndex);
+  return placementOf(annotationAt(page.get(), annotIndex).get()).has_value();
 }
 
 // A stamp needs its picture before the annotation that has it goes.
@@ -57,15 +96,8 @@ bool takePicture(FPDF_DOCUMENT document, std::int32_t pageIndex, Placement& plac
 }  // namespace
 
 void LoadPlacements(FPDF_DOCUMENT document) {
-  ClearPlacements();
-  session.placementDocument = document;
-  int read = 0;
-  for (const int page : stampedPages(document)) {
-    readPage(document, page);
-    if (++read % kPagesReadBetweenReleases != 0) continue;
-    const std::vector<int> panes = panesHolding(document);
-    if (!panes.empty()) noteDocumentRead(panes.front());
-  }
+  loadPlacementsLater(document);
+  readWaitingPlacements();
 }
 
 std::vector<int> stampedPages(FPDF_DOCUMENT document) {
@@ -78,6 +110,7 @@ void addPlacementsOf(FPDF_DOCUMENT document, const std::vector<int>& newPages) {
 }
 
 bool hasPlacements(FPDF_DOCUMENT document) {
+  if (document == session.waitingPlacements) readWaitingPlacements();
   if (document == session.placementDocument) {
     return std::any_of(session.placements.begin(), session.placements.end(),
                        [](const auto& onPage) { return !onPage.second.empty(); });
@@ -91,6 +124,7 @@ void ClearPlacements() {
   session.placements.clear();
   session.placementDocument = nullptr;
   session.waitingPlacements = nullptr;
+  session.placementPagesRead.clear();
   session.selectedPlacementPage = -1;
   session.selectedPlacementIndex = -1;
 }
@@ -101,12 +135,32 @@ void loadPlacementsLater(FPDF_DOCUMENT document) {
 }
 
 void readWaitingPlacements() {
-  if (session.waitingPlacements != nullptr) LoadPlacements(session.waitingPlacements);
+  const FPDF_DOCUMENT document = session.waitingPlacements;
+  if (document == nullptr) return;
+  session.placementDocument = document;
+  for (const int page : unreadOf(stampedPages(document))) readWaitingPage(page);
+  session.waitingPlacements = nullptr;
+  session.placementPagesRead.clear();
+}
+
+void readWaitingPlacementsOf(FPDF_DOCUMENT document, std::int32_t page) {
+  if (document != nullptr && document == session.waitingPlacements) readWaitingPage(page);
+}
+
+bool readFoundPlacements() {
+  const std::vector<int> unread = unreadOf(pagesFoundSoFar(session.waitingPlacements, kSubtypes));
+  IdleSlice slice;
+  for (const int page : unread) {
+    readWaitingPage(page);
+    if (slice.endsWithPage()) break;
+  }
+  return !unread.empty();
 }
 
 bool ClaimPlacementOwner() {
   const FPDF_DOCUMENT document = documentOf(session.activePane);
   if (document == nullptr) return false;
+  readWaitingPlacementsOf(document, session.panes[session.activePane].openPage);
   if (document == session.placementDocument) return true;
   if (placementsPending(session.placementDocument)) {
     const BoxAnswer answer = showBox(
@@ -153,6 +207,8 @@ void DetachPlacement() {
 
 bool removePlacementAnnotation(FPDF_DOCUMENT document, std::int32_t pageIndex,
                                std::int32_t annotIndex) {
+  if (!isPlacement(document, pageIndex, annotIndex)) return false;
+  separatePagesToAnnotate(document);
   {
     const ReachedPage page(document, pageIndex);
     if (!FPDFPage_RemoveAnnot(page.get(), annotIndex)) return false;

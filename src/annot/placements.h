@@ -15,13 +15,21 @@ namespace quillmere {
 // afterwards. Null leaves the session without placements.
 void LoadPlacements(FPDF_DOCUMENT document);
 
-// The same, but leaves the reading to readWaitingPlacements(): a long document takes a while, and
-// its page should be painted first. Until then the session has no placements.
+// The same, but leaves the reading to the functions below: a long document takes a while, and its
+// page should be painted first. The document owns the session's placements once the first page is
+// read.
 void loadPlacementsLater(FPDF_DOCUMENT document);
 
-// Reads the placements that loadPlacementsLater() left, if any. Called while the program is idle,
-// and by whatever looks for placements earlier.
+// Reads what loadPlacementsLater() left, if any. Whatever needs the placements of all pages calls
+// it first. Those that are known already stay as they are.
 void readWaitingPlacements();
+
+// Reads those of one zero-based page of `document`, if they are still to be read.
+void readWaitingPlacementsOf(FPDF_DOCUMENT document, std::int32_t page);
+
+// Reads some of those on the pages that the search for annotations has found so far, for a few
+// milliseconds. False when none of these pages waits.
+bool readFoundPlacements();
 
 // Zero-based pages of the document that may have written placements.
 std::vector<int> stampedPages(FPDF_DOCUMENT document);
@@ -51,7 +59,8 @@ void ClearPlacementSelection();
 void DetachPlacement();
 
 // Removes the annotation of a written placement from its page, and lowers the indexes of those
-// above it. False, with nothing changed, when PDFium refuses.
+// above it. False, with nothing removed, when the annotation is not that of a placement or PDFium
+// refuses.
 bool removePlacementAnnotation(FPDF_DOCUMENT document, std::int32_t page, std::int32_t annotIndex);
 
 // An annotation of the page was removed: placements refer to those above it by one less.

@@ -10,7 +10,6 @@
 #include "annot/annotations.h"
 #include "annot/text_under_quads.h"
 #include "session/document_slots.h"
-#include "session/page_memory.h"
 #include "session/pdfium_handles.h"
 #include "session/session.h"
 
@@ -19,7 +18,6 @@ namespace quillmere {
 namespace {
 
 constexpr FPDF_ANNOTATION_SUBTYPE kSubtypes[] = {FPDF_ANNOT_HIGHLIGHT, FPDF_ANNOT_STRIKEOUT};
-constexpr int kPagesReadBetweenReleases = 400;
 
 struct Color {
   unsigned red = 255;
@@ -131,13 +129,11 @@ std::vector<FoundMarkup> readMarkupsOfPage(FPDF_DOCUMENT document, int page) {
 
 std::vector<FoundMarkup> readMarkups(FPDF_DOCUMENT document) {
   std::vector<FoundMarkup> all;
-  int read = 0;
+  std::size_t read = 0;
   for (const int page : pagesWithMarkups(document)) {
     std::vector<FoundMarkup> markups = readMarkupsOfPage(document, page);
     std::move(markups.begin(), markups.end(), std::back_inserter(all));
-    if (++read % kPagesReadBetweenReleases != 0) continue;
-    const std::vector<int> panes = panesHolding(document);
-    if (!panes.empty()) noteDocumentRead(panes.front());
+    releasePagesRead(document, ++read);
   }
   return all;
 }

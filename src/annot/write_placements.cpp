@@ -177,6 +177,17 @@ struct WrittenPlacements {
   bool all = true;  // false when one stayed out that is not just without a picture
 };
 
+std::vector<std::int32_t> pagesWithPending(PlacementKind kind) {
+  std::vector<std::int32_t> pages;
+  for (const auto& [page, list] : session.placements) {
+    const bool any = std::any_of(list.begin(), list.end(), [kind](const Placement& placement) {
+      return pendingOf(placement, kind);
+    });
+    if (any) pages.push_back(page);
+  }
+  return pages;
+}
+
 void writePage(FPDF_PAGE page, std::int32_t pageIndex, PlacementKind kind, ObjectMaker make,
                Resources& resources, WrittenPlacements& written) {
   for (Placement& placement : session.placements[pageIndex]) {
@@ -195,12 +206,11 @@ WrittenPlacements writePending(FPDF_DOCUMENT document, PlacementKind kind, Objec
   WrittenPlacements written;
   if (session.viewerRole || document == nullptr || document != session.placementDocument)
     return written;
+  const std::vector<std::int32_t> pages = pagesWithPending(kind);
+  if (pages.empty()) return written;
+  separatePagesToAnnotate(document);
   Resources resources(document);
-  for (const auto& [pageIndex, list] : session.placements) {
-    const bool any = std::any_of(list.begin(), list.end(), [kind](const Placement& placement) {
-      return pendingOf(placement, kind);
-    });
-    if (!any) continue;
+  for (const std::int32_t pageIndex : pages) {
     const ReachedPage page(document, pageIndex);
     if (page.get() == nullptr) {
       written.all = false;
@@ -209,6 +219,7 @@ WrittenPlacements writePending(FPDF_DOCUMENT document, PlacementKind kind, Objec
     writePage(page.get(), pageIndex, kind, make, resources, written);
   }
   if (resources.refused()) written.all = false;
+  if (!written.added.empty()) forgetAnnotationSearch();
   // The document in memory differs from its file now, even if it is never saved.
   for (const int pane : panesHolding(document)) {
     if (!written.added.empty()) markAltered(documentSlotOf(pane));
@@ -230,6 +241,7 @@ void takeBack(FPDF_DOCUMENT document, const AddedAnnotations& added) {
     const ReachedPage page(document, last->page);
     FPDFPage_RemoveAnnot(page.get(), last->index);
   }
+  if (!added.empty()) forgetAnnotationSearch();
 }
 
 }  // namespace

@@ -34,8 +34,9 @@ namespace {
 // Null where nothing may be edited.
 FPDF_DOCUMENT documentToEdit() {
   if (session.viewerRole) return nullptr;
-  readWaitingPlacements();
-  return documentOf(session.activePane);
+  const FPDF_DOCUMENT document = documentOf(session.activePane);
+  if (document == session.waitingPlacements) readWaitingPlacements();
+  return document;
 }
 
 bool confirmed(const std::u16string& title, const std::u16string& text) {

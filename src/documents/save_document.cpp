@@ -140,12 +140,14 @@ KeptSibling overwriteOlderSibling(KeptSibling written, const KeptSibling& older,
   return written;
 }
 
-// Those that are annotations may have other indexes in a file without the edits.
-void dropWrittenPlacements() {
+// Those that are annotations may have other indexes in a file without the edits, so they are read
+// again. Pending ones stay.
+void readWrittenPlacementsAgain(FPDF_DOCUMENT document) {
   ClearPlacementSelection();
   for (auto& [page, list] : session.placements) {
     std::erase_if(list, [](const Placement& placement) { return !placement.pending(); });
   }
+  session.waitingPlacements = document;
 }
 
 // The sibling is the only file with the edits, so it stays and the window shows what it holds.
@@ -163,7 +165,9 @@ bool keepEditsOpen(const SaveJob& job, KeptSibling written, const ClosedDocument
   slot.altered = slot.dirty;
   slot.knownFile = known;
   if (reloads) loadPlacementsLater(slot.document.get());
-  if (!refuge.edited && closed.ownedPlacements) dropWrittenPlacements();
+  if (!refuge.edited && closed.ownedPlacements) {
+    readWrittenPlacementsAgain(slot.document.get());
+  }
   if (!slot.document && closed.ownedPlacements) ClearPlacements();
   showReopened(job, closed);
   return fail(u"Saved to temporary file but could not replace original.");

@@ -12,6 +12,7 @@
 #include "documents/document_loader.h"
 #include "documents/save.h"
 #include "documents/save_target.h"
+#include "nav/idle_reading.h"
 #include "platform/file_properties.h"
 #include "platform/files.h"
 #include "platform/main_window.h"
@@ -78,11 +79,12 @@ void showAsShelved(int pane, bool ownedPlacements) {
   const FPDF_DOCUMENT document = documentOf(pane);
   dirtyOf(pane) = false;
   keepEdits(pane);
-  if (ownedPlacements) LoadPlacements(document);
+  if (ownedPlacements) loadPlacementsLater(document);
   noteDocumentRead(pane);  // all of it, for writing
   for (const int each : panesHolding(document)) {
     if (session.panes[each].page) redrawPicture(each);
   }
+  readAnnotationsWhenIdle();
   pictureChanged();
   binderFilesChanged();
 }

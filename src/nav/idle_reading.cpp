@@ -23,6 +23,15 @@ bool searchNeeded(FPDF_DOCUMENT document) {
   return document == session.waitingPlacements || !markupsCollected(document);
 }
 
+// False when all of the document's pages are read. Stamps on those found so far can be edited
+// before the search has come to its end.
+bool readPart(FPDF_DOCUMENT document) {
+  if (readFoundPlacements()) return true;
+  if (searchNeeded(document) && continueAnnotationSearch(document)) return true;
+  if (document == session.waitingPlacements) return readFoundPlacements();
+  return collectSomeMarkups(document);
+}
+
 // True when there is more to do.
 bool readSlice() {
   const FPDF_DOCUMENT document = unreadDocument();
@@ -30,11 +39,13 @@ bool readSlice() {
     forgetAnnotationSearch();
     return false;
   }
-  if (searchNeeded(document) && continueAnnotationSearch(document)) return true;
-  readWaitingPlacements();
-  showMarkupsUnderBookmarks();
-  forgetAnnotationSearch();
-  return false;
+  if (readPart(document)) return true;
+  if (document == session.waitingPlacements) {
+    readWaitingPlacements();
+  } else {
+    showMarkupsUnderBookmarks();
+  }
+  return true;
 }
 
 }  // namespace

@@ -19,7 +19,10 @@ void closePagesOf(FPDF_DOCUMENT document) {
 // Another document can get the same handle later.
 void forgetAnnotationsOf(FPDF_DOCUMENT document) {
   if (session.annotationSearch.document == document) session.annotationSearch = {};
-  if (session.waitingPlacements == document) session.waitingPlacements = nullptr;
+  if (session.waitingPlacements == document) {
+    session.waitingPlacements = nullptr;
+    session.placementPagesRead.clear();
+  }
   session.otherMarkupLists.erase(document);
   session.pagesToCollect.erase(document);
   if (document == nullptr || session.markupListDocument != document) return;
@@ -124,6 +127,8 @@ void markAltered(DocumentSlot& slot) {
 
 void separatePages(DocumentSlot& slot) {
   if (slot.pagesSeparate) return;
+  // It would go on in the page tree as it was.
+  if (session.annotationSearch.document == slot.document.get()) session.annotationSearch = {};
   slot.pagesSeparate = QuillmereEngine_SeparatePages(slot.document.get()) != 0;
 }
 

@@ -104,5 +104,15 @@ TEST_F(PlaceStampTest, TheDraggedStampIsDrawnUnderThePointer) {
   EXPECT_FALSE(stampGhost(1));
 }
 
+TEST_F(PlaceStampTest, TheDraggedStampIsDrawnWhoeverOwnsThePlacements) {
+  session.stampDrag.stamp = 0;
+  session.stampDrag.stampOverPage = true;
+  const DocumentHandle other = loadDocument(simplePdf(1));
+  session.placementDocument = other.get();
+  EXPECT_TRUE(stampGhost(0));
+  ClearPlacements();
+  EXPECT_TRUE(stampGhost(0));
+}
+
 }  // namespace
 }  // namespace quillmere::test

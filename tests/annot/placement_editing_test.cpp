@@ -322,12 +322,21 @@ TEST_F(PlacementEditingTest, WithThePanelHiddenNothingIsSelected) {
 }
 
 TEST_F(PlacementEditingTest, InOtherModesNothingIsSelected) {
-  for (const ViewMode mode : {ViewMode::Book, ViewMode::IndependentPages}) {
+  for (const ViewMode mode : {ViewMode::Book, ViewMode::IndependentPages, ViewMode::TwoDocuments}) {
     setViewMode(mode);
+    ASSERT_EQ(documentOf(0), session.placementDocument);
     session.stampPanelVisible = true;
+    const ClientPoint at = centreOf(stamp());
     select();
     EXPECT_FALSE(stamp().selected);
-    EXPECT_EQ(placementCursorAt(centreOf(stamp()).x, centreOf(stamp()).y), PlacementCursor::None);
+    selectPlacement(0, 0);
+    EXPECT_EQ(placementCursorAt(at.x, at.y), PlacementCursor::None);
+    for (const int each : {0, 1}) {
+      EXPECT_TRUE(placementDrawings(each, {0, 0, 1000, 1000}).empty()) << "no handles";
+    }
+    deleteSelectedPlacement();
+    ASSERT_EQ(session.placements[0].size(), 1u);
+    ClearPlacementSelection();
   }
 }
 

@@ -158,6 +158,16 @@ TEST_F(TextToolTest, ThePreviewFollowsThePointer) {
   EXPECT_FALSE(textGhost(0));
 }
 
+TEST_F(TextToolTest, ThePreviewIsDrawnWhoeverOwnsThePlacements) {
+  const ClientPoint at = placeOf(100, 300);
+  movePointer(at.x, at.y);
+  const DocumentHandle other = loadDocument(simplePdf(1));
+  session.placementDocument = other.get();
+  EXPECT_TRUE(textGhost(0));
+  ClearPlacements();
+  EXPECT_TRUE(textGhost(0));
+}
+
 TEST_F(TextToolTest, WithoutTextThePreviewIsItsCrossAlone) {
   const ClientPoint at = placeOf(100, 300);
   session.textTool.text = u"  ";

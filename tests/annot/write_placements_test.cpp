@@ -7,6 +7,7 @@
 #include <numbers>
 
 #include "annot/annotation_image.h"
+#include "annot/annotations.h"
 #include "annot/placement_box.h"
 #include "annot/placement_record.h"
 #include "annot/placement_test.h"
@@ -196,6 +197,21 @@ TEST_F(WritePlacementsTest, APlacementOnAPageThatCannotBeReadFailsTheWrite) {
     EXPECT_THAT(annotationsOf(document, 2), IsEmpty());
     EXPECT_TRUE(placement(1, 0).pending());
   }
+}
+
+// It may have passed the page.
+TEST_F(WritePlacementsTest, ASearchUnderWayBeginsAnewAfterAWrite) {
+  const FPDF_DOCUMENT document = openPlain();
+  continueAnnotationSearch(document);
+  writePendingPlacements(document);
+  EXPECT_EQ(session.annotationSearch.document, document) << "nothing was written";
+  add(0, textOf(u"Hi", 100, 200));
+  EXPECT_FALSE(writeWithPlacements(document, [&] {
+    EXPECT_EQ(session.annotationSearch.document, nullptr);
+    continueAnnotationSearch(document);
+    return false;
+  }));
+  EXPECT_EQ(session.annotationSearch.document, nullptr) << "nothing is there any more";
 }
 
 TEST_F(WritePlacementsTest, AnnotationsAreObjectsOfTheirOwn) {

@@ -212,6 +212,25 @@ TEST_F(SaveFaultsTest, EditsThatOnlyTheTemporaryFileHasAreNotOverwritten) {
   EXPECT_TRUE(fileIsNew(u"C:\\docs\\a.pdf.tmp"));
 }
 
+TEST_F(SaveFaultsTest, TheOldFilesPlacementsCanBeEditedBesideThoseThatItLacks) {
+  ASSERT_TRUE(save());
+  readWaitingPlacements();
+  placeText(0, 1);
+  expectNotices(2);
+  platform::setReadOnly(path, true);
+  int openings = 0;
+  standIn().refuseFileCall = [&](FileCall call) {
+    return call == FileCall::ReadWhole || (call == FileCall::OpenInLibrary && ++openings == 2);
+  };
+  EXPECT_FALSE(save());
+  standIn().refuseFileCall = {};
+  readWaitingPlacements();
+  ASSERT_THAT(session.placements[1], SizeIs(2));
+  EXPECT_EQ(session.placements[1][0].annotIndex, 0);
+  EXPECT_TRUE(session.placements[1][1].pending());
+  platform::setReadOnly(path, false);
+}
+
 TEST_F(SaveFaultsTest, ASaveAfterAFailedOneGivesTheMemoryBack) {
   platform::setReadOnly(path, true);
   EXPECT_FALSE(save());

@@ -124,6 +124,23 @@ TEST_F(ShelveTest, PlacementsThatAreStillToBeReadStaySo) {
   EXPECT_THAT(session.placements[0], SizeIs(1));
 }
 
+TEST_F(ShelveTest, OfPlacementsThatAreHalfReadNoneIsLostOrWrittenTwice) {
+  openFile(1, 0);
+  addPendingText(0);
+  session.placements[2] = session.placements[0];
+  SaveCommand();
+  loadPlacementsLater(documentOf(0));
+  readWaitingPlacementsOf(documentOf(0), 2);
+  session.placements[2].push_back(session.placements[2][0]);
+  session.placements[2].back().annotIndex = -1;
+  ASSERT_TRUE(ShelveCurrentDocument());
+  EXPECT_FALSE(hasUnsavedChanges());
+  readWaitingPlacements();
+  EXPECT_THAT(session.placements[0], SizeIs(1));
+  EXPECT_THAT(session.placements[2], SizeIs(2));
+  EXPECT_EQ(marksIn(copyOf(kA)), 1);
+}
+
 TEST_F(ShelveTest, OpeningAShelvedDocumentAndLeavingItUnchangedKeepsItsEntry) {
   shelveFile(1, 0);
   openFile(1, 1);
@@ -230,6 +247,7 @@ TEST_F(ShelveTest, PendingTurnsAndPlacementsGoIntoTheCopyAndStayInTheDocument) {
   EXPECT_FALSE(hasUnsavedChanges());
   EXPECT_EQ(marksIn(copyOf(kA)), 1);
   EXPECT_EQ(marks(), 1);
+  readWaitingPlacements();
   ASSERT_EQ(session.placements[0].size(), 1u);
   EXPECT_GE(session.placements[0][0].annotIndex, 0);
   openFile(1, 1);

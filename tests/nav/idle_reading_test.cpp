@@ -3,9 +3,11 @@
 #include <fpdf_annot.h>
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
+#include "annot/markup_list.h"
 #include "annot/markup_pdf.h"
 #include "annot/placements.h"
 #include "documents/close.h"
@@ -39,6 +41,20 @@ class IdleReadingTest : public NavTest {
     return buildPdf(pages);
   }
   static void openDocument() { ASSERT_TRUE(open(document())); }
+  // Opens one with a mark on each page.
+  static void openMarked() {
+    PdfPage page = courierPage({"abc"});
+    page.annotations = {markup("Highlight", {charactersOf(0, 0, 2)}, "/C [1 1 0]")};
+    ASSERT_TRUE(open(buildPdf(std::vector<PdfPage>(kPages, page))));
+  }
+  // Reads until some marks are known.
+  static void collectSome() {
+    while (!window().whenIdle.empty() && session.markupList.size() < kPages / 4) {
+      window().idleSlice();
+    }
+    ASSERT_GT(session.markupList.size(), 0u);
+    ASSERT_LT(session.markupList.size(), kPages / 2);
+  }
 
   // How many slices it takes until nothing is left.
   static int slicesToTheEnd() {
@@ -100,6 +116,60 @@ TEST_F(IdleReadingTest, StampsReadEarlierAreNotReadAgain) {
   slicesToTheEnd();
   EXPECT_EQ(session.placements[kPages - 2].size(), 2u);
   EXPECT_THAT(markedPages(), ElementsAre(kPages - 1));
+}
+
+TEST_F(IdleReadingTest, MarksOfAFewPagesAreCollectedInEachSlice) {
+  openMarked();
+  std::size_t before = 0;
+  while (!window().whenIdle.empty()) {
+    window().idleSlice();
+    const std::size_t now = session.markupList.size();
+    EXPECT_LE(now - before, 8u);
+    before = now;
+    if (now < kPages) {
+      EXPECT_THAT(markedPages(), IsEmpty());
+    }
+  }
+  const std::vector<int> pages = markedPages();
+  ASSERT_EQ(pages.size(), static_cast<std::size_t>(kPages));
+  EXPECT_TRUE(std::is_sorted(pages.begin(), pages.end()));
+}
+
+TEST_F(IdleReadingTest, MarksMadeWhileOthersAreCollectedAreFoundOnce) {
+  openMarked();
+  collectSome();
+  addHighlight(0);
+  addHighlight(kPages - 1);
+  slicesToTheEnd();
+  const std::vector<int> pages = markedPages();
+  EXPECT_EQ(pages.size(), static_cast<std::size_t>(kPages + 2));
+  EXPECT_EQ(std::count(pages.begin(), pages.end(), 0), 2);
+  EXPECT_EQ(std::count(pages.begin(), pages.end(), kPages - 1), 2);
+}
+
+TEST_F(IdleReadingTest, WhoeverAsksForAllMarksMeanwhileGetsThem) {
+  openMarked();
+  collectSome();
+  EXPECT_EQ(markupsOf(documentOf(0)).size(), static_cast<std::size_t>(kPages));
+  slicesToTheEnd();
+  EXPECT_EQ(markedPages().size(), static_cast<std::size_t>(kPages));
+}
+
+TEST_F(IdleReadingTest, AListThatBecameInvalidMeanwhileIsCollectedAnew) {
+  openMarked();
+  collectSome();
+  InvalidateMarkupList();
+  slicesToTheEnd();
+  EXPECT_EQ(markedPages().size(), static_cast<std::size_t>(kPages));
+}
+
+TEST_F(IdleReadingTest, ADocumentClosedWhileItsMarksAreCollectedIsForgotten) {
+  openMarked();
+  collectSome();
+  closeAllDocuments();
+  EXPECT_TRUE(session.pagesToCollect.empty());
+  slicesToTheEnd();
+  EXPECT_THAT(markedPages(), IsEmpty());
 }
 
 TEST_F(IdleReadingTest, ADocumentClosedMeanwhileIsForgotten) {

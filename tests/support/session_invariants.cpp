@@ -93,6 +93,8 @@ std::string brokenPlacements() {
   if (owner != nullptr && owner != documentOf(0) && owner != documentOf(1)) {
     return "placements of a closed document";
   }
+  const bool half = owner != nullptr && owner == session.waitingPlacements;
+  if (!session.placementPagesRead.empty() && !half) return "pages read of no document that waits";
   if (session.gesture.kind == Gesture::Placement && session.selectedPlacementPage < 0) {
     return "a drag of no placement";
   }
