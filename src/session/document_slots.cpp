@@ -123,8 +123,9 @@ void markAltered(DocumentSlot& slot) {
 }
 
 void separatePages(DocumentSlot& slot) {
-  if (slot.pagesSeparate) return;
-  slot.pagesSeparate = QuillmereEngine_SeparatePages(slot.document.get()) != 0;
+  if (slot.pagesSeparate || !QuillmereEngine_SeparatePages(slot.document.get())) return;
+  slot.pagesSeparate = true;
+  markAltered(slot);
 }
 
 std::vector<int> panesHolding(FPDF_DOCUMENT document) {
