@@ -213,8 +213,7 @@ void runFileCommand(const BinderRow& row, std::uint32_t command) {
     case kSave:
       return saveShelvedFile(binder, file, row.file);
     case kDiscard:
-      DiscardBinderFile(binder, file);
-      return BuildBinderTree();
+      return DiscardBinderFile(binder, file);
     case kBoldFile:
       return toggleFileBold(row);
     case kRemove:
