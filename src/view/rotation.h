@@ -7,8 +7,8 @@
 // Turns are kept beside the document and applied to what is shown, until they are saved.
 namespace quillmere {
 
-// Turns the whole document, or the pane's current page, clockwise by a quarter. Does nothing in a
-// viewer and without a page.
+// Turns the whole document, or the page that the pane has open, clockwise by a quarter. Does
+// nothing in a viewer and without a page.
 void rotateDocument(int pane);
 void rotatePage(int pane);
 
