@@ -125,6 +125,24 @@ TEST_F(Keyboard, ATreeHasItAgainAfterALookAtAnotherProgram) {
   EXPECT_TRUE(pageTextBecomes(L"Page 3 of 4"));
 }
 
+TEST_F(Keyboard, TheStampPanelHasItAgainAfterALookAtAnotherProgram) {
+  startWith(coloredPdf(3));
+  press(VK_F4);
+  const HWND panel = childOf(window, 402);
+  ASSERT_TRUE(eventually([&] { return IsWindowVisible(panel) != FALSE; }));
+  const auto panelHasKeyboard = [&] {
+    return eventually([&] { return focusOf(window) == panel; });
+  };
+  // Below its buttons, on the date stamp.
+  const RECT area = clientOnScreen(panel);
+  click({(area.left + area.right) / 2, area.top + dip(110)});
+  ASSERT_TRUE(panelHasKeyboard());
+  lookAtAnotherProgramAndBack();
+  EXPECT_TRUE(panelHasKeyboard());
+  press(VK_NEXT);
+  EXPECT_TRUE(pageTextBecomes(L"Page 2 of 3"));
+}
+
 TEST_F(Keyboard, TheWindowItselfKeepsIt) {
   startWith(outlinedPdf());
   ASSERT_TRUE(keyboardGoesTo(0));

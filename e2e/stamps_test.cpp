@@ -1,3 +1,4 @@
+#include "driver/other_window.h"
 #include "driver/scenario.h"
 #include "support/png_file.h"
 
@@ -284,6 +285,23 @@ TEST_F(Stamps, TextIsPlacedByClicksWhileItsDialogIsOpen) {
   EXPECT_TRUE(eventually([] { return setting(L"TextDialog", L"SizePt") == L"48"; }));
 }
 
+TEST_F(Stamps, ShiftHidesThePreviewWhileTheDialogHasTheKeyboard) {
+  startWithStamp();
+  openTextDialog(L"HHHHHH");
+  movePointer(onScreen(dip(400), dip(260)));
+  // The cross at the pointer, and the first letter.
+  const RECT around{dip(390), dip(230), dip(420), dip(270)};
+  const int pixels = (around.right - around.left) * (around.bottom - around.top);
+  const auto previewShown = [&](bool some) {
+    return eventually([&] { return (client().countAlike(around, kPaper) < pixels - 20) == some; });
+  };
+  ASSERT_TRUE(previewShown(true));
+  holdKeys(kShift);
+  EXPECT_TRUE(previewShown(false));
+  releaseKeys(kShift);
+  EXPECT_TRUE(previewShown(true));
+}
+
 TEST_F(Stamps, TheRightButtonTurnsTheTextThatIsPlaced) {
   startWithStamp();
   openTextDialog(L"HHHHHH");
@@ -364,6 +382,31 @@ TEST_F(Stamps, AStampStandsUprightOnATurnedPageAndTurnsWithIt) {
   picture("Stamps.TurnedPageSized");
 }
 
+TEST_F(Stamps, TheButtonOfMarkUpShowsWhetherItsDialogIsOpen) {
+  constexpr wchar_t kMarkupDialog[] = L"QuillmereMarkupDlg";
+  constexpr std::uint32_t kUp = rgb(225, 225, 225);
+  constexpr std::uint32_t kDown = rgb(204, 220, 240);
+  startWithStamp();
+  // In the button, left of its label.
+  const POINT place = inPanel(dip(12), dip(10));
+  const auto buttonBecomes = [&](std::uint32_t color) {
+    return eventually([&] { return screenPixel(place) == color; });
+  };
+  const auto dialogShown = [&] {
+    const HWND markup = program.find(kMarkupDialog);
+    return markup != nullptr && IsWindowVisible(markup) && focusOf(markup) != window;
+  };
+  ASSERT_TRUE(buttonBecomes(kUp));
+  for (const WORD closing : {WORD{'M'}, WORD{VK_ESCAPE}}) {
+    press('M', kCtrl);
+    ASSERT_TRUE(eventually(dialogShown));
+    EXPECT_TRUE(buttonBecomes(kDown));
+    press(closing, closing == 'M' ? kCtrl : kNone);
+    ASSERT_TRUE(eventually([&] { return program.find(kMarkupDialog) == nullptr; }));
+    EXPECT_TRUE(buttonBecomes(kUp));
+  }
+}
+
 TEST_F(Stamps, TheWheelScrollsTheLibrary) {
   std::vector<std::uint32_t> colors(15, kOrange);
   colors.push_back(kTeal);
@@ -389,6 +432,26 @@ TEST_F(Stamps, DeleteAfterADropTakesTheStampOffThePageAndNotOutOfTheLibrary) {
   press(VK_DELETE);
   EXPECT_TRUE(shown(kOrange, false));
   EXPECT_EQ(readFile(stampsFolder() + L"stamps.lst"), "s1.png\r\n");
+}
+
+TEST_F(Stamps, DeleteAfterALookAtAnotherProgramTakesTheSelectedStampOutOfTheLibrary) {
+  startWithStamp();
+  placeOrange(onScreen(dip(450), dip(300)));
+  click(stampInPanel(kOrange));
+  const auto panelHasKeyboard = [&] {
+    return eventually([&] { return focusOf(window) == panel(); });
+  };
+  ASSERT_TRUE(panelHasKeyboard());
+  {
+    const OtherWindow other;
+    ASSERT_TRUE(other.comesToFront());
+    ASSERT_TRUE(bringToFront(window));
+  }
+  ASSERT_TRUE(panelHasKeyboard());
+  press(VK_DELETE);
+  EXPECT_TRUE(
+      eventually([&] { return readFile(stampsFolder() + L"stamps.lst") == "\xEF\xBB\xBF"; }));
+  EXPECT_TRUE(shown(kOrange, true)) << "the one on the page stays";
 }
 
 TEST_F(Stamps, StampsOfTheFileAreMovedAndDeleted) {

@@ -14,8 +14,8 @@ namespace {
 
 void FindScenario::openFindBar() const {
   press('F', kCtrl);
+  ASSERT_TRUE(eventually([&] { return barShown(); }));
   ASSERT_TRUE(keyboardGoesTo(kField));
-  ASSERT_TRUE(barShown());
 }
 
 void FindScenario::lookFor(const std::wstring& text) const {
@@ -47,9 +47,11 @@ bool FindScenario::isChecked(int id) const {
 }
 
 ::testing::AssertionResult FindScenario::keyboardGoesTo(int id) const {
-  const HWND wanted = id == 0 ? window : control(id);
-  const HWND seen = settled([&] { return focusOf(window); }, wanted);
-  if (seen == wanted) return ::testing::AssertionSuccess();
+  // The bar has no controls before it is shown.
+  const auto wanted = [&] { return id == 0 ? window : control(id); };
+  const auto arrived = [&] { return wanted() != nullptr && focusOf(window) == wanted(); };
+  if (eventually(arrived)) return ::testing::AssertionSuccess();
+  const HWND seen = focusOf(window);
   return ::testing::AssertionFailure()
          << "the keyboard is with " << ::testing::PrintToString(classOf(seen)) << " "
          << GetDlgCtrlID(seen) << ", wanted " << id;

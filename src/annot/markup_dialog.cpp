@@ -2,6 +2,7 @@
 
 #include "annot/markups.h"
 #include "base/text_format.h"
+#include "session/changes.h"
 #include "session/session.h"
 #include "store/settings.h"
 
@@ -46,6 +47,10 @@ void toggleMarkupDialog() {
   }
 }
 
+void markupDialogOpened() {
+  toolDialogsChanged();
+}
+
 void chooseHighlightColor(int row) {
   session.settings.highlightColorIndex = markupColorRow(static_cast<std::uint32_t>(row));
   SaveSettings();
@@ -76,6 +81,7 @@ void markupDialogCloses(const MarkupDialogPlace& place) {
   session.settings.markupDialogX = place.left;
   session.settings.markupDialogY = place.top;
   SaveSettings();
+  toolDialogsChanged();
 }
 
 }  // namespace quillmere

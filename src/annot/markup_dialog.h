@@ -36,7 +36,9 @@ void chooseStrikeColor(int row);
 std::u16string moveMarkupOpacity(int percent);
 // The slider was released: saves the opacity.
 void settleMarkupOpacity();
-// The dialog is closing; it will open here again.
+// The dialog opened.
+void markupDialogOpened();
+// The dialog has closed; it will open here again.
 void markupDialogCloses(const MarkupDialogPlace& place);
 
 // The window. Opening does nothing when Windows refuses; closing does nothing when it is not open.

@@ -169,6 +169,7 @@ void openMarkupDialog(const MarkupDialogView& view) {
   if (dialog == nullptr) return;
   const HWND first = addControls(dialog, view);
   holdOpensWhileMenusOfDialogAreUp(dialog);
+  markupDialogOpened();
   platform::showModelessDialog(kDesign, session.dpi, first);
 }
 

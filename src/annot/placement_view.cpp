@@ -40,6 +40,20 @@ bool overlap(const PixelRect& a, const PixelRect& b) {
   return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
 }
 
+// A box after clockwise quarter turns about the origin.
+PixelRect turned(const PixelRect& upright, int quarterTurns) {
+  switch (quarterTurns) {
+    case 1:
+      return {-upright.bottom, upright.left, -upright.top, upright.right};
+    case 2:
+      return {-upright.right, -upright.bottom, -upright.left, -upright.top};
+    case 3:
+      return {upright.top, -upright.right, upright.bottom, -upright.left};
+    default:
+      return upright;
+  }
+}
+
 double degreesOf(int pane, const Placement& placement) {
   const double own = std::remainder(placement.rotation, 2 * std::numbers::pi) * kHalfTurnDegrees /
                      std::numbers::pi;
@@ -146,6 +160,15 @@ std::optional<TextGhost> textGhost(int pane) {
   ghost.turns = static_cast<int>(tool.extraTurns & kQuarterTurnBits);
   ghost.place = {tool.x - rect.left, tool.y - rect.top};
   return ghost;
+}
+
+PixelRect textGhostArea(const TextGhost& ghost, const LineExtent& extent, const PixelRect& area) {
+  const int room = (extent.ascent + extent.descent) / 2 + 2;
+  const PixelRect upright{-room, -extent.ascent - room, extent.width + room, extent.descent + room};
+  const PixelRect box = turned(upright, ghost.turns);
+  const PixelPoint& start = ghost.place;
+  return {std::max(start.x + box.left, area.left), std::max(start.y + box.top, area.top),
+          std::min(start.x + box.right, area.right), std::min(start.y + box.bottom, area.bottom)};
 }
 
 }  // namespace quillmere

@@ -70,4 +70,14 @@ struct TextGhost {
 };
 std::optional<TextGhost> textGhost(int pane);
 
+// One line of text in some font, in pixels.
+struct LineExtent {
+  int width = 0;
+  int ascent = 0;   // from the baseline up
+  int descent = 0;  // and down
+};
+// The part of `area` that the ghost's text may touch, overhanging letters included; empty for none.
+// Both rectangles count from the pane's top left corner.
+PixelRect textGhostArea(const TextGhost& ghost, const LineExtent& extent, const PixelRect& area);
+
 }  // namespace quillmere

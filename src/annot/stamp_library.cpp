@@ -128,22 +128,28 @@ void forEachStamp(Change change) {
   }
 }
 
-using PathsByIndex = std::map<std::int32_t, std::u16string>;
+// What pending stamps of one entry show.
+struct HeldPicture {
+  std::u16string path;  // of the entry's file; empty when they no longer stand on it
+  platform::SharedPicture picture;
+};
+using HeldPictures = std::map<std::int32_t, HeldPicture>;  // by the entry's index
 
-// Today's date stamp replaces the file of yesterday's, and a vanished file cannot be read later.
-PathsByIndex holdPendingPictures() {
-  PathsByIndex used;
-  forEachStamp([&](Placement& placement) {
-    if (!isStampIndex(placement.stampIndex) || placement.image) return;
-    const StampEntry& entry = session.stampLibrary[static_cast<std::size_t>(placement.stampIndex)];
-    if (!entry.isSystem && platform::fileExists(entry.path)) {
-      used[placement.stampIndex] = entry.path;
-      return;
+// Today's date stamp replaces the file of yesterday's, and a file that vanished or that another
+// program keeps cannot be read later.
+HeldPictures holdPendingPictures() {
+  HeldPictures held;
+  forEachStamp([&](const Placement& placement) {
+    const std::int32_t index = placement.stampIndex;
+    if (placement.image || !isStampIndex(index) || held.contains(index)) return;
+    const StampEntry& entry = session.stampLibrary[static_cast<std::size_t>(index)];
+    if (entry.isSystem) {
+      held[index] = {{}, wholeStampPicture(index)};
+    } else {
+      held[index] = {entry.path, keptStampPicture(entry)};
     }
-    placement.image = wholeStampPicture(placement.stampIndex);
-    if (placement.image) placement.stampIndex = -1;
   });
-  return used;
+  return held;
 }
 
 std::int32_t indexOfPath(const std::u16string& path) {
@@ -154,14 +160,41 @@ std::int32_t indexOfPath(const std::u16string& path) {
   return found == library.end() ? -1 : static_cast<std::int32_t>(found - library.begin());
 }
 
-// The entries have other numbers now.
-void followEntries(const PathsByIndex& before) {
+// Keeps the entry only if its file can be decoded; pending stamps stand on it.
+void settleHeld(HeldPicture& held) {
+  if (held.path.empty()) return;
+  const std::int32_t index = indexOfPath(held.path);
+  if (index < 0) {
+    const platform::SharedPicture whole = platform::loadPicture(held.path);
+    if (whole) held.picture = whole;
+  } else if (!makeThumbnail(session.stampLibrary[static_cast<std::size_t>(index)])) {
+    session.stampLibrary.erase(session.stampLibrary.begin() + index);
+  }
+}
+
+// The entries have other numbers now, or are gone.
+void followEntries(const HeldPictures& before) {
   forEachStamp([&](Placement& placement) {
     const auto found = before.find(placement.stampIndex);
     if (placement.image || found == before.end()) return;
-    placement.stampIndex = indexOfPath(found->second);
-    if (placement.stampIndex < 0) placement.image = platform::loadPicture(found->second);
+    placement.stampIndex = indexOfPath(found->second.path);
+    if (placement.stampIndex < 0) placement.image = found->second.picture;
   });
+}
+
+// Stamps on pages take over the entry's picture.
+void takeOut(std::int32_t index) {
+  platform::SharedPicture picture;
+  forEachStamp([&](Placement& placement) {
+    if (placement.stampIndex == index) {
+      if (!picture) picture = wholeStampPicture(index);
+      placement.image = picture;
+      placement.stampIndex = -1;
+    } else if (placement.stampIndex > index) {
+      --placement.stampIndex;
+    }
+  });
+  session.stampLibrary.erase(session.stampLibrary.begin() + index);
 }
 
 void deleteFiles(const std::vector<std::u16string>& paths, int& deleted) {
@@ -232,27 +265,23 @@ void SaveStampList() {
 }
 
 void refreshStampLibrary() {
-  const PathsByIndex used = holdPendingPictures();
+  HeldPictures held = holdPendingPictures();
   RenderDateStamp();
   LoadStampLibrary();
-  std::erase_if(session.stampLibrary, [](StampEntry& entry) { return !makeThumbnail(entry); });
-  followEntries(used);
+  for (auto& [index, picture] : held) settleHeld(picture);
+  followEntries(held);
+}
+
+void dropUndecodableStamp(std::int32_t index) {
+  if (!isStampIndex(index)) return;
+  takeOut(index);
+  stampLibraryChanged();
 }
 
 void RemoveStamp(std::int32_t index) {
   if (!isStampIndex(index)) return;
   if (session.stampLibrary[static_cast<std::size_t>(index)].isSystem) return;
-  platform::SharedPicture picture;
-  forEachStamp([&](Placement& placement) {
-    if (placement.stampIndex == index) {
-      if (!picture) picture = wholeStampPicture(index);
-      placement.image = picture;
-      placement.stampIndex = -1;
-    } else if (placement.stampIndex > index) {
-      --placement.stampIndex;
-    }
-  });
-  session.stampLibrary.erase(session.stampLibrary.begin() + index);
+  takeOut(index);
   SaveStampList();
   stampLibraryChanged();
 }

@@ -19,8 +19,12 @@ void LoadStampLibrary();
 void SaveStampList();
 
 // Brings the library up to date when the panel opens: today's date stamp, files that came or went.
-// Pending stamps keep the picture that they show. Entries that cannot be decoded drop out.
+// Pending stamps keep the picture that they show. Decodes only the files of their entries.
 void refreshStampLibrary();
+
+// Takes an entry out whose file cannot be decoded. The list names it until it is next saved; stamps
+// on pages keep the picture as far as memory has it.
+void dropUndecodableStamp(std::int32_t index);
 
 // Brings a library without user stamps up to date when its list names some: it may have been in use
 // when the library was loaded.

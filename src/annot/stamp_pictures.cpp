@@ -51,11 +51,15 @@ platform::SharedPicture quickToDraw(const platform::SharedPicture& picture) {
   return scaledDown(*picture, shrunk(*picture, std::sqrt(kMostDrawnPixels / pixels)));
 }
 
+platform::SharedPicture keptStampPicture(const StampEntry& entry) {
+  return entry.bitmap ? entry.bitmap : entry.thumbnail;
+}
+
 platform::SharedPicture wholeStampPicture(std::int32_t index) {
   if (!isStampIndex(index)) return nullptr;
   const StampEntry& entry = session.stampLibrary[static_cast<std::size_t>(index)];
   platform::SharedPicture picture = platform::loadPicture(entry.path);
-  return picture ? picture : entry.bitmap;
+  return picture ? picture : keptStampPicture(entry);
 }
 
 bool makeThumbnail(StampEntry& entry) {

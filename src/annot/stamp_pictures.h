@@ -25,7 +25,11 @@ platform::SharedPicture stampBitmap(std::int32_t index);
 // The picture itself, or a copy of a large one that is quick to draw.
 platform::SharedPicture quickToDraw(const platform::SharedPicture& picture);
 
-// The picture with all of its pixels, from the entry's file; the one to draw when that is gone.
+// The largest copy of the entry's picture in memory; null when there is none.
+platform::SharedPicture keptStampPicture(const StampEntry& entry);
+
+// The picture with all of its pixels, from the entry's file; the copy in memory when that cannot be
+// read.
 platform::SharedPicture wholeStampPicture(std::int32_t index);
 
 // Makes the entry's thumbnail when it has none. False when its file cannot be decoded.

@@ -52,6 +52,7 @@ void textDialogOpened() {
   session.textTool.armed = true;
   session.textTool.extraTurns = 0;
   session.textTool.pointerKnown = false;
+  toolDialogsChanged();
 }
 
 void changeDialogText(const std::u16string& text) {
@@ -87,6 +88,7 @@ void textDialogCloses(const TextDialogPlace& place) {
   session.settings.textDialogX = place.left;
   session.settings.textDialogY = place.top;
   SaveSettings();
+  toolDialogsChanged();
 }
 
 }  // namespace quillmere

@@ -39,7 +39,7 @@ void chooseTextFont(int row);
 // A size as typed or chosen, clamped to the limits. The last size stays if it is not above 0.
 void changeTextSize(std::u16string_view typed);
 void chooseTextColor(int row);
-// The dialog is closing; it will open here again.
+// The dialog has closed; it will open here again.
 void textDialogCloses(const TextDialogPlace& place);
 
 // The window. Opening does nothing when Windows refuses; closing does nothing when it is not open.

@@ -5,7 +5,6 @@
 #include <optional>
 
 #include "annot/text_dialog.h"
-#include "platform/main_window.h"
 #include "platform/win32/dialog_parts.h"
 #include "platform/win32/main_window.h"
 #include "platform/win32/modeless_dialog.h"
@@ -122,8 +121,6 @@ constexpr platform::ModelessDialogDesign kDesign = {platform::ModelessDialog::Ad
 void onDestroy(HWND dialog) {
   const POINT corner = platform::forgetModelessDialog(kDesign, dialog);
   textDialogCloses({corner.x, corner.y});
-  platform::invalidateMainWindow(false);
-  platform::invalidateStampPanel();
 }
 
 LRESULT CALLBACK dialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

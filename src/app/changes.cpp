@@ -170,6 +170,12 @@ void stampLibraryChanged() {
   platform::invalidateStampPanel();
 }
 
+// The page shows what Add Text would place; the panel's buttons show which dialogs are open.
+void toolDialogsChanged() {
+  repaint();
+  platform::invalidateStampPanel();
+}
+
 void hitsChanged() {
   const Report report;
   HideMarkupTip();

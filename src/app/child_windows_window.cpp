@@ -144,6 +144,8 @@ void endInput(HWND window) {
 void place(HWND window, const PixelRect& rect, bool visible) {
   if (window == nullptr) return;
   const bool shown = visible && !rect.empty();
+  // Moving what stays hidden would lay out its controls for nothing, several times at each start.
+  if (!shown && (GetWindowStyle(window) & WS_VISIBLE) == 0) return;
   if (!shown) endInput(window);
   SetWindowPos(
       window, nullptr, rect.left, rect.top, std::max(rect.width(), 0), std::max(rect.height(), 0),
@@ -163,8 +165,7 @@ void layoutLeftPanel() {
 void createChildWindows() {
   registerStampPanelClass();
   windowHandles.layoutChildren = layoutChildWindows;
-  if (session.viewerRole) session.stampPanelVisible = false;
-  if (session.stampPanelVisible) openStampPanel();
+  openStampPanelAtStart();
   windowHandles.stampPanel = createChild(L"QuillmereStampPanel", L"", WS_CHILD, kStampPanelId);
   createFindBar(kFindBarId);
   createStatusBar();

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "app/main_window_messages.h"
+#include "app/mouse.h"
 #include "app/window_placement.h"
 #include "base/product.h"
 #include "platform/win32/main_window.h"
@@ -64,6 +65,11 @@ InitialPlacement initialPlacement() {
   return mainWindowInitialPlacement();
 }
 
+bool isShift(const MSG& message) {
+  const bool key = message.message == WM_KEYDOWN || message.message == WM_KEYUP;
+  return key && message.wParam == VK_SHIFT;
+}
+
 void loadAcceleratorsAndIcons() {
   windowHandles.accelerators = LoadAcceleratorsW(GetModuleHandleW(nullptr), kAcceleratorTable);
   const auto big = reinterpret_cast<LPARAM>(bigIcon());
@@ -106,6 +112,7 @@ void showMainWindow(int showCommand) {
 
 // A modeless dialog keeps its Tab and Enter; accelerators get what no dialog takes.
 bool takenBeforeDispatch(MSG& message) {
+  if (isShift(message)) shiftChanged();
   for (const HWND dialog : windowHandles.dialogs) {
     if (dialog != nullptr && IsDialogMessageW(dialog, &message)) return true;
   }

@@ -12,7 +12,8 @@ bool createMainWindow();
 void showMainWindow(int showCommand);
 
 // Offers a message to the modeless dialogs, in their order, then to the accelerators. True when one
-// of them took it; the message is then not dispatched.
+// of them took it; the message is then not dispatched. The page is told of Shift, whichever window
+// has the keyboard: Add Text has it while the page shows its preview.
 bool takenBeforeDispatch(tagMSG& message);
 
 // Runs until the process is told to quit; returns its exit code.

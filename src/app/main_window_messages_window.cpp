@@ -237,20 +237,8 @@ Result onDropFiles(WPARAM wParam, LPARAM) {
   return 0;
 }
 
-// With Shift held the mouse does something else.
-void onShift() {
-  platform::refreshCursor();
-  changeTextToolShift();
-}
-
 Result onKeyDown(WPARAM key, LPARAM) {
-  if (key == VK_SHIFT) onShift();
   if (handleKey(static_cast<std::uint32_t>(key))) return 0;
-  return std::nullopt;
-}
-
-Result onKeyUp(WPARAM key, LPARAM) {
-  if (key == VK_SHIFT) onShift();
   return std::nullopt;
 }
 
@@ -463,7 +451,6 @@ constexpr MessageHandler kHandlers[] = {
     {WM_COPYDATA, onCopyData},
     {WM_DROPFILES, onDropFiles},
     {WM_KEYDOWN, onKeyDown},
-    {WM_KEYUP, onKeyUp},
     {WM_LBUTTONDOWN, onLeftDown},
     {WM_LBUTTONDBLCLK, onLeftDoubleClick},
     {WM_LBUTTONUP, onLeftUp},

@@ -230,6 +230,11 @@ void releaseMiddle(int x, int y) {
   if (gesture != nullptr && gesture->kind == Gesture::Pan) gesture->release(x, y);
 }
 
+void shiftChanged() {
+  platform::refreshCursor();
+  changeTextToolShift();
+}
+
 void loseCapture() {
   if (const GestureRow* gesture = currentGesture()) gesture->cancel();
 }

@@ -40,6 +40,9 @@ void pressSideButton(int x, bool forward);
 // `delta` is how far the wheel turned, 120 for one notch.
 void turnWheel(int x, int y, int delta, bool shift, bool control);
 
+// The Shift key went down or up: with it held the mouse does something else.
+void shiftChanged();
+
 // Ends every drag, whatever took the mouse away.
 void loseCapture();
 

@@ -1,5 +1,7 @@
 #include "app/overlays.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "nav/find_view.h"
@@ -31,30 +33,40 @@ void addSelection(int pane, std::vector<OverlayQuad>& quads) {
 // In the order of painting.
 constexpr void (*kOverlays[])(int pane, std::vector<OverlayQuad>& quads) = {addHits, addSelection};
 
-void addPlacements(int pane, const PixelRect& area, std::vector<PictureDrawing>& pictures) {
-  pictures = placementDrawings(pane, area);
+void addPlacements(int pane, const PixelRect& area, std::vector<OverlayDrawing>& drawings) {
+  std::vector<PictureDrawing> placements = placementDrawings(pane, area);
+  std::move(placements.begin(), placements.end(), std::back_inserter(drawings));
 }
 
-void addStampGhost(int pane, const PixelRect&, std::vector<PictureDrawing>& pictures) {
-  if (auto ghost = stampGhost(pane)) pictures.push_back(std::move(*ghost));
+void addStampGhost(int pane, const PixelRect&, std::vector<OverlayDrawing>& drawings) {
+  if (auto ghost = stampGhost(pane)) drawings.emplace_back(std::move(*ghost));
 }
 
-constexpr void (*kPictures[])(int pane, const PixelRect& area,
-                              std::vector<PictureDrawing>& pictures) = {addPlacements,
-                                                                        addStampGhost};
+void addTextGhost(int pane, const PixelRect&, std::vector<OverlayDrawing>& drawings) {
+  if (auto ghost = textGhost(pane)) drawings.emplace_back(std::move(*ghost));
+}
+
+// They lie under the quads, in this order.
+constexpr void (*kDrawings[])(int pane, const PixelRect& area,
+                              std::vector<OverlayDrawing>& drawings) = {
+    addPlacements, addStampGhost, addTextGhost};
 
 }  // namespace
 
-std::vector<PictureDrawing> overlayPictures(int pane, const PixelRect& area) {
-  std::vector<PictureDrawing> pictures;
-  for (const auto add : kPictures) add(pane, area, pictures);
-  return pictures;
+std::vector<OverlayDrawing> overlayDrawings(int pane, const PixelRect& area) {
+  std::vector<OverlayDrawing> drawings;
+  for (const auto add : kDrawings) add(pane, area, drawings);
+  return drawings;
 }
 
 std::vector<OverlayQuad> overlayQuads(int pane) {
   std::vector<OverlayQuad> quads;
   for (const auto add : kOverlays) add(pane, quads);
   return quads;
+}
+
+bool anythingOver(int pane, const PixelRect& area) {
+  return !overlayDrawings(pane, area).empty() || !overlayQuads(pane).empty();
 }
 
 }  // namespace quillmere

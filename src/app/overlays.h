@@ -1,13 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <variant>
 #include <vector>
 
 #include "annot/placement_view.h"
 #include "base/pixel_rect.h"
 #include "view/selection.h"
 
-// What is painted over the page of a pane, as plain pictures and quads; the window code draws
+// What is painted over the page of a pane, as plain drawings and quads; the window code draws
 // them.
 namespace quillmere {
 
@@ -30,11 +31,15 @@ struct OverlayQuad {
   OverlayColor color;
 };
 
-// Placements and the stamp that is dragged over the page, as far as they overlap the rectangle, in
-// the order of painting. They lie under the quads.
-std::vector<PictureDrawing> overlayPictures(int pane, const PixelRect& area);
+// Placements, as far as they overlap the rectangle, and the previews of what is about to be placed,
+// in the order of painting. They lie under the quads.
+using OverlayDrawing = std::variant<PictureDrawing, TextGhost>;
+std::vector<OverlayDrawing> overlayDrawings(int pane, const PixelRect& area);
 
 // Hits and selection over the pane's page, in the order of painting.
 std::vector<OverlayQuad> overlayQuads(int pane);
+
+// Whether any of these lies over the pane's page.
+bool anythingOver(int pane, const PixelRect& area);
 
 }  // namespace quillmere

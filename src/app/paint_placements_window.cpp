@@ -7,6 +7,7 @@
 #include <iterator>
 #include <memory>
 #include <type_traits>
+#include <variant>
 #include <vector>
 
 #include "annot/placement_fonts.h"
@@ -146,27 +147,14 @@ FontHandle ghostFont(const TextGhost& ghost) {
   return FontHandle(CreateFontIndirectW(&font));
 }
 
-// What the text covers around the start of its baseline, with room for overhanging letters.
-PixelRect ghostBox(HDC dc, const TextGhost& ghost) {
+LineExtent extentOf(HDC dc, const TextGhost& ghost) {
   SIZE size{};
   TEXTMETRICW metrics{};
   GetTextExtentPoint32W(dc, platform::wideUnits(ghost.text), static_cast<int>(ghost.text.size()),
                         &size);
   GetTextMetricsW(dc, &metrics);
-  const int room = metrics.tmHeight / 2 + 2;
-  const PixelRect upright{-room, -static_cast<int>(metrics.tmAscent) - room,
-                          static_cast<int>(size.cx) + room,
-                          static_cast<int>(metrics.tmDescent) + room};
-  switch (ghost.turns) {
-    case 1:
-      return {-upright.bottom, upright.left, -upright.top, upright.right};
-    case 2:
-      return {-upright.right, -upright.bottom, -upright.left, -upright.top};
-    case 3:
-      return {upright.top, -upright.right, upright.bottom, -upright.left};
-    default:
-      return upright;
-  }
+  return {static_cast<int>(size.cx), static_cast<int>(metrics.tmAscent),
+          static_cast<int>(metrics.tmDescent)};
 }
 
 void writeGhost(HDC dc, const TextGhost& ghost, int x, int y, COLORREF color) {
@@ -191,6 +179,7 @@ void colorCoverage(std::uint32_t* pixels, std::size_t count, const TextGhost& gh
   }
 }
 
+// Draws what of the text lies in the box.
 void blendGhost(HDC dc, const TextGhost& ghost, HFONT font, const PixelRect& box) {
   BITMAPINFO info{};
   info.bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
@@ -206,7 +195,8 @@ void blendGhost(HDC dc, const TextGhost& ghost, HFONT font, const PixelRect& box
   {
     const Selected bitmap(memory.get(), section.get());
     const Selected face(memory.get(), font);
-    writeGhost(memory.get(), ghost, -box.left, -box.top, RGB(255, 255, 255));
+    writeGhost(memory.get(), ghost, ghost.place.x - box.left, ghost.place.y - box.top,
+               RGB(255, 255, 255));
     GdiFlush();
   }
   auto* pixels = static_cast<std::uint32_t*>(bits);
@@ -215,18 +205,17 @@ void blendGhost(HDC dc, const TextGhost& ghost, HFONT font, const PixelRect& box
   Gdiplus::Bitmap picture(box.width(), box.height(), box.width() * 4, PixelFormat32bppPARGB,
                           reinterpret_cast<BYTE*>(pixels));
   Gdiplus::Graphics graphics(dc);
-  graphics.DrawImage(&picture, ghost.place.x + box.left, ghost.place.y + box.top);
+  graphics.DrawImage(&picture, box.left, box.top);
 }
 
-void drawGhostText(HDC dc, const TextGhost& ghost) {
+void drawGhostText(HDC dc, const TextGhost& ghost, const PixelRect& area) {
   const FontHandle font = ghostFont(ghost);
-  PixelRect box;
-  {
-    const Selected face(dc, font.get());
-    box = ghostBox(dc, ghost);
-  }
-  if (ghost.alpha < kOpaque) return blendGhost(dc, ghost, font.get(), box);
   const Selected face(dc, font.get());
+  if (ghost.alpha < kOpaque) {
+    const PixelRect box = textGhostArea(ghost, extentOf(dc, ghost), area);
+    if (!box.empty()) blendGhost(dc, ghost, font.get(), box);
+    return;
+  }
   const COLORREF color = RGB(ghost.color >> 16 & 0xFF, ghost.color >> 8 & 0xFF, ghost.color & 0xFF);
   writeGhost(dc, ghost, ghost.place.x, ghost.place.y, color);
 }
@@ -241,22 +230,24 @@ void drawCross(HDC dc, const PixelPoint& place) {
   LineTo(dc, place.x, place.y + arm + 1);
 }
 
+void draw(HDC dc, const PictureDrawing& drawing, const PixelRect&) {
+  if (drawing.picture) drawPicture(dc, drawing);
+  if (!drawing.selected) return;
+  drawFrame(dc, drawing);
+  drawHandles(dc, drawing);
+}
+
+void draw(HDC dc, const TextGhost& ghost, const PixelRect& area) {
+  if (!ghost.text.empty()) drawGhostText(dc, ghost, area);
+  drawCross(dc, ghost.place);
+}
+
 }  // namespace
 
 void DrawPlacements(HDC deviceContext, int pane, const PixelRect& paneRectangle) {
-  for (const PictureDrawing& drawing : overlayPictures(pane, paneRectangle)) {
-    if (drawing.picture) drawPicture(deviceContext, drawing);
-    if (!drawing.selected) continue;
-    drawFrame(deviceContext, drawing);
-    drawHandles(deviceContext, drawing);
+  for (const OverlayDrawing& overlay : overlayDrawings(pane, paneRectangle)) {
+    std::visit([&](const auto& drawing) { draw(deviceContext, drawing, paneRectangle); }, overlay);
   }
-}
-
-void drawTextGhost(HDC deviceContext, int pane) {
-  const std::optional<TextGhost> ghost = textGhost(pane);
-  if (!ghost) return;
-  if (!ghost->text.empty()) drawGhostText(deviceContext, *ghost);
-  drawCross(deviceContext, ghost->place);
 }
 
 }  // namespace quillmere

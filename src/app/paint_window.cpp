@@ -141,7 +141,6 @@ void drawPaneContent(HDC dc, int pane, const PanePlan& plan) {
     drawPlaceholder(dc, pane, plan);
   }
   DrawPlacements(dc, pane, plan.content);
-  drawTextGhost(dc, pane);
   drawOverlays(dc, pane);
 }
 

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <utility>
 
-#include "annot/placement_view.h"
 #include "app/overlays.h"
 #include "platform/main_window.h"
 #include "view/geometry.h"
@@ -16,8 +15,7 @@ namespace {
 WindowPicture lastPainted;
 
 bool pageOnly(int pane, const PanePlan& plan) {
-  return plan.hasBitmap && overlayPictures(pane, plan.content).empty() && !textGhost(pane) &&
-         overlayQuads(pane).empty();
+  return plan.hasBitmap && !anythingOver(pane, plan.content);
 }
 
 // Two panes look alike around their pages.

@@ -213,10 +213,10 @@ void insertPages(DocumentHandle source, std::int32_t before) {
   const PagesSeen seen = closePages();
   std::vector<int> stamped = stampedPages(source.get());
   const PageShift shift{before, importPages(document, source.get(), before)};
-  source.reset();
   // What was copied stays in memory even after a failure.
   markAltered(documentSlotOf(pane));
   if (shift.added == 0) {
+    source.reset();
     showSamePages(seen);
     showNotice(
         u"The document could not be inserted.\n\nThe file may be corrupt, encrypted, or use "

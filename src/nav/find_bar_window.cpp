@@ -158,6 +158,13 @@ void placeControls(HWND bar, int width) {
   }
 }
 
+// The bar gets its controls and a width when it is first shown, since most starts do without it.
+void resizeBar(HWND bar, int width) {
+  if (width == 0) return;
+  if (windowHandles.findField == nullptr) createControls(bar);
+  placeControls(bar, width);
+}
+
 bool checked(HWND bar, int id) {
   return IsDlgButtonChecked(bar, id) == BST_CHECKED;
 }
@@ -207,15 +214,12 @@ void paintBar(HWND bar) {
 
 LRESULT CALLBACK barProcedure(HWND bar, UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
-    case WM_CREATE:
-      createControls(bar);
-      return 0;
     case WM_DESTROY:
       DeleteObject(barFont);
       barFont = nullptr;
       return 0;
     case WM_SIZE:
-      placeControls(bar, LOWORD(lParam));
+      resizeBar(bar, LOWORD(lParam));
       return 0;
     case WM_COMMAND:
       handleCommand(bar, LOWORD(wParam), HIWORD(wParam));

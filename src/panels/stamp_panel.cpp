@@ -130,6 +130,49 @@ bool itemPressed(std::int32_t item) {
   return (item == kMarkUpItem && markupDialogOpen()) || (item == kAddTextItem && textDialogOpen());
 }
 
+PixelRect listArea() {
+  const PixelRect area = panelArea();
+  return {0, scaled(kFirstThumbnail) - scaled(kThumbnailGap) / 2, area.right, area.bottom};
+}
+
+bool seenIn(const PixelRect& list, const PixelRect& thumbnail) {
+  return thumbnail.bottom >= list.top && thumbnail.top <= list.bottom;
+}
+
+// The entry to decode next, one that is seen before all others; -1 when all have a thumbnail.
+std::int32_t nextWithoutThumbnail() {
+  const std::vector<PixelRect> grid = scrolledGrid();
+  const PixelRect list = listArea();
+  std::int32_t next = kNoStampItem;
+  for (std::size_t i = 0; i < grid.size(); ++i) {
+    if (session.stampLibrary[i].thumbnail) continue;
+    if (seenIn(list, grid[i])) return static_cast<std::int32_t>(i);
+    if (next == kNoStampItem) next = static_cast<std::int32_t>(i);
+  }
+  return next;
+}
+
+void dropUndecodable(std::int32_t stamp) {
+  if (session.stampDrag.stamp == stamp) cancelStampDrag();
+  for (std::int32_t* known : {&session.selectedStamp, &session.stampDrag.stamp}) {
+    if (*known == stamp) *known = -1;
+    if (*known > stamp) --*known;
+  }
+  dropUndecodableStamp(stamp);
+}
+
+// One thumbnail at a time, since a large picture takes a while. True when there are more to make.
+bool makeNextThumbnail() {
+  const std::int32_t next = session.stampPanelVisible ? nextWithoutThumbnail() : kNoStampItem;
+  if (next == kNoStampItem) return false;
+  if (makeThumbnail(session.stampLibrary[static_cast<std::size_t>(next)])) {
+    platform::invalidateStampPanel();
+  } else {
+    dropUndecodable(next);
+  }
+  return true;
+}
+
 PixelRect insertionMark(const std::vector<PixelRect>& grid) {
   const StampDrag& drag = session.stampDrag;
   if (!drag.reorderActive || grid.empty()) return {};
@@ -176,6 +219,11 @@ void openStampPanel() {
   session.stampDrag = {};
 }
 
+void openStampPanelAtStart() {
+  if (session.viewerRole) session.stampPanelVisible = false;
+  if (session.stampPanelVisible) openStampPanel();
+}
+
 void pressStampPanel(int x, int y) {
   switch (const std::int32_t item = StampPanelHit(x, y)) {
     case kMarkUpItem:
@@ -192,7 +240,6 @@ void pressStampPanel(int x, int y) {
     default:
       pressStamp(item, y);
   }
-  platform::invalidateStampPanel();
 }
 
 void moveOverStampPanel(int x, int y) {
@@ -258,18 +305,16 @@ StampPanelPlan planStampPanel() {
     plan.buttons.push_back({button.label, buttonRect(button),
                             session.hoveredStampItem == button.item, itemPressed(button.item)});
   }
-  const PixelRect area = panelArea();
-  plan.list = {0, scaled(kFirstThumbnail) - scaled(kThumbnailGap) / 2, area.right, area.bottom};
+  plan.list = listArea();
   const std::vector<PixelRect> grid = scrolledGrid();
   for (std::size_t i = 0; i < grid.size(); ++i) {
-    if (grid[i].bottom < plan.list.top || grid[i].top > plan.list.bottom) continue;
-    StampEntry& entry = session.stampLibrary[i];
-    makeThumbnail(entry);
+    if (!seenIn(plan.list, grid[i])) continue;
     const auto index = static_cast<std::int32_t>(i);
-    plan.thumbnails.push_back({entry.thumbnail, grid[i], session.selectedStamp == index,
-                               session.hoveredStampItem == index});
+    plan.thumbnails.push_back({session.stampLibrary[i].thumbnail, grid[i],
+                               session.selectedStamp == index, session.hoveredStampItem == index});
   }
   plan.insertionMark = insertionMark(grid);
+  if (nextWithoutThumbnail() != kNoStampItem) platform::doWhenIdle(makeNextThumbnail);
   return plan;
 }
 

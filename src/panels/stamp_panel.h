@@ -23,8 +23,11 @@ int LayoutStampGrid(int panelWidth, std::vector<PixelRect>& rectangles);
 
 std::int32_t StampPanelHit(int x, int y);
 
-// Brings the library up to date. The panel must call it before it is shown.
+// Brings the library up to date. Must be called before the panel is shown. Thumbnails follow while
+// the program is idle, those that are seen first; what cannot be decoded leaves the library then.
 void openStampPanel();
+// The same when settings show the panel from the start; a read-only process has none.
+void openStampPanelAtStart();
 
 void pressStampPanel(int x, int y);
 void moveOverStampPanel(int x, int y);
@@ -47,13 +50,13 @@ struct StampPanelButton {
 };
 
 struct StampPanelThumbnail {
-  platform::SharedPicture picture;  // null when its file cannot be decoded
+  platform::SharedPicture picture;  // null until it has been made
   PixelRect rect;                   // in the panel, scrolled
   bool selected = false;
   bool hovered = false;
 };
 
-// What the panel shows.
+// What the panel shows. Thumbnails that are not there yet are made soon.
 struct StampPanelPlan {
   std::vector<StampPanelButton> buttons;
   PixelRect list;  // where thumbnails appear

@@ -161,7 +161,6 @@ LRESULT CALLBACK panelProcedure(HWND window, UINT message, WPARAM wParam, LPARAM
     case WM_KEYDOWN:
       if (wParam == VK_DELETE && deleteSelectedStamp()) return 0;
       return SendMessageW(windowHandles.main, message, wParam, lParam);
-    case WM_KEYUP:
     case WM_MOUSEWHEEL:  // the main window asks what is under the pointer
       return SendMessageW(windowHandles.main, message, wParam, lParam);
     default:

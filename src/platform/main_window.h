@@ -84,6 +84,10 @@ bool anyWorkAfterPainting();
 // the user may press a key during it.
 void doWhenIdle(bool (*work)());
 
+// Calls `work` once, half a second after it was last asked for. For what a burst of changes needs
+// only at its end. Does nothing without a main window.
+void doWhenQuiet(void (*work)());
+
 // The system's colour behind selected text.
 struct SystemColor {
   std::uint8_t r = 0;

@@ -41,6 +41,10 @@ void placementsChanged(FPDF_DOCUMENT document);
 // Stamps came into the library or left it.
 void stampLibraryChanged();
 
+// The Add Text or the Mark Up dialog opened or closed. This one may be reported while another is
+// handled: documentsChanged() closes Add Text.
+void toolDialogsChanged();
+
 // The search results or the current hit changed.
 void hitsChanged();
 

@@ -56,14 +56,11 @@ void readOrForget(BinderFile& binder, const std::u16string& path) {
   if (keepsBinderFile(binder)) platform::deleteFile(path);
 }
 
-bool saveWhenIdle() {
-  SaveWorkingDocuments();
-  return false;
-}
-
-// The document is to be seen first, and to be there for the next key.
+// The document is to be seen first, and to be there for the next key. Going through a folder opens
+// one after another.
 void saveLater() {
-  platform::mainWindowExists() ? platform::doWhenIdle(saveWhenIdle) : SaveWorkingDocuments();
+  platform::mainWindowExists() ? platform::doWhenQuiet(SaveWorkingDocuments)
+                               : SaveWorkingDocuments();
 }
 
 int workingDocuments() {

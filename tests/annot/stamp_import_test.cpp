@@ -116,6 +116,20 @@ TEST_F(StampImportTest, AFolderThatIsAFileRefusesEverything) {
   EXPECT_THAT(names(), IsEmpty());
 }
 
+TEST_F(StampImportTest, AFolderThatTakesNoFilesRefusesEverythingInSilence) {
+  fillLibrary(1);
+  const std::string list = listed();
+  standIn().openDialogAnswers = {{picture(u"a.png"), picture(u"b.jpg")}};
+  platform::setProperties(session.stampsFolder, {0, 0, u"D:(D;;FW;;;WD)"});
+  standIn().shown.clear();
+  ImportStamps();
+  EXPECT_THAT(names(), ElementsAre(u"1"));
+  EXPECT_EQ(listed(), list);
+  EXPECT_THAT(platform::namesIn(session.stampsFolder), ElementsAre(u"1.png", u"stamps.lst"));
+  EXPECT_TRUE(standIn().boxes.empty());
+  EXPECT_THAT(standIn().shown, IsEmpty());
+}
+
 TEST_F(StampImportTest, PathsAreLimited) {
   EXPECT_FALSE(ImportStampFile(picture(std::u16string(215, u'n') + u".png")));
   EXPECT_TRUE(ImportStampFile(picture(std::u16string(150, u'n') + u".png")));

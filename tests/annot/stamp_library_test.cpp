@@ -242,13 +242,107 @@ TEST_F(StampLibraryTest, APendingStampWhoseFileVanishedKeepsWhatItShowed) {
   EXPECT_EQ(placement.image->pixels.front(), 0xFF00FF00u);
 }
 
-TEST_F(StampLibraryTest, AnEntryThatCannotBeDecodedDropsOutWhenThePanelOpens) {
-  putStamp(u"a.png");
-  const std::string whole = plainPng(40, 20, 0xFF000000);
-  platform::putFile(inStamps(u"cut.png"), whole.substr(0, whole.size() - 40));
-  putList("cut.png\r\na.png\r\n");
+TEST_F(StampLibraryTest, APendingStampKeepsWhatItShowedWhileAnotherProgramHasItsFile) {
+  putStamp(u"a.png", 10, 10, 0xFFFF0000);
+  putStamp(u"b.png", 10, 10, 0xFF00FF00);
+  putList("a.png\r\nb.png\r\n");
+  LoadStampLibrary();
+  placeStamp(0);
+  placeStamp(1);
+  ASSERT_TRUE(stampBitmap(0));
+  ASSERT_TRUE(makeThumbnail(session.stampLibrary[1])) << "drawn in the panel alone";
+  for (const char16_t* name : {u"a.png", u"b.png"}) {
+    platform::setOtherUse(inStamps(name), platform::OtherUse::Exclusive);
+  }
   refreshStampLibrary();
-  EXPECT_THAT(names(), ElementsAre(u"Date", u"a"));
+  EXPECT_THAT(names(), ElementsAre(u"Date"));
+  const std::vector<Placement>& stamps = session.placements[0];
+  for (const Placement& stamp : stamps) {
+    EXPECT_EQ(stamp.stampIndex, -1);
+    ASSERT_TRUE(stamp.image);
+  }
+  EXPECT_EQ(stamps[0].image->pixels.front(), 0xFFFF0000u);
+  EXPECT_EQ(stamps[1].image->pixels.front(), 0xFF00FF00u);
+}
+
+TEST_F(StampLibraryTest, PendingStampsFollowTheirEntryPastAFileThatAnotherProgramHas) {
+  fillLibrary(3);
+  placeStamp(2);
+  platform::setOtherUse(inStamps(u"1.png"), platform::OtherUse::Exclusive);
+  refreshStampLibrary();
+  ASSERT_THAT(names(), ElementsAre(u"Date", u"2", u"3"));
+  EXPECT_EQ(session.placements[0].front().stampIndex, 2);
+  EXPECT_FALSE(session.placements[0].front().image);
+}
+
+TEST_F(StampLibraryTest, APendingStampWithoutAnyPictureNeverTakesAnother) {
+  refreshStampLibrary();
+  putStamp(u"a.png");
+  putList("a.png\r\n");
+  LoadStampLibrary();
+  ASSERT_THAT(names(), ElementsAre(u"Date", u"a"));
+  placeStamp(0);
+  platform::setOtherUse(inStamps(u"__date__.png"), platform::OtherUse::Exclusive);
+  refreshStampLibrary();
+  ASSERT_THAT(names(), ElementsAre(u"a"));
+  EXPECT_EQ(session.placements[0].front().stampIndex, -1);
+  EXPECT_FALSE(session.placements[0].front().image);
+}
+
+TEST_F(StampLibraryTest, StampsOfOneEntryShareThePictureThatTheyKeep) {
+  refreshStampLibrary();
+  placeStamp(0);
+  placeStamp(0);
+  refreshStampLibrary();
+  const std::vector<Placement>& stamps = session.placements[0];
+  ASSERT_TRUE(stamps[0].image);
+  EXPECT_EQ(stamps[0].image, stamps[1].image);
+}
+
+TEST_F(StampLibraryTest, APendingStampDoesNotStandOnAFileThatWasDamaged) {
+  putStamp(u"a.png", 10, 10, 0xFF00FF00);
+  putStamp(u"b.png");
+  putList("a.png\r\nb.png\r\n");
+  LoadStampLibrary();
+  placeStamp(0);
+  placeStamp(1);
+  ASSERT_TRUE(stampBitmap(0));
+  const std::string whole = plainPng(10, 10, 0xFF000000);
+  platform::putFile(inStamps(u"a.png"), whole.substr(0, whole.size() - 40));
+  refreshStampLibrary();
+  EXPECT_THAT(names(), ElementsAre(u"Date", u"b"));
+  const std::vector<Placement>& stamps = session.placements[0];
+  EXPECT_EQ(stamps[0].stampIndex, -1);
+  ASSERT_TRUE(stamps[0].image);
+  EXPECT_EQ(stamps[0].image->pixels.front(), 0xFF00FF00u);
+  EXPECT_EQ(stamps[1].stampIndex, 1);
+}
+
+TEST_F(StampLibraryTest, OpeningThePanelDecodesNothing) {
+  fillLibrary(20);
+  refreshStampLibrary();
+  EXPECT_EQ(standIn().picturesDecoded, 0);
+  EXPECT_EQ(session.stampLibrary.size(), 21u);
+}
+
+TEST_F(StampLibraryTest, AnEntryThatCannotBeDecodedGoesButStaysInTheList) {
+  fillLibrary(3);
+  placeStamp(1);
+  placeStamp(2);
+  ASSERT_TRUE(stampBitmap(1));
+  platform::putFile(inStamps(u"2.png"), std::string("no picture"));
+  const std::string list = listed();
+  standIn().shown.clear();
+  dropUndecodableStamp(1);
+  EXPECT_THAT(names(), ElementsAre(u"1", u"3"));
+  EXPECT_EQ(listed(), list);
+  EXPECT_THAT(standIn().shown, ElementsAre("stamp panel"));
+  const std::vector<Placement>& stamps = session.placements[0];
+  EXPECT_EQ(stamps[0].stampIndex, -1);
+  EXPECT_TRUE(stamps[0].image);
+  EXPECT_EQ(stamps[1].stampIndex, 1);
+  dropUndecodableStamp(2);
+  EXPECT_EQ(session.stampLibrary.size(), 2u) << "there is no such entry";
 }
 
 TEST_F(StampLibraryTest, LargePicturesAreDrawnFromASmallerCopy) {

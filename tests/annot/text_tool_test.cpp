@@ -170,12 +170,49 @@ TEST_F(TextToolTest, WithoutTextThePreviewIsItsCrossAlone) {
 TEST_F(TextToolTest, ShiftHidesThePreviewAtOnce) {
   const ClientPoint at = placeOf(100, 300);
   const int before = platform::standIn().window.invalidations;
-  changeTextToolShift();
+  shiftChanged();
   EXPECT_EQ(platform::standIn().window.invalidations, before) << "nothing is shown yet";
   movePointer(at.x, at.y);
   const int moved = platform::standIn().window.invalidations;
-  changeTextToolShift();
+  const int cursors = platform::standIn().window.cursorRefreshes;
+  shiftChanged();
   EXPECT_EQ(platform::standIn().window.invalidations, moved + 1);
+  EXPECT_EQ(platform::standIn().window.cursorRefreshes, cursors + 1);
+}
+
+// A ghost at 200, 100, with letters that rise 16 pixels and hang down 4.
+class TextGhostAreaTest : public testing::Test {
+ protected:
+  static PixelRect areaOf(int turns, int width = 50) {
+    TextGhost ghost;
+    ghost.place = {200, 100};
+    ghost.turns = turns;
+    return textGhostArea(ghost, {width, 16, 4}, pane_);
+  }
+  static constexpr PixelRect pane_{0, 0, 400, 300};
+};
+
+TEST_F(TextGhostAreaTest, HoldsTheTextAndRoomForOverhangingLetters) {
+  EXPECT_EQ(areaOf(0), (PixelRect{188, 72, 262, 116}));
+}
+
+TEST_F(TextGhostAreaTest, TurnsClockwiseAboutTheStartOfTheBaseline) {
+  EXPECT_EQ(areaOf(1), (PixelRect{184, 88, 228, 162}));
+  EXPECT_EQ(areaOf(2), (PixelRect{138, 84, 212, 128}));
+  EXPECT_EQ(areaOf(3), (PixelRect{172, 38, 216, 112}));
+}
+
+TEST_F(TextGhostAreaTest, EndsAtThePanesEdges) {
+  EXPECT_EQ(areaOf(0, 60000), (PixelRect{188, 72, 400, 116}));
+  EXPECT_EQ(areaOf(1, 60000), (PixelRect{184, 88, 228, 300}));
+  EXPECT_EQ(areaOf(2, 60000), (PixelRect{0, 84, 212, 128}));
+  EXPECT_EQ(areaOf(3, 60000), (PixelRect{172, 0, 216, 112}));
+}
+
+TEST_F(TextGhostAreaTest, IsEmptyWhereNothingIsSeen) {
+  TextGhost ghost;
+  ghost.place = {500, 100};
+  EXPECT_TRUE(textGhostArea(ghost, {50, 16, 4}, pane_).empty());
 }
 
 }  // namespace

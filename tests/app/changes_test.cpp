@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "annot/markup_list.h"
+#include "annot/text_dialog.h"
 #include "documents/close.h"
 #include "documents/modes.h"
 #include "documents/open.h"
@@ -108,6 +109,15 @@ TEST_F(ChangesTest, ASearchEndsVisiblyWithItsDocument) {
 TEST_F(ChangesTest, AModeChangeEndsWithMenusTitleStatusAndAFullRepaint) {
   setViewMode(ViewMode::Book);
   EXPECT_THAT(shown(), ElementsAre("menus", "title", "status bar", "repaint with erasing"));
+}
+
+TEST_F(ChangesTest, AModeChangeClosesAddTextFirst) {
+  toggleTextDialog();
+  forget();
+  setViewMode(ViewMode::Book);
+  EXPECT_FALSE(textDialogOpen());
+  EXPECT_THAT(shown(), ElementsAre("repaint", "stamp panel", "menus", "title", "status bar",
+                                   "repaint with erasing"));
 }
 
 TEST_F(ChangesTest, AnOpenPaintsThePageBeforeItReadsTheOutline) {

@@ -6,6 +6,7 @@
 
 #include "app/main_window.h"
 #include "platform/win32/window_handles.h"
+#include "session/session.h"
 
 namespace quillmere::test {
 namespace {
@@ -80,6 +81,18 @@ TEST_F(MessageOrderTest, AKeyOfNobodyIsDispatched) {
   dialog(ModelessDialog::About) = outer_;
   EXPECT_FALSE(press(windowHandles.main, VK_F9));
   EXPECT_TRUE(commands.empty());
+}
+
+TEST_F(MessageOrderTest, ShiftReachesThePreviewOfATextWhileADialogHasTheKeyboard) {
+  dialog(ModelessDialog::AddText) = outer_;
+  session.textTool.armed = true;
+  session.textTool.pointerKnown = true;
+  for (const WPARAM key : {WPARAM{VK_F9}, WPARAM{VK_SHIFT}}) {
+    ValidateRect(windowHandles.main, nullptr);
+    press(control_, key);
+    EXPECT_EQ(GetUpdateRect(windowHandles.main, nullptr, FALSE) != FALSE, key == VK_SHIFT);
+  }
+  resetSession();
 }
 
 TEST_F(MessageOrderTest, EveryDialogComesBeforeTheAccelerators) {

@@ -54,7 +54,7 @@ TEST_F(OverlaysTest, TheSelectionIsAnUprightBoxInTheOrderAroundIt) {
   EXPECT_LT(quad.corner[1].y, quad.corner[2].y);
 }
 
-TEST_F(OverlaysTest, PicturesLieInTheOrderOfTheirListUnderTheStampThatIsDragged) {
+TEST_F(OverlaysTest, PicturesLieInTheOrderOfTheirListUnderThePreviews) {
   Placement written;
   written.annotIndex = 0;
   Placement pending;
@@ -73,13 +73,36 @@ TEST_F(OverlaysTest, PicturesLieInTheOrderOfTheirListUnderTheStampThatIsDragged)
   session.stampDrag.stamp = 0;
   session.stampDrag.stampOverPage = true;
   const PixelRect everything{0, 0, 5000, 5000};
-  const std::vector<PictureDrawing> pictures = overlayPictures(0, everything);
-  ASSERT_EQ(pictures.size(), 3u);
-  EXPECT_EQ(pictures[0].picture, session.placements[0][1].image);
-  EXPECT_EQ(pictures[1].picture, session.placements[0][2].image);
-  EXPECT_EQ(pictures[2].alpha, kGhostAlpha);
-  EXPECT_EQ(pictures[2].height, 80);
-  EXPECT_TRUE(overlayPictures(1, everything).empty());
+  session.textTool.armed = true;
+  session.textTool.pointerKnown = true;
+  session.textTool.x = 500;
+  session.textTool.y = 300;
+  const std::vector<OverlayDrawing> drawings = overlayDrawings(0, everything);
+  ASSERT_EQ(drawings.size(), 4u);
+  EXPECT_EQ(std::get<PictureDrawing>(drawings[0]).picture, session.placements[0][1].image);
+  EXPECT_EQ(std::get<PictureDrawing>(drawings[1]).picture, session.placements[0][2].image);
+  EXPECT_EQ(std::get<PictureDrawing>(drawings[2]).alpha, kGhostAlpha);
+  EXPECT_EQ(std::get<PictureDrawing>(drawings[2]).height, 80);
+  EXPECT_EQ(std::get<TextGhost>(drawings[3]).alpha, kTextGhostAlpha);
+  EXPECT_TRUE(overlayDrawings(1, everything).empty());
+}
+
+TEST_F(OverlaysTest, AnyOfThemLiesOverThePage) {
+  const PixelRect everything{0, 0, 5000, 5000};
+  EXPECT_FALSE(anythingOver(0, everything));
+  selectAll(0);
+  EXPECT_TRUE(anythingOver(0, everything));
+  EXPECT_FALSE(anythingOver(1, everything));
+  dropTextSelection();
+  ASSERT_FALSE(anythingOver(0, everything));
+  session.textTool.armed = true;
+  session.textTool.pointerKnown = true;
+  session.textTool.x = 500;
+  session.textTool.y = 300;
+  EXPECT_TRUE(anythingOver(0, everything)) << "the preview of a text";
+  session.textTool.armed = false;
+  session.placements[0] = {Placement{}};
+  EXPECT_TRUE(anythingOver(0, everything));
 }
 
 TEST_F(OverlaysTest, PicturesOutsideTheAreaAreLeftOut) {
@@ -90,9 +113,9 @@ TEST_F(OverlaysTest, PicturesOutsideTheAreaAreLeftOut) {
   stamp.height = 20;
   session.placements[0] = {stamp};
   const PixelRect bounds = PlacementScreenBounds(0, stamp);
-  EXPECT_EQ(overlayPictures(0, bounds).size(), 1u);
+  EXPECT_EQ(overlayDrawings(0, bounds).size(), 1u);
   EXPECT_TRUE(
-      overlayPictures(0, {bounds.right, bounds.top, bounds.right + 50, bounds.bottom}).empty());
+      overlayDrawings(0, {bounds.right, bounds.top, bounds.right + 50, bounds.bottom}).empty());
 }
 
 TEST_F(OverlaysTest, APaneWithoutASelectionHasNone) {

@@ -136,6 +136,16 @@ TEST_F(RepaintTest, APlacementIsPaintedAwayWithItsPage) {
   expectWholeRepaint();
 }
 
+TEST_F(RepaintTest, ThePreviewOfATextIsPaintedToo) {
+  session.textTool.armed = true;
+  session.textTool.pointerKnown = true;
+  session.textTool.x = 500;
+  session.textTool.y = 300;
+  paint();
+  goToPage(0, 2, false);
+  expectWholeRepaint();
+}
+
 TEST_F(RepaintTest, APanelThatCameMeanwhileIsPaintedToo) {
   session.stampPanelVisible = true;
   goToPage(0, 2, false);

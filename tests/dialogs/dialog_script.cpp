@@ -92,6 +92,7 @@ bool markupDialogOpen() {
 
 void openMarkupDialog(const MarkupDialogView& view) {
   dialogScript().markupDialog = view;
+  markupDialogOpened();
 }
 
 void closeMarkupDialog() {

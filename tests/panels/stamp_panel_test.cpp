@@ -7,6 +7,7 @@
 #include "annot/placement_view.h"
 #include "annot/stamp_library.h"
 #include "annot/text_dialog.h"
+#include "app/commands.h"
 #include "app/mouse.h"
 #include "dialogs/dialog_script.h"
 #include "documents/modes.h"
@@ -51,6 +52,27 @@ class StampPanelTest : public PlacementTest {
     std::u16string names;
     for (const StampEntry& stamp : session.stampLibrary) names += stamp.name + u" ";
     return names;
+  }
+  // Opens the panel on a library of the date stamp and `count` others named "1" and so on, in a
+  // program that is busy. The file of one of them can be cut off.
+  static void openWithStamps(int count, int damaged = 0) {
+    std::string list;
+    for (int n = 1; n <= count; ++n) {
+      const std::string name = std::to_string(n) + ".png";
+      const std::string whole = plainPng(80, 40, 0xFF336699);
+      platform::putFile(session.stampsFolder + std::u16string(name.begin(), name.end()),
+                        whole.substr(0, n == damaged ? whole.size() - 40 : whole.size()));
+      list += name + "\r\n";
+    }
+    platform::putFile(session.stampsFolder + u"stamps.lst", list);
+    standIn().window.paintsLater = true;
+    session.stampPanelVisible = false;
+    toggleStampPanel();
+  }
+  static int topOf(std::size_t index) {
+    std::vector<PixelRect> grid;
+    LayoutStampGrid(session.stampPanelWidth, grid);
+    return grid.at(index).top;
   }
   // The middle of a stamp's row.
   static int rowOf(int index) { return 98 + 88 * index + 40; }
@@ -290,18 +312,21 @@ TEST_F(StampPanelTest, AnotherDensityMakesThumbnailsAnew) {
   session.stampPanelVisible = false;
   platform::putFile(session.stampsFolder + u"a.png", plainPng(800, 400, 0xFF336699));
   toggleStampPanel();
+  planStampPanel();
   changeDensity(144);
+  planStampPanel();
   const StampPanelPlan plan = planStampPanel();
   ASSERT_EQ(plan.thumbnails.size(), 2u);
   EXPECT_EQ(plan.thumbnails[1].picture->height, 120);
 }
 
-TEST_F(StampPanelTest, ThumbnailsAreMadeWhenThePanelOpens) {
+TEST_F(StampPanelTest, ThumbnailsAreMadeOnce) {
   session.stampPanelVisible = false;
   platform::putFile(session.stampsFolder + u"a.png", plainPng(800, 400, 0xFF336699));
   standIn().date = 20260309;
   toggleStampPanel();
   ASSERT_EQ(session.stampLibrary.size(), 2u);
+  planStampPanel();
   const StampPanelPlan plan = planStampPanel();
   ASSERT_EQ(plan.thumbnails.size(), 2u);
   ASSERT_TRUE(plan.thumbnails[1].picture);
@@ -310,6 +335,124 @@ TEST_F(StampPanelTest, ThumbnailsAreMadeWhenThePanelOpens) {
   const int decoded = standIn().picturesDecoded;
   planStampPanel();
   EXPECT_EQ(standIn().picturesDecoded, decoded);
+}
+
+TEST_F(StampPanelTest, OpeningAndPaintingDecodeNothingUntilTheProgramIsIdle) {
+  openWithStamps(20);
+  ASSERT_EQ(session.stampLibrary.size(), 21u);
+  const StampPanelPlan plan = planStampPanel();
+  EXPECT_FALSE(plan.thumbnails[1].picture);
+  EXPECT_EQ(standIn().picturesDecoded, 0);
+  standIn().shown.clear();
+  standIn().window.idleSlice();
+  EXPECT_EQ(standIn().picturesDecoded, 1) << "the user may do something in between";
+  EXPECT_THAT(standIn().shown, ElementsAre("stamp panel"));
+  standIn().window.paintNow();
+  EXPECT_EQ(standIn().picturesDecoded, 21);
+  EXPECT_TRUE(planStampPanel().thumbnails[1].picture);
+  EXPECT_TRUE(standIn().window.whenIdle.empty());
+}
+
+TEST_F(StampPanelTest, ThumbnailsThatAreSeenComeFirst) {
+  openWithStamps(20);
+  turnStampPanelWheel(-120 * 100);
+  const StampPanelPlan plan = planStampPanel();
+  for (std::size_t n = 0; n < plan.thumbnails.size(); ++n) standIn().window.idleSlice();
+  const auto& library = session.stampLibrary;
+  EXPECT_FALSE(library.front().thumbnail);
+  EXPECT_TRUE(library.back().thumbnail);
+  for (const StampPanelThumbnail& thumbnail : planStampPanel().thumbnails) {
+    EXPECT_TRUE(thumbnail.picture);
+  }
+}
+
+TEST_F(StampPanelTest, AHiddenPanelDecodesNothing) {
+  openWithStamps(5);
+  planStampPanel();
+  toggleStampPanel();
+  standIn().window.paintNow();
+  EXPECT_EQ(standIn().picturesDecoded, 0);
+}
+
+TEST_F(StampPanelTest, WhatCannotBeDecodedLeavesTheLibraryWhileTheProgramIsIdle) {
+  openWithStamps(3, 1);
+  session.selectedStamp = 3;
+  planStampPanel();
+  standIn().window.paintNow();
+  EXPECT_EQ(order(), u"Date 2 3 ");
+  EXPECT_EQ(session.selectedStamp, 2) << "the same stamp";
+}
+
+TEST_F(StampPanelTest, NothingThatCannotBeDecodedStaysSelected) {
+  openWithStamps(3, 3);
+  session.selectedStamp = 3;
+  planStampPanel();
+  standIn().window.paintNow();
+  EXPECT_EQ(order(), u"Date 1 2 ");
+  EXPECT_EQ(session.selectedStamp, -1);
+}
+
+TEST_F(StampPanelTest, ADragGoesOnWhenAnotherStampLeaves) {
+  openWithStamps(3, 1);
+  pressStampPanel(100, topOf(3) + 1);
+  planStampPanel();
+  standIn().window.paintNow();
+  releaseStampPanel(-300, 300);
+  ASSERT_EQ(session.placements[0].size(), 1u);
+  EXPECT_EQ(placement(0, 0).stampIndex, 2);
+}
+
+TEST_F(StampPanelTest, ADragEndsWhenItsStampLeaves) {
+  openWithStamps(3, 3);
+  pressStampPanel(100, topOf(3) + 1);
+  planStampPanel();
+  standIn().window.paintNow();
+  releaseStampPanel(-300, 300);
+  EXPECT_TRUE(session.placements.empty());
+}
+
+TEST_F(StampPanelTest, APanelShownFromTheStartIsOpenedAsByTheCommand) {
+  openWithStamps(3);
+  const std::u16string byCommand = order();
+  session.stampLibrary.clear();
+  platform::deleteFile(session.stampsFolder + u"__date__.png");
+  session.selectedStamp = 2;
+  openStampPanelAtStart();
+  EXPECT_EQ(order(), byCommand);
+  EXPECT_EQ(session.selectedStamp, -1);
+  EXPECT_TRUE(platform::fileExists(session.stampsFolder + u"__date__.png")) << "drawn for today";
+  EXPECT_EQ(standIn().picturesDecoded, 0);
+}
+
+TEST_F(StampPanelTest, APanelThatIsNotShownFromTheStartIsNotOpened) {
+  platform::putFile(session.stampsFolder + u"a.png", plainPng(4, 4, 0xFF336699));
+  session.stampPanelVisible = false;
+  openStampPanelAtStart();
+  EXPECT_TRUE(session.stampLibrary.empty());
+  session.viewerRole = true;
+  session.stampPanelVisible = true;
+  openStampPanelAtStart();
+  EXPECT_TRUE(session.stampLibrary.empty());
+  EXPECT_FALSE(session.stampPanelVisible);
+}
+
+TEST_F(StampPanelTest, TheButtonsFollowTheirDialogsWhoeverOpensAndClosesThem) {
+  const auto panelIsRepainted = [] {
+    const bool told = testing::Value(standIn().shown, testing::Contains("stamp panel"));
+    standIn().shown.clear();
+    return told;
+  };
+  standIn().shown.clear();
+  runCommand(kCmdMarkUp);
+  EXPECT_TRUE(panelIsRepainted());
+  EXPECT_TRUE(planStampPanel().buttons[0].pressed);
+  closeMarkupDialog();
+  EXPECT_TRUE(panelIsRepainted());
+  EXPECT_FALSE(planStampPanel().buttons[0].pressed);
+  toggleTextDialog();
+  EXPECT_TRUE(panelIsRepainted());
+  closeTextDialog();
+  EXPECT_TRUE(panelIsRepainted());
 }
 
 TEST_F(StampPanelTest, HidingThePanelEndsTextAndSelection) {

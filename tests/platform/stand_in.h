@@ -101,6 +101,8 @@ struct StandInWindow {
   // What waits for the user to do nothing. The same applies to it, and idleSlice() calls each once.
   std::vector<bool (*)()> whenIdle;
   void idleSlice();
+  // What waits until nothing was changed for a while; the same applies.
+  std::vector<void (*)()> whenQuiet;
   void paintNow();
 };
 

@@ -211,8 +211,14 @@ bool writeFound(const FoundPath& found, const void* bytes, std::uint64_t size) {
   return done && fits;
 }
 
+// The folder's access list keeps everyone from writing its files.
+bool deniesWriting(const fs::path& folder) {
+  return recordedProperties(folder).accessList.find(u"(D;;FW;;;WD)") != std::u16string::npos;
+}
+
 bool canBeWritten(const FoundPath& found) {
   if (found.error != 0 && found.error != kErrorFileNotFound) return false;
+  if (deniesWriting(found.owner.parent_path())) return false;
   return !found.folder && !isReadOnly(found.owner) && otherUseOf(found.real) == OtherUse::Nobody &&
          !held(found.real);
 }

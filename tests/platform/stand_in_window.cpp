@@ -159,6 +159,13 @@ void doWhenIdle(bool (*work)()) {
   if (!mainWindow()->paintsLater) mainWindow()->paintNow();
 }
 
+void doWhenQuiet(void (*work)()) {
+  if (!mainWindow()) return;
+  std::vector<void (*)()>& waiting = mainWindow()->whenQuiet;
+  if (std::find(waiting.begin(), waiting.end(), work) == waiting.end()) waiting.push_back(work);
+  if (!mainWindow()->paintsLater) mainWindow()->paintNow();
+}
+
 void StandInWindow::idleSlice() {
   const std::vector<bool (*)()> works = whenIdle;
   for (bool (*work)() : works) {
@@ -169,6 +176,7 @@ void StandInWindow::idleSlice() {
 void StandInWindow::paintNow() {
   for (void (*work)() : std::exchange(afterPainting, {})) work();
   while (!whenIdle.empty()) idleSlice();
+  for (void (*work)() : std::exchange(whenQuiet, {})) work();
 }
 
 SystemColor highlightColor() {

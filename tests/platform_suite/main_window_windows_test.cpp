@@ -89,6 +89,21 @@ std::wstring statusText(WPARAM part) {
   return text;
 }
 
+TEST_F(MainWindowWindows, TheKeyboardGoesBackToTheStampPanelUnlessItIsHidden) {
+  const HWND panel = createChild(windowHandles.main, WC_STATICW, 0);
+  windowHandles.stampPanel = panel;
+  SetFocus(windowHandles.main);
+  EXPECT_EQ(keyboardHolder(), windowHandles.main);
+  SetFocus(panel);
+  EXPECT_EQ(keyboardHolder(), panel);
+  SetFocus(windowHandles.main);
+  giveKeyboardTo(panel);
+  EXPECT_EQ(GetFocus(), panel);
+  ShowWindow(panel, SW_HIDE);
+  giveKeyboardTo(panel);
+  EXPECT_EQ(GetFocus(), windowHandles.main);
+}
+
 TEST_F(MainWindowWindows, SizesAreThoseOfTheWindow) {
   RECT rect{};
   GetClientRect(windowHandles.main, &rect);
@@ -230,6 +245,22 @@ TEST_F(MainWindowWindows, WorkForIdleTimesStopsAfterASliceForWhatTheUserDoes) {
     EXPECT_EQ(worksDone, slice);
   }
   EXPECT_FALSE(KillTimer(windowHandles.main, kIdleTimer));
+}
+
+void countWork() {
+  ++worksDone;
+}
+
+TEST_F(MainWindowWindows, WorkForQuietTimesIsDoneOnceAtTheEndOfABurst) {
+  worksDone = 0;
+  const ULONGLONG start = GetTickCount64();
+  for (int i = 0; i < 3; ++i) doWhenQuiet(countWork);
+  EXPECT_EQ(worksDone, 0);
+  MSG message{};
+  while (worksDone == 0 && GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
+  EXPECT_EQ(worksDone, 1);
+  EXPECT_GE(GetTickCount64() - start, 400u);
+  EXPECT_FALSE(KillTimer(windowHandles.main, reinterpret_cast<UINT_PTR>(countWork)));
 }
 
 TEST_F(MainWindowWindows, TheStatusBarIsFilledWhenItIsPainted) {

@@ -78,8 +78,9 @@ RECT clientRect() {
 
 HWND keyboardHolder() {
   const HWND focus = GetFocus();
-  for (const HWND tree : {windowHandles.bookmarksTree, windowHandles.binderTree}) {
-    if (tree != nullptr && (focus == tree || IsChild(tree, focus))) return tree;
+  for (const HWND panel :
+       {windowHandles.bookmarksTree, windowHandles.binderTree, windowHandles.stampPanel}) {
+    if (panel != nullptr && (focus == panel || IsChild(panel, focus))) return panel;
   }
   const HWND bar = windowHandles.findBar;
   return bar != nullptr && IsChild(bar, focus) ? focus : mainWindow();
@@ -326,6 +327,18 @@ void workWhenIdle() {
   do doIdleSlice();
   while (!windowHandles.whenIdle.empty() && !messageWaits());
   if (windowHandles.whenIdle.empty()) KillTimer(mainWindow(), kIdleTimer);
+}
+
+void doWhenQuiet(void (*work)()) {
+  constexpr UINT kQuiet = 500;  // milliseconds
+  const auto tick = [](HWND window, UINT, UINT_PTR timer, DWORD) {
+    KillTimer(window, timer);
+    reinterpret_cast<void (*)()>(timer)();
+  };
+  // Work that is asked for again has the same number, so its time begins anew.
+  if (mainWindow() != nullptr) {
+    SetTimer(mainWindow(), reinterpret_cast<UINT_PTR>(work), kQuiet, tick);
+  }
 }
 
 SystemColor highlightColor() {

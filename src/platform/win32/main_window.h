@@ -7,8 +7,8 @@
 // What window code needs of the main window besides platform/main_window.h.
 namespace quillmere::platform {
 
-// The window to give the keyboard back to after a box, a dialog or another program had it: the tree
-// or the control of the find bar that has it now, otherwise the main window.
+// The window to give the keyboard back to after a box, a dialog or another program had it: the
+// tree, the stamp panel or the control of the find bar that has it now, otherwise the main window.
 HWND keyboardHolder();
 // Gives the keyboard to that window, or to the main window if it has been hidden, disabled or
 // destroyed.

@@ -231,7 +231,9 @@ bool savePng(const Picture& picture, const std::u16string& path) {
   return false;
 }
 
-std::u16string picturePatterns() {
+namespace {
+
+std::u16string patternsOfDecoders() {
   UINT count = 0;
   UINT size = 0;
   if (Gdiplus::GetImageDecodersSize(&count, &size) != Gdiplus::Ok || size == 0) return {};
@@ -244,6 +246,15 @@ std::u16string picturePatterns() {
     if (!patterns.empty()) patterns += u';';
     patterns += toLower(fromWide(decoders[n].FilenameExtension));
   }
+  return patterns;
+}
+
+}  // namespace
+
+// The decoders stay the same while the program runs.
+std::u16string picturePatterns() {
+  static std::u16string patterns;
+  if (patterns.empty()) patterns = patternsOfDecoders();
   return patterns;
 }
 
