@@ -75,6 +75,15 @@ std::string whitePage(int rotate = 0) {
   return test::buildPdf({page});
 }
 
+// A white page that shows its crop box alone, which begins away from the corner of the page, and is
+// turned by an entry of its own.
+std::string croppedPage(int rotate) {
+  test::PdfPage page;
+  page.rotate = rotate;
+  page.entries = "/CropBox [100 150 512 692]";
+  return test::buildPdf({page});
+}
+
 // A library, and a document of white pages at its actual size.
 class Stamps : public Scenario {
  protected:
@@ -542,6 +551,37 @@ TEST_F(Stamps, OddPicturesAreImportedOrRefusedInSilence) {
   // Each is shown as high as any.
   EXPECT_TRUE(eventually([&] { return stampInPanel(kTeal).y > stampInPanel(kRed).y; }));
   picture("Stamps.OddPictures");
+}
+
+TEST_F(Stamps, OnACroppedPageAStampLandsUnderThePointerWhateverThePagesTurn) {
+  makeLibrary({kOrange});
+  startWithPanel(croppedPage(90));
+  ASSERT_TRUE(eventually([&] { return pixelsOf(kPaper) > 1000; }));
+  const POINT target = middle(page());
+  const auto landsOn = [&](POINT place) {
+    return eventually([&] {
+      const POINT now = middle(extentOf(kOrange));
+      return std::abs(now.x - place.x) < 3 && std::abs(now.y - place.y) < 3;
+    });
+  };
+  placeOrange(onScreen(target.x, target.y));
+  EXPECT_TRUE(landsOn(target));
+  picture("Stamps.CroppedPage");
+  toFront();
+  bool lies = true;
+  // Each place is another one, so that no drag begins where the one before was dropped.
+  for (const int aside : {60, -50, 40, -30}) {
+    ASSERT_TRUE(
+        eventually([&] { return lies ? lying(extentOf(kOrange)) : standing(extentOf(kOrange)); }));
+    ASSERT_TRUE(inputIsHandled(window));
+    const POINT from = middle(extentOf(kOrange));
+    const POINT to{target.x + dip(aside), target.y - dip(aside)};
+    drag(onScreen(from.x, from.y), onScreen(to.x, to.y));
+    EXPECT_TRUE(landsOn(to)) << aside;
+    press('R');
+    lies = !lies;
+  }
+  picture("Stamps.CroppedPageTurned");
 }
 
 }  // namespace

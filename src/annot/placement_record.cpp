@@ -36,7 +36,8 @@ class Fields {
  public:
   explicit Fields(std::u16string_view rest) : rest_(rest) {}
 
-  // Nullopt when no semicolon closes the next field. What is no ASCII cannot belong to a number.
+  // Nullopt when no semicolon ends the next field. What follows a unit that is not ASCII is left
+  // out.
   std::optional<std::string> next() {
     const std::size_t end = rest_.find(u';');
     if (end == std::u16string_view::npos) return std::nullopt;

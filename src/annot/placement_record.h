@@ -24,8 +24,8 @@ inline constexpr double kFarthestPlace = 1e7;
 std::u16string FormatPlacementRecord(const Placement& placement);
 
 // Reads a record into a pending placement that is not selected and has no picture. False, with
-// `placement` untouched, when the text is none. Fields beyond their limits take the nearest value
-// that is allowed.
+// `placement` untouched, when the text is no such record. Fields beyond their limits take the
+// nearest value that is allowed.
 bool ParsePlacementRecord(std::u16string_view text, Placement& placement);
 
 }  // namespace quillmere

@@ -80,7 +80,7 @@ std::optional<std::vector<std::uint8_t>> listBytes() {
   return platform::readFileShared(listPath(), kLargestList);
 }
 
-// It is there, and another program keeps it or it is no list: its stamps are not known.
+// The list is there, but another program holds it or it is too large to be one.
 bool listUnreadable() {
   return platform::fileExists(listPath()) && !listBytes();
 }

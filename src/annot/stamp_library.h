@@ -37,7 +37,7 @@ void RemoveStamp(std::int32_t index);
 // only, if `orphansOnly`. Nobody knows which those are while "stamps.lst" cannot be read.
 std::vector<std::u16string> ListStampFiles(bool orphansOnly);
 
-// Deletes all user stamps with their files, and pending stamps that stand on them. Does not ask.
+// Deletes all user stamps with their files, and pending placements of them. Does not ask.
 void DeleteAllStamps();
 
 // Asks, and deletes files that no entry uses.

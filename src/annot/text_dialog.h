@@ -36,7 +36,7 @@ void toggleTextDialog();
 void textDialogOpened();
 void changeDialogText(const std::u16string& text);
 void chooseTextFont(int row);
-// A size as typed or chosen. What is no number above 0 keeps the last size; others are limited.
+// A size as typed or chosen, clamped to the limits. The last size stays if it is not above 0.
 void changeTextSize(std::u16string_view typed);
 void chooseTextColor(int row);
 // The dialog has closed; it will open here again.

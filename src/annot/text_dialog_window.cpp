@@ -11,6 +11,7 @@
 #include "platform/win32/wide.h"
 #include "session/density.h"
 #include "session/session.h"
+#include "ui/menu_work.h"
 
 namespace quillmere {
 
@@ -148,6 +149,7 @@ void openTextDialog(const TextDialogView& view) {
       kDesign, {scaled(kClientWidth), scaled(kClientHeight)}, session.dpi, corner);
   if (dialog == nullptr) return;
   const HWND first = addControls(dialog, view);
+  holdOpensWhileMenusOfDialogAreUp(dialog);
   textDialogOpened();
   platform::showModelessDialog(kDesign, session.dpi, first);
 }

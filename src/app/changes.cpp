@@ -237,6 +237,12 @@ void commandsChanged() {
   refreshMenus();
 }
 
+// The tree may be working on its rows now, and an open must show its page first.
+void bindersChanged() {
+  const Report report;
+  platform::postBinderTreeRebuild();
+}
+
 void binderFilesChanged() {
   const Report report;
   RepaintBinderTree();

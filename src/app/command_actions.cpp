@@ -1,16 +1,12 @@
 #include "app/command_actions.h"
 
-#include "documents/discard.h"
 #include "documents/open_requests.h"
-#include "documents/unsaved_files.h"
 #include "integration/viewers.h"
-#include "panels/binder_panel.h"
 #include "platform/files.h"
 #include "platform/process.h"
 #include "session/changes.h"
 #include "session/session.h"
 #include "ui/boxes.h"
-#include "view/status.h"
 
 namespace quillmere {
 
@@ -44,19 +40,6 @@ void openRecentDocument(std::uint32_t row) {
   if (row >= session.settings.recentFiles.size()) return;
   const std::u16string path = session.settings.recentFiles[row];
   openRequested(path, session.activePane, kWorkingDocsToHead, true);
-}
-
-void saveAllDocuments() {
-  if (session.viewerRole) return;
-  SaveAll();
-  BuildBinderTree();
-  refreshStatus();
-}
-
-void discardAllDocuments() {
-  if (session.viewerRole) return;
-  DiscardAll();
-  BuildBinderTree();
 }
 
 void togglePanScroll() {

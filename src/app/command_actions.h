@@ -9,8 +9,6 @@ void openInSeparateViewer();
 void openUserGuide();
 // Opens a row of the recent list, counted from 0; does nothing beyond its end.
 void openRecentDocument(std::uint32_t row);
-void saveAllDocuments();
-void discardAllDocuments();
 
 void togglePanScroll();
 

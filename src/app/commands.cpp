@@ -14,6 +14,7 @@
 #include "documents/page_operations.h"
 #include "documents/save.h"
 #include "documents/summary.h"
+#include "documents/unsaved_files.h"
 #include "nav/find_bar.h"
 #include "panels/binder_actions.h"
 #include "panels/panel_toggles.h"
@@ -150,8 +151,8 @@ constexpr Command kCommands[] = {
     {kCmdSave, u"&Save\tCtrl+S", kRefused, nullptr, nullptr, SaveCommand, ctrl('S')},
     {kCmdSaveAs, u"Save &As...\tCtrl+Shift+S", kRefused, nullptr, nullptr, SaveAsCommand,
      ctrlShift('S')},
-    {kCmdSaveAll, u"Save A&ll", kGreyed, nullptr, nullptr, saveAllDocuments},
-    {kCmdDiscardAll, u"&Discard All...", kGreyed, nullptr, nullptr, discardAllDocuments},
+    {kCmdSaveAll, u"Save A&ll", kGreyed, nullptr, nullptr, SaveAll},
+    {kCmdDiscardAll, u"&Discard All...", kGreyed, nullptr, nullptr, DiscardAll},
     {kCmdPrint, u"&Print...\tCtrl+P", kAllowed, nullptr, nullptr, notImplementedYet, ctrl('P')},
     {kCmdClose, u"&Close\tCtrl+W", kAllowed, nullptr, nullptr, closeActive, ctrl('W')},
     {kCmdExit, u"E&xit", kAllowed, nullptr, nullptr, platform::closeMainWindow},

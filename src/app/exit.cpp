@@ -81,8 +81,8 @@ bool settleBeforeClose() {
 }
 
 void tearDown() {
-  // The window may also be closed from outside while a question is up; what waits then was not
-  // promised to anybody.
+  // Waiting files are handed on only once the user has settled the exit. The window may also be
+  // destroyed from outside while a question is up.
   if (session.leaving) {
     for (const WaitingOpen& open : session.waitingOpens) {
       std::copy(open.paths.begin(), open.paths.end(), std::back_inserter(session.pathsToHandOn));

@@ -11,7 +11,7 @@
 #include "app/paint_placements.h"
 #include "app/paint_plan.h"
 #include "app/repaint.h"
-#include "platform/win32/pixel_surface.h"
+#include "platform/win32/pixels.h"
 #include "platform/win32/system_fonts.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"

@@ -14,7 +14,7 @@ namespace quillmere {
 struct WindowPicture {
   WindowPlan window;
   std::array<PanePlan, 2> panes;
-  // Each shown pane has a page, and nothing lies over it: what does may reach beyond the page.
+  // Each shown pane has a page with nothing over it. Overlays may reach beyond the page.
   bool pagesOnly = false;
 };
 WindowPicture pictureNow();

@@ -1,7 +1,7 @@
 #pragma once
 
 // Removes documents from binders, with the questions that this raises: unsaved changes are never
-// lost without one. Does nothing in a viewer. The caller rebuilds the tree.
+// lost without one. Does nothing in a viewer.
 namespace quillmere {
 
 // Removes a file from its binder, after closing it if it is open from there. True when it was

@@ -123,7 +123,7 @@ void DiscardBinderFile(int binderIndex, int fileIndex) {
   } else {
     DropShelfEntry(path);
   }
-  binderFilesChanged();
+  bindersChanged();
 }
 
 void DiscardAll() {
@@ -137,7 +137,7 @@ void DiscardAll() {
   for (const UnsavedFile& file : files) {
     if (!isAmong(shown, file.path)) DropShelfEntry(file.path);
   }
-  binderFilesChanged();
+  bindersChanged();
 }
 
 }  // namespace quillmere

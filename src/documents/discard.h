@@ -9,7 +9,6 @@ namespace quillmere {
 void DiscardActive();
 
 // The same for a file of a binder, which need not be open. Does nothing without unsaved changes.
-// The caller rebuilds the binder tree.
 void DiscardBinderFile(int binderIndex, int fileIndex);
 
 // The same for every document with unsaved changes.

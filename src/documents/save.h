@@ -13,8 +13,8 @@ void SaveCommand();
 void SaveAsCommand();
 
 // Asks what to do about unsaved changes before the active document closes; `fileName` may be empty.
-// No: there is nothing to save, or the user discards the changes, of which the shelf forgets when
-// the document closes. Yes: they were saved. Cancel: the document must stay open.
+// Yes: they were saved. No: there are none, or the user gives them up, and the shelf drops them
+// when the document closes. Cancel: the document must stay open.
 BoxAnswer PromptSaveBeforeClose(const std::u16string& fileName);
 
 // The two halves of it, for several documents that close together or not at all: asks about changes

@@ -55,7 +55,7 @@ ShelfDecision settleShelfCopy(const std::u16string& path) {
 void followShelfDecision(const std::u16string& path, const ShelfDecision& decision) {
   ShelfEntry* entry = shelfEntryOf(path);
   if (entry == nullptr) return;
-  // A record without a copy is of edits that went with an earlier window of the document.
+  // Without a copy, the entry is about edits that were lost when the document last closed.
   if (decision.givesUpCopy || entry->shelfName.empty()) return DropShelfEntry(path);
   if (!decision.overruled) return;
   // The same question about the same state of the file is not asked twice.

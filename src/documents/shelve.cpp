@@ -37,7 +37,7 @@ namespace quillmere {
 
 namespace {
 
-// The binder must still list it, or another one: the list at the end has nothing else.
+// Some loaded binder must list it too: the exit asks about nothing else.
 bool openedFromLoadedBinder(int pane) {
   const std::u16string& path = pathOf(pane);
   const auto opened = session.documentBinders.find(platform::toLower(path));
@@ -98,7 +98,7 @@ bool changedOnDisk(const ShelfEntry& entry, const std::u16string& path) {
   return stamp && stampDiffers(entry, *stamp);
 }
 
-// A save of an earlier session got through without coming to drop the copy.
+// An earlier session saved the document, but ended before it dropped the copy.
 bool alreadySaved(const ShelfEntry& entry, const std::u16string& path) {
   const auto stamp = platform::fileStamp(path);
   return stamp && caughtUp(entry, *stamp);

@@ -8,6 +8,7 @@
 #include "base/limits.h"
 #include "base/text_format.h"
 #include "documents/shelve.h"
+#include "session/changes.h"
 #include "session/session.h"
 #include "session/waiting_opens.h"
 #include "store/binder_library.h"
@@ -77,6 +78,7 @@ void SaveAll() {
   if (files.empty()) return reportNothingUnsaved();
   saveChosenFiles(files);
   for (const UnsavedFile& file : files) DropShelfEntry(file.path);
+  bindersChanged();
 }
 
 bool confirmDiscardAll(std::size_t count) {

@@ -28,7 +28,7 @@ std::vector<UnsavedFile> BuildUnsavedList();
 // everything was.
 bool saveChosenFiles(std::vector<UnsavedFile>& files);
 
-// Saves every document with unsaved changes. The caller rebuilds the binder tree.
+// Saves every document with unsaved changes.
 void SaveAll();
 
 // Asks whether the unsaved changes of so many files are to be discarded.

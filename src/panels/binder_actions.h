@@ -2,7 +2,7 @@
 
 #include "session/binder_tree.h"
 
-// What the rows and menus of the binder panel do. The tree is rebuilt where it must be.
+// What the rows and menus of the binder panel do. They bring the tree up to date.
 namespace quillmere {
 
 // Asks for a new binder file, makes it and shows it.
@@ -17,8 +17,8 @@ void AddFilesDialog(int index);
 // Opens the document of a row, if it is still there. Parameters as for `openBinderEntry`.
 void openBinderRow(const BinderRow& row, bool askBeforeReplace, bool otherPaneCounts);
 
-// What the Delete key does. For a head the user chooses between closing and deleting it; with
-// `quick` a document is removed without a question that can be done without.
+// What the Delete key does. For a head it asks whether to close or delete it. A document is removed
+// after a question, with `quick` only if unsaved changes would be lost.
 void deleteBinderRow(const BinderRow& row, bool quick);
 
 void removeBinderFile(const BinderRow& row, bool confirm);

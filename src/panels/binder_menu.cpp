@@ -11,7 +11,6 @@
 #include "panels/binder_choices.h"
 #include "panels/binder_panel.h"
 #include "panels/binder_rows.h"
-#include "platform/shell.h"
 #include "platform/text.h"
 #include "session/session.h"
 #include "store/binder_file.h"
@@ -19,6 +18,7 @@
 #include "store/probe_path.h"
 #include "store/shelf.h"
 #include "ui/boxes.h"
+#include "ui/show_in_folder.h"
 
 namespace quillmere {
 
@@ -171,7 +171,7 @@ void runHeadCommand(const BinderRow& row, int index, std::uint32_t command) {
 }
 
 void viewInFolder(const std::u16string& path) {
-  if (!onGoneShare(path) && platform::showInFolder(path)) return;
+  if (!onGoneShare(path) && showInFolder(path)) return;
   showNotice(
       u"This file's folder could not be opened.\n\nWindows Explorer reported a fault. Try again if "
       u"this keeps happening.",
@@ -213,8 +213,7 @@ void runFileCommand(const BinderRow& row, std::uint32_t command) {
     case kSave:
       return saveShelvedFile(binder, file, row.file);
     case kDiscard:
-      DiscardBinderFile(binder, file);
-      return BuildBinderTree();
+      return DiscardBinderFile(binder, file);
     case kBoldFile:
       return toggleFileBold(row);
     case kRemove:

@@ -79,9 +79,9 @@ void doAfterPainting(void (*work)());
 // Whether anything asked for by doAfterPainting() has not been done yet.
 bool anyWorkAfterPainting();
 
-// Calls `work` over and over while there is nothing else to do, until it returns false; one that is
-// asked for again meanwhile is not called twice as often. Each call should take no more than a few
-// milliseconds, since the user may press a key during it.
+// Calls `work` again and again while there is nothing else to do, until it returns false. Asking
+// for it twice is the same as once. Each call should take no more than a few milliseconds, since
+// the user may press a key during it.
 void doWhenIdle(bool (*work)());
 
 // Calls `work` once, half a second after it was last asked for. For what a burst of changes needs

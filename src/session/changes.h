@@ -64,6 +64,10 @@ void outlineChanged();
 // Which commands are enabled or checked changed.
 void commandsChanged();
 
+// Binders or the documents that they list changed. Not for what the binder panel does to the
+// library itself: it shows that at once, to select the new row.
+void bindersChanged();
+
 // Files listed in binders were found to be missing or available.
 void binderFilesChanged();
 

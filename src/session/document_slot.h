@@ -16,8 +16,8 @@ struct LoadedFile {
   std::u16string path;  // empty when it was loaded from memory
   // Taken just before it was loaded; nullopt when the system did not tell.
   std::optional<platform::FileStamp> stamp;
-  // Opened as soon as the page has been painted: what cuts off PDFium cuts off this one too. Null
-  // until then, in a viewer, and when it could not be opened.
+  // The file, opened once more as soon as the page has been painted: when PDFium can no longer read
+  // it, neither can this. Null until then, in a viewer, and when it could not be opened.
   platform::OpenFileHandle opened;
   // Held from the first edit on, unless another program writes to the file or has done so since it
   // was loaded.

@@ -129,7 +129,9 @@ void separatePages(DocumentSlot& slot) {
   if (slot.pagesSeparate) return;
   // It would go on in the page tree as it was.
   if (session.annotationSearch.document == slot.document.get()) session.annotationSearch = {};
-  slot.pagesSeparate = QuillmereEngine_SeparatePages(slot.document.get()) != 0;
+  if (!QuillmereEngine_SeparatePages(slot.document.get())) return;
+  slot.pagesSeparate = true;
+  markAltered(slot);
 }
 
 std::vector<int> panesHolding(FPDF_DOCUMENT document) {

@@ -43,8 +43,9 @@ void markEdited(DocumentSlot& slot);
 void markAltered(DocumentSlot& slot);
 
 // Gives each page number of the document a page of its own, with none of its pages open: an edit of
-// a page that stands at several places would change all of them. Fast from the second call on,
-// since pages that come later are new ones.
+// a page that stands at several places would change all of them. That may change the page tree, so
+// the document counts as altered afterwards. Fast from the second call on, since pages that come
+// later are new ones.
 void separatePages(DocumentSlot& slot);
 
 // The panes, hidden ones included, that hold this document; empty for null.

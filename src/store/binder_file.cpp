@@ -12,8 +12,8 @@
 #include "base/limits.h"
 #include "base/text_format.h"
 #include "platform/files.h"
-#include "platform/main_window.h"
 #include "platform/text.h"
+#include "session/changes.h"
 #include "session/session.h"
 #include "store/probe_path.h"
 #include "store/replace_whole_file.h"
@@ -214,7 +214,7 @@ void adoptStored(BinderFile& stored, BinderFile& binder) {
   }
   binder.views.merge(stored.views);
   binder.furtherLines += stored.furtherLines;
-  platform::postBinderTreeRebuild();
+  bindersChanged();
 }
 
 // A folder that takes no new file, or whose path leaves no room for its name, may still let the

@@ -72,8 +72,8 @@ void CloseBinder(int index);
 // True when there is a custom binder, be it one whose file could not be reached so far.
 bool AnyCustomBinder();
 
-// Removes every custom binder, those that could not be reached so far too, which nothing else
-// closes. True when there was one.
+// Removes every custom binder, even those that could not be reached so far: nothing else removes
+// these. True when there was one.
 bool CloseAllCustomBinders();
 
 // Asks, closes the binder and deletes its file. True unless the user kept it.

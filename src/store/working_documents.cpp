@@ -6,6 +6,7 @@
 #include "platform/files.h"
 #include "platform/main_window.h"
 #include "platform/text.h"
+#include "session/changes.h"
 #include "session/session.h"
 #include "store/binder_file.h"
 #include "store/binder_library.h"
@@ -84,7 +85,7 @@ void AddToWorkingDocuments(const std::vector<std::u16string>& paths, WorkingDocs
   if (!listed) return;
   binder.dirty = true;
   saveLater();
-  platform::postBinderTreeRebuild();
+  bindersChanged();
 }
 
 void AddToWorkingDocuments(const std::u16string& path, WorkingDocsMode how) {

@@ -15,8 +15,9 @@ namespace {
 constexpr UINT_PTR kSubclass = 0x7F;
 
 // One menu at a time is up.
-std::optional<DocumentWork> menuWork;
-HWND menuWindow = nullptr;  // null when none is up; the work may still last
+std::optional<DocumentWork> menuWork;  // lasts a little longer than the menu
+HWND menuWindow = nullptr;             // whose menu it was; null when there is no work
+bool menuUp = false;
 
 UINT menuGoneMessage() {
   static const UINT message = RegisterWindowMessageW(L"QuillmereMenuGone");
@@ -25,14 +26,21 @@ UINT menuGoneMessage() {
 
 void begin(HWND window) {
   menuWindow = window;
+  menuUp = true;
   if (!menuWork) menuWork.emplace();
+}
+
+void end() {
+  menuWindow = nullptr;
+  menuUp = false;
+  menuWork.reset();
 }
 
 // Windows may post the chosen command only after the menu has gone. What waits must not be opened
 // before it, or the command would act on that.
 void endLater(HWND window) {
-  menuWindow = nullptr;
-  if (!PostMessageW(window, menuGoneMessage(), 0, 0)) menuWork.reset();
+  menuUp = false;
+  if (!PostMessageW(window, menuGoneMessage(), 0, 0)) end();
 }
 
 LRESULT CALLBACK menuProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
@@ -46,20 +54,27 @@ LRESULT CALLBACK menuProcedure(HWND window, UINT message, WPARAM wParam, LPARAM 
   return DefSubclassProc(window, message, wParam, lParam);
 }
 
+BOOL CALLBACK holdForControl(HWND control, LPARAM) {
+  holdOpensWhileMenuIsUp(control);
+  return TRUE;
+}
+
 }  // namespace
 
 void noteMenuMessage(HWND window, UINT message) {
   if (message == WM_ENTERMENULOOP) begin(window);
   if (message == WM_EXITMENULOOP) endLater(window);
-  if (message == menuGoneMessage() && menuWindow == nullptr) menuWork.reset();
-  if (message == WM_DESTROY && (menuWindow == window || menuWindow == nullptr)) {
-    menuWindow = nullptr;
-    menuWork.reset();
-  }
+  if (message == menuGoneMessage() && !menuUp) end();
+  if (message == WM_DESTROY && window == menuWindow) end();
 }
 
 void holdOpensWhileMenuIsUp(HWND window) {
   SetWindowSubclass(window, menuProcedure, kSubclass, 0);
+}
+
+void holdOpensWhileMenusOfDialogAreUp(HWND dialog) {
+  holdOpensWhileMenuIsUp(dialog);
+  EnumChildWindows(dialog, holdForControl, 0);
 }
 
 }  // namespace quillmere

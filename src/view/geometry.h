@@ -74,7 +74,7 @@ int paneUnder(int x, int y);
 // The divider's left edge in client pixels.
 int dividerX();
 
-// Low two bits of the pending turns of the pane's current page.
+// Low two bits of the pending turns of the page that the pane has open.
 std::uint32_t pendingPageRotation(int pane);
 // Turns that the pane displays, 0 to 3: pending page and document turns and the page's own.
 std::uint32_t pageRotationOf(int pane);

@@ -9,8 +9,8 @@
 // single pages stay behind when the mode changes to or from TwoDocuments, and come back with it.
 namespace quillmere {
 
-// Turns the whole document, or the pane's current page, clockwise by a quarter. Does nothing in a
-// viewer and without a page.
+// Turns the whole document, or the page that the pane has open, clockwise by a quarter. Does
+// nothing in a viewer and without a page.
 void rotateDocument(int pane);
 void rotatePage(int pane);
 

@@ -127,6 +127,53 @@ TEST_F(PlacementEditingTest, MovesFollowTheZoomAndTheTurn) {
   expectBox(stamp(), 215, 435, 100, 60);
 }
 
+// A page that shows the crop box [100 150 512 692], turned by its own /Rotate.
+struct CroppedPage {
+  int rotate;  // degrees, clockwise
+  ClientPoint at(double x, double y) const {
+    const PixelRect rect = paneRect(0);
+    const PaneSlot& slot = session.panes[0];
+    const auto client = [&](double across, double down) {
+      return ClientPoint{rect.left + static_cast<int>(std::lround(slot.panX + across)),
+                         rect.top + static_cast<int>(std::lround(slot.panY + down))};
+    };
+    if (rotate == 90) return client(y - 150, x - 100);
+    if (rotate == 180) return client(512 - x, y - 150);
+    if (rotate == 270) return client(692 - y, 512 - x);
+    return client(x - 100, 692 - y);
+  }
+};
+
+TEST_F(PlacementEditingTest, OnCroppedAndTurnedPagesItIsPickedUpAndDroppedWhereThePointerIs) {
+  for (const int rotate : {0, 90, 180, 270}) {
+    SCOPED_TRACE(rotate);
+    PdfPage page;
+    page.rotate = rotate;
+    page.entries = "/CropBox [100 150 512 692]";
+    document = openPlain(1, page);
+    add(0, stampOf(quarters(), 200, 400, 100, 60));
+    writeAll(document);
+    const CroppedPage seen{rotate};
+    const ClientPoint from = seen.at(250, 430);
+    const ClientPoint to = seen.at(330, 280);
+    press(from);
+    ASSERT_TRUE(stamp().selected);
+    movePointer(to.x, to.y);
+    release(to);
+    expectBox(stamp(), 280, 250, 100, 60);
+    const PixelRect rect = paneRect(0);
+    const PixelRect bounds = PlacementScreenBounds(0, stamp());
+    EXPECT_NEAR((bounds.left + bounds.right) / 2.0, to.x - rect.left, 1);
+    EXPECT_NEAR((bounds.top + bounds.bottom) / 2.0, to.y - rect.top, 1);
+    // Its middle goes no farther than the corner of what is seen.
+    const ClientPoint beyond = seen.at(0, 0);
+    press(to);
+    movePointer(beyond.x, beyond.y);
+    release(beyond);
+    expectBox(stamp(), 50, 120, 100, 60);
+  }
+}
+
 TEST_F(PlacementEditingTest, TheLastInTheListIsOnTop) {
   add(0, stampOf(quarters(), 220, 410, 100, 60));
   press(placeOf(250, 430));

@@ -12,6 +12,7 @@
 #include "documents/close.h"
 #include "documents/modes.h"
 #include "documents/open.h"
+#include "documents/page_operations.h"
 #include "documents/save_document.h"
 #include "nav/find.h"
 #include "nav/find_bar.h"
@@ -229,6 +230,40 @@ TEST_F(ChangesTest, MarkupsThatChangedAnywhereAreCollectedAgain) {
   allMarkupsChanged(document);
   EXPECT_EQ(session.markupTree.nodes.size(), 1u);
   EXPECT_EQ(session.markupMenuAnnot, -1);
+}
+
+TEST_F(ChangesTest, MarkupsThatChangedAnywhereAreRepaintedBeforeTheirRowsFollow) {
+  const FPDF_DOCUMENT document = documentOf(0);
+  session.markupTree.shown = true;
+  markupsOf(document);
+  {
+    const PageHandle page(FPDF_LoadPage(document, 1));
+    FPDFPage_CloseAnnot(FPDFPage_CreateAnnot(page.get(), FPDF_ANNOT_HIGHLIGHT));
+  }
+  standIn().window.paintsLater = true;
+  forget();
+  allMarkupsChanged(document);
+  EXPECT_THAT(shown(), ElementsAre("repaint"));
+  standIn().window.paintNow();
+  EXPECT_THAT(shown(), ElementsAre("repaint", "navigation rows"));
+}
+
+TEST_F(ChangesTest, ADeletedPageIsSeenBeforeTheOutlineIsRead) {
+  deletePage(0);
+  EXPECT_THAT(shown(), ElementsAre("repaint", "title", "status bar", "menus", "title", "status bar",
+                                   "repaint", "pages painted", "navigation tree"));
+}
+
+TEST_F(ChangesTest, InsertedPagesAreSeenBeforeTheOutlineIsRead) {
+  insertPages(loadDocument(simplePdf(2)), 1);
+  EXPECT_THAT(shown(), ElementsAre("repaint", "title", "status bar", "menus", "title", "status bar",
+                                   "repaint", "pages painted", "navigation tree"));
+}
+
+TEST_F(ChangesTest, ChangedBindersAreShownFromTheMessageLoop) {
+  bindersChanged();
+  EXPECT_THAT(shown(), IsEmpty());
+  EXPECT_EQ(standIn().window.binderTreeRebuildsPosted, 1);
 }
 
 TEST_F(ChangesTest, AMarkupBeforeTheGroupWasShownOnlyRepaints) {

@@ -309,6 +309,20 @@ TEST_F(DiscardTest, WhatCannotBeReadAgainKeepsItsEntry) {
   EXPECT_FALSE(IsShelved(kB));
 }
 
+TEST_F(DiscardTest, TheTreeFollowsWhatWasSavedOrDiscarded) {
+  standIn().boxAnswers = {BoxAnswer::Ok, BoxAnswer::Yes};
+  int& rebuilds = standIn().window.binderTreeRebuildsPosted;
+  for (void (*const settle)() :
+       {+[] { SaveAll(); }, +[] { DiscardBinderFile(1, 0); }, +[] { DiscardAll(); }}) {
+    shelveFile(1, 0);
+    openFile(1, 1);
+    rebuilds = 0;
+    settle();
+    EXPECT_EQ(rebuilds, 1);
+    EXPECT_FALSE(IsShelved(kA));
+  }
+}
+
 TEST_F(DiscardTest, AViewerDiscardsNothing) {
   session.viewerRole = true;
   DiscardActive();

@@ -389,6 +389,21 @@ TEST_F(DeletePageTest, ACyclicTreeIsLeftWhole) {
   EXPECT_GE(session.active.pageCount, pages - 1);
 }
 
+// The page tree has changed in memory all the same.
+TEST_F(DeletePageTest, AFailureIsToldAndTheDocumentCountsAsAltered) {
+  ASSERT_TRUE(open(sharedPagesPdf()));
+  goToPage(0, 1, false);
+  standIn().boxAnswers = {BoxAnswer::Ok};
+  quillmere::deletePage(session.active.pageCount);  // no such page
+  ASSERT_THAT(standIn().boxes, SizeIs(1));
+  EXPECT_EQ(standIn().boxes[0].text, u"The page could not be deleted.");
+  EXPECT_EQ(standIn().boxes[0].icon, BoxIcon::Error);
+  EXPECT_THAT(textsOf(document()), ElementsAre("Two", "One", "Two", "One"));
+  EXPECT_EQ(pane(0).openPage, 1);
+  EXPECT_TRUE(session.active.altered);
+  EXPECT_FALSE(session.active.dirty);
+}
+
 TEST_F(DeletePageTest, FilesThatArriveDuringTheQuestionWait) {
   opened(u"a.pdf", 3);
   standIn().boxAnswers = {BoxAnswer::Ok};

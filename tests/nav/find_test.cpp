@@ -230,7 +230,7 @@ TEST_F(FindTest, TheThousandHitsAreThoseOfAllPagesTogether) {
   }
 }
 
-TEST_F(FindTest, OneHitLessIsNoCause) {
+TEST_F(FindTest, ReportsNoCapBelowOneThousandHits) {
   ASSERT_TRUE(open(buildPdf({pageOfHits(999)})));
   type(u"q");
   FindInDocument();

@@ -1,5 +1,6 @@
 #include "panels/binder_menu.h"
 
+#include "documents/open_requests.h"
 #include "panels/binder_panel_test.h"
 #include "platform/files.h"
 
@@ -144,6 +145,18 @@ TEST_F(BinderMenuTest, ADocumentIsShownInAViewerAndInItsFolder) {
   EXPECT_NE(standIn().processes[0].commandLine.find(u"C:\\b.pdf"), std::u16string::npos);
   chooseOn(file(1, 1), 6);
   EXPECT_THAT(standIn().shownInFolder, ElementsAre(u"C:\\b.pdf"));
+}
+
+// The shell handles messages of the program while it shows the folder.
+TEST_F(BinderMenuTest, APathThatComesWhileTheFolderIsShownWaits) {
+  const std::u16string other = putPdf(u"other.pdf", simplePdf(2));
+  standIn().onOpenWithSystem = [&] {
+    openHandedOver(other);
+    EXPECT_EQ(session.active.path, u"");
+  };
+  chooseOn(file(1, 1), 6);
+  EXPECT_THAT(standIn().shownInFolder, ElementsAre(u"C:\\b.pdf"));
+  EXPECT_EQ(session.active.path, other);
 }
 
 TEST_F(BinderMenuTest, AFolderThatCannotBeShownIsReported) {

@@ -195,7 +195,7 @@ struct StandIn {
   std::optional<bool> startProcessResult;  // unset: true when the program is there
   std::vector<std::u16string> openedWithSystem;
   bool openWithSystemResult = true;
-  std::function<void()> onOpenWithSystem;  // runs while the system opens it
+  std::function<void()> onOpenWithSystem;  // runs while the system opens it or shows a folder
   std::optional<std::uint32_t> date;       // unset: the real one
   bool failGuids = false;
   std::vector<std::uint32_t> sleeps;  // milliseconds, from any thread

@@ -39,6 +39,7 @@ std::u16string effectiveDefaultHandler(const std::u16string& extension) {
 }
 
 bool showInFolder(const std::u16string& path) {
+  if (standIn().onOpenWithSystem) standIn().onOpenWithSystem();
   if (!standIn().showInFolderResult || !fileExists(path)) return false;
   standIn().shownInFolder.push_back(path);
   return true;

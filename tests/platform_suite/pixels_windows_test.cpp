@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/win32/pixel_surface.h"
+#include "platform/win32/pixels.h"
 
 namespace quillmere::platform {
 namespace {

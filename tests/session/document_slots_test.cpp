@@ -9,6 +9,7 @@
 #include "support/engine.h"
 #include "support/pdf_builder.h"
 #include "support/session_test.h"
+#include "support/unusual_pdfs.h"
 #include "view/navigation.h"
 #include "view/panes.h"
 
@@ -186,6 +187,33 @@ TEST_F(DocumentSlotsTest, AReopeningOfOneOfTwoDocumentsLeavesTheOtherAlone) {
   EXPECT_EQ(session.panes[0].document.get(), left);
   EXPECT_EQ(session.panes[0].page.get(), leftPage);
   EXPECT_EQ(session.panes[1].openPage, 1);
+}
+
+TEST_F(DocumentSlotsTest, SeparatingPagesAltersTheDocumentAndIsNoEditToSave) {
+  openInActive(sharedPagePdf());
+  separatePages(session.active);
+  EXPECT_TRUE(session.active.pagesSeparate);
+  EXPECT_TRUE(session.active.altered);
+  EXPECT_FALSE(session.active.dirty);
+}
+
+TEST_F(DocumentSlotsTest, PagesThatCannotBeSeparatedLeaveTheDocumentAsItIs) {
+  PdfFile file;
+  const int catalog = file.reserve();
+  const int tree = file.reserve();
+  const int node = file.reserve();
+  const int page = file.add("<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] >>");
+  const auto nodeWith = [](int parent, const std::string& kids) {
+    return "<< /Type /Pages /Parent " + PdfFile::reference(parent) + " /Count 2 /Kids [" + kids +
+           "] >>";
+  };
+  file.set(catalog, "<< /Type /Catalog /Pages " + PdfFile::reference(tree) + " >>");
+  file.set(tree, nodeWith(node, PdfFile::reference(page) + " " + PdfFile::reference(node)));
+  file.set(node, nodeWith(tree, PdfFile::reference(tree)));
+  ASSERT_NE(openInActive(file.finish(catalog)), nullptr);
+  separatePages(session.active);
+  EXPECT_FALSE(session.active.pagesSeparate);
+  EXPECT_FALSE(session.active.altered);
 }
 
 TEST_F(DocumentSlotsTest, AHiddenPaneThatHasAPageOpenHoldsItToo) {

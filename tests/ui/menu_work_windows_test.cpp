@@ -86,6 +86,18 @@ TEST_F(MenuWorkTest, AWindowThatGoesWithItsMenuHoldsNothingBack) {
   EXPECT_EQ(session.documentWork, 0);
 }
 
+TEST_F(MenuWorkTest, AnotherWindowThatGoesLeavesTheChosenCommandItsTime) {
+  const HWND other = CreateWindowExW(0, L"STATIC", L"Other", WS_POPUP, 0, 0, 10, 10, nullptr,
+                                     nullptr, GetModuleHandleW(nullptr), nullptr);
+  holdOpensWhileMenuIsUp(other);
+  SendMessageW(owner, WM_ENTERMENULOOP, FALSE, 0);
+  SendMessageW(owner, WM_EXITMENULOOP, FALSE, 0);
+  DestroyWindow(other);
+  EXPECT_EQ(session.documentWork, 1);
+  handlePosted();
+  EXPECT_EQ(session.documentWork, 0);
+}
+
 // Its rows paste and delete, which starts a search of the shown document.
 TEST_F(MenuWorkTest, TheOwnMenuOfAFieldHoldsOpensBack) {
   const HWND field = CreateWindowExW(0, L"EDIT", L"text", WS_CHILD | WS_VISIBLE, 0, 0, 100, 20,

@@ -321,8 +321,8 @@ bool messageWaits() {
 
 }  // namespace
 
-// The timer ticks far more seldom than a slice takes, so one tick does slices until something else
-// is to be done, be it the next tick, which comes after all input.
+// A slice is much shorter than the timer's period, so one tick does slices until a message waits.
+// The next tick is such a message, and comes after all input.
 void workWhenIdle() {
   do doIdleSlice();
   while (!windowHandles.whenIdle.empty() && !messageWaits());

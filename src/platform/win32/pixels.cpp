@@ -6,7 +6,7 @@
 #include <new>
 #include <utility>
 
-#include "platform/win32/pixel_surface.h"
+#include "platform/win32/pixels.h"
 
 namespace quillmere::platform {
 
