@@ -2,8 +2,8 @@
 
 namespace quillmere {
 
-// Answers the main window's paint message: draws what is invalid into memory first and copies it to
-// the screen once. Renders and loads nothing.
+// Answers the main window's paint message. Pages with nothing over them are copied straight to the
+// window; everything else is drawn into memory first and copied once. Renders and loads nothing.
 void paintMainWindow();
 
 // Frees what painting keeps from one call to the next.

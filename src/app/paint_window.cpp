@@ -32,8 +32,9 @@ using FontHandle = std::unique_ptr<std::remove_pointer_t<HFONT>, ObjectDeleter>;
 using BitmapHandle = std::unique_ptr<std::remove_pointer_t<HBITMAP>, ObjectDeleter>;
 using DeviceContextHandle = std::unique_ptr<std::remove_pointer_t<HDC>, DeviceContextDeleter>;
 
-// The picture of the whole client area. It is kept until the window's size changes, since creating
-// it costs more than filling it. Without memory for it the program draws on the window directly.
+// The picture of the whole client area, for what is painted over pages. It is kept while there are
+// pages and until the window's size changes, since creating it costs more than filling it. Without
+// memory for it the program draws on the window directly.
 struct BackBuffer {
   DeviceContextHandle dc;
   BitmapHandle bitmap;
@@ -186,6 +187,60 @@ void paintInto(HDC dc, int width, int height) {
   }
 }
 
+void paintBuffered(HDC window, const RECT& part, int width, int height) {
+  const HDC buffer = backBufferFor(window, width, height);
+  const int saved = SaveDC(buffer);
+  IntersectClipRect(buffer, part.left, part.top, part.right, part.bottom);
+  paintInto(buffer, width, height);
+  RestoreDC(buffer, saved);
+  if (buffer != window) {
+    BitBlt(window, part.left, part.top, part.right - part.left, part.bottom - part.top, buffer,
+           part.left, part.top, SRCCOPY);
+  }
+  if (!session.panes[0].page && !session.panes[1].page) releasePaintBuffers();
+}
+
+// What is painted later leaves `rect` out.
+void exclude(HDC dc, const PixelRect& rect) {
+  if (!rect.empty()) ExcludeClipRect(dc, rect.left, rect.top, rect.right, rect.bottom);
+}
+
+void fillForGood(HDC dc, const PixelRect& rect, Color color) {
+  fill(dc, rect, color);
+  exclude(dc, rect);
+}
+
+// Paints a pane's frame, page and shadow, and leaves the rest of it to the background.
+void paintPage(HDC dc, const PaneSlot& slot, const PanePlan& plan) {
+  SetViewportOrgEx(dc, plan.rect.left, plan.rect.top, nullptr);
+  if (plan.framed) {
+    for (const PixelRect& side : plan.frame) fillForGood(dc, side, kActiveFrameColor);
+  }
+  const int saved = SaveDC(dc);
+  IntersectClipRect(dc, plan.content.left, plan.content.top, plan.content.right,
+                    plan.content.bottom);
+  drawPage(dc, slot, plan);
+  RestoreDC(dc, saved);
+  exclude(dc, common(plan.content, pageRect(slot, plan)));
+  exclude(dc, common(plan.content, plan.shadow));
+  SetViewportOrgEx(dc, 0, 0, nullptr);
+}
+
+// Paints pages with nothing over them, from the front to the back and each pixel once, so that
+// nothing flickers without a buffer.
+void paintPages(HDC dc, const WindowPicture& picture, const PixelRect& client) {
+  const WindowPlan& plan = picture.window;
+  for (const FilledRect& line :
+       {plan.divider, plan.leftSplitter, plan.leftPanelBar, plan.stampSplitter}) {
+    fillForGood(dc, line.rect, line.color);
+  }
+  for (PixelRect& place : session.placeholderRect) place = {};
+  for (std::size_t pane = 0; pane < static_cast<std::size_t>(plan.paneCount); ++pane) {
+    paintPage(dc, session.panes[pane], picture.panes[pane]);
+  }
+  fill(dc, client, kPaneBackground);
+}
+
 }  // namespace
 
 void paintMainWindow() {
@@ -194,17 +249,11 @@ void paintMainWindow() {
   const platform::PixelSize client = platform::mainWindowClientSize();
   const int width = std::max(client.width, 1);
   const int height = std::max(client.height, 1);
-  const RECT& part = paint.rcPaint;
   const WindowPicture picture = pictureNow();
-  const bool direct = showsPageOnly(picture, {part.left, part.top, part.right, part.bottom});
-  const HDC buffer = direct ? window : backBufferFor(window, width, height);
-  const int saved = SaveDC(buffer);
-  IntersectClipRect(buffer, part.left, part.top, part.right, part.bottom);
-  paintInto(buffer, width, height);
-  RestoreDC(buffer, saved);
-  if (buffer != window) {
-    BitBlt(window, part.left, part.top, part.right - part.left, part.bottom - part.top, buffer,
-           part.left, part.top, SRCCOPY);
+  if (picture.pagesOnly) {
+    paintPages(window, picture, {0, 0, width, height});
+  } else {
+    paintBuffered(window, paint.rcPaint, width, height);
   }
   EndPaint(platform::windowHandles.main, &paint);
   notePainted(picture);

@@ -64,17 +64,6 @@ std::optional<PixelRect> changedArea(const WindowPicture& before, const WindowPi
   return area;
 }
 
-bool showsPageOnly(const WindowPicture& picture, const PixelRect& part) {
-  if (!picture.pagesOnly) return false;
-  const auto count = static_cast<std::size_t>(picture.window.paneCount);
-  return std::any_of(picture.panes.begin(), picture.panes.begin() + count, [&](const auto& plan) {
-    const PixelRect& inside = plan.content;
-    return part.left >= plan.rect.left + inside.left && part.top >= plan.rect.top + inside.top &&
-           part.right <= plan.rect.left + inside.right &&
-           part.bottom <= plan.rect.top + inside.bottom;
-  });
-}
-
 void notePainted(const WindowPicture& picture) {
   lastPainted = picture;
 }

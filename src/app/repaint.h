@@ -23,10 +23,6 @@ WindowPicture pictureNow();
 // pages themselves always count as different.
 std::optional<PixelRect> changedArea(const WindowPicture& before, const WindowPicture& now);
 
-// Whether a part of the client area lies within one pane and shows nothing but its page and what
-// surrounds that. It can be painted without a buffer, since nothing there is painted over.
-bool showsPageOnly(const WindowPicture& picture, const PixelRect& part);
-
 // To be called at the end of each painting of the client area, with what it showed.
 void notePainted(const WindowPicture& picture);
 

@@ -171,27 +171,6 @@ TEST_F(RepaintTest, BothPagesOfABookAreRepainted) {
   EXPECT_GE(parts()[0].right, right.right);
 }
 
-TEST_F(RepaintTest, APageIsPaintedWithoutABufferWhereNothingLiesOverIt) {
-  const PixelRect page = pageNow(0);
-  const PixelRect pane = pictureNow().panes[0].rect;
-  EXPECT_TRUE(showsPageOnly(pictureNow(), page));
-  EXPECT_FALSE(showsPageOnly(pictureNow(), {pane.left - 1, pane.top, pane.right, pane.bottom}));
-  EXPECT_FALSE(showsPageOnly(pictureNow(), {pane.left, pane.top, pane.right, pane.bottom + 1}));
-  selectAll(0);
-  EXPECT_FALSE(showsPageOnly(pictureNow(), page));
-}
-
-TEST_F(RepaintTest, TheFrameAndWhatLiesBetweenTwoPanesArePaintedInABuffer) {
-  setViewMode(ViewMode::IndependentPages);
-  const WindowPicture picture = pictureNow();
-  const PanePlan& left = picture.panes[0];
-  ASSERT_TRUE(left.framed);
-  EXPECT_TRUE(showsPageOnly(picture, pageNow(1)));
-  EXPECT_FALSE(showsPageOnly(picture, left.rect));
-  EXPECT_FALSE(showsPageOnly(
-      picture, {pageNow(0).left, pageNow(0).top, pageNow(1).right, pageNow(1).bottom}));
-}
-
 TEST_F(RepaintTest, AnOpenIntoAnEmptyWindowRepaintsAllOfIt) {
   closeAllDocuments();
   paint();
