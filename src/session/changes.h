@@ -4,7 +4,7 @@
 
 // What the rooms report when they change something that is shown elsewhere. app/changes.cpp updates
 // everything that depends on it, immediately and in the order listed there. Nothing that it calls
-// may itself report a change.
+// may itself report a change, toolDialogsChanged() excepted.
 namespace quillmere {
 
 // A pane went to another page, or reloaded its page.

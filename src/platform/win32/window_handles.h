@@ -10,8 +10,8 @@
 namespace quillmere::platform {
 
 // Modeless dialogs in the order in which the message loop offers them messages.
-enum class ModelessDialog { Settings, Shortcuts, About, SecurityInfo, AddText, MarkUp };
-inline constexpr int kModelessDialogCount = 6;
+enum class ModelessDialog { Settings, Shortcuts, About, SecurityInfo, AddText, MarkUp, Count };
+inline constexpr int kModelessDialogCount = static_cast<int>(ModelessDialog::Count);
 
 struct MenuItemState {
   bool checked = false;
