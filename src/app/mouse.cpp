@@ -153,6 +153,9 @@ constexpr GestureRow kGestures[] = {
      endTextSelection},
 };
 
+static_assert(std::size(kGestures) == static_cast<std::size_t>(Gesture::Select),
+              "a drag without a row would neither move nor end");
+
 // The row of the drag under way; null without one.
 const GestureRow* currentGesture() {
   for (const GestureRow& row : kGestures) {
