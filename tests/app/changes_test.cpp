@@ -39,6 +39,11 @@ class ChangesTest : public OpeningTest {
     forget();
   }
   static void forget() { standIn().shown.clear(); }
+  // On the second page, without a report.
+  static void addMarkUnnoticed(FPDF_DOCUMENT document) {
+    const PageHandle page(FPDF_LoadPage(document, 1));
+    FPDFPage_CloseAnnot(FPDFPage_CreateAnnot(page.get(), FPDF_ANNOT_HIGHLIGHT));
+  }
   static std::vector<std::string>& shown() { return standIn().shown; }
 };
 
@@ -190,10 +195,7 @@ TEST_F(ChangesTest, AMarkupBringsTheShownListAndTreeUpToDateBeforeItRepaints) {
   session.navigationPanelVisible = true;
   outlineChanged();
   const FPDF_DOCUMENT document = documentOf(0);
-  {
-    const PageHandle page(FPDF_LoadPage(document, 1));
-    FPDFPage_CloseAnnot(FPDFPage_CreateAnnot(page.get(), FPDF_ANNOT_HIGHLIGHT));
-  }
+  addMarkUnnoticed(document);
   forget();
   markupsChanged(document, 1);
   EXPECT_EQ(session.markupList.size(), 1u);
@@ -204,10 +206,7 @@ TEST_F(ChangesTest, ThePageIsPaintedBeforeTheRowsOfItsMarkups) {
   const FPDF_DOCUMENT document = documentOf(0);
   session.markupTree.shown = true;
   markupsOf(document);
-  {
-    const PageHandle page(FPDF_LoadPage(document, 1));
-    FPDFPage_CloseAnnot(FPDFPage_CreateAnnot(page.get(), FPDF_ANNOT_HIGHLIGHT));
-  }
+  addMarkUnnoticed(document);
   standIn().window.paintsLater = true;
   forget();
   markupsChanged(document, 0);
@@ -223,10 +222,7 @@ TEST_F(ChangesTest, MarkupsThatChangedAnywhereAreCollectedAgain) {
   session.markupTree.shown = true;
   markupsOf(document);
   session.markupMenuAnnot = 3;
-  {
-    const PageHandle page(FPDF_LoadPage(document, 1));
-    FPDFPage_CloseAnnot(FPDFPage_CreateAnnot(page.get(), FPDF_ANNOT_HIGHLIGHT));
-  }
+  addMarkUnnoticed(document);
   allMarkupsChanged(document);
   EXPECT_EQ(session.markupTree.nodes.size(), 1u);
   EXPECT_EQ(session.markupMenuAnnot, -1);
@@ -236,10 +232,7 @@ TEST_F(ChangesTest, MarkupsThatChangedAnywhereAreRepaintedBeforeTheirRowsFollow)
   const FPDF_DOCUMENT document = documentOf(0);
   session.markupTree.shown = true;
   markupsOf(document);
-  {
-    const PageHandle page(FPDF_LoadPage(document, 1));
-    FPDFPage_CloseAnnot(FPDFPage_CreateAnnot(page.get(), FPDF_ANNOT_HIGHLIGHT));
-  }
+  addMarkUnnoticed(document);
   standIn().window.paintsLater = true;
   forget();
   allMarkupsChanged(document);

@@ -49,6 +49,16 @@ class SaveFaultsTest : public SaveTest {
     placeText(0, 1);
   }
 
+  // Saves in vain, and nothing can read the sibling either.
+  void failToReadTheSibling() {
+    int openings = 0;
+    standIn().refuseFileCall = [&](FileCall call) {
+      return call == FileCall::ReadWhole || (call == FileCall::OpenInLibrary && ++openings == 2);
+    };
+    EXPECT_FALSE(save());
+    standIn().refuseFileCall = {};
+  }
+
   static Names names() { return namesIn(u"C:\\docs"); }
   bool fileIsNew(const std::u16string& file) { return marksIn(file) == 1 && marksIn(file, 1) == 1; }
 
@@ -198,12 +208,7 @@ TEST_F(SaveFaultsTest, AReadOnlyFileStaysAndTheNextSaveOverwritesTheTemporaryFil
 // Nothing can read the sibling, so the window shows the old file and no save may touch the sibling.
 TEST_F(SaveFaultsTest, EditsThatOnlyTheTemporaryFileHasAreNotOverwritten) {
   platform::setReadOnly(path, true);
-  int openings = 0;
-  standIn().refuseFileCall = [&](FileCall call) {
-    return call == FileCall::ReadWhole || (call == FileCall::OpenInLibrary && ++openings == 2);
-  };
-  EXPECT_FALSE(save());
-  standIn().refuseFileCall = {};
+  failToReadTheSibling();
   EXPECT_EQ(marksOf(0), 0);
   EXPECT_TRUE(session.active.dirty);
   ASSERT_THAT(session.placements[1], SizeIs(1));
@@ -218,12 +223,7 @@ TEST_F(SaveFaultsTest, TheOldFilesPlacementsCanBeEditedBesideThoseThatItLacks) {
   placeText(0, 1);
   expectNotices(2);
   platform::setReadOnly(path, true);
-  int openings = 0;
-  standIn().refuseFileCall = [&](FileCall call) {
-    return call == FileCall::ReadWhole || (call == FileCall::OpenInLibrary && ++openings == 2);
-  };
-  EXPECT_FALSE(save());
-  standIn().refuseFileCall = {};
+  failToReadTheSibling();
   readWaitingPlacements();
   ASSERT_THAT(session.placements[1], SizeIs(2));
   EXPECT_EQ(session.placements[1][0].annotIndex, 0);
