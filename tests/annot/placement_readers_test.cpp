@@ -7,18 +7,21 @@
 #include "annot/placement_test.h"
 #include "annot/placement_view.h"
 #include "annot/text_tool.h"
+#include "support/compare_pictures.h"
 #include "support/readers_folder.h"
 
 namespace quillmere::test {
 namespace {
 
 constexpr float kZoom = 2;  // 144 DPI
-constexpr int kTolerance = 12;
-constexpr int kReach = 1;  // pixels
 
 // Stamps and texts in files that were written, where the program showed them before.
 class PlacementReadersTest : public PlacementTest {
  protected:
+  static PictureView viewOf(const platform::Picture& picture) {
+    return {picture.width, picture.height, picture.pixels};
+  }
+
   // Opens a page whose boxes do not begin at 0,0, shown at 144 DPI in the pane's corner.
   void openTurned(int rotate) {
     PdfPage page;
@@ -28,45 +31,6 @@ class PlacementReadersTest : public PlacementTest {
     page.entries = "/CropBox [-10 15 220 150]";
     openPlain(1, page);
     setView(0, kZoom, 0.0f, 0.0f);
-  }
-
-  static int channelAt(const PagePicture& picture, int x, int y, int channel) {
-    return static_cast<unsigned char>(
-        picture.pixels[static_cast<std::size_t>(3 * (y * picture.width + x) + channel)]);
-  }
-
-  // Whether the channel of a pixel lies within what `other` has no more than kReach pixels away.
-  static bool foundNear(const PagePicture& picture, const PagePicture& other, int x, int y,
-                        int channel) {
-    const int value = channelAt(picture, x, y, channel);
-    if (value == channelAt(other, x, y, channel)) return true;
-    int least = 255;
-    int most = 0;
-    for (int row = std::max(y - kReach, 0); row <= std::min(y + kReach, other.height - 1); ++row) {
-      for (int column = std::max(x - kReach, 0); column <= std::min(x + kReach, other.width - 1);
-           ++column) {
-        least = std::min(least, channelAt(other, column, row, channel));
-        most = std::max(most, channelAt(other, column, row, channel));
-      }
-    }
-    return value >= least - kTolerance && value <= most + kTolerance;
-  }
-
-  // How many channels of pixels of one picture are farther than kReach pixels from where the other
-  // has them.
-  static int strays(const PagePicture& picture, const PagePicture& other) {
-    EXPECT_EQ(picture.width, other.width);
-    EXPECT_EQ(picture.height, other.height);
-    if (picture.pixels.size() != other.pixels.size()) return -1;
-    int count = 0;
-    for (int y = 0; y < picture.height; ++y) {
-      for (int x = 0; x < picture.width; ++x) {
-        for (int channel = 0; channel < 3; ++channel) {
-          if (!foundNear(picture, other, x, y, channel)) ++count;
-        }
-      }
-    }
-    return count;
   }
 
   // The drawing's pixel at a place of the page's picture, given by its middle; null outside it.
@@ -84,18 +48,13 @@ class PlacementReadersTest : public PlacementTest {
   }
 
   // What the program paints over an empty page of this size.
-  static PagePicture overlayOf(int width, int height) {
-    PagePicture overlay{
-        width, height,
-        std::string(static_cast<std::size_t>(3 * width * height), static_cast<char>(255))};
+  static platform::Picture overlayOf(int width, int height) {
+    platform::Picture overlay = plainPicture(width, height, 0xFFFFFFFF);
     for (const PictureDrawing& drawing : placementDrawings(0, {0, 0, width, height})) {
       for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
           const std::uint32_t* pixel = pixelUnder(drawing, x + 0.5, y + 0.5);
-          for (int channel = 0; pixel != nullptr && channel < 3; ++channel) {
-            overlay.pixels[static_cast<std::size_t>(3 * (y * width + x) + channel)] =
-                static_cast<char>(*pixel >> (16 - 8 * channel) & 0xFF);
-          }
+          if (pixel != nullptr) overlay.pixels[static_cast<std::size_t>(y * width + x)] = *pixel;
         }
       }
     }
@@ -106,7 +65,7 @@ class PlacementReadersTest : public PlacementTest {
   struct WrittenFile {
     std::string bytes;
     DocumentHandle document;
-    PagePicture picture;
+    platform::Picture picture;
   };
   // The document is null when writing failed.
   WrittenFile writePending() {
@@ -123,36 +82,23 @@ class PlacementReadersTest : public PlacementTest {
 
   // Leaves the file and what it should look like to the other readers.
   static void keepBoth(const std::string& name, const WrittenFile& written,
-                       const PagePicture& picture) {
+                       const platform::Picture& picture) {
     keepForReaders(name + ".pdf", written.bytes);
     keepForReaders(name + ".ppm", ppmOf(picture));
   }
 
   void compareStamps(const std::string& name);
-
-  // Around the dark pixels.
-  static PixelRect inkOf(const PagePicture& picture) {
-    PixelRect box{picture.width, picture.height, 0, 0};
-    for (int y = 0; y < picture.height; ++y) {
-      for (int x = 0; x < picture.width; ++x) {
-        if (channelAt(picture, x, y, 1) >= 128) continue;
-        box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1),
-               std::max(box.bottom, y + 1)};
-      }
-    }
-    return box;
-  }
 };
 
 // Writes the stamps of page 0 and compares the file with what was shown.
 void PlacementReadersTest::compareStamps(const std::string& name) {
   const PageHandle page(FPDF_LoadPage(session.placementDocument, 0));
-  const PagePicture empty = pictureOf(page.get());
-  const PagePicture shown = overlayOf(empty.width, empty.height);
-  ASSERT_GT(strays(shown, empty), 5000) << "stamps are shown";
+  const platform::Picture empty = pictureOf(page.get());
+  const platform::Picture shown = overlayOf(empty.width, empty.height);
+  ASSERT_GT(strays(viewOf(shown), viewOf(empty)), 5000) << "stamps are shown";
   const WrittenFile written = writePending();
-  EXPECT_EQ(strays(shown, written.picture), 0);
-  EXPECT_EQ(strays(written.picture, shown), 0);
+  EXPECT_EQ(strays(viewOf(shown), viewOf(written.picture)), 0);
+  EXPECT_EQ(strays(viewOf(written.picture), viewOf(shown)), 0);
   keepBoth(name, written, shown);
 }
 
@@ -198,7 +144,7 @@ TEST_F(PlacementReadersTest, TextsStandUprightOnTheLineThatWasClicked) {
     PlaceTextDrop(0, 100, 80, u"HHH", 24, 0, 0, turns);
     const PanePoint click = pageToPane(0, 100, 80);
     const WrittenFile written = writePending();
-    const PixelRect ink = inkOf(written.picture);
+    const InkBox ink = inkBoxOf(viewOf(written.picture));
     // An H is 0.72 of the size high and has 0.08 of it free on either side; three take 2.17.
     EXPECT_NEAR(ink.bottom, click.y, 1.5);
     EXPECT_NEAR(ink.top, click.y - 0.72 * 24 * kZoom, 2);
@@ -214,12 +160,15 @@ TEST_F(PlacementReadersTest, SignsBeyondAsciiAreWrittenAsThemselves) {
   PlaceTextDrop(0, 40, 80, u"H\u00A0H \u2022", 24, 0, 0, 0);
   const PanePoint click = pageToPane(0, 40, 80);
   const WrittenFile written = writePending();
-  const PagePicture& picture = written.picture;
+  const platform::Picture& picture = written.picture;
   const auto inked = [&](double from, double to) {
     int count = 0;
     for (int x = static_cast<int>(click.x + from * 24 * kZoom);
          x < static_cast<int>(click.x + to * 24 * kZoom); ++x) {
-      for (int y = 0; y < picture.height; ++y) count += channelAt(picture, x, y, 1) < 128 ? 1 : 0;
+      for (int y = 0; y < picture.height; ++y) {
+        const std::uint32_t pixel = picture.pixels[static_cast<std::size_t>(y * picture.width + x)];
+        count += (pixel & 0xFF) < 128 ? 1 : 0;
+      }
     }
     return count;
   };

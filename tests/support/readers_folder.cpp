@@ -26,28 +26,27 @@ std::string writtenCopy(FPDF_DOCUMENT document) {
   return *platform::fileBytes(u"C:\\out\\file.pdf");
 }
 
-PagePicture pictureOf(FPDF_PAGE page) {
-  PagePicture picture;
+platform::Picture pictureOf(FPDF_PAGE page) {
+  platform::Picture picture;
   picture.width = static_cast<int>(2 * FPDF_GetPageWidthF(page) + 0.5);
   picture.height = static_cast<int>(2 * FPDF_GetPageHeightF(page) + 0.5);
-  const FPDF_BITMAP bitmap = FPDFBitmap_Create(picture.width, picture.height, 0);
+  picture.pixels.resize(static_cast<std::size_t>(picture.width) *
+                        static_cast<std::size_t>(picture.height));
+  const FPDF_BITMAP bitmap = FPDFBitmap_CreateEx(picture.width, picture.height, FPDFBitmap_BGRx,
+                                                 picture.pixels.data(), 4 * picture.width);
   FPDFBitmap_FillRect(bitmap, 0, 0, picture.width, picture.height, 0xFFFFFFFF);
   FPDF_RenderPageBitmap(bitmap, page, 0, 0, picture.width, picture.height, 0, FPDF_ANNOT);
-  const auto* pixels = static_cast<const unsigned char*>(FPDFBitmap_GetBuffer(bitmap));
-  const int stride = FPDFBitmap_GetStride(bitmap);
-  for (int y = 0; y < picture.height; ++y) {
-    for (int x = 0; x < picture.width; ++x) {
-      const unsigned char* pixel = pixels + y * stride + 4 * x;
-      for (const int channel : {2, 1, 0}) picture.pixels += static_cast<char>(pixel[channel]);
-    }
-  }
   FPDFBitmap_Destroy(bitmap);
   return picture;
 }
 
-std::string ppmOf(const PagePicture& picture) {
-  return "P6\n" + std::to_string(picture.width) + " " + std::to_string(picture.height) + "\n255\n" +
-         picture.pixels;
+std::string ppmOf(const platform::Picture& picture) {
+  std::string bytes =
+      "P6\n" + std::to_string(picture.width) + " " + std::to_string(picture.height) + "\n255\n";
+  for (const std::uint32_t pixel : picture.pixels) {
+    for (const int shift : {16, 8, 0}) bytes += static_cast<char>(pixel >> shift & 0xFF);
+  }
+  return bytes;
 }
 
 std::string ppmOf(FPDF_PAGE page) {
