@@ -36,8 +36,19 @@ PanePoint inPane(int pane, const PagePoint& point) {
   return pageToPane(pane, point.x, point.y);
 }
 
+// What is drawn of a placement lies where its annotation will, on the page's bitmap.
+PanePoint onBitmap(int pane, const PagePoint& point) {
+  return pageToBitmap(pane, point.x, point.y);
+}
+
 bool overlap(const PixelRect& a, const PixelRect& b) {
   return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+}
+
+// Pictures may lie this far outside their bounds, as they follow the page's bitmap.
+PixelRect grown(const PixelRect& bounds) {
+  constexpr std::int32_t kReach = 2;  // pixels
+  return {bounds.left - kReach, bounds.top - kReach, bounds.right + kReach, bounds.bottom + kReach};
 }
 
 // A box after clockwise quarter turns about the origin.
@@ -65,7 +76,7 @@ void addSelection(int pane, const Placement& placement, PictureDrawing& drawing)
   const std::array<PagePoint, 4> corners = placementCorners(placement);
   drawing.selected = true;
   for (std::size_t i = 0; i < drawing.frame.size(); ++i) {
-    drawing.frame[i] = rounded(inPane(pane, corners[i % corners.size()]));
+    drawing.frame[i] = rounded(onBitmap(pane, corners[i % corners.size()]));
   }
   for (int handle = 0; handle < kPlacementHandles; ++handle) {
     const PixelPoint point = PlacementHandlePoint(pane, placement, handle);
@@ -77,7 +88,7 @@ PictureDrawing drawingOf(int pane, Placement& placement) {
   PictureDrawing drawing;
   const double zoom = session.panes[pane].zoom;
   if (placement.pending()) drawing.picture = placementPicture(placement);
-  drawing.centre = inPane(pane, placementCentre(placement));
+  drawing.centre = onBitmap(pane, placementCentre(placement));
   drawing.width = placement.width * zoom;
   drawing.height = placement.height * zoom;
   drawing.degrees = degreesOf(pane, placement);
@@ -123,7 +134,7 @@ std::vector<PictureDrawing> placementDrawings(int pane, const PixelRect& area) {
   if (found == session.placements.end()) return drawings;
   for (Placement& placement : found->second) {
     if (!placement.pending() && !placement.selected) continue;
-    if (!overlap(PlacementScreenBounds(pane, placement), area)) continue;
+    if (!overlap(grown(PlacementScreenBounds(pane, placement)), area)) continue;
     drawings.push_back(drawingOf(pane, placement));
   }
   return drawings;

@@ -3,6 +3,7 @@
 #include <fpdf_edit.h>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "platform/main_window.h"
@@ -202,6 +203,17 @@ PanePoint pageToPane(int pane, double pageX, double pageY) {
       break;
   }
   return {slot.panX + view.x * slot.zoom, slot.panY + view.y * slot.zoom};
+}
+
+PanePoint pageToBitmap(int pane, double pageX, double pageY) {
+  const PaneSlot& slot = session.panes[pane];
+  const PanePoint place = pageToPane(pane, pageX, pageY);
+  if (!slot.pageBitmap) return place;
+  const PageSize page = pageSizeRotated(pane);
+  const double acrossShare = slot.pageBitmapWidth / (page.width * slot.zoom);
+  const double downShare = slot.pageBitmapHeight / (page.height * slot.zoom);
+  return {std::trunc(slot.panX) + (place.x - slot.panX) * acrossShare,
+          std::trunc(slot.panY) + (place.y - slot.panY) * downShare};
 }
 
 }  // namespace quillmere

@@ -100,5 +100,8 @@ void clampPan(int pane);
 PagePoint paneToPage(int pane, double x, double y);
 // The page's own coordinates to pane pixels.
 PanePoint pageToPane(int pane, double pageX, double pageY);
+// Where the pane's bitmap shows that place: since the bitmap begins and ends on whole pixels, up to
+// two pixels away from there. Without a bitmap it is the same.
+PanePoint pageToBitmap(int pane, double pageX, double pageY);
 
 }  // namespace quillmere

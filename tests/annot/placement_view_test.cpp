@@ -118,12 +118,35 @@ TEST_F(PlacementViewTest, WrittenOnesShowTheirSelectionAlone) {
   EXPECT_EQ(all[0].handles[3], (PixelPoint{170, 100}));
 }
 
+// Otherwise a picture would jump by up to two pixels when it is written.
+TEST_F(PlacementViewTest, PicturesFollowTheBitmapOfThePageWhichBeginsOnAWholePixel) {
+  openPlain();
+  add(0, stampOf(quarters(), 500, 50, 40, 20));
+  setView(0, 0.9991f, 40.9f, 20.9f);
+  const std::vector<PictureDrawing> all = drawings();
+  ASSERT_EQ(all.size(), 1u);
+  // The page is 599 by 799 pixels.
+  EXPECT_NEAR(all[0].centre.x, 40 + 520.0 / 600 * 599, 1e-6);
+  EXPECT_NEAR(all[0].centre.y, 20 + 740.0 / 800 * 799, 1e-6);
+}
+
+// The left edge lies at 139.9 in the pane and is painted at 139.
+TEST_F(PlacementViewTest, AStripBesideTheBoundsGetsThePixelsThatLieInIt) {
+  openPlain();
+  add(0, stampOf(quarters(), 100, 700, 30, 40));
+  setView(0, 0.9991f, 40.99f, 20.0f);
+  const PixelRect bounds = PlacementScreenBounds(0, placement(0, 0));
+  const std::vector<PictureDrawing> all = drawings({0, 0, bounds.left, 1000});
+  ASSERT_EQ(all.size(), 1u);
+  EXPECT_LT(all[0].centre.x - all[0].width / 2, bounds.left);
+}
+
 TEST_F(PlacementViewTest, OthersAreLeftOut) {
   openPlain(2);
   add(0, stampOf(quarters(), 100, 700, 30, 40));
   add(1, stampOf(quarters(), 200, 700, 30, 40));
   ASSERT_EQ(drawings().size(), 1u) << "of another page";
-  EXPECT_TRUE(drawings({0, 0, 140, 1000}).empty()) << "beside the area";
+  EXPECT_TRUE(drawings({0, 0, 138, 1000}).empty()) << "beside the area";
   EXPECT_EQ(drawings({0, 0, 141, 1000}).size(), 1u);
   EXPECT_TRUE(placementDrawings(1, kEverything).empty()) << "of a hidden pane";
   const DocumentHandle other = loadDocument(simplePdf(1));

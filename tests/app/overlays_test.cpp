@@ -114,8 +114,8 @@ TEST_F(OverlaysTest, PicturesOutsideTheAreaAreLeftOut) {
   session.placements[0] = {stamp};
   const PixelRect bounds = PlacementScreenBounds(0, stamp);
   EXPECT_EQ(overlayDrawings(0, bounds).size(), 1u);
-  EXPECT_TRUE(
-      overlayDrawings(0, {bounds.right, bounds.top, bounds.right + 50, bounds.bottom}).empty());
+  const PixelRect beside{bounds.right + 2, bounds.top, bounds.right + 50, bounds.bottom};
+  EXPECT_TRUE(overlayDrawings(0, beside).empty());
 }
 
 TEST_F(OverlaysTest, APaneWithoutASelectionHasNone) {

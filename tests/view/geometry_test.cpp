@@ -314,6 +314,55 @@ TEST_F(GeometryTest, MappingThereAndBackChangesNothingUnderAnyTurn) {
   }
 }
 
+// Around the red pixels of the pane's bitmap, in pixels of the pane, where the bitmap is painted.
+PixelRect redOnScreen() {
+  const PaneSlot& slot = session.panes[0];
+  const std::uint32_t* pixels = platform::pixelsOf(slot.pageBitmap.get());
+  PixelRect box{slot.pageBitmapWidth, slot.pageBitmapHeight, 0, 0};
+  for (int y = 0; y < slot.pageBitmapHeight; ++y) {
+    for (int x = 0; x < slot.pageBitmapWidth; ++x) {
+      if ((pixels[y * slot.pageBitmapWidth + x] & 0xFF) >= 128) continue;
+      box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1),
+             std::max(box.bottom, y + 1)};
+    }
+  }
+  const int left = static_cast<int>(slot.panX);
+  const int top = static_cast<int>(slot.panY);
+  return {box.left + left, box.top + top, box.right + left, box.bottom + top};
+}
+
+TEST_F(GeometryTest, TheBitmapShowsPlacesWhereItIsPaintedOnWholePixels) {
+  for (int own = 0; own < 4; ++own) {
+    for (std::uint32_t pending = 0; pending < 4; ++pending) {
+      SCOPED_TRACE(testing::Message() << own << " " << pending);
+      resetSession();
+      PdfPage page = turnedPage(own * 90);
+      // Reaches to the far edges of the page, where what is lost of its size shows most.
+      page.content = rectangleContent(3, 4, page.width - 10, page.height - 10, 1, 0, 0);
+      openAndShow(buildPdf({page}));
+      pane(0).documentRotation = pending;
+      setView(0, 0.7393f, 31.9f, -17.9f);
+      const PanePoint one = pageToBitmap(0, 3, 4);
+      const PanePoint other = pageToBitmap(0, page.width - 7, page.height - 6);
+      const PixelRect seen = redOnScreen();
+      EXPECT_NEAR(std::min(one.x, other.x), seen.left, 0.55);
+      EXPECT_NEAR(std::max(one.x, other.x), seen.right, 0.55);
+      EXPECT_NEAR(std::min(one.y, other.y), seen.top, 0.55);
+      EXPECT_NEAR(std::max(one.y, other.y), seen.bottom, 0.55);
+    }
+  }
+}
+
+TEST_F(GeometryTest, WithoutABitmapPlacesAreWhereTheMappingSays) {
+  openAndShow(simplePdf(1, 400, 600));
+  setView(0, 0.7393f, 31.9f, -17.9f);
+  freePaneBitmap(0);
+  const PanePoint mapped = pageToPane(0, 390, 10);
+  const PanePoint place = pageToBitmap(0, 390, 10);
+  EXPECT_EQ(place.x, mapped.x);
+  EXPECT_EQ(place.y, mapped.y);
+}
+
 TEST_F(GeometryTest, ThePicturesInkIsWhereTheMappingSays) {
   // A red square near the page's bottom left corner, for every rotation of page and view.
   for (int own = 0; own < 4; ++own) {
