@@ -36,17 +36,9 @@ class Save : public Scenario {
   static bool isMarked(const std::wstring& path) {
     return readFile(path).find("/Highlight") != std::string::npos;
   }
-  // Runs `save` and waits until it has written the file. A file that somebody reads cannot be
-  // replaced, so look at it only then.
   template <typename Saving>
   static bool becomesMarked(const std::wstring& path, Saving save) {
-    const FILETIME before = lastWrite(path);
-    save();
-    const auto written = [&] {
-      const FILETIME now = lastWrite(path);
-      return CompareFileTime(&now, &before) != 0;
-    };
-    return eventually(written) && isMarked(path);
+    return isWrittenBy(path, save) && isMarked(path);
   }
   static void pressSave() { press('S', kCtrl); }
   // Closes the document and opens a file in its place.

@@ -1,28 +1,14 @@
 #include "driver/other_window.h"
-#include "driver/scenario.h"
+#include "driver/stamp_scenario.h"
 #include "support/png_file.h"
 
 namespace quillmere::e2e {
 namespace {
 
-constexpr Size kPage{612, 792};
-constexpr int kStampPanelId = 402;
-constexpr std::uint32_t kOrange = rgb(0xE0, 0x70, 0x10);
-constexpr std::uint32_t kGhost = rgb(235, 165, 104);  // orange over paper, at an alpha of 0.63
 constexpr std::uint32_t kTeal = rgb(0x10, 0x90, 0x90);
 constexpr std::uint32_t kBlack = rgb(0, 0, 0);
 constexpr std::uint32_t kRed = rgb(0xFF, 0, 0);
 constexpr std::uint32_t kTextRed = rgb(0xC8, 0x1E, 0x1E);
-constexpr std::uint32_t kRotationHandle = rgb(60, 200, 100);
-constexpr wchar_t kTextDialog[] = L"QuillmereAddTextDlg";
-constexpr int kTextField = 1001;
-constexpr int kFontField = 1002;
-constexpr int kSizeField = 1003;
-constexpr int kColorField = 1004;
-
-std::wstring stampsFolder() {
-  return userDataFolder() + L"\\Stamps\\";
-}
 
 // A stamp of 160 by 80 points in the document's file, as the program writes it: its left bottom
 // corner and its colour.
@@ -67,102 +53,11 @@ std::string stampedPdf(const std::vector<WrittenStamp>& stamps) {
       file.add("<< /Type /Catalog /Pages " + test::PdfFile::reference(tree) + " >>"));
 }
 
-std::string whitePage(int rotate = 0) {
-  test::PdfPage page;
-  page.width = kPage.width;
-  page.height = kPage.height;
-  page.rotate = rotate;
-  return test::buildPdf({page});
-}
-
-// A white page that shows its crop box alone, which begins away from the corner of the page, and is
-// turned by an entry of its own.
-std::string croppedPage(int rotate) {
-  test::PdfPage page;
-  page.rotate = rotate;
-  page.entries = "/CropBox [100 150 512 692]";
-  return test::buildPdf({page});
-}
-
-// A library, and a document of white pages at its actual size.
-class Stamps : public Scenario {
+class Stamps : public StampScenario {
  protected:
-  // Stamps "s1.png" and so on, of these colours.
-  void makeLibrary(const std::vector<std::uint32_t>& colors) {
-    CreateDirectoryW(userDataFolder().c_str(), nullptr);
-    CreateDirectoryW(stampsFolder().c_str(), nullptr);
-    std::string list;
-    for (const std::uint32_t color : colors) {
-      const std::string name = "s" + std::to_string(++stamps_) + ".png";
-      ASSERT_TRUE(writeFile(stampsFolder() + std::wstring(name.begin(), name.end()),
-                            test::plainPng(200, 100, 0xFF000000 | color)));
-      list += name + "\r\n";
-    }
-    ASSERT_TRUE(writeFile(stampsFolder() + L"stamps.lst", list));
-  }
   void startWithStamp() {
     makeLibrary({kOrange});
     startWithPanel(whitePage());
-  }
-  void startWithPanel(const std::string& document) {
-    startWith(document);
-    press('A');
-    press(VK_F4);
-    ASSERT_TRUE(eventually([&] { return panel() != nullptr && IsWindowVisible(panel()); }));
-  }
-  HWND panel() const { return GetDlgItem(window, kStampPanelId); }
-  // A client pixel of the panel on the screen.
-  POINT inPanel(int x, int y) const {
-    POINT place{x, y};
-    ClientToScreen(panel(), &place);
-    return place;
-  }
-  RECT page() const {
-    RECT area = pageArea();
-    area.right = windowRect(panel()).left - clientOnScreen(window).left - dip(3);
-    return area;
-  }
-  // The date stamp comes first; its height decides where the next one is.
-  POINT stampInPanel(std::uint32_t color) const {
-    const RECT client = clientOnScreen(panel());
-    const Picture seen = capture(client);
-    const RECT found = seen.extentAlike({0, 0, seen.width(), seen.height()}, color);
-    return {client.left + (found.left + found.right) / 2,
-            client.top + (found.top + found.bottom) / 2};
-  }
-  int pixelsOf(std::uint32_t color) const { return client().countAlike(page(), color); }
-  RECT extentOf(std::uint32_t color) const { return client().extentAlike(page(), color); }
-  ::testing::AssertionResult shown(std::uint32_t color, bool some) const {
-    if (eventually([&] { return (pixelsOf(color) > 200) == some; })) {
-      return ::testing::AssertionSuccess();
-    }
-    return ::testing::AssertionFailure() << pixelsOf(color) << " pixels of that colour";
-  }
-  void dragOver(POINT from, POINT between, POINT to) const {
-    movePointer(from);
-    ASSERT_TRUE(inputIsHandled(window));
-    pressButton(from);
-    for (const POINT place : {between, to}) {
-      ASSERT_TRUE(inputIsHandled(window));
-      movePointer(place);
-    }
-    ASSERT_TRUE(inputIsHandled(window));
-    ASSERT_TRUE(eventually([&] { return pixelsOf(kOrange) == 0 && pixelsOf(kGhost) > 200; }));
-    picture("Stamps.Ghost");
-    releaseButton(to);
-  }
-  void placeOrange(POINT at) {
-    POINT from{};
-    ASSERT_TRUE(eventually([&] {
-      from = stampInPanel(kOrange);
-      return from.y > clientOnScreen(panel()).top + dip(98);
-    }));
-    // A stamp that is moved up or down in the panel would be reordered.
-    dragOver(from, {at.x, from.y}, at);
-    ASSERT_TRUE(shown(kOrange, true));
-  }
-  static POINT middle(const RECT& rect) {
-    return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
   }
   static bool lying(const RECT& rect) {
     return rect.right - rect.left > 3 * (rect.bottom - rect.top) / 2;
@@ -170,32 +65,12 @@ class Stamps : public Scenario {
   static bool standing(const RECT& rect) {
     return rect.bottom - rect.top > 3 * (rect.right - rect.left) / 2;
   }
-  // Opens Add Text with a text of 48 points and moves the dialog off the page's middle.
-  void openTextDialog(const std::wstring& text) {
-    click(inPanel(dip(60), dip(46)));
-    ASSERT_TRUE(eventually(
-        [&] { return (dialog = program.find(kTextDialog)) && IsWindowVisible(dialog); }));
-    ASSERT_TRUE(eventually([&] { return focusOf(dialog) == GetDlgItem(dialog, kTextField); }));
-    type(text);
-    press(VK_TAB);
-    press(VK_TAB);
-    type(L"48");
-    ASSERT_TRUE(inputIsHandled(window));
-    ASSERT_EQ(controlText(GetDlgItem(dialog, kSizeField)), L"48");
-    SetWindowPos(dialog, nullptr, dip(20), dip(500), 0, 0,
-                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-  }
   void import(const std::wstring& path) {
     click(inPanel(dip(60), dip(76)));
     const HWND opened = waitForFileDialog(program);
     ASSERT_NE(opened, nullptr);
     ASSERT_TRUE(chooseInFileDialog(opened, path));
   }
-
-  HWND dialog = nullptr;
-
- private:
-  int stamps_ = 0;
 };
 
 TEST_F(Stamps, AStampIsDraggedMovedSizedTurnedAndDeleted) {
@@ -499,18 +374,9 @@ TEST_F(Stamps, AStampIsEditableAgainAfterSavingAndOpening) {
     return alike(now.left, placed.left) && alike(now.top, placed.top) &&
            alike(now.right, placed.right) && alike(now.bottom, placed.bottom);
   };
-  // A file that somebody reads cannot be replaced, so it is read only afterwards.
-  const auto save = [&] {
-    const FILETIME before = lastWrite(path);
-    press('S', kCtrl);
-    return eventually([&] {
-      const FILETIME now = lastWrite(path);
-      return CompareFileTime(&now, &before) != 0;
-    });
-  };
   EXPECT_FALSE(stampsInFile());
   toFront();
-  ASSERT_TRUE(save());
+  ASSERT_TRUE(isWrittenBy(path, [] { press('S', kCtrl); }));
   EXPECT_TRUE(stampsInFile());
   EXPECT_TRUE(eventually(liesThere)) << "saving moves nothing";
   picture("Stamps.Saved");
@@ -526,7 +392,7 @@ TEST_F(Stamps, AStampIsEditableAgainAfterSavingAndOpening) {
   picture("Stamps.OpenedAgain");
   press(VK_DELETE);
   ASSERT_TRUE(shown(kOrange, false));
-  ASSERT_TRUE(save());
+  ASSERT_TRUE(isWrittenBy(path, [] { press('S', kCtrl); }));
   EXPECT_FALSE(stampsInFile());
 }
 

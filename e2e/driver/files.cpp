@@ -5,6 +5,8 @@
 
 #include <cstring>
 
+#include "driver/wait.h"
+
 namespace quillmere::e2e {
 namespace {
 
@@ -95,6 +97,15 @@ FILETIME lastWrite(const std::wstring& path) {
   WIN32_FILE_ATTRIBUTE_DATA data{};
   GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data);
   return data.ftLastWriteTime;
+}
+
+bool isWrittenBy(const std::wstring& path, const std::function<void()>& action) {
+  const FILETIME before = lastWrite(path);
+  action();
+  return eventually([&] {
+    const FILETIME now = lastWrite(path);
+    return CompareFileTime(&now, &before) != 0;
+  });
 }
 
 std::wstring makeFile(const std::wstring& name, const std::string& bytes) {

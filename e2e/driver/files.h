@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,9 @@ void removeTree(const std::wstring& folder);
 bool writeFile(const std::wstring& path, const std::string& bytes);
 std::string readFile(const std::wstring& path);
 FILETIME lastWrite(const std::wstring& path);
+// Runs `action` and waits until it has written the file. A file that somebody reads cannot be
+// replaced, so look at it only then.
+bool isWrittenBy(const std::wstring& path, const std::function<void()>& action);
 // Writes a file into the scenario folder and returns its path.
 std::wstring makeFile(const std::wstring& name, const std::string& bytes);
 
