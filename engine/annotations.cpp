@@ -3,6 +3,7 @@
 #include <stddef.h>
 
 #include <memory>
+#include <utility>
 
 #include "core/fpdfapi/page/cpdf_annotcontext.h"
 #include "core/fpdfapi/page/cpdf_image.h"
@@ -31,6 +32,19 @@ bool IsPopupOf(const CPDF_Dictionary& candidate, const CPDF_Dictionary& annotati
 }
 
 }  // namespace
+
+FPDF_EXPORT FPDF_PAGE FPDF_CALLCONV QuillmereEngine_LoadPageForAnnots(FPDF_DOCUMENT document,
+                                                                      int page_index) {
+  CPDF_Document* pdf = CPDFDocumentFromFPDFDocument(document);
+  if (!pdf || page_index < 0 || page_index >= pdf->GetPageCount()) {
+    return nullptr;
+  }
+  RetainPtr<CPDF_Dictionary> dictionary = pdf->GetMutablePageDictionary(page_index);
+  if (!CPDF_Page::IsValidPageDictLoose(dictionary)) {
+    return nullptr;
+  }
+  return FPDFPageFromIPDFPage(pdfium::MakeRetain<CPDF_Page>(pdf, std::move(dictionary)).Leak());
+}
 
 FPDF_EXPORT FPDF_BOOL FPDF_CALLCONV QuillmereEngine_MakeAnnotIndirect(FPDF_PAGE page, int index) {
   RetainPtr<CPDF_Array> annotations = AnnotationsOf(page);

@@ -121,6 +121,19 @@ FPDF_EXPORT int FPDF_CALLCONV QuillmereEngine_PageIndexOfDest(FPDF_DOCUMENT docu
 FPDF_EXPORT FPDF_BOOL FPDF_CALLCONV
 QuillmereEngine_WriteMarkAppearance(FPDF_ANNOTATION annotation, int text_turns);
 
+// Function: QuillmereEngine_LoadPageForAnnots
+//          Load a page to read its annotations, without parsing its content.
+// Parameters:
+//          document    -   Handle to a document. May be NULL.
+//          page_index  -   The page's zero-based index.
+// Return value:
+//          The page, for FPDF_ClosePage(). NULL where FPDF_LoadPage() returns NULL.
+// Comments:
+//          What FPDFPage_GetAnnotCount() and FPDFPage_GetAnnot() tell of it is what
+//          they tell of a page of FPDF_LoadPage(). It has no objects and no text.
+FPDF_EXPORT FPDF_PAGE FPDF_CALLCONV QuillmereEngine_LoadPageForAnnots(FPDF_DOCUMENT document,
+                                                                      int page_index);
+
 // Function: QuillmereEngine_MakeAnnotIndirect
 //          Make an annotation an object of its own.
 // Parameters:

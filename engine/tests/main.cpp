@@ -23,6 +23,7 @@ struct Test {
 #define TEST_ROW(function) {#function, function}
 constexpr Test kTests[] = {
     TEST_ROW(TestStamps),
+    TEST_ROW(TestPagesForAnnotations),
     TEST_ROW(TestMarkups),
     TEST_ROW(TestFindingForgetsNoChange),
     TEST_ROW(TestSearchInSlices),

@@ -190,6 +190,39 @@ void TestStamps() {
         "a full array is not written past its end");
 }
 
+// A page that is loaded for its annotations alone tells the same of them as any.
+void TestPagesForAnnotations() {
+  const std::string record = "<< /Type /Annot /Subtype /Stamp /Rect [10 10 50 50] /QMR (kept) >>";
+  const std::string pdf = MakePdf(
+      {kCatalog, "<< /Type /Pages /Kids [3 0 R 4 0 R 9 0 R] /Count 3 >>",
+       Page("/Contents 5 0 R /Annots [null " + std::string(kNote) + " 6 0 R]"), Page(""),
+       Stream("1 0 0 rg 0 0 50 50 re f"), record});
+  ScopedFPDFDocument document = Load(pdf);
+  const auto load_for_annots = [&](int index) {
+    return ScopedFPDFPage(QuillmereEngine_LoadPageForAnnots(document.get(), index));
+  };
+  for (int index = -1; index <= 3; ++index) {
+    ScopedFPDFPage whole(FPDF_LoadPage(document.get(), index));
+    ScopedFPDFPage page = load_for_annots(index);
+    Check(!page == !whole, "pages are loaded for their annotations where others are");
+    Check(FPDFPage_GetAnnotCount(page.get()) == FPDFPage_GetAnnotCount(whole.get()),
+          "a page for its annotations counts them all");
+  }
+  ScopedFPDFPage page = load_for_annots(0);
+  Check(FPDFPage_CountObjects(page.get()) == 0, "its content is not parsed");
+  Check(!ScopedFPDFAnnotation(FPDFPage_GetAnnot(page.get(), 0)), "an entry that is no annotation");
+  ScopedFPDFAnnotation stamp(FPDFPage_GetAnnot(page.get(), 2));
+  unsigned short units[8] = {};
+  FPDFAnnot_GetStringValue(stamp.get(), "QMR", units, sizeof units);
+  Check(FPDFAnnot_GetSubtype(stamp.get()) == FPDF_ANNOT_STAMP && units[0] == 'k' && units[3] == 't',
+        "an annotation behind one that is none");
+  stamp.reset();
+  Check(FPDFPage_RemoveAnnot(page.get(), 1), "annotations are removed through it");
+  ScopedFPDFPage whole(FPDF_LoadPage(document.get(), 0));
+  Check(FPDFPage_GetAnnotCount(whole.get()) == 2, "and are gone from the page");
+  Check(!QuillmereEngine_LoadPageForAnnots(nullptr, 0), "no document, no page");
+}
+
 void TestDamagedTrees() {
   const std::string stamp_page = Page(std::string("/Annots [") + kStamp + "]");
   // A node that lists itself and its parent, with a page between.

@@ -6,6 +6,7 @@
 // |folder| is where files may be written.
 void TestPageAndText(const std::string& folder);
 void TestStamps();
+void TestPagesForAnnotations();
 void TestMarkups();
 void TestFindingForgetsNoChange();
 void TestSearchInSlices();

@@ -50,6 +50,10 @@ ReachedPage::ReachedPage(FPDF_DOCUMENT document, std::int32_t page) {
   page_ = panes.empty() ? own_.get() : session.panes[panes.front()].page.get();
 }
 
+PageHandle pageForAnnotations(FPDF_DOCUMENT document, std::int32_t page) {
+  return PageHandle(QuillmereEngine_LoadPageForAnnots(document, page));
+}
+
 AnnotationHandle annotationAt(FPDF_PAGE page, std::int32_t index) {
   return AnnotationHandle(FPDFPage_GetAnnot(page, index));
 }

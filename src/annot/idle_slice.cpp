@@ -4,13 +4,12 @@ namespace quillmere {
 
 namespace {
 
-constexpr int kPages = 8;
 constexpr std::uint64_t kMilliseconds = 4;
 
 }  // namespace
 
 bool IdleSlice::endsWithPage() {
-  return ++pages_ >= kPages || platform::monotonicMilliseconds() - begun_ >= kMilliseconds;
+  return --pagesLeft_ <= 0 || platform::monotonicMilliseconds() - begun_ >= kMilliseconds;
 }
 
 }  // namespace quillmere

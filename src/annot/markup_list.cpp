@@ -17,6 +17,7 @@ namespace quillmere {
 
 namespace {
 
+constexpr int kPagesWhileIdle = 8;  // of about a millisecond each
 constexpr int kWordsOfText = 5;
 constexpr int kWordsOfNote = 6;
 // No tree shows more of a row, and in scripts without blanks a word can have any length.
@@ -104,7 +105,7 @@ bool collectSomeMarkups(FPDF_DOCUMENT document) {
   const auto missing = session.pagesToCollect.find(document);
   if (missing == session.pagesToCollect.end()) return false;
   std::set<int>& pages = missing->second;
-  IdleSlice slice;
+  IdleSlice slice(kPagesWhileIdle);
   for (bool last = pages.empty(); !last;) {
     collectPage(document, pages.extract(pages.begin()).value(), session.markupList);
     releasePagesRead(document, pages.size());

@@ -25,6 +25,7 @@ namespace quillmere {
 namespace {
 
 constexpr FPDF_ANNOTATION_SUBTYPE kSubtypes[] = {FPDF_ANNOT_STAMP};
+constexpr int kPagesWhileIdle = 64;  // of some tens of microseconds each
 
 // Nullopt for an annotation that this program did not write.
 std::optional<Placement> placementOf(FPDF_ANNOTATION annotation) {
@@ -37,7 +38,7 @@ std::optional<Placement> placementOf(FPDF_ANNOTATION annotation) {
 }
 
 std::vector<Placement> placementsOn(FPDF_DOCUMENT document, std::int32_t pageIndex) {
-  const ReachedPage page(document, pageIndex);
+  const PageHandle page = pageForAnnotations(document, pageIndex);
   std::vector<Placement> list;
   const int count = FPDFPage_GetAnnotCount(page.get());
   for (int i = 0; i < count; ++i) {
@@ -80,7 +81,7 @@ std::vector<int> unreadOf(const std::vector<int>& pages) {
 }
 
 bool isPlacement(FPDF_DOCUMENT document, std::int32_t pageIndex, std::int32_t annotIndex) {
-  const ReachedPage page(document, pageIndex);
+  const PageHandle page = pageForAnnotations(document, pageIndex);
   return placementOf(annotationAt(page.get(), annotIndex).get()).has_value();
 }
 
@@ -149,7 +150,7 @@ void readWaitingPlacementsOf(FPDF_DOCUMENT document, std::int32_t page) {
 
 bool readFoundPlacements() {
   const std::vector<int> unread = unreadOf(pagesFoundSoFar(session.waitingPlacements, kSubtypes));
-  IdleSlice slice;
+  IdleSlice slice(kPagesWhileIdle);
   for (const int page : unread) {
     readWaitingPage(page);
     if (slice.endsWithPage()) break;
