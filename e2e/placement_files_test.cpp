@@ -90,8 +90,8 @@ class PlacementFiles : public StampScenario {
   Picture pageSeen() const {
     const RECT area = page();
     const POINT corner = onScreen(area.left, area.top);
-    return capture({corner.x, corner.y, corner.x + area.right - area.left,
-                    corner.y + area.bottom - area.top});
+    return capture(
+        {corner.x, corner.y, corner.x + area.right - area.left, corner.y + area.bottom - area.top});
   }
   static test::PictureView viewOf(const Picture& picture) {
     return {picture.width(), picture.height(), picture.pixels()};
@@ -101,7 +101,8 @@ class PlacementFiles : public StampScenario {
     int strays = 0;
     const bool alike = eventually([&] {
       const Picture now = pageSeen();
-      strays = test::strays(viewOf(before), viewOf(now)) + test::strays(viewOf(now), viewOf(before));
+      strays =
+          test::strays(viewOf(before), viewOf(now)) + test::strays(viewOf(now), viewOf(before));
       return strays == 0;
     });
     if (alike) return ::testing::AssertionSuccess();
@@ -115,11 +116,10 @@ class PlacementFiles : public StampScenario {
   RECT ink() const {
     const RECT area = pageOnScreen(client(), page());
     const POINT corner = onScreen(area.left, area.top);
-    const Picture seen = capture({corner.x, corner.y, corner.x + area.right - area.left,
-                                  corner.y + area.bottom - area.top});
+    const Picture seen = capture(
+        {corner.x, corner.y, corner.x + area.right - area.left, corner.y + area.bottom - area.top});
     const test::InkBox box = test::inkBoxOf(viewOf(seen));
-    return {area.left + box.left, area.top + box.top, area.left + box.right,
-            area.top + box.bottom};
+    return {area.left + box.left, area.top + box.top, area.left + box.right, area.top + box.bottom};
   }
   // Waits until the letters' edges are where they were. Each program draws letters in its own way.
   ::testing::AssertionResult inkLiesAt(const RECT& before) const {
@@ -131,8 +131,8 @@ class PlacementFiles : public StampScenario {
              alikeEdge(now.right, before.right) && alikeEdge(now.bottom, before.bottom);
     });
     if (there) return ::testing::AssertionSuccess();
-    return ::testing::AssertionFailure() << ::testing::PrintToString(now) << ", before "
-                                         << ::testing::PrintToString(before);
+    return ::testing::AssertionFailure()
+           << ::testing::PrintToString(now) << ", before " << ::testing::PrintToString(before);
   }
   // Places what the dialog holds with its baseline's start in the page's middle, after this many
   // quarter turns, and closes the dialog.

@@ -115,8 +115,8 @@ void StampScenario::placeOrange(POINT at) {
 
 void StampScenario::openTextDialog(const std::wstring& text) {
   click(inPanel(dip(60), dip(46)));
-  ASSERT_TRUE(eventually(
-      [&] { return (dialog = program.find(kTextDialog)) && IsWindowVisible(dialog); }));
+  ASSERT_TRUE(
+      eventually([&] { return (dialog = program.find(kTextDialog)) && IsWindowVisible(dialog); }));
   ASSERT_TRUE(eventually([&] { return focusOf(dialog) == GetDlgItem(dialog, kTextField); }));
   press('A', kCtrl);
   type(text);

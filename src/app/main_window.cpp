@@ -8,6 +8,7 @@
 #include "app/mouse.h"
 #include "app/window_placement.h"
 #include "base/product.h"
+#include "platform/instances.h"
 #include "platform/win32/main_window.h"
 #include "platform/win32/sized.h"
 #include "platform/win32/wide.h"
@@ -62,7 +63,7 @@ LRESULT CALLBACK mainWindowProcedure(HWND window, UINT message, WPARAM wParam, L
 InitialPlacement initialPlacement() {
   session.dpi = static_cast<std::int32_t>(GetDpiForSystem());
   if (session.viewerRole) return viewerInitialPlacement(viewerSurroundings());
-  return mainWindowInitialPlacement();
+  return mainWindowInitialPlacement(platform::primaryWorkArea());
 }
 
 bool isShift(const MSG& message) {

@@ -23,19 +23,30 @@ std::int32_t share(std::int32_t length, double part) {
   return static_cast<std::int32_t>(length * part + 0.5);
 }
 
+// A length of the work area that a window may take.
+std::int32_t availableLength(std::int32_t workLength) {
+  return workLength - scaled(kWorkAreaAllowance);
+}
+
+// On a dense screen the length that is usual at 96 DPI counts as enough: scaled up, a window can be
+// larger than the work area of a small laptop.
+std::int32_t mainLength(std::int32_t length, std::int32_t workLength) {
+  return std::max(length, std::min(scaled(length), availableLength(workLength)));
+}
+
 // The minimum is applied last, so it may exceed a small work area.
 std::int32_t fitLength(std::int32_t wanted, std::int32_t workLength, std::int32_t minimum) {
-  const std::int32_t available = workLength - scaled(kWorkAreaAllowance);
+  const std::int32_t available = availableLength(workLength);
   if (available > 0 && available < wanted) wanted = available;
   return std::max(wanted, scaled(minimum));
 }
 
 }  // namespace
 
-InitialPlacement mainWindowInitialPlacement() {
+InitialPlacement mainWindowInitialPlacement(const platform::ScreenRect& work) {
   InitialPlacement placement;
-  placement.width = scaled(kMainWidth);
-  placement.height = scaled(kMainHeight);
+  placement.width = mainLength(kMainWidth, work.right - work.left);
+  placement.height = mainLength(kMainHeight, work.bottom - work.top);
   return placement;
 }
 

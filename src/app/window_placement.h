@@ -16,7 +16,8 @@ struct InitialPlacement {
   std::int32_t height = 0;
 };
 
-InitialPlacement mainWindowInitialPlacement();
+// The window's usual size, on a dense screen within the work area.
+InitialPlacement mainWindowInitialPlacement(const platform::ScreenRect& workArea);
 
 struct ViewerSurroundings {
   std::optional<platform::ScreenRect> mainWindow;  // nullopt when there is none to open beside

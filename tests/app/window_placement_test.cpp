@@ -29,7 +29,7 @@ ViewerSurroundings alone(const ScreenRect& workArea) {
 }
 
 TEST(WindowPlacementTest, TheMainWindowHasASizeAndLeavesThePlaceToTheSystem) {
-  const InitialPlacement placement = mainWindowInitialPlacement();
+  const InitialPlacement placement = mainWindowInitialPlacement(kScreen);
   EXPECT_FALSE(placement.positioned);
   EXPECT_EQ(placement.width, 1100);
   EXPECT_EQ(placement.height, 800);
@@ -154,13 +154,23 @@ TEST_F(WindowPlacementAtDensityTest, WindowsAreAsLargeToTheEye) {
   } rows[] = {{96, 1100, 800, 740, 720}, {144, 1650, 1200, 1110, 1080}};
   for (const auto& row : rows) {
     session.dpi = row.dpi;
-    const InitialPlacement main = mainWindowInitialPlacement();
+    const InitialPlacement main = mainWindowInitialPlacement({0, 0, 2880, 1560});
     EXPECT_EQ(main.width, row.mainWidth);
     EXPECT_EQ(main.height, row.mainHeight);
     const InitialPlacement viewer = viewerInitialPlacement(alone({0, 0, 2880, 1560}));
     EXPECT_EQ(viewer.width, row.viewerWidth);
     EXPECT_EQ(viewer.height, row.viewerHeight);
   }
+}
+
+TEST_F(WindowPlacementAtDensityTest, OnASmallDenseScreenTheMainWindowStaysWithinTheWorkArea) {
+  session.dpi = 144;
+  EXPECT_EQ(mainWindowInitialPlacement(kScreen).width, 1650);
+  EXPECT_EQ(mainWindowInitialPlacement(kScreen).height, 980) << "60 pixels less than the work area";
+  EXPECT_EQ(mainWindowInitialPlacement({0, 0, 1366, 728}).width, 1306);
+  EXPECT_EQ(mainWindowInitialPlacement({0, 0, 1366, 728}).height, 800) << "as at 96 DPI";
+  session.dpi = 96;
+  EXPECT_EQ(mainWindowInitialPlacement({0, 0, 800, 560}).width, 1100);
 }
 
 TEST_F(WindowPlacementAtDensityTest, MinimumAndFreePartOfTheWorkAreaGrow) {

@@ -12,9 +12,8 @@ constexpr int kDark = 128;
 constexpr int kGreen = 8;  // bits
 
 int channelAt(const PictureView& picture, int x, int y, int shift) {
-  const auto place =
-      static_cast<std::size_t>(y) * static_cast<std::size_t>(picture.width) +
-      static_cast<std::size_t>(x);
+  const auto place = static_cast<std::size_t>(y) * static_cast<std::size_t>(picture.width) +
+                     static_cast<std::size_t>(x);
   return static_cast<int>(picture.pixels[place] >> shift & 0xFF);
 }
 
