@@ -203,6 +203,22 @@ TEST_F(StampLibraryTest, OpeningThePanelDrawsTodaysDate) {
   EXPECT_EQ(session.stampLibrary[0].width, stampBitmap(0)->width);
 }
 
+TEST_F(StampLibraryTest, WhereTodaysDateCannotBeWrittenNoOtherIsOffered) {
+  standIn().date = 20260309;
+  refreshStampLibrary();
+  ASSERT_THAT(names(), ElementsAre(u"Date"));
+  Placement& placement = placeStamp(0);
+  standIn().date = 20260310;
+  standIn().diskFree = 100;
+  refreshStampLibrary();
+  EXPECT_THAT(names(), IsEmpty());
+  EXPECT_FALSE(platform::fileExists(inStamps(u"__date__.png"))) << "nothing half-written stays";
+  EXPECT_TRUE(placement.image) << "a stamp on a page stays";
+  standIn().diskFree.reset();
+  refreshStampLibrary();
+  EXPECT_THAT(names(), ElementsAre(u"Date"));
+}
+
 TEST_F(StampLibraryTest, APendingDateStampKeepsTheDayItWasPlaced) {
   standIn().date = 20260309;
   refreshStampLibrary();
