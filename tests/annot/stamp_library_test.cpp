@@ -372,6 +372,15 @@ TEST_F(StampLibraryTest, LargePicturesAreDrawnFromASmallerCopy) {
   EXPECT_EQ(wholeStampPicture(0)->width, 3000);
 }
 
+TEST_F(StampLibraryTest, AStampWhoseFileVanishedIsDrawnFromItsThumbnail) {
+  fillLibrary(2);
+  ASSERT_TRUE(makeThumbnail(session.stampLibrary[0]));
+  for (const char16_t* name : {u"1.png", u"2.png"}) platform::deleteFile(inStamps(name));
+  EXPECT_EQ(stampBitmap(0), session.stampLibrary[0].thumbnail);
+  EXPECT_EQ(keptStampPicture(session.stampLibrary[0]), stampBitmap(0));
+  EXPECT_FALSE(stampBitmap(1));
+}
+
 TEST_F(StampLibraryTest, PicturesOfDocumentsAreDrawnFromASmallerCopyWhenTheyAreLarge) {
   const auto small = std::make_shared<platform::Picture>(plainPicture(1000, 500, 0xFF336699));
   EXPECT_EQ(quickToDraw(small), small);
