@@ -311,7 +311,9 @@ void DeleteAllStamps() {
 
 void readMissedList() {
   const auto bytes = listBytes();
-  if (countUserStamps() == 0 && bytes && bytes->size() > kUtf8Mark.size()) refreshStampLibrary();
+  if (countUserStamps() > 0 || !bytes || bytes->size() <= kUtf8Mark.size()) return;
+  refreshStampLibrary();
+  stampLibraryChanged();
 }
 
 void ClearOrphanedStamps() {

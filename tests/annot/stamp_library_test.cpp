@@ -124,9 +124,12 @@ TEST_F(StampLibraryTest, FilesOfAListThatCannotBeReadAreNoOrphans) {
   EXPECT_THAT(ListStampFiles(false), ElementsAre(inStamps(u"a.png")));
   platform::setOtherUse(inStamps(u"stamps.lst"), platform::OtherUse::Nobody);
   standIn().boxAnswers = {platform::BoxAnswer::Ok};
+  standIn().shown.clear();
   ClearOrphanedStamps();
   EXPECT_EQ(standIn().boxes[0].text, u"No orphaned files found.");
   EXPECT_TRUE(platform::fileExists(inStamps(u"a.png")));
+  EXPECT_THAT(names(), ElementsAre(u"Date", u"a"));
+  EXPECT_THAT(standIn().shown, testing::Contains("stamp panel")) << "an open panel shows them";
 }
 
 TEST_F(StampLibraryTest, AFullDiskLeavesTheListAsItWas) {
