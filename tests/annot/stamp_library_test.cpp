@@ -95,6 +95,27 @@ TEST_F(StampLibraryTest, TheFolderIsSearchedWhateverTheCaseOfLetters) {
   EXPECT_THAT(names(), ElementsAre(u"a", u"B", u"C"));
 }
 
+TEST_F(StampLibraryTest, FilesThatAreFoundKeepTheOrderInWhichTheSystemListsThem) {
+  for (const char16_t* name : {u"z.png", u"_.png", u"[a].png", u"B.png"}) putStamp(name);
+  const auto listing = platform::listFiles(session.stampsFolder, u".png");
+  ASSERT_EQ(listing->front(), u"B.png") << "capital letters come before these signs";
+  LoadStampLibrary();
+  EXPECT_THAT(names(), ElementsAre(u"B", u"z", u"[a]", u"_"));
+}
+
+TEST_F(StampLibraryTest, AFolderThatCannotBeReadIsNotTakenForAnEmptyOne) {
+  putStamp(u"a.png");
+  standIn().refuseFileCall = [](platform::FileCall call) {
+    return call == platform::FileCall::List;
+  };
+  LoadStampLibrary();
+  EXPECT_THAT(names(), IsEmpty());
+  EXPECT_EQ(platform::fileBytes(inStamps(u"stamps.lst")), std::nullopt);
+  standIn().refuseFileCall = nullptr;
+  LoadStampLibrary();
+  EXPECT_THAT(names(), ElementsAre(u"a"));
+}
+
 TEST_F(StampLibraryTest, AListThatCannotBeOpenedIsNotTakenForNone) {
   putStamp(u"a.png");
   putList("a.png\r\n");
@@ -159,6 +180,28 @@ TEST_F(StampLibraryTest, NamesAndPathsHaveTheirLimits) {
   putList(std::string(70, 'n') + ".png\r\n" + std::string(300, 'x') + ".png\r\n");
   LoadStampLibrary();
   EXPECT_THAT(names(), ElementsAre(std::u16string(63, u'n')));
+}
+
+TEST_F(StampLibraryTest, AFoundFileIsNamedAsAListedOne) {
+  const std::u16string longName = u"a.b." + std::u16string(70, u'n') + u".png";
+  putStamp(longName);
+  putStamp(u"one.two.three.png");
+  LoadStampLibrary();
+  EXPECT_THAT(names(), ElementsAre(u"a.b", u"one.two.three")) << "found";
+  LoadStampLibrary();
+  EXPECT_THAT(names(), ElementsAre(u"a.b", u"one.two.three")) << "listed";
+}
+
+TEST_F(StampLibraryTest, NamesOfAnyScriptGoThroughTheList) {
+  const std::vector<std::u16string> all = {u"\u0141\u00F3d\u017A", u"\u0395\u03BB\u03BB",
+                                           u"\u5370\u7AE0", u"\U0001F58B stylo"};
+  for (const std::u16string& name : all) putStamp(name + u".png");
+  LoadStampLibrary();
+  ASSERT_THAT(names(), testing::UnorderedElementsAreArray(all));
+  const std::vector<std::u16string> found = names();
+  LoadStampLibrary();
+  EXPECT_EQ(names(), found);
+  EXPECT_NE(listed().find("\xF0\x9F\x96\x8B stylo.png\r\n"), std::string::npos);
 }
 
 TEST_F(StampLibraryTest, LinesLongerThanAnyPathDropOutWhole) {
