@@ -22,6 +22,17 @@ TEST_F(StampLibraryTest, WithoutAFolderThereIsNoLibrary) {
   EXPECT_THAT(names(), IsEmpty());
 }
 
+TEST_F(StampLibraryTest, AFolderThatIsAFileIsAnEmptyLibrary) {
+  session.stampsFolder = u"C:\\Stamps\\";
+  platform::putFile(u"C:\\Stamps", std::string("a file"));
+  LoadStampLibrary();
+  refreshStampLibrary();
+  EXPECT_THAT(names(), IsEmpty());
+  EXPECT_THAT(ListStampFiles(false), IsEmpty());
+  EXPECT_EQ(platform::fileBytes(u"C:\\Stamps"), "a file");
+  EXPECT_TRUE(standIn().boxes.empty());
+}
+
 TEST_F(StampLibraryTest, AnEmptyFolderGetsAnEmptyList) {
   LoadStampLibrary();
   EXPECT_THAT(names(), IsEmpty());
@@ -450,11 +461,25 @@ TEST_F(StampLibraryTest, ARemovedStampStaysOnThePageAndOnTheDisk) {
   ASSERT_TRUE(placement.image);
   EXPECT_EQ(placement.image->width, 40);
   EXPECT_EQ(session.placements[4].front().stampIndex, 1);
+  EXPECT_FALSE(session.placements[4].front().image);
   EXPECT_EQ(listed(),
             "\xEF\xBB\xBF"
             "1.png\r\n3.png\r\n");
   EXPECT_TRUE(platform::fileExists(inStamps(u"2.png")));
   EXPECT_THAT(ListStampFiles(true), ElementsAre(inStamps(u"2.png")));
+}
+
+TEST_F(StampLibraryTest, WrittenStampsFollowARemovalAsPendingOnesDo) {
+  fillLibrary(3);
+  placeStamp(1).annotIndex = 0;
+  placeStamp(2).annotIndex = 1;
+  placeStamp(0).annotIndex = 2;
+  RemoveStamp(1);
+  const std::vector<Placement>& stamps = session.placements[0];
+  EXPECT_EQ(stamps[0].stampIndex, -1);
+  EXPECT_TRUE(stamps[0].image);
+  EXPECT_EQ(stamps[1].stampIndex, 1);
+  EXPECT_EQ(stamps[2].stampIndex, 0);
 }
 
 TEST_F(StampLibraryTest, TextDropsHaveNothingToDoWithTheLibrary) {
