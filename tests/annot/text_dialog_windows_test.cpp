@@ -89,6 +89,15 @@ TEST_F(TextDialogWindowTest, ATypedSizeThatIsNoneKeepsTheLastGoodOne) {
   EXPECT_EQ(session.settings.textSizePt, 96);
 }
 
+TEST_F(TextDialogWindowTest, WhatTheSizeListCompletesWhenItClosesCounts) {
+  type(sizeField(), L"2");
+  ASSERT_EQ(session.settings.textSizePt, 4);
+  SetWindowTextW(control(kSizeId), L"20");
+  SendMessageW(dialog(), WM_COMMAND, MAKEWPARAM(kSizeId, CBN_CLOSEUP),
+               reinterpret_cast<LPARAM>(control(kSizeId)));
+  EXPECT_EQ(session.settings.textSizePt, 20);
+}
+
 TEST_F(TextDialogWindowTest, ChoicesInItsListsCount) {
   EXPECT_EQ(SendMessageW(control(kFontId), CB_GETCOUNT, 0, 0), 6);
   EXPECT_EQ(SendMessageW(control(kSizeId), CB_GETCOUNT, 0, 0), 18);

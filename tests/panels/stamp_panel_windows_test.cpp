@@ -44,9 +44,8 @@ class StampPanelWindowTest : public PlainMainWindowTest {
     registerStampPanelClass();
     const PixelRect place = stampPanelRect();
     panel = CreateWindowExW(0, L"QuillmereStampPanel", L"", WS_CHILD | WS_VISIBLE, place.left,
-                            place.top, place.width(), place.height(),
-                            platform::windowHandles.main, nullptr, GetModuleHandleW(nullptr),
-                            nullptr);
+                            place.top, place.width(), place.height(), platform::windowHandles.main,
+                            nullptr, GetModuleHandleW(nullptr), nullptr);
     ASSERT_NE(panel, nullptr);
     SetWindowSubclass(panel, probeProcedure, kProbe, 0);
     ValidateRect(panel, nullptr);  // the stamps have no files
