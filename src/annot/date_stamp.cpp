@@ -36,7 +36,9 @@ void RenderDateStamp() {
   const platform::SharedPicture picture =
       platform::drawTextPicture(kFace, platform::TextSetting::Padded, text, kBlack,
                                 {sideOf(extent.width), sideOf(extent.height), kMargin, kMargin});
-  if (picture) platform::savePng(*picture, session.stampsFolder + kDateStampFile);
+  const std::u16string path = session.stampsFolder + kDateStampFile;
+  // A stamp with the date of another day would be worse than none.
+  if (!picture || !platform::savePng(*picture, path)) platform::deleteFile(path);
 }
 
 }  // namespace quillmere

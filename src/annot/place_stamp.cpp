@@ -33,7 +33,7 @@ PictureSize thumbnailSize(const StampEntry& entry, int panelWidth) {
 
 void PlaceStamp(std::int32_t stampIndex, double pageX, double pageY) {
   const PaneSlot& slot = session.panes[kPane];
-  if (session.viewerRole || !isStampIndex(stampIndex) || !slot.page) return;
+  if (session.viewerRole || !slot.page || !stampBitmap(stampIndex)) return;
   if (!ClaimPlacementOwner()) return;
   const PictureSize shown = thumbnailSize(
       session.stampLibrary[static_cast<std::size_t>(stampIndex)], session.stampPanelWidth);

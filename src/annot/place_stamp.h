@@ -17,8 +17,8 @@ PictureSize thumbnailSize(const StampEntry& entry, int panelWidth);
 
 // Adds a stamp to the page that pane 0 shows, in the size that it has in the panel, with its centre
 // at a point of the page and upright on the screen, and selects it. Nothing happens in a read-only
-// process, without such a stamp or a page, and when the user keeps another document's pending
-// placements.
+// process, without such a stamp, its picture or a page, and when the user keeps another document's
+// pending placements.
 void PlaceStamp(std::int32_t stampIndex, double pageX, double pageY);
 
 }  // namespace quillmere

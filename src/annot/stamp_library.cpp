@@ -39,6 +39,11 @@ std::u16string withoutExtension(std::u16string_view name) {
   return std::u16string(name.substr(0, name.rfind(u'.')));
 }
 
+// A name that is too long loses its end first, and then what follows its last dot.
+std::u16string shownName(std::u16string_view fileName) {
+  return withoutExtension(fileName.substr(0, kNameUnits));
+}
+
 bool isDateStampFile(std::u16string_view name) {
   return platform::equalIgnoringCase(name, kDateStampFile);
 }
@@ -73,7 +78,7 @@ void appendListed(std::u16string_view line) {
   if (line.empty() || line.front() == u'#' || line.find(u'\0') != std::u16string_view::npos) return;
   const std::u16string path = session.stampsFolder + std::u16string(line);
   if (path.size() >= kPathBufferUnits || !platform::fileExists(path)) return;
-  appendStamp(path, withoutExtension(line.substr(0, kNameUnits)), false);
+  appendStamp(path, shownName(line), false);
 }
 
 std::optional<std::vector<std::uint8_t>> listBytes() {
@@ -98,23 +103,23 @@ void readList() {
   }
 }
 
-std::vector<std::u16string> stampFileNames() {
-  if (session.stampsFolder.empty()) return {};
+// Nullopt when the folder cannot be read.
+std::optional<std::vector<std::u16string>> stampFileNames() {
+  if (session.stampsFolder.empty()) return std::nullopt;
   auto names = platform::listFiles(session.stampsFolder, kPngExtension);
-  if (!names) return {};
+  if (!names) return std::nullopt;
   std::erase_if(*names, [](const std::u16string& name) {
     return isDateStampFile(name) || session.stampsFolder.size() + name.size() >= kPathBufferUnits;
   });
-  // In the order in which the system's own file lists show them.
-  std::sort(names->begin(), names->end(), [](const auto& left, const auto& right) {
-    return platform::toLower(left) < platform::toLower(right);
-  });
-  return std::move(*names);
+  return names;
 }
 
+// An empty list would make orphans of all files in a folder that cannot be read just then.
 void searchFolder() {
-  for (const std::u16string& name : stampFileNames()) {
-    appendStamp(session.stampsFolder + name, withoutExtension(name), false);
+  const auto names = stampFileNames();
+  if (!names) return;
+  for (const std::u16string& name : *names) {
+    appendStamp(session.stampsFolder + name, shownName(name), false);
   }
   SaveStampList();
 }
@@ -289,7 +294,7 @@ void RemoveStamp(std::int32_t index) {
 std::vector<std::u16string> ListStampFiles(bool orphansOnly) {
   std::vector<std::u16string> paths;
   if (orphansOnly && listUnreadable()) return paths;
-  for (const std::u16string& name : stampFileNames()) {
+  for (const std::u16string& name : stampFileNames().value_or(std::vector<std::u16string>())) {
     std::u16string path = session.stampsFolder + name;
     if (orphansOnly && indexOfPath(path) >= 0) continue;
     paths.push_back(std::move(path));
@@ -311,7 +316,9 @@ void DeleteAllStamps() {
 
 void readMissedList() {
   const auto bytes = listBytes();
-  if (countUserStamps() == 0 && bytes && bytes->size() > kUtf8Mark.size()) refreshStampLibrary();
+  if (countUserStamps() > 0 || !bytes || bytes->size() <= kUtf8Mark.size()) return;
+  refreshStampLibrary();
+  stampLibraryChanged();
 }
 
 void ClearOrphanedStamps() {

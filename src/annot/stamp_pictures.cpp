@@ -41,7 +41,7 @@ platform::SharedPicture stampBitmap(std::int32_t index) {
   StampEntry& entry = session.stampLibrary[static_cast<std::size_t>(index)];
   if (entry.bitmap) return entry.bitmap;
   const platform::SharedPicture picture = platform::loadPicture(entry.path);
-  if (picture) entry.bitmap = quickToDraw(picture);
+  entry.bitmap = picture ? quickToDraw(picture) : entry.thumbnail;
   return entry.bitmap;
 }
 

@@ -18,8 +18,8 @@ inline constexpr int kThumbnailHeight = 80;  // pixels at 96 DPI, at most
 // The size of a file's picture. Of a PNG file only the head is read; others are decoded.
 std::optional<PictureSize> stampPictureSize(const std::u16string& path);
 
-// The entry's picture in a size that is quick to draw; made on first use. Null when its file cannot
-// be decoded, or there is no such entry.
+// The entry's picture in a size that is quick to draw; made on first use. When its file cannot be
+// decoded by then it is the thumbnail; null without one, or when there is no such entry.
 platform::SharedPicture stampBitmap(std::int32_t index);
 
 // The picture itself, or a copy of a large one that is quick to draw.

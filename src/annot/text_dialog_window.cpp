@@ -108,7 +108,8 @@ void onCommand(HWND dialog, int id, int what) {
     chooseTextColor(chosenRow(dialog, kColorId));
   } else if (id == kSizeId && what == CBN_SELCHANGE) {
     changeTextSize(chosenSize(dialog));
-  } else if (id == kSizeId && what == CBN_EDITCHANGE) {
+  } else if (id == kSizeId && (what == CBN_EDITCHANGE || what == CBN_CLOSEUP)) {
+    // A list that closes can complete what was typed, and tells of no choice then.
     changeTextSize(platform::windowText(GetDlgItem(dialog, kSizeId)));
   }
 }

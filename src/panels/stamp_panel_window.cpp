@@ -11,6 +11,7 @@
 #include "platform/win32/sized.h"
 #include "platform/win32/wide.h"
 #include "platform/win32/window_handles.h"
+#include "session/density.h"
 #include "session/session.h"
 
 namespace quillmere {
@@ -28,8 +29,11 @@ const Gdiplus::Color kHoverEdge(255, 150, 185, 230);
 const Gdiplus::Color kChosenEdge(255, 80, 140, 220);
 const Gdiplus::Color kButton(255, 225, 225, 225);
 const Gdiplus::Color kButtonDown(255, 204, 220, 240);
-constexpr int kButtonInset = 4;  // pixels
-constexpr int kCardInset = 3;    // pixels around a thumbnail
+
+// Pixels at 96 DPI.
+constexpr int kButtonInset = 4;
+constexpr int kCardInset = 3;  // around a thumbnail
+constexpr int kChosenThickness = 2;
 
 Gdiplus::Rect toRect(const PixelRect& rect) {
   return {rect.left, rect.top, rect.width(), rect.height()};
@@ -52,8 +56,8 @@ void fillAndFrame(Gdiplus::Graphics& graphics, const PixelRect& rect, const Gdip
 }
 
 void drawButton(HDC dc, Gdiplus::Graphics& graphics, const StampPanelButton& button) {
-  const PixelRect rect{button.rect.left + kButtonInset, button.rect.top,
-                       button.rect.right - kButtonInset, button.rect.bottom};
+  const PixelRect rect{button.rect.left + scaled(kButtonInset), button.rect.top,
+                       button.rect.right - scaled(kButtonInset), button.rect.bottom};
   fillAndFrame(graphics, rect, button.pressed ? kButtonDown : kButton,
                button.hovered ? kHoverEdge : kEdge, 1);
   RECT text{rect.left, rect.top, rect.right, rect.bottom};
@@ -64,8 +68,8 @@ void drawButton(HDC dc, Gdiplus::Graphics& graphics, const StampPanelButton& but
 void drawThumbnail(Gdiplus::Graphics& graphics, const StampPanelThumbnail& thumbnail) {
   const Gdiplus::Color& edge =
       thumbnail.selected ? kChosenEdge : (thumbnail.hovered ? kHoverEdge : kEdge);
-  fillAndFrame(graphics, grown(thumbnail.rect, kCardInset), kCard, edge,
-               thumbnail.selected ? 2 : 1);
+  fillAndFrame(graphics, grown(thumbnail.rect, scaled(kCardInset)), kCard, edge,
+               thumbnail.selected ? scaled(kChosenThickness) : 1);
   if (!thumbnail.picture) return;
   const platform::Picture& picture = *thumbnail.picture;
   auto* first = reinterpret_cast<BYTE*>(const_cast<std::uint32_t*>(picture.pixels.data()));
@@ -121,10 +125,14 @@ void onPress(HWND window, int x, int y) {
   if (session.stampDrag.dragActive) SetCapture(window);
 }
 
-// The capture goes after the drag has ended, since losing it would end the drag without effect.
+bool givingMouseBack = false;
+
+// A drop may ask something, and a box gets no clicks while the panel has the mouse.
 void onRelease(HWND window, int x, int y) {
-  releaseStampPanel(x, y);
+  givingMouseBack = true;
   if (GetCapture() == window) ReleaseCapture();
+  givingMouseBack = false;
+  releaseStampPanel(x, y);
 }
 
 void onMove(HWND window, int x, int y) {
@@ -153,7 +161,7 @@ LRESULT CALLBACK panelProcedure(HWND window, UINT message, WPARAM wParam, LPARAM
       onRelease(window, x, y);
       return 0;
     case WM_CAPTURECHANGED:
-      cancelStampDrag();
+      if (!givingMouseBack) cancelStampDrag();
       return 0;
     case WM_MOUSELEAVE:
       leaveStampPanel();

@@ -97,8 +97,8 @@ bool createFolder(const std::u16string& path);
 std::string pathForLibraries(const std::u16string& path);
 
 // Names of the files (not folders) in `folder`, which ends in a backslash, whose names end in
-// `extension`, ignoring case; in no particular order. Returns nullopt when the folder cannot be
-// read.
+// `extension`, ignoring case; in the order in which the system lists them. Returns nullopt when the
+// folder cannot be read.
 std::optional<std::vector<std::u16string>> listFiles(const std::u16string& folder,
                                                      const std::u16string& extension);
 

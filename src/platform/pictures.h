@@ -27,7 +27,7 @@ inline constexpr std::int64_t kMostPicturePixels = 100'000'000;
 SharedPicture loadPicture(const std::u16string& path);
 
 // Writes the picture as a PNG file, replacing one of that name. False on failure, with nothing left
-// of a file that could not be written whole.
+// of a new file that could not be written whole; one that was there may be damaged.
 bool savePng(const Picture& picture, const std::u16string& path);
 
 // Patterns of the files that the system decodes, such as "*.png;*.jpg", in lower case. Empty when

@@ -88,6 +88,16 @@ TEST_F(PlaceStampTest, NothingIsPlacedWhereNothingCanBe) {
   EXPECT_TRUE(session.placements.empty());
 }
 
+TEST_F(PlaceStampTest, AStampWithoutAPictureIsNotPlaced) {
+  session.stampLibrary[0].bitmap = nullptr;
+  session.stampLibrary[0].path = u"C:\\gone.png";
+  PlaceStamp(0, 300, 400);
+  EXPECT_TRUE(session.placements.empty());
+  session.stampLibrary[0].thumbnail = quarters();
+  PlaceStamp(0, 300, 400);
+  EXPECT_EQ(session.placements[0].size(), 1u) << "a small one is better than none";
+}
+
 TEST_F(PlaceStampTest, TheDraggedStampIsDrawnUnderThePointer) {
   EXPECT_FALSE(stampGhost(0));
   session.stampDrag.stamp = 0;

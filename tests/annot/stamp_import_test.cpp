@@ -55,6 +55,33 @@ TEST_F(StampImportTest, AnotherExtensionIsAnotherNameAndGetsANumber) {
   EXPECT_EQ(session.stampLibrary[1].path, inStamps(u"logo (1).png"));
 }
 
+TEST_F(StampImportTest, OnlyWhatFollowsTheLastDotIsTheExtension) {
+  ASSERT_TRUE(ImportStampFile(picture(u"v1.2.final.jpg")));
+  ASSERT_TRUE(ImportStampFile(picture(u"no extension")));
+  EXPECT_THAT(names(), ElementsAre(u"v1.2.final", u"no extension"));
+  EXPECT_EQ(session.stampLibrary[0].path, inStamps(u"v1.2.final.png"));
+  EXPECT_EQ(session.stampLibrary[1].path, inStamps(u"no extension.png"));
+}
+
+TEST_F(StampImportTest, ANumberedNameIsTheFirstThatIsFree) {
+  putStamp(u"logo.png");
+  putStamp(u"LOGO (1).png");
+  putStamp(u"logo (3).png");
+  ASSERT_TRUE(ImportStampFile(picture(u"logo.jpg")));
+  EXPECT_EQ(session.stampLibrary[0].path, inStamps(u"logo (2).png"));
+}
+
+TEST_F(StampImportTest, TheLastNumberOfANameIs998) {
+  for (int n = 0; n <= 997; ++n) {
+    const std::string number = n == 0 ? "" : " (" + std::to_string(n) + ")";
+    const std::string name = "x" + number + ".png";
+    platform::putFile(inStamps(std::u16string(name.begin(), name.end())), std::string());
+  }
+  ASSERT_TRUE(ImportStampFile(picture(u"x.jpg")));
+  EXPECT_EQ(session.stampLibrary[0].path, inStamps(u"x (998).png"));
+  EXPECT_FALSE(ImportStampFile(picture(u"x.bmp")));
+}
+
 TEST_F(StampImportTest, TheSameFileNameIsRefusedIgnoringCase) {
   ASSERT_TRUE(ImportStampFile(picture(u"logo.png")));
   EXPECT_FALSE(ImportStampFile(picture(u"LOGO.PNG")));
@@ -134,6 +161,11 @@ TEST_F(StampImportTest, PathsAreLimited) {
   EXPECT_FALSE(ImportStampFile(picture(std::u16string(215, u'n') + u".png")));
   EXPECT_TRUE(ImportStampFile(picture(std::u16string(150, u'n') + u".png")));
   EXPECT_EQ(session.stampLibrary[0].name, std::u16string(63, u'n'));
+}
+
+TEST_F(StampImportTest, AnImportedNameLosesItsExtensionBeforeItsEnd) {
+  ASSERT_TRUE(ImportStampFile(picture(u"a." + std::u16string(70, u'n') + u".jpg")));
+  EXPECT_THAT(names(), ElementsAre(u"a." + std::u16string(61, u'n')));
 }
 
 TEST_F(StampImportTest, TheDialogOffersWhatTheSystemDecodes) {

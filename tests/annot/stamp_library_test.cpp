@@ -22,6 +22,17 @@ TEST_F(StampLibraryTest, WithoutAFolderThereIsNoLibrary) {
   EXPECT_THAT(names(), IsEmpty());
 }
 
+TEST_F(StampLibraryTest, AFolderThatIsAFileIsAnEmptyLibrary) {
+  session.stampsFolder = u"C:\\Stamps\\";
+  platform::putFile(u"C:\\Stamps", std::string("a file"));
+  LoadStampLibrary();
+  refreshStampLibrary();
+  EXPECT_THAT(names(), IsEmpty());
+  EXPECT_THAT(ListStampFiles(false), IsEmpty());
+  EXPECT_EQ(platform::fileBytes(u"C:\\Stamps"), "a file");
+  EXPECT_TRUE(standIn().boxes.empty());
+}
+
 TEST_F(StampLibraryTest, AnEmptyFolderGetsAnEmptyList) {
   LoadStampLibrary();
   EXPECT_THAT(names(), IsEmpty());
@@ -95,6 +106,27 @@ TEST_F(StampLibraryTest, TheFolderIsSearchedWhateverTheCaseOfLetters) {
   EXPECT_THAT(names(), ElementsAre(u"a", u"B", u"C"));
 }
 
+TEST_F(StampLibraryTest, FilesThatAreFoundKeepTheOrderInWhichTheSystemListsThem) {
+  for (const char16_t* name : {u"z.png", u"_.png", u"[a].png", u"B.png"}) putStamp(name);
+  const auto listing = platform::listFiles(session.stampsFolder, u".png");
+  ASSERT_EQ(listing->front(), u"B.png") << "capital letters come before these signs";
+  LoadStampLibrary();
+  EXPECT_THAT(names(), ElementsAre(u"B", u"z", u"[a]", u"_"));
+}
+
+TEST_F(StampLibraryTest, AFolderThatCannotBeReadIsNotTakenForAnEmptyOne) {
+  putStamp(u"a.png");
+  standIn().refuseFileCall = [](platform::FileCall call) {
+    return call == platform::FileCall::List;
+  };
+  LoadStampLibrary();
+  EXPECT_THAT(names(), IsEmpty());
+  EXPECT_EQ(platform::fileBytes(inStamps(u"stamps.lst")), std::nullopt);
+  standIn().refuseFileCall = nullptr;
+  LoadStampLibrary();
+  EXPECT_THAT(names(), ElementsAre(u"a"));
+}
+
 TEST_F(StampLibraryTest, AListThatCannotBeOpenedIsNotTakenForNone) {
   putStamp(u"a.png");
   putList("a.png\r\n");
@@ -124,9 +156,12 @@ TEST_F(StampLibraryTest, FilesOfAListThatCannotBeReadAreNoOrphans) {
   EXPECT_THAT(ListStampFiles(false), ElementsAre(inStamps(u"a.png")));
   platform::setOtherUse(inStamps(u"stamps.lst"), platform::OtherUse::Nobody);
   standIn().boxAnswers = {platform::BoxAnswer::Ok};
+  standIn().shown.clear();
   ClearOrphanedStamps();
   EXPECT_EQ(standIn().boxes[0].text, u"No orphaned files found.");
   EXPECT_TRUE(platform::fileExists(inStamps(u"a.png")));
+  EXPECT_THAT(names(), ElementsAre(u"Date", u"a"));
+  EXPECT_THAT(standIn().shown, testing::Contains("stamp panel")) << "an open panel shows them";
 }
 
 TEST_F(StampLibraryTest, AFullDiskLeavesTheListAsItWas) {
@@ -156,6 +191,28 @@ TEST_F(StampLibraryTest, NamesAndPathsHaveTheirLimits) {
   putList(std::string(70, 'n') + ".png\r\n" + std::string(300, 'x') + ".png\r\n");
   LoadStampLibrary();
   EXPECT_THAT(names(), ElementsAre(std::u16string(63, u'n')));
+}
+
+TEST_F(StampLibraryTest, AFoundFileIsNamedAsAListedOne) {
+  const std::u16string longName = u"a.b." + std::u16string(70, u'n') + u".png";
+  putStamp(longName);
+  putStamp(u"one.two.three.png");
+  LoadStampLibrary();
+  EXPECT_THAT(names(), ElementsAre(u"a.b", u"one.two.three")) << "found";
+  LoadStampLibrary();
+  EXPECT_THAT(names(), ElementsAre(u"a.b", u"one.two.three")) << "listed";
+}
+
+TEST_F(StampLibraryTest, NamesOfAnyScriptGoThroughTheList) {
+  const std::vector<std::u16string> all = {u"\u0141\u00F3d\u017A", u"\u0395\u03BB\u03BB",
+                                           u"\u5370\u7AE0", u"\U0001F58B stylo"};
+  for (const std::u16string& name : all) putStamp(name + u".png");
+  LoadStampLibrary();
+  ASSERT_THAT(names(), testing::UnorderedElementsAreArray(all));
+  const std::vector<std::u16string> found = names();
+  LoadStampLibrary();
+  EXPECT_EQ(names(), found);
+  EXPECT_NE(listed().find("\xF0\x9F\x96\x8B stylo.png\r\n"), std::string::npos);
 }
 
 TEST_F(StampLibraryTest, LinesLongerThanAnyPathDropOutWhole) {
@@ -201,6 +258,22 @@ TEST_F(StampLibraryTest, OpeningThePanelDrawsTodaysDate) {
   refreshStampLibrary();
   EXPECT_GT(stampBitmap(0)->width, shortDate->width) << "more digits take more room";
   EXPECT_EQ(session.stampLibrary[0].width, stampBitmap(0)->width);
+}
+
+TEST_F(StampLibraryTest, WhereTodaysDateCannotBeWrittenNoOtherIsOffered) {
+  standIn().date = 20260309;
+  refreshStampLibrary();
+  ASSERT_THAT(names(), ElementsAre(u"Date"));
+  Placement& placement = placeStamp(0);
+  standIn().date = 20260310;
+  standIn().diskFree = 100;
+  refreshStampLibrary();
+  EXPECT_THAT(names(), IsEmpty());
+  EXPECT_FALSE(platform::fileExists(inStamps(u"__date__.png"))) << "nothing half-written stays";
+  EXPECT_TRUE(placement.image) << "a stamp on a page stays";
+  standIn().diskFree.reset();
+  refreshStampLibrary();
+  EXPECT_THAT(names(), ElementsAre(u"Date"));
 }
 
 TEST_F(StampLibraryTest, APendingDateStampKeepsTheDayItWasPlaced) {
@@ -356,6 +429,15 @@ TEST_F(StampLibraryTest, LargePicturesAreDrawnFromASmallerCopy) {
   EXPECT_EQ(wholeStampPicture(0)->width, 3000);
 }
 
+TEST_F(StampLibraryTest, AStampWhoseFileVanishedIsDrawnFromItsThumbnail) {
+  fillLibrary(2);
+  ASSERT_TRUE(makeThumbnail(session.stampLibrary[0]));
+  for (const char16_t* name : {u"1.png", u"2.png"}) platform::deleteFile(inStamps(name));
+  EXPECT_EQ(stampBitmap(0), session.stampLibrary[0].thumbnail);
+  EXPECT_EQ(keptStampPicture(session.stampLibrary[0]), stampBitmap(0));
+  EXPECT_FALSE(stampBitmap(1));
+}
+
 TEST_F(StampLibraryTest, PicturesOfDocumentsAreDrawnFromASmallerCopyWhenTheyAreLarge) {
   const auto small = std::make_shared<platform::Picture>(plainPicture(1000, 500, 0xFF336699));
   EXPECT_EQ(quickToDraw(small), small);
@@ -379,11 +461,25 @@ TEST_F(StampLibraryTest, ARemovedStampStaysOnThePageAndOnTheDisk) {
   ASSERT_TRUE(placement.image);
   EXPECT_EQ(placement.image->width, 40);
   EXPECT_EQ(session.placements[4].front().stampIndex, 1);
+  EXPECT_FALSE(session.placements[4].front().image);
   EXPECT_EQ(listed(),
             "\xEF\xBB\xBF"
             "1.png\r\n3.png\r\n");
   EXPECT_TRUE(platform::fileExists(inStamps(u"2.png")));
   EXPECT_THAT(ListStampFiles(true), ElementsAre(inStamps(u"2.png")));
+}
+
+TEST_F(StampLibraryTest, WrittenStampsFollowARemovalAsPendingOnesDo) {
+  fillLibrary(3);
+  placeStamp(1).annotIndex = 0;
+  placeStamp(2).annotIndex = 1;
+  placeStamp(0).annotIndex = 2;
+  RemoveStamp(1);
+  const std::vector<Placement>& stamps = session.placements[0];
+  EXPECT_EQ(stamps[0].stampIndex, -1);
+  EXPECT_TRUE(stamps[0].image);
+  EXPECT_EQ(stamps[1].stampIndex, 1);
+  EXPECT_EQ(stamps[2].stampIndex, 0);
 }
 
 TEST_F(StampLibraryTest, TextDropsHaveNothingToDoWithTheLibrary) {

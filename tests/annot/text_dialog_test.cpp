@@ -51,6 +51,12 @@ TEST_F(TextDialogTest, TypedSizesAreLimitedOrIgnored) {
   EXPECT_EQ(session.settings.textSizePt, 13);
   changeTextSize(u"2");
   EXPECT_EQ(session.settings.textSizePt, 4);
+  changeTextSize(u"12.7");
+  EXPECT_EQ(session.settings.textSizePt, 12);
+  changeTextSize(u" 30 pt");
+  EXPECT_EQ(session.settings.textSizePt, 30);
+  changeTextSize(u"1e3");
+  EXPECT_EQ(session.settings.textSizePt, 4) << "it begins with a 1";
   changeTextSize(u"99999999999999");
   EXPECT_EQ(session.settings.textSizePt, 96);
 }

@@ -126,6 +126,40 @@ TEST_F(StampPanelTest, TheWheelScrollsARowForEachNotch) {
   EXPECT_EQ(session.stampScroll, 0);
 }
 
+TEST_F(StampPanelTest, EverythingGrowsWithTheScreensDensity) {
+  fill();
+  session.dpi = 144;
+  session.stampPanelWidth = 324;
+  std::vector<PixelRect> grid;
+  EXPECT_EQ(LayoutStampGrid(324, grid), 147 + 4 * 132);
+  EXPECT_EQ(grid[1], (PixelRect{42, 279, 282, 399}));
+  EXPECT_EQ(StampPanelHit(5, 5), kNoStampItem);
+  EXPECT_EQ(StampPanelHit(5, 6), kMarkUpItem);
+  EXPECT_EQ(StampPanelHit(5, 44), kMarkUpItem);
+  EXPECT_EQ(StampPanelHit(5, 51), kAddTextItem);
+  EXPECT_EQ(StampPanelHit(5, 96), kAddStampItem);
+  EXPECT_EQ(StampPanelHit(5, 146), kNoStampItem);
+  EXPECT_EQ(StampPanelHit(5, 147), 0);
+  pressStampPanel(100, 300);
+  moveOverStampPanel(100, 306);
+  EXPECT_FALSE(session.stampDrag.reorderActive);
+  moveOverStampPanel(100, 307);
+  EXPECT_TRUE(session.stampDrag.reorderActive);
+  cancelStampDrag();
+  session.stampLibrary.assign(20, entry(u"a", 800, 400));
+  turnStampPanelWheel(-120);
+  EXPECT_EQ(session.stampScroll, 132);
+}
+
+TEST_F(StampPanelTest, StampsThatLeaveTheLibraryTakeTheScrollWithThem) {
+  session.stampLibrary.assign(20, entry(u"a", 800, 400));
+  turnStampPanelWheel(-120 * 100);
+  session.stampLibrary.resize(2);
+  EXPECT_EQ(StampPanelHit(5, 98), 0);
+  EXPECT_EQ(planStampPanel().thumbnails.size(), 2u);
+  EXPECT_EQ(planStampPanel().thumbnails[0].rect.top, 98);
+}
+
 TEST_F(StampPanelTest, TheWheelOverThePanelLeavesThePageAlone) {
   session.stampLibrary.assign(20, entry(u"a", 800, 400));
   const float before = pane(0).panY;

@@ -106,7 +106,8 @@ struct StandInWindow {
   void paintNow();
 };
 
-// The calls by which a document's file is written, put in its place and read again.
+// The calls by which a document's file is written, put in its place and read again, and the listing
+// of a folder.
 enum class FileCall {
   Start,
   Write,
@@ -121,6 +122,7 @@ enum class FileCall {
   Stamp,
   ReadWhole,
   OpenInLibrary,
+  List,
 };
 
 // A row of a tree; its number counts from 1 in the order in which rows came.

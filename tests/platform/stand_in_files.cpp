@@ -461,10 +461,25 @@ std::string pathForLibraries(const std::u16string& path) {
   return closed ? std::string() : toUtf8(unitsOf(found.real));
 }
 
+namespace {
+
+// The usual file system of Windows keeps names in the order of their capital letters.
+bool comesFirst(const std::u16string& left, const std::u16string& right) {
+  const auto capital = [](char16_t unit) {
+    const char16_t lower = lowerUnit(unit);
+    const bool ascii = lower >= u'a' && lower <= u'z';
+    return ascii ? static_cast<char16_t>(lower - u'a' + u'A') : lower;
+  };
+  const auto before = [&](char16_t a, char16_t b) { return capital(a) < capital(b); };
+  return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(), before);
+}
+
+}  // namespace
+
 std::optional<std::vector<std::u16string>> listFiles(const std::u16string& folder,
                                                      const std::u16string& extension) {
   const FoundPath found = findPath(folder);
-  if (!found.exists || !found.folder) return std::nullopt;
+  if (!found.exists || !found.folder || refused(FileCall::List)) return std::nullopt;
   std::vector<std::u16string> names;
   for (const auto& entry : std::filesystem::directory_iterator(found.real)) {
     if (entry.is_directory() || isStreamName(entry.path().filename())) continue;
@@ -473,6 +488,7 @@ std::optional<std::vector<std::u16string>> listFiles(const std::u16string& folde
     const std::u16string end = name.substr(name.size() - extension.size());
     if (equalIgnoringCase(end, extension)) names.push_back(name);
   }
+  std::sort(names.begin(), names.end(), comesFirst);
   return names;
 }
 
