@@ -118,7 +118,6 @@ void StampScenario::openTextDialog(const std::wstring& text) {
   ASSERT_TRUE(
       eventually([&] { return (dialog = program.find(kTextDialog)) && IsWindowVisible(dialog); }));
   ASSERT_TRUE(eventually([&] { return focusOf(dialog) == GetDlgItem(dialog, kTextField); }));
-  press('A', kCtrl);
   type(text);
   press(VK_TAB);
   press(VK_TAB);

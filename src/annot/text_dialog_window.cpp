@@ -153,6 +153,7 @@ void openTextDialog(const TextDialogView& view) {
   holdOpensWhileMenusOfDialogAreUp(dialog);
   textDialogOpened();
   platform::showModelessDialog(kDesign, session.dpi, first);
+  SendMessageW(first, EM_SETSEL, 0, -1);  // typing replaces the text of last time
 }
 
 void closeTextDialog() {

@@ -135,10 +135,18 @@ void onRelease(HWND window, int x, int y) {
   releaseStampPanel(x, y);
 }
 
+bool pointerIsOver(HWND window) {
+  POINT place{};
+  return GetCursorPos(&place) && WindowFromPoint(place) == window;
+}
+
+// The pointer may be on another window by the time that a movement is handled, and not every system
+// then tells that it left.
 void onMove(HWND window, int x, int y) {
   TRACKMOUSEEVENT leaving{sizeof(leaving), TME_LEAVE, window, 0};
   TrackMouseEvent(&leaving);
   moveOverStampPanel(x, y);
+  if (!pointerIsOver(window)) leaveStampPanel();
 }
 
 LRESULT CALLBACK panelProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

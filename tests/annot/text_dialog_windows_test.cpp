@@ -45,6 +45,14 @@ TEST_F(TextDialogWindowTest, TypingBeginsInTheTextField) {
   EXPECT_EQ(GetFocus(), control(kTextId));
 }
 
+TEST_F(TextDialogWindowTest, TypingReplacesTheTextOfLastTime) {
+  type(control(kTextId), L"Paid");
+  closeTextDialog();
+  openTextDialog(textDialogView());
+  for (const wchar_t unit : {L'O', L'K'}) SendMessageW(control(kTextId), WM_CHAR, unit, 0);
+  EXPECT_EQ(session.textTool.text, u"OK");
+}
+
 TEST_F(TextDialogWindowTest, TheControlThatHadTheKeyboardGetsItBack) {
   SetFocus(control(kFontId));
   SendMessageW(dialog(), WM_ACTIVATE, WA_INACTIVE, 0);

@@ -77,6 +77,14 @@ TEST_F(StampPanelWindowTest, ADragThatLosesTheMouseHasNoEffect) {
   EXPECT_EQ(order(), u"abc");
 }
 
+TEST_F(StampPanelWindowTest, AMovementThatIsHandledWhenThePointerIsElsewhereMarksNothing) {
+  POINT corner{-1, -1};
+  ClientToScreen(panel, &corner);
+  SetCursorPos(corner.x, corner.y);
+  send(WM_MOUSEMOVE, rowOf(1));
+  EXPECT_EQ(session.hoveredStampItem, kNoStampItem);
+}
+
 // What is drawn left of the second button's middle, from the panel's edge: the first pixel of its
 // frame.
 TEST_F(StampPanelWindowTest, MarginsGrowWithTheScreensDensity) {
