@@ -112,6 +112,7 @@ std::uint32_t textColor(std::int32_t colorIndex) {
 }
 
 std::optional<std::vector<std::uint32_t>> standardFontCodes(std::u16string_view text) {
+  if (text.size() > kMostUnits) return std::nullopt;
   std::vector<std::uint32_t> codes;
   codes.reserve(text.size());
   for (const char16_t unit : text) {

@@ -104,6 +104,7 @@ TEST_F(PlacementTextTest, StandardFontsHaveWestEuropeanText) {
                                u"\u007F", u"\u2123", u"\u0151"}) {
     EXPECT_EQ(standardFontCodes(text), std::nullopt);
   }
+  EXPECT_TRUE(standardFontCodes(std::u16string(4096, u'x')));
 }
 
 TEST_F(PlacementTextTest, TheTableNamesSixFonts) {
