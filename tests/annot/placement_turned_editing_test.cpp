@@ -32,6 +32,21 @@ TEST_F(PlacementPaneTest, BesidePanelsAndBelowTheFindBarThePointerTakesWhatItIsO
   EXPECT_NEAR(stamp().rotation, kQuarter, 0.02);
 }
 
+TEST_F(PlacementPaneTest, WhatLiesOutsideThePaneCannotBePointedAt) {
+  session.findBarVisible = true;
+  setView(0, 1.0f, 40.0f, -350.0f);
+  selectPlacement(0, 0);
+  const ClientPoint inside = centreOf(stamp());
+  ASSERT_EQ(placementCursorAt(inside.x, inside.y), PlacementCursor::Move);
+  setView(0, 1.0f, 40.0f, -385.0f);
+  const ClientPoint under = centreOf(stamp());
+  ASSERT_LT(under.y, paneRect(0).top);
+  ASSERT_GE(under.y, 0);
+  EXPECT_EQ(placementCursorAt(under.x, under.y), PlacementCursor::None);
+  press(under);
+  EXPECT_EQ(session.gesture.kind, Gesture::None);
+}
+
 TEST_F(PlacementPaneTest, TheSmallestBoxHasFivePointsAtEveryZoom) {
   struct View {
     float zoom;

@@ -1,7 +1,8 @@
 #include <gmock/gmock.h>
 
-#include "app/mouse.h"
 #include "annot/placements.h"
+#include "app/keys.h"
+#include "app/mouse.h"
 #include "documents/close.h"
 #include "documents/discard.h"
 #include "documents/modes.h"
@@ -136,6 +137,13 @@ TEST_F(PlacementDragTest, HidingThePanelEndsIt) {
   expectEnded();
   EXPECT_EQ(selectedPlacement(), nullptr);
   EXPECT_EQ(session.placements[1][0].x, placed_);
+}
+
+TEST_F(PlacementDragTest, DeleteEndsItWithItsPlacement) {
+  EXPECT_TRUE(handleKey(kKeyDelete));
+  expectEnded();
+  EXPECT_THAT(session.placements, SizeIs(2));
+  EXPECT_FALSE(session.placements.contains(1));
 }
 
 TEST_F(PlacementDragTest, AClosedDocumentLeavesNothing) {
