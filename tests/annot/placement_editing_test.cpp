@@ -54,6 +54,33 @@ TEST_F(PlacementEditingTest, AMoveRendersThePageOnceAtMost) {
   EXPECT_EQ(platform::pixelsOf(pane(0).pageBitmap.get()), pixels);
 }
 
+TEST_F(PlacementEditingTest, WhatAPressOrAMoveChangesIsPaintedAtOnce) {
+  const ClientPoint at = centreOf(stamp());
+  const auto painted = [](const auto& action) {
+    const int before = window().invalidations;
+    action();
+    return window().invalidations > before;
+  };
+  EXPECT_TRUE(painted([&] { press(at); }));
+  EXPECT_TRUE(painted([&] { movePointer(at.x + 5, at.y); }));
+  EXPECT_TRUE(painted([&] { movePointer(at.x + 6, at.y); })) << "it is pending by now";
+  release({at.x + 6, at.y});
+  const ClientPoint handle = handleOf(stamp(), 4);
+  press(handle);
+  EXPECT_TRUE(painted([&] { movePointer(handle.x + 5, handle.y); }));
+  release(handle);
+  EXPECT_TRUE(painted([&] { deleteSelectedPlacement(); }));
+  add(0, stampOf(quarters(), 200, 400, 100, 60));
+  select();
+  EXPECT_TRUE(painted([&] { pressPlacement(0, 0); })) << "the frame and the handles go";
+}
+
+TEST_F(PlacementEditingTest, AResizeKeepsTheCentreOnThePage) {
+  select();
+  drag(handleOf(stamp(), 3), -700, 0);
+  expectBox(stamp(), -2.5, 400, 5, 60);
+}
+
 TEST_F(PlacementEditingTest, ADragThatLeavesThePageKeepsTheCentreOnIt) {
   drag(centreOf(stamp()), -900, 900);
   expectBox(stamp(), -50, -30, 100, 60);

@@ -3,6 +3,7 @@
 #include "annot/place_stamp.h"
 #include "annot/placement_editing.h"
 #include "annot/placement_editing_test.h"
+#include "annot/placement_text.h"
 #include "annot/text_tool.h"
 #include "view/rotation.h"
 
@@ -30,6 +31,44 @@ TEST_F(PlacementPaneTest, BesidePanelsAndBelowTheFindBarThePointerTakesWhatItIsO
   const ClientPoint turned{centre.x - (corner.y - centre.y), centre.y + (corner.x - centre.x)};
   release(turned);
   EXPECT_NEAR(stamp().rotation, kQuarter, 0.02);
+}
+
+TEST_F(PlacementPaneTest, FramesAndPreviewsCountFromThePanesCorner) {
+  session.navigationPanelVisible = true;
+  session.findBarVisible = true;
+  const PixelRect rect = paneRect(0);
+  select();
+  const std::vector<PictureDrawing> drawings =
+      placementDrawings(0, {0, 0, rect.width(), rect.height()});
+  ASSERT_EQ(drawings.size(), 1u);
+  const PixelPoint corner = PlacementHandlePoint(0, stamp(), 0);
+  EXPECT_EQ(drawings[0].handles[0], (PixelPoint{corner.x - rect.left, corner.y - rect.top}));
+  EXPECT_EQ(drawings[0].frame[0], drawings[0].handles[0]);
+
+  const ClientPoint at = placeOf(300, 200);
+  session.stampLibrary = {StampEntry{}};
+  session.stampLibrary[0].bitmap = quarters();
+  session.stampDrag.stamp = 0;
+  session.stampDrag.stampOverPage = true;
+  session.stampDrag.x = at.x;
+  session.stampDrag.y = at.y;
+  const auto stampPreview = stampGhost(0);
+  ASSERT_TRUE(stampPreview);
+  EXPECT_EQ(stampPreview->centre.x, at.x - rect.left);
+  EXPECT_EQ(stampPreview->centre.y, at.y - rect.top);
+
+  session.textTool.armed = true;
+  session.textTool.text = u"Paid";
+  movePointer(at.x, at.y);
+  const auto textPreview = textGhost(0);
+  ASSERT_TRUE(textPreview);
+  EXPECT_EQ(textPreview->place, (PixelPoint{at.x - rect.left, at.y - rect.top}));
+  press(at);
+  const Placement& text = stamp(1);
+  const FS_MATRIX set =
+      textDropMatrix(text, measureTextDrop(text.text, text.fontSize, text.fontIndex));
+  EXPECT_NEAR(set.e, 300, 1e-3);
+  EXPECT_NEAR(set.f, 200, 1e-3);
 }
 
 TEST_F(PlacementPaneTest, WhatLiesOutsideThePaneCannotBePointedAt) {

@@ -6,6 +6,7 @@
 #include <random>
 
 #include "annot/annotation_image.h"
+#include "annot/annotations.h"
 #include "annot/markups.h"
 #include "annot/placement_editing.h"
 #include "annot/placement_test.h"
@@ -270,6 +271,17 @@ TEST_F(DetachTest, PicturesSurviveManyEditsPixelByPixel) {
     EXPECT_EQ(taken->height, 45);
     EXPECT_EQ(taken->pixels, picture->pixels) << edit;
   }
+}
+
+TEST_F(DetachTest, TakingAPictureLeavesTheAnnotationAsItIs) {
+  const PageHandle page(FPDF_LoadPage(document, 0));
+  const AnnotationHandle annotation = annotationAt(page.get(), 1);
+  ASSERT_TRUE(ExtractAnnotImage(document, page.get(), annotation.get()));
+  FS_MATRIX matrix{};
+  ASSERT_TRUE(FPDFPageObj_GetMatrix(FPDFAnnot_GetObject(annotation.get(), 0), &matrix));
+  EXPECT_EQ(matrix.a, 40);
+  EXPECT_EQ(matrix.e, 200);
+  EXPECT_EQ(matrix.f, 100);
 }
 
 TEST_F(DetachTest, RemovingAMarkupLowersTheIndexesBehindIt) {

@@ -214,6 +214,7 @@ TEST_F(WritePlacementsTest, APlacementOnAPageThatCannotBeReadFailsTheWrite) {
 // It may have passed the page.
 TEST_F(WritePlacementsTest, ASearchUnderWayBeginsAnewAfterAWrite) {
   const FPDF_DOCUMENT document = openPlain();
+  separatePagesToAnnotate(document);  // which ends a search, too
   continueAnnotationSearch(document);
   writePendingPlacements(document);
   EXPECT_EQ(session.annotationSearch.document, document) << "nothing was written";
