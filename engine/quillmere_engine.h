@@ -213,8 +213,8 @@ FPDF_EXPORT int FPDF_CALLCONV QuillmereEngine_FlattenPage(FPDF_DOCUMENT document
 // Parameters:
 //          document    -   Handle to a document. May be NULL.
 // Return value:
-//          True if no two indexes share a page object or a node of the page tree
-//          now. False, with nothing changed, if the tree leads back into itself or
+//          True if no two indexes share a page object, a node of the page tree or
+//          a list of annotations now. False, with nothing changed, if the tree leads back into itself or
 //          shares too much to be copied.
 // Comments:
 //          Call it before pages come, go or turn, with none of them loaded: an edit

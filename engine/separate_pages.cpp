@@ -1,5 +1,6 @@
-// Page trees may name one page, or one node with all its pages, several times. An edit of such a
-// page then changes others as well, and one that comes or goes takes them along.
+// Page trees may name one page, or one node with all its pages, several times, and pages may share
+// a list of annotations. An edit of such a page then changes others as well, and one that comes or
+// goes takes them along.
 
 #include <stddef.h>
 
@@ -156,6 +157,21 @@ class PageSeparator {
       Enter(path, std::move(kid), separate);
     } else {
       ++level.pages;
+      GiveOwnAnnotations(*kid, separate);
+    }
+  }
+
+  // An annotation that comes to a page's list, or leaves it, must not do so on other pages.
+  void GiveOwnAnnotations(CPDF_Dictionary& page, bool separate) {
+    RetainPtr<CPDF_Array> annotations = page.GetMutableArrayFor("Annots");
+    if (!annotations || seen_.insert(annotations.Get()).second) {
+      return;
+    }
+    shared_ = true;
+    copied_ += 1 + annotations->size();
+    endless_ = endless_ || copied_ > kMostCopied;
+    if (separate) {
+      page.SetFor("Annots", annotations->Clone());
     }
   }
 

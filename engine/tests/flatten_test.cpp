@@ -343,6 +343,19 @@ void TestSharedPages() {
     Check(FPDFPage_GetRotation(last.get()) == 2, "the turned page");
   }
 
+  const std::string listed_pdf =
+      MakePdf({kCatalog, "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 >>", Page("/Annots 5 0 R"),
+               Page("/Annots 5 0 R"), "[<< /Subtype /Stamp /Rect [1 1 9 9] >>]"});
+  ScopedFPDFDocument listed = Load(listed_pdf);
+  Check(QuillmereEngine_SeparatePages(listed.get()), "pages with one list of annotations");
+  {
+    ScopedFPDFPage first(FPDF_LoadPage(listed.get(), 0));
+    ScopedFPDFPage second(FPDF_LoadPage(listed.get(), 1));
+    FPDFPage_RemoveAnnot(second.get(), 0);
+    Check(FPDFPage_GetAnnotCount(first.get()) == 1 && FPDFPage_GetAnnotCount(second.get()) == 0,
+          "an annotation goes from its own page alone");
+  }
+
   const std::string sound_pdf = make("5 0 R 3 0 R", 3);
   ScopedFPDFDocument sound = Load(sound_pdf);
   const std::string saved = SaveWithoutId(sound.get());

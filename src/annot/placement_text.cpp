@@ -16,6 +16,11 @@ constexpr double kMostPixels = 16e6;
 // A file may hold any amount of text; only this many units of it are measured and drawn.
 constexpr std::size_t kMostUnits = 4096;
 
+// What Unicode counts as white space.
+constexpr std::u16string_view kBlanks =
+    u" \t\n\v\f\r\u0085\u00A0\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2007\u2008"
+    u"\u2009\u200A\u2028\u2029\u202F\u205F\u3000";
+
 // Characters of Windows code page 1252 between those of ASCII and Latin-1, by character.
 struct WinAnsiCode {
   char16_t unit;
@@ -54,7 +59,7 @@ std::optional<std::uint32_t> winAnsiCode(char16_t unit) {
 }  // namespace
 
 bool isBlankText(std::u16string_view text) {
-  return text.find_first_not_of(u" \t\r\n\u00A0") == std::u16string_view::npos;
+  return text.find_first_not_of(kBlanks) == std::u16string_view::npos;
 }
 
 void MeasureTextPixels(std::u16string_view text, int pixelSize, std::int32_t fontIndex, int& width,
@@ -107,6 +112,7 @@ std::uint32_t textColor(std::int32_t colorIndex) {
 }
 
 std::optional<std::vector<std::uint32_t>> standardFontCodes(std::u16string_view text) {
+  if (text.size() > kMostUnits) return std::nullopt;
   std::vector<std::uint32_t> codes;
   codes.reserve(text.size());
   for (const char16_t unit : text) {

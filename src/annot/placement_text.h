@@ -34,7 +34,8 @@ platform::SharedPicture RenderTextBitmap(std::u16string_view text, std::int32_t 
 std::uint32_t textColor(std::int32_t colorIndex);
 
 // The character codes of a text in PDF's standard fonts, encoded as WinAnsi; nullopt when these
-// lack a glyph for one of its characters, or the text is not a single line.
+// lack a glyph for one of its characters, the text is not a single line, or it is longer than what
+// is measured and drawn.
 std::optional<std::vector<std::uint32_t>> standardFontCodes(std::u16string_view text);
 
 }  // namespace quillmere

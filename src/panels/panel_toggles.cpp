@@ -1,5 +1,6 @@
 #include "panels/panel_toggles.h"
 
+#include "annot/placement_editing.h"
 #include "annot/placements.h"
 #include "annot/text_dialog.h"
 #include "nav/markup_tree.h"
@@ -41,6 +42,7 @@ void toggleStampPanel() {
     openStampPanel();
   } else {
     closeTextDialog();
+    endPlacementDrag();
     ClearPlacementSelection();
   }
   panelsChanged();

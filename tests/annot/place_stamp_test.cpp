@@ -112,6 +112,8 @@ TEST_F(PlaceStampTest, TheDraggedStampIsDrawnUnderThePointer) {
   EXPECT_EQ(ghost->width, 160);
   EXPECT_EQ(ghost->alpha, 0.63);
   EXPECT_FALSE(stampGhost(1));
+  closePanePage(0);
+  EXPECT_FALSE(stampGhost(0)) << "there is no page to put it on";
 }
 
 TEST_F(PlaceStampTest, TheDraggedStampIsDrawnWhoeverOwnsThePlacements) {

@@ -1,66 +1,17 @@
-#include "annot/placement_editing.h"
+#include "annot/placement_editing_test.h"
 
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <numbers>
 
-#include "annot/placement_box.h"
-#include "annot/placement_test.h"
-#include "annot/placement_view.h"
+#include "annot/placement_editing.h"
 #include "app/keys.h"
-#include "app/mouse.h"
 #include "documents/modes.h"
 #include "view/navigation.h"
 #include "view/rotation.h"
 
 namespace quillmere::test {
 namespace {
-
-constexpr double kQuarter = std::numbers::pi / 2;
-
-class PlacementEditingTest : public PlacementTest {
- protected:
-  // A page with a written stamp of 100 by 60 points at 200, 400.
-  void SetUp() override {
-    document = openPlain(2);
-    add(0, stampOf(quarters(), 200, 400, 100, 60));
-    writeAll(document);
-    session.active.dirty = false;
-    session.active.altered = false;
-    setView(0, 1.0f, 40.0f, 20.0f);
-  }
-
-  Placement& stamp(std::size_t index = 0) { return placement(0, index); }
-  static ClientPoint centreOf(const Placement& placement) {
-    const PagePoint centre = placementCentre(placement);
-    return placeOf(centre.x, centre.y);
-  }
-  static ClientPoint handleOf(const Placement& placement, int handle) {
-    const PixelPoint point = PlacementHandlePoint(0, placement, handle);
-    return {point.x, point.y};
-  }
-  static void press(const ClientPoint& at) { pressLeft(at.x, at.y); }
-  static void release(const ClientPoint& at) { releaseLeft(at.x, at.y); }
-  static void drag(const ClientPoint& from, int dx, int dy) {
-    press(from);
-    movePointer(from.x + dx / 2, from.y + dy / 2);
-    release({from.x + dx, from.y + dy});
-  }
-  void select() {
-    press(centreOf(stamp()));
-    release(centreOf(stamp()));
-  }
-  static void expectBox(const Placement& placement, double x, double y, double width,
-                        double height) {
-    EXPECT_NEAR(placement.x, x, 1e-3);
-    EXPECT_NEAR(placement.y, y, 1e-3);
-    EXPECT_NEAR(placement.width, width, 1e-3);
-    EXPECT_NEAR(placement.height, height, 1e-3);
-  }
-
-  FPDF_DOCUMENT document = nullptr;
-};
 
 TEST_F(PlacementEditingTest, AClickSelectsAndChangesNothing) {
   select();
@@ -101,6 +52,33 @@ TEST_F(PlacementEditingTest, AMoveRendersThePageOnceAtMost) {
   const std::uint32_t* pixels = platform::pixelsOf(pane(0).pageBitmap.get());
   for (int n = 2; n < 20; ++n) movePointer(from.x + n, from.y);
   EXPECT_EQ(platform::pixelsOf(pane(0).pageBitmap.get()), pixels);
+}
+
+TEST_F(PlacementEditingTest, WhatAPressOrAMoveChangesIsPaintedAtOnce) {
+  const ClientPoint at = centreOf(stamp());
+  const auto painted = [](const auto& action) {
+    const int before = window().invalidations;
+    action();
+    return window().invalidations > before;
+  };
+  EXPECT_TRUE(painted([&] { press(at); }));
+  EXPECT_TRUE(painted([&] { movePointer(at.x + 5, at.y); }));
+  EXPECT_TRUE(painted([&] { movePointer(at.x + 6, at.y); })) << "it is pending by now";
+  release({at.x + 6, at.y});
+  const ClientPoint handle = handleOf(stamp(), 4);
+  press(handle);
+  EXPECT_TRUE(painted([&] { movePointer(handle.x + 5, handle.y); }));
+  release(handle);
+  EXPECT_TRUE(painted([&] { deleteSelectedPlacement(); }));
+  add(0, stampOf(quarters(), 200, 400, 100, 60));
+  select();
+  EXPECT_TRUE(painted([&] { pressPlacement(0, 0); })) << "the frame and the handles go";
+}
+
+TEST_F(PlacementEditingTest, AResizeKeepsTheCentreOnThePage) {
+  select();
+  drag(handleOf(stamp(), 3), -700, 0);
+  expectBox(stamp(), -2.5, 400, 5, 60);
 }
 
 TEST_F(PlacementEditingTest, ADragThatLeavesThePageKeepsTheCentreOnIt) {

@@ -65,6 +65,10 @@ TEST_F(PlacementTextTest, BlankTextHasNoPicture) {
   EXPECT_FALSE(RenderTextBitmap(u" \t\r\n ", 10, 0, 0));
   EXPECT_TRUE(isBlankText(u"  "));
   EXPECT_FALSE(isBlankText(u" x"));
+  for (const char16_t* text : {u"\u3000\u3000", u"\u2003\u00A0\u2009", u"\u2028", u"\v\f"}) {
+    EXPECT_TRUE(isBlankText(text));
+  }
+  EXPECT_FALSE(isBlankText(u"\u200B\u3001"));
 }
 
 TEST_F(PlacementTextTest, LongTextTakesAtMostSixteenMegapixels) {
@@ -100,6 +104,7 @@ TEST_F(PlacementTextTest, StandardFontsHaveWestEuropeanText) {
                                u"\u007F", u"\u2123", u"\u0151"}) {
     EXPECT_EQ(standardFontCodes(text), std::nullopt);
   }
+  EXPECT_TRUE(standardFontCodes(std::u16string(4096, u'x')));
 }
 
 TEST_F(PlacementTextTest, TheTableNamesSixFonts) {

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
 #include <numbers>
 
 #include "annot/placement_box.h"
@@ -99,6 +100,16 @@ TEST_F(PlacementViewTest, TheViewsTurnAddsToTheirs) {
   rotateDocument(0);
   ASSERT_EQ(drawings().size(), 1u);
   EXPECT_NEAR(drawings()[0].degrees, 0, 1e-6);
+}
+
+TEST_F(PlacementViewTest, AnyTurnIsDrawnAsOneOfLessThanTwoRounds) {
+  openPlain();
+  add(0, stampOf(quarters(), 100, 700, 30, 40, 9 * kQuarter));
+  add(0, stampOf(quarters(), 100, 700, 30, 40, 1e300));
+  const std::vector<PictureDrawing> all = drawings();
+  ASSERT_EQ(all.size(), 2u);
+  EXPECT_NEAR(all[0].degrees, 90, 1e-6);
+  EXPECT_LT(std::abs(all[1].degrees), 720);
 }
 
 TEST_F(PlacementViewTest, WrittenOnesShowTheirSelectionAlone) {

@@ -158,5 +158,32 @@ TEST_F(SharedPagesTest, ASearchUnderWayBeginsAnewInPagesThatWereSeparated) {
   EXPECT_EQ(session.annotationSearch.document, nullptr);
 }
 
+// Pages of their own that name one list of annotations.
+TEST_F(SharedPagesTest, PagesThatShareTheirListOfAnnotationsAreEditedOneByOne) {
+  PdfFile file;
+  const int catalog = file.reserve();
+  const int tree = file.reserve();
+  const std::string list = PdfFile::reference(file.add("[" + stampAnnotation(kFirst) + "]"));
+  std::string pages;
+  for (int n = 0; n < 3; ++n) {
+    pages += PdfFile::reference(file.add("<< /Type /Page /Parent " + PdfFile::reference(tree) +
+                                         " /MediaBox [0 0 600 800] /Annots " + list + " >>")) +
+             " ";
+  }
+  file.set(catalog, "<< /Type /Catalog /Pages " + PdfFile::reference(tree) + " >>");
+  file.set(tree, "<< /Type /Pages /Count 3 /Kids [" + pages + "] >>");
+  document = openAndShow(file.finish(catalog));
+  showPage(1);
+  LoadPlacements(document);
+  add(1, textOf(u"new", 100, 200));
+  writeAll(document);
+  EXPECT_THAT(on(0), ElementsAre(u"first"));
+  EXPECT_THAT(on(1), ElementsAre(u"first", u"new"));
+  erase(1, 0);
+  EXPECT_THAT(on(0), ElementsAre(u"first"));
+  EXPECT_THAT(on(1), ElementsAre(u"new"));
+  EXPECT_THAT(on(2), ElementsAre(u"first"));
+}
+
 }  // namespace
 }  // namespace quillmere::test

@@ -144,10 +144,13 @@ TEST_F(TextToolTest, ThePreviewFollowsThePointer) {
   EXPECT_EQ(ghost->text, u"Paid");
   EXPECT_EQ(ghost->pixelHeight, 20);
   EXPECT_EQ(ghost->alpha, 160);
+  EXPECT_EQ(ghost->color, textColor(5));
   EXPECT_EQ(ghost->fontIndex, 2);
   EXPECT_EQ(ghost->place, (PixelPoint{at.x, at.y}));
   setView(0, 1.5f, 40.0f, 20.0f);
   EXPECT_EQ(textGhost(0)->pixelHeight, 30);
+  session.settings.textSizePt = 11;
+  EXPECT_EQ(textGhost(0)->pixelHeight, 17) << "halves are rounded up";
   releaseRight(at.x, at.y);
   EXPECT_EQ(textGhost(0)->turns, 1);
   platform::standIn().shiftDown = true;

@@ -115,6 +115,18 @@ TEST_F(WritePlacementsTest, TextBeyondTheStandardFontsIsWrittenAsItsPicture) {
   EXPECT_EQ(found[0].record, u"QMR1;T;0;100;200;100;20;12;0;0;\u0141ukasz");
 }
 
+// As text it would be wider than its box, which was measured around what is drawn of it.
+TEST_F(WritePlacementsTest, TextTooLongToBeDrawnWholeIsWrittenAsItIsShown) {
+  const FPDF_DOCUMENT document = openPlain();
+  const std::u16string text(5000, u'x');
+  add(0, textOf(text, 100, 200));
+  WritePendingTextDrops(document);
+  const std::vector<FoundAnnotation> found = annotationsOf(document, 0);
+  ASSERT_EQ(found.size(), 1u);
+  EXPECT_EQ(found[0].objectType, FPDF_PAGEOBJ_IMAGE);
+  EXPECT_EQ(found[0].record, u"QMR1;T;0;100;200;100;20;12;0;0;" + text);
+}
+
 TEST_F(WritePlacementsTest, BlankTextsAndStampsWithoutAPictureAreLeftOut) {
   const FPDF_DOCUMENT document = openPlain();
   add(0, textOf(u"", 100, 200));
@@ -202,6 +214,7 @@ TEST_F(WritePlacementsTest, APlacementOnAPageThatCannotBeReadFailsTheWrite) {
 // It may have passed the page.
 TEST_F(WritePlacementsTest, ASearchUnderWayBeginsAnewAfterAWrite) {
   const FPDF_DOCUMENT document = openPlain();
+  separatePagesToAnnotate(document);  // which ends a search, too
   continueAnnotationSearch(document);
   writePendingPlacements(document);
   EXPECT_EQ(session.annotationSearch.document, document) << "nothing was written";
