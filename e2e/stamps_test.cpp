@@ -160,6 +160,21 @@ TEST_F(Stamps, TextIsPlacedByClicksWhileItsDialogIsOpen) {
   EXPECT_TRUE(eventually([] { return setting(L"TextDialog", L"SizePt") == L"48"; }));
 }
 
+TEST_F(Stamps, NoButtonStaysMarkedWhenThePointerIsOnThePage) {
+  constexpr std::uint32_t kHoverEdge = rgb(150, 185, 230);
+  startWithStamp();
+  const auto marked = [&] {
+    const POINT corner = inPanel(0, dip(40));
+    const Picture edge = capture({corner.x, corner.y, corner.x + dip(12), corner.y + dip(12)});
+    return edge.count({0, 0, edge.width(), edge.height()}, kHoverEdge) > 0;
+  };
+  movePointer(inPanel(dip(60), dip(46)));
+  ASSERT_TRUE(eventually(marked));
+  openTextDialog(L"HH");
+  movePointer(onScreen(dip(400), dip(300)));
+  EXPECT_TRUE(eventually([&] { return !marked(); }));
+}
+
 TEST_F(Stamps, ShiftHidesThePreviewWhileTheDialogHasTheKeyboard) {
   startWithStamp();
   openTextDialog(L"HHHHHH");

@@ -219,6 +219,8 @@ void movePointer(int x, int y) {
 }
 
 void hoverPointer(int x, int y) {
+  // Not every system tells the panel that the pointer left while a dialog opened.
+  leaveStampPanel();
   ShowMarkupTip(x, y);
 }
 

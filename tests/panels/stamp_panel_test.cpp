@@ -508,5 +508,12 @@ TEST_F(StampPanelTest, AnotherModeEndsTextAndSelection) {
   EXPECT_EQ(session.placements[0].size(), 1u);
 }
 
+TEST_F(StampPanelTest, APointerOnThePageMarksNothingInThePanel) {
+  moveOverStampPanel(60, 46);
+  ASSERT_EQ(session.hoveredStampItem, kAddTextItem);
+  hoverPointer(400, 300);
+  EXPECT_EQ(session.hoveredStampItem, kNoStampItem);
+}
+
 }  // namespace
 }  // namespace quillmere::test
